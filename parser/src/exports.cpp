@@ -1,0 +1,149 @@
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "file_search.h"
+#include "input_file.h"
+#include "section_file.h"
+#include "state.h"
+#include "zekrsparser.h"
+
+namespace {
+
+using namespace zek::parser;
+
+// Files being enumerated lie in each other, one include deep each; more would lead a chain of includes to the end of
+// the stack.
+constexpr std::size_t kMostEnumerated = 256;
+
+// What `function` gives, or `failure` when it throws.
+template <typename Result, typename Function>
+Result WithoutThrowing(Result failure, Function function) noexcept {
+    try {
+        return function();
+    } catch (...) {
+        return failure;
+    }
+}
+
+bool IsEnumerated(const FileIdentity& identity) {
+    return std::any_of(g_enumerated.begin(), g_enumerated.end(),
+                       [&](const SectionFile* file) { return file->Identity() == identity; });
+}
+
+SectionFile* OpenFile(const std::string& name) {
+    if (g_enumerated.size() >= kMostEnumerated) return nullptr;
+    std::optional<std::string> path = FindFile(name);
+    if (!path) return nullptr;
+    InputFile input(*path);
+    if (!input.IsReadable() || IsEnumerated(input.Identity())) return nullptr;
+    std::optional<Text> text = input.ReadWhole();
+    if (!text) return nullptr;
+    auto file = std::make_unique<SectionFile>(std::move(*path), input.Identity(), g_openCount + 1, std::move(*text));
+    ++g_openCount;
+    return file.release();
+}
+
+// Files are mostly enumerated in the order in which they were opened, but need not be.
+void BeginEnumeration(SectionFile* file) {
+    const auto place = std::lower_bound(g_enumerated.begin(), g_enumerated.end(), file->Order(),
+                                        [](const SectionFile* a, std::uint64_t order) { return a->Order() < order; });
+    if (place == g_enumerated.end() || *place != file) g_enumerated.insert(place, file);
+}
+
+// One text on its way to the caller by the size protocol: first see whether it fits, then deliver it.
+class Delivery {
+public:
+    Delivery(const char* text, char* buffer, unsigned* size)
+        : text_(text), buffer_(buffer), size_(size), needed_(static_cast<unsigned>(std::strlen(text)) + 1) {}
+
+    bool Fits() const { return size_ && (!buffer_ || *size_ >= needed_); }
+
+    void Deliver() const {
+        if (buffer_) {
+            std::memcpy(buffer_, text_, needed_);
+        } else {
+            *size_ = needed_;
+        }
+    }
+
+private:
+    const char* text_;
+    char* buffer_;
+    unsigned* size_;
+    unsigned needed_;
+};
+
+}  // namespace
+
+void* RSOpenFile(const std::string& file) {
+    return WithoutThrowing<void*>(nullptr, [&] { return OpenFile(file); });
+}
+
+unsigned RSParse(void* file) {
+    if (!file) return 0;
+    return WithoutThrowing(0U, [&] { return static_cast<SectionFile*>(file)->Parse() ? 1U : 0U; });
+}
+
+void* RSEnumSection(void* file, unsigned index) {
+    if (!file) return nullptr;
+    auto* const sectionFile = static_cast<SectionFile*>(file);
+    return WithoutThrowing<void*>(nullptr, [&] {
+        BeginEnumeration(sectionFile);
+        return sectionFile->SectionAt(index);
+    });
+}
+
+unsigned RSGetSectInfo(void* section, char* name, unsigned* size, unsigned* line) {
+    if (!section) return 0;
+    const auto* const found = static_cast<const Section*>(section);
+    const Delivery delivery(found->file->TextAt(found->name), name, size);
+    if (!delivery.Fits()) return 0;
+    delivery.Deliver();
+    if (name && line) *line = found->line;
+    return 1;
+}
+
+unsigned RSEnumItem(void* section, unsigned index, char* key, unsigned* keySize, char* value, unsigned* valueSize,
+                    unsigned* line) {
+    if (!section) return 0;
+    const auto* const owner = static_cast<const Section*>(section);
+    const Item* const item = owner->file->ItemAt(*owner, index);
+    if (!item) return 0;
+    const Delivery keyDelivery(owner->file->TextAt(item->key), key, keySize);
+    const Delivery valueDelivery(owner->file->TextAt(item->value), value, valueSize);
+    if (!keyDelivery.Fits() || !valueDelivery.Fits()) return 0;
+    keyDelivery.Deliver();
+    valueDelivery.Deliver();
+    if ((key || value) && line) *line = item->line;
+    return 1;
+}
+
+void* RSFindSEction(void* file, const std::string& name) {
+    return file ? static_cast<SectionFile*>(file)->FindSection(name) : nullptr;
+}
+
+unsigned RSCloseFile(void** file) {
+    if (!file || !*file) return 0;
+    const std::unique_ptr<SectionFile> owned(static_cast<SectionFile*>(*file));
+    std::erase(g_enumerated, owned.get());
+    *file = nullptr;
+    return 1;
+}
+
+void RSAddSearchDir(const std::string& dir) {
+    WithoutThrowing(false, [&] {
+        g_searchDirs.push_back(dir);
+        return true;
+    });
+}
+
+void RSClearSearchDirs() { g_searchDirs.clear(); }
+
+void RSSetOpenHook(RSOpenHook hook, void* context) {
+    g_openHook = hook;
+    g_openHookContext = context;
+}

@@ -1,0 +1,75 @@
+#include "input_file.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+namespace zek::parser {
+namespace {
+
+constexpr std::size_t kFirstRoom = 64 << 10;
+
+Text Enlarged(const Text& text, std::size_t room) {
+    Text larger{std::make_unique_for_overwrite<char[]>(room + 1), text.size};
+    std::memcpy(larger.bytes.get(), text.bytes.get(), text.size);
+    return larger;
+}
+
+}  // namespace
+
+InputFile::InputFile(const std::string& path)
+    : descriptor_(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {
+    readable_ = descriptor_ >= 0 && fstat(descriptor_, &info_) == 0 && !S_ISDIR(info_.st_mode);
+}
+
+InputFile::~InputFile() {
+    if (descriptor_ >= 0) close(descriptor_);
+}
+
+std::optional<Text> InputFile::ReadWhole() {
+    const auto expected = S_ISREG(info_.st_mode) ? static_cast<std::size_t>(info_.st_size) : 0;
+    const std::size_t limit = Limit();
+    if (expected > limit) return std::nullopt;
+
+    // One byte more than expected, so that the end of an ordinary file shows without enlarging the room.
+    std::size_t room = expected ? expected + 1 : kFirstRoom;
+    Text text{std::make_unique_for_overwrite<char[]>(room + 1), 0};
+    for (;;) {
+        const long count = ReadSome(text.bytes.get() + text.size, room - text.size);
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        text.size += static_cast<std::size_t>(count);
+        if (text.size > limit) return std::nullopt;
+        if (text.size == room) {
+            room = std::min(2 * room, limit + 1);
+            text = Enlarged(text, room);
+        }
+    }
+    // A FIFO that nobody writes to looks like one that has ended: it is taken as unreadable, not as an empty file.
+    if (S_ISFIFO(info_.st_mode) && text.size == 0) return std::nullopt;
+    return text;
+}
+
+// Some files of the system say 0 or too little for their length, so the length is not the limit.
+std::size_t InputFile::Limit() const {
+    if (!S_ISREG(info_.st_mode)) return kLongestStream;
+    return std::clamp(static_cast<std::size_t>(info_.st_size), kLongestStream, kLongestFile);
+}
+
+long InputFile::ReadSome(char* to, std::size_t room) {
+    for (;;) {
+        const ssize_t count = read(descriptor_, to, room);
+        if (count >= 0) return count;
+        if (errno == EINTR) continue;
+        if (errno != EAGAIN) return -1;
+        pollfd wait{descriptor_, POLLIN, 0};
+        const int ready = poll(&wait, 1, kLongestSilence);
+        if (ready == 0 || (ready < 0 && errno != EINTR)) return -1;
+    }
+}
+
+}  // namespace zek::parser

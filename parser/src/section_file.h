@@ -1,0 +1,76 @@
+// A section file as the library holds it: its text, and once it is parsed, its sections and items.
+// Names, keys and values are C strings that stand in the text itself, cut there while it is parsed.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <string>
+
+#include "input_file.h"
+#include "line_reader.h"
+
+namespace zek::parser {
+
+class SectionFile;
+
+// All three texts are offsets, so that an item takes 12 bytes next to its text.
+struct Item {
+    std::uint32_t key;
+    std::uint32_t value;
+    std::uint32_t line;
+};
+
+// What a section handle points to. Its items are those from `firstItem` up to and without `endItem`.
+struct Section {
+    const SectionFile* file;
+    std::uint32_t name;
+    std::uint32_t line;
+    std::uint32_t firstItem;
+    std::uint32_t endItem;
+};
+
+// What a file handle points to.
+class SectionFile {
+public:
+    // `path` is where the text was read; `order` rises from one opened file to the next.
+    SectionFile(std::string path, FileIdentity identity, std::uint64_t order, Text text);
+
+    const std::string& Path() const { return path_; }
+    const FileIdentity& Identity() const { return identity_; }
+    std::uint64_t Order() const { return order_; }
+
+    // Finds the sections and items, at the first call only. False when that failed; then there are none.
+    bool Parse();
+
+    // The index-th section, null past the last and before Parse. Owned by the file.
+    Section* SectionAt(unsigned index);
+    Section* FindSection(const std::string& name);
+
+    // The index-th item of one of this file's sections, null past the last.
+    const Item* ItemAt(const Section& section, unsigned index) const {
+        return index < section.endItem - section.firstItem ? &items_[section.firstItem + index] : nullptr;
+    }
+
+    // The C string at an offset from a section or an item.
+    const char* TextAt(std::uint32_t offset) const { return text_.bytes.get() + offset; }
+
+private:
+    enum class Progress { kRead, kParsed, kFailed };
+
+    void ParseText();
+    void AddHeader(const Line& line);
+    void AddItem(const Line& line);
+    void AddSection(const char* name, unsigned line);
+    std::uint32_t OffsetOf(const char* p) const { return static_cast<std::uint32_t>(p - text_.bytes.get()); }
+
+    std::string path_;
+    FileIdentity identity_;
+    std::uint64_t order_;
+    Text text_;
+    Progress progress_ = Progress::kRead;
+    // Deques: they grow without copying or spare room, and the section handles stay where they are.
+    std::deque<Section> sections_;
+    std::deque<Item> items_;
+};
+
+}  // namespace zek::parser
