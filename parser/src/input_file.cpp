@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 
 namespace zek::parser {
@@ -60,15 +61,20 @@ std::size_t InputFile::Limit() const {
     return std::clamp(static_cast<std::size_t>(info_.st_size), kLongestStream, kLongestFile);
 }
 
+// The deadline holds for all the waits of one call together: a device may call itself ready and then give nothing.
 long InputFile::ReadSome(char* to, std::size_t room) {
+    using Clock = std::chrono::steady_clock;
+    std::optional<Clock::time_point> deadline;
     for (;;) {
         const ssize_t count = read(descriptor_, to, room);
         if (count >= 0) return count;
         if (errno == EINTR) continue;
         if (errno != EAGAIN) return -1;
+        if (!deadline) deadline = Clock::now() + kLongestSilence;
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(*deadline - Clock::now()).count();
+        if (left <= 0) return -1;
         pollfd wait{descriptor_, POLLIN, 0};
-        const int ready = poll(&wait, 1, kLongestSilence);
-        if (ready == 0 || (ready < 0 && errno != EINTR)) return -1;
+        poll(&wait, 1, static_cast<int>(left));
     }
 }
 

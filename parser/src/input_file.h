@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -15,8 +16,8 @@ namespace zek::parser {
 constexpr std::size_t kLongestFile = 0xFFFFFFFE;
 // The most that a pipe or a device may deliver, or a file whose length is not known beforehand.
 constexpr std::size_t kLongestStream = 256U << 20;
-// How long a pipe or a device may keep silent, in milliseconds.
-constexpr int kLongestSilence = 2000;
+// How long a pipe or a device may keep silent.
+constexpr std::chrono::seconds kLongestSilence{2};
 
 // The bytes of a file; one byte more is allocated behind them.
 struct Text {

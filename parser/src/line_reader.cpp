@@ -12,7 +12,7 @@ constexpr std::size_t kByteOrderMarkSize = sizeof kByteOrderMark - 1;
 // The characters that mean something within a line; all others are passed over at full speed.
 constexpr std::array<bool, 256> kStops = [] {
     std::array<bool, 256> stops{};
-    for (const unsigned char c : {'\n', '"', ';', '#'}) stops[c] = true;
+    for (const char c : {'\n', '"', ';', '#'}) stops[static_cast<unsigned char>(c)] = true;
     return stops;
 }();
 

@@ -13,7 +13,7 @@ namespace zek::parser {
 
 class SectionFile;
 
-// All three texts are offsets, so that an item takes 12 bytes next to its text.
+// The texts are offsets of 32 bits instead of pointers, so that an item takes 12 bytes next to its text.
 struct Item {
     std::uint32_t key;
     std::uint32_t value;

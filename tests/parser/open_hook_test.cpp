@@ -20,6 +20,9 @@ struct Host {
     }
 };
 
+bool ThrowAnException(void*, const std::string&, const std::string&, std::string&) { throw std::logic_error("x"); }
+bool ThrowANumber(void*, const std::string&, const std::string&, std::string&) { throw 1; }
+
 using Calls = std::vector<std::string>;
 
 class OpenHook : public ParserTest {
@@ -113,11 +116,12 @@ TEST_F(OpenHook, IsTakenAwayByNull) {
 }
 
 TEST_F(OpenHook, RefusesByThrowing) {
-    RSSetOpenHook([](void*, const std::string&, const std::string&, std::string&) -> bool { throw std::logic_error("x"); },
-                  nullptr);
-    EXPECT_EQ(DumpFile("a.ini"), "refused");
-    RSSetOpenHook([](void*, const std::string&, const std::string&, std::string&) -> bool { throw 1; }, nullptr);
-    EXPECT_EQ(DumpFile("a.ini"), "refused");
+    for (const RSOpenHook hook : {ThrowAnException, ThrowANumber}) {
+        RSSetOpenHook(hook, nullptr);
+        EXPECT_EQ(DumpFile("a.ini"), "refused");
+    }
+    RSSetOpenHook(nullptr, nullptr);
+    EXPECT_EQ(DumpFile("a.ini"), "1 [a]\n");
 }
 
 TEST_F(OpenHook, MayCloseTheIncluderAndOpenFilesItself) {
