@@ -1,0 +1,4 @@
+/// The mark of what the library exports. Relies on nothing.
+#pragma once
+
+#define ZEK_API __attribute__((visibility("default")))

@@ -1,0 +1,10 @@
+/// The whole published interface of the library in one header.
+#pragma once
+
+#include "zekcomp/compiler.h"
+#include "zekcomp/debug_image.h"
+#include "zekcomp/errors.h"
+#include "zekcomp/identifiers.h"
+#include "zekcomp/image.h"
+#include "zekcomp/output.h"
+#include "zekcomp/records.h"
