@@ -1,0 +1,51 @@
+// DEFINE, IFDEF and INCLUDE: the sections that act while the source is read.
+#include "check/vocabulary.h"
+#include "frontend/parse.h"
+#include "model/messages.h"
+#include "model/output.h"
+#include "model/section.h"
+
+namespace {
+
+/// Adds a definition and, when it is sound, makes its key a predefined name.
+void Define(CZEKSection& section, const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+    CZEKEntry& entry = zek::AddEntry(section, zek::kDefinition, zek::kNotationFamily, file, key, value, line);
+    if (entry.IsValid(&section, zek::kWhileReading)) AddPredDefineValue(key, *zek::NumberOf(entry.m_ZekEntryData));
+}
+
+}  // namespace
+
+unsigned CGSDEFINE::SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+    Define(*this, file, key, value, line);
+    return 1;
+}
+
+unsigned CGSIFDEF::SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+    if (!m_dwSeen) {
+        m_dwCondition = ChkIFDEF(file, key, value, line);
+        m_dwSeen = 1;
+        return 1;
+    }
+    // The names are defined whether or not the condition holds: hosts rely on it.
+    Define(*this, file, key, value, line);
+    return 1;
+}
+
+unsigned CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+    if (!CZEKSection::SetEntry(file, key, value, line)) return 0;
+    CZEKEntry* word = zek::FirstEntry(*this, zek::kDefineWord);
+    unsigned ignored = 0;
+    return word->IsValid(this, zek::kWhileReading) && GetPreDefinedValue(*zek::TextOf(*word), &ignored);
+}
+
+unsigned CGSINCLUDE::SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+    CZEKEntry& entry = zek::AddEntry(*this, zek::kFile, zek::kNotationRepeated, file, key, value, line);
+    if (!entry.IsValid(this, zek::kWhileReading)) return 1;
+    CZEKParse parse;
+    if (parse.Start(GetFile(1) + *zek::TextOf(entry))) {
+        parse.Parse();
+    } else {
+        LOG(zek::kFileNotLoaded, GetFile(0).c_str(), line, m_strName.c_str(), key.c_str(), value.c_str());
+    }
+    return 1;
+}

@@ -1,0 +1,103 @@
+/// An entry of the source model, one KEY = value item of a section, and its five kinds. Relies on object.h, entry_data.h.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model/entry_data.h"
+#include "model/object.h"
+
+class ZEK_API CZEKEntry : public CZEKObj {
+public:
+    CZEKEntry();
+    CZEKEntry(unsigned type, tagNOTATION notation);
+    ~CZEKEntry() override;
+
+    /// First pass: the entry stands where it must, its key and value are well-formed; converts the sub-strings into the typed
+    /// data. `parent` is its section; `flag` 0 lets go of the sub-strings once converted, any other flag keeps them.
+    /// 1 or 0, every problem sent to `Output`; so for all checks below.
+    virtual unsigned IsValid(CZEKObj* parent, unsigned flag) = 0;
+    /// Second pass: what the value refers to exists. This one always passes.
+    virtual unsigned IsValidEx(CZEKObj* parent, unsigned flag);
+
+    /// Stores an item: file, key, line, and its value cut into sub-strings at commas outside double quotes.
+    void Init(const std::string& file, const std::string& key, const std::string& value, unsigned line);
+
+    unsigned ChkEntryExist(CZEKObj* parent, unsigned flag);
+    unsigned ChkEntryName(CZEKObj* parent, unsigned flag);
+    unsigned ChkDigital(const std::string& text, CZEKObj* parent, unsigned flag);
+    unsigned ChkArgName(const std::string& name, CZEKObj* parent, unsigned flag, unsigned maxArg);
+    unsigned ChkGlobalName(const std::string& name, CZEKObj* parent, unsigned flag);
+    unsigned ChkTableName(const std::string& name, CZEKObj* parent, unsigned flag);
+    unsigned ChkActionName(const std::string& name, CZEKObj* parent, unsigned flag);
+    unsigned ChkActionParamNum(const std::string& actionName, unsigned count, CZEKObj* parent, unsigned flag);
+
+    void GetBuffer(std::vector<unsigned char>& out);
+    /// Throws `std::out_of_range` when the buffer ends early; what was read before stays.
+    void SetBuffer(const std::vector<unsigned char>& in);
+
+    CZekEntryData m_ZekEntryData;            ///< the converted value; empty until an item is stored
+    std::vector<std::string> m_vstrSubStr;  ///< the pieces of the value as written
+};
+
+class ZEK_API CGEDWORD : public CZEKEntry {
+public:
+    CGEDWORD();
+    CGEDWORD(unsigned type, tagNOTATION notation);
+    ~CGEDWORD() override;
+    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
+};
+
+class ZEK_API CGESTRING : public CZEKEntry {
+public:
+    CGESTRING();
+    CGESTRING(unsigned type, tagNOTATION notation);
+    ~CGESTRING() override;
+    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
+    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
+};
+
+class ZEK_API CGESTRINGLIST : public CZEKEntry {
+public:
+    CGESTRINGLIST();
+    CGESTRINGLIST(unsigned type, tagNOTATION notation);
+    ~CGESTRINGLIST() override;
+    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
+    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
+};
+
+class ZEK_API CGEREPEATER : public CZEKEntry {
+public:
+    CGEREPEATER();
+    CGEREPEATER(unsigned type, tagNOTATION notation);
+    ~CGEREPEATER() override;
+    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
+    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
+};
+
+class ZEK_API CGEVALUE : public CZEKEntry {
+public:
+    CGEVALUE();
+    CGEVALUE(unsigned type, tagNOTATION notation);
+    ~CGEVALUE() override;
+    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
+    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
+    /// One operand: a VALUE_ name, an argument up to `maxArg`, a global, else a number or predefined name.
+    unsigned IsValidSubValue(const std::string& text, CZEKObj* parent, unsigned flag, unsigned maxArg);
+    /// A VALUE_ entry of the same section.
+    unsigned ChkValueName(const std::string& name, CZEKObj* parent, unsigned flag);
+};
+
+namespace zek {
+
+/// A new entry of the kind that the type id names, or null for an unknown class.
+std::unique_ptr<CZEKEntry> NewEntry(unsigned type, unsigned notation);
+
+/// The typed data as what it is; null when the entry holds nothing.
+inline std::string* TextOf(const CZEKEntry& entry) { return TextOf(entry.m_ZekEntryData); }
+
+inline bool HoldsData(const CZEKEntry& entry) { return entry.m_ZekEntryData.m_pData != nullptr; }
+inline bool IsFamily(const CZEKEntry& entry) { return (entry.m_eNotation & kFamily) != 0; }
+
+}  // namespace zek

@@ -1,0 +1,21 @@
+/// Finds a source file name in the list of source files. Stands beside the list because every entry of a source looks its
+/// file up, which must not walk the list. Relies on the standard library.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace zek {
+
+class FileIndex {
+public:
+    /// The first position of `file` in `files`, where it is appended when absent.
+    unsigned PositionIn(std::vector<std::string>& files, const std::string& file);
+
+private:
+    std::unordered_map<std::string, unsigned> positions_;
+    std::size_t indexed_ = 0;  ///< how many names of the list the map knows
+};
+
+}  // namespace zek

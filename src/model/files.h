@@ -1,0 +1,24 @@
+/// Whole files: read in one call, written in one call. Relies on bytes.h.
+#pragma once
+
+#include <fstream>
+#include <optional>
+#include <string>
+
+#include "model/bytes.h"
+
+namespace zek {
+
+/// All bytes of a file, or nothing when it cannot be opened. What is no regular file is read up to its end, at most 256 MiB.
+std::optional<Bytes> ReadFile(const std::string& file);
+
+/// A file created or emptied for writing; the stream is bad when it cannot be opened.
+std::ofstream CreateFile(const std::string& file);
+
+/// Writes all bytes in one call. Errors are not examined: hosts look at the file themselves.
+void WriteBytes(std::ofstream& out, const Bytes& bytes);
+
+/// The low 32 bits of the calendar time in seconds: the time stamp of an image.
+unsigned TimeStamp();
+
+}  // namespace zek

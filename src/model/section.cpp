@@ -1,0 +1,124 @@
+#include "model/section.h"
+
+#include <algorithm>
+
+#include "check/vocabulary.h"
+#include "model/section_kinds.h"
+
+namespace zek {
+
+namespace {
+
+/// The entry that the kind declared for a key, or null. Declared entries come first, so no other needs to be looked at.
+CZEKEntry* DeclaredEntryOf(const CZEKSection& section, const std::string& key) {
+    const tagNTMAP* row = RowOfKeyword(key);
+    if (!row) return nullptr;
+    const SectionKind* kind = KindOf(section.m_dwType);
+    const auto& entries = section.m_vpEntry;
+    const std::size_t declared = kind ? std::min(kind->declared.size(), entries.size()) : entries.size();
+    const auto end = entries.begin() + static_cast<std::ptrdiff_t>(declared);
+    const auto entry = std::find_if(entries.begin(), end, [row](const CZEKEntry* candidate) {
+        return candidate->m_dwType == row->dwID && !IsFamily(*candidate);
+    });
+    return entry == end ? nullptr : *entry;
+}
+
+}  // namespace
+
+CZEKEntry& AddEntry(CZEKSection& section, unsigned type, unsigned notation, const std::string& file,
+                    const std::string& key, const std::string& value, unsigned line) {
+    std::unique_ptr<CZEKEntry> entry = NewEntry(type, notation);
+    entry->Init(file, key, value, line);
+    section.m_vpEntry.push_back(entry.get());
+    return *entry.release();
+}
+
+CZEKEntry* FirstEntry(CZEKSection& section, unsigned type) {
+    unsigned first = 0;
+    return FindEntry(&section, type, first);
+}
+
+std::string* TextOfEntry(CZEKSection& section, unsigned type) {
+    const CZEKEntry* entry = FirstEntry(section, type);
+    return entry ? TextOf(*entry) : nullptr;
+}
+
+const SectionList& SectionsOf(unsigned type) {
+    static constexpr SectionList kNone;
+    const SectionList* list = FindSectHead(type);
+    return list ? *list : kNone;
+}
+
+}  // namespace zek
+
+CZEKSection::CZEKSection() = default;
+
+CZEKSection::CZEKSection(unsigned type, tagNOTATION notation) {
+    m_dwType = type;
+    m_eNotation = notation;
+}
+
+CZEKSection::~CZEKSection() {
+    for (const CZEKEntry* entry : m_vpEntry) delete entry;
+}
+
+CZEKSection* CZEKSection::Create(const std::string& file, const std::string& name, unsigned line) {
+    for (const zek::SectionKind& kind : zek::kSectionKinds) {
+        if (name != kind.keyword) continue;
+        CZEKSection* section = kind.make(kind);
+        section->Init(file, name, line);
+        return section;
+    }
+    return nullptr;
+}
+
+void CZEKSection::Init(const std::string& file, const std::string& name, unsigned line) {
+    SetFile(file);
+    m_strName = name;
+    m_dwLine = line;
+}
+
+unsigned CZEKSection::SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+    CZEKEntry* declared = zek::DeclaredEntryOf(*this, key);
+    if (!declared) return 0;
+    if (declared->m_strName.empty()) {
+        declared->Init(file, key, value, line);
+    } else {
+        zek::AddEntry(*this, declared->m_dwType, zek::kNotationRepeated, file, key, value, line);
+    }
+    return 1;
+}
+
+void CZEKSection::Declare(zek::SectionList& list, const zek::SectionKind& kind) {
+    if (std::find(m_svpHSection.begin(), m_svpHSection.end(), &list) == m_svpHSection.end()) m_svpHSection.push_back(&list);
+    list.push_back(this);
+    m_vpEntry.reserve(kind.declared.size());
+    for (const zek::DeclaredEntry& entry : kind.declared) {
+        m_vpEntry.push_back(zek::NewEntry(entry.type, entry.notation).release());
+    }
+}
+
+void CZEKSection::Destory() {
+    for (zek::SectionList* list : m_svpHSection) {
+        for (const CZEKSection* section : *list) delete section;
+        list->clear();
+    }
+    g_tblPreDefine.clear();
+}
+
+zek::SectionList* FindSectHead(unsigned type) {
+    for (zek::SectionList* list : CZEKSection::m_svpHSection) {
+        if (!list->empty() && list->front()->m_dwType == type) return list;
+    }
+    return nullptr;
+}
+
+CZEKEntry* FindEntry(CZEKSection* section, unsigned type, unsigned& index) {
+    unsigned families = 0;
+    for (CZEKEntry* entry : section->m_vpEntry) {
+        if (entry->m_dwType != type) continue;
+        if (!zek::IsFamily(*entry) || families++ == index) return entry;
+    }
+    if (index == 0xFFFFFFFF) index = families;
+    return nullptr;
+}

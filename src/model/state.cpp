@@ -1,0 +1,29 @@
+// The process-wide variables of the model: who fills each, who empties it.
+#include "model/state.h"
+
+#include "model/section.h"
+
+// Filled by SetFile and by the first debug image read; never emptied.
+std::vector<std::string> CZEKObj::m_svstrIncFiles;
+namespace zek {
+// Follows m_svstrIncFiles.
+FileIndex g_fileIndex;
+}  // namespace zek
+
+// Each kind's list is entered when its first section is made, and stays; never emptied.
+std::vector<zek::SectionList*> CZEKSection::m_svpHSection;
+// Filled when a section is made; emptied by CZEKSection::Destory, through gccCompEnd and gdUnInit.
+zek::SectionList CGSQUORZEK::m_sHeader;
+zek::SectionList CGSPROPERTY::m_sHeader;
+zek::SectionList CGSSYSTEM::m_sHeader;
+zek::SectionList CGSGROUP::m_sHeader;
+zek::SectionList CGSSENSOR::m_sHeader;
+zek::SectionList CGSDEVICE::m_sHeader;
+zek::SectionList CGSACTION::m_sHeader;
+zek::SectionList CGSTABLE::m_sHeader;
+zek::SectionList CGSTAVRGROUP::m_sHeader;
+zek::SectionList CGSGLOBAL::m_sHeader;
+zek::SectionList CGSREPEATER::m_sHeader;
+zek::SectionList CGSDEFINE::m_sHeader;
+zek::SectionList CGSIFDEF::m_sHeader;
+zek::SectionList CGSINCLUDE::m_sHeader;
