@@ -1,0 +1,145 @@
+// The checks that all kinds of entries share.
+#include "check/entry_checks.h"
+
+#include <stdexcept>
+
+#include "check/cross_references.h"
+#include "check/messages.h"
+#include "check/vocabulary.h"
+#include "model/keyword_table.h"
+#include "model/output.h"
+
+namespace zek {
+
+namespace {
+
+constexpr unsigned kHighestTableIndex = 255;
+
+bool BeginsWithDigit(const std::string& text) { return !text.empty() && text[0] >= '0' && text[0] <= '9'; }
+
+/// "7" or "3.5": one number or a rising range, up to 255.
+bool IsTableRow(const std::string& key) {
+    const std::size_t dot = key.find('.');
+    const std::string low = key.substr(0, dot);
+    const std::string high = dot == std::string::npos ? low : key.substr(dot + 1);
+    if (!IsNumber(low) || !IsNumber(high)) return false;
+    return NumberOr0(high) <= kHighestTableIndex && NumberOr0(low) <= NumberOr0(high);
+}
+
+/// Whether a key is the keyword of its entry, or the keyword of a family and a suffix that suits the family.
+bool IsNameOf(const CZEKEntry& entry, const std::string& keyword) {
+    const std::string& key = entry.m_strName;
+    if (key == keyword) return true;
+    if (!IsFamily(entry) || !HasPrefix(key, keyword)) return false;
+    switch (entry.m_dwType) {
+        case kDefinition:
+        case kProperty:
+        case kPrefixP:
+        case kRepeaterItem: return !BeginsWithDigit(key);
+        case kActionValue: return IsNumber(key.substr(keyword.size()));
+        case kTableRow: return IsTableRow(key);
+        default: return true;
+    }
+}
+
+}  // namespace
+
+bool HasPrefix(const std::string& text, std::string_view prefix) {
+    return text.size() > prefix.size() && text.starts_with(prefix);
+}
+
+std::optional<unsigned> DecidedAtOnce(CZEKEntry& entry, CZEKObj* parent, unsigned flag, unsigned ownClass) {
+    if (!HoldsData(entry)) return entry.ChkEntryExist(parent, flag);
+    if (!entry.ChkEntryName(parent, flag)) return 0;
+    // The data can be of another class than the entry only in a damaged debug image.
+    if (EntryClass(entry.m_dwType) == ownClass && EntryClass(entry.m_ZekEntryData.GetType()) == ownClass) return {};
+    LOG(kBadEntryClass, WHERE(entry, *parent));
+    return 0;
+}
+
+void ReleaseSubStrings(CZEKEntry& entry, unsigned flag) {
+    if (flag == 0) std::vector<std::string>().swap(entry.m_vstrSubStr);
+}
+
+std::optional<std::string> TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag) {
+    if (entry.m_vstrSubStr.empty()) {
+        LOG(kNoSubString, WHERE(entry, *parent));
+        return {};
+    }
+    if (entry.m_vstrSubStr.size() > 1) LOG(kMoreSubStrings, WHERE(entry, *parent));
+    std::string first = entry.m_vstrSubStr.front();
+    ReleaseSubStrings(entry, flag);
+    return first;
+}
+
+}  // namespace zek
+
+unsigned CZEKEntry::ChkEntryExist(CZEKObj* parent, unsigned) {
+    if (zek::HoldsData(*this) || !(m_eNotation & zek::kRequired)) return 1;
+    const tagNTMAP* row = zek::KeywordOf(m_dwType);
+    m_strName = row ? row->pszName : "";
+    LOG(zek::kEntryMissing, WHERE(*this, *parent));
+    m_strName.clear();
+    return 0;
+}
+
+unsigned CZEKEntry::ChkEntryName(CZEKObj* parent, unsigned) {
+    const tagNTMAP* row = zek::KeywordOf(m_dwType);
+    if (!row) return 0;
+    if (zek::IsNameOf(*this, row->pszName)) return 1;
+    LOG(zek::kBadEntryName, WHERE(*this, *parent));
+    return 0;
+}
+
+unsigned CZEKEntry::ChkDigital(const std::string& text, CZEKObj* parent, unsigned) {
+    if (zek::IsNumber(text) || zek::IsPredefined(text)) return 1;
+    LOG(zek::kNotANumber, WHERE(*this, *parent), text.c_str());
+    return 0;
+}
+
+unsigned CZEKEntry::ChkArgName(const std::string& name, CZEKObj* parent, unsigned, unsigned maxArg) {
+    const auto withinBound = [&] {
+        unsigned bound = maxArg;
+        if (parent->m_strName == zek::kActionName) {
+            const std::string* count = zek::TextOfEntry(*static_cast<CZEKSection*>(parent), zek::kArgNumber);
+            bound = 0;
+            if (count && !StringToLong(*count, &bound)) return false;
+        }
+        if (name.size() < zek::kArgPrefix.size()) throw std::out_of_range("basic_string::substr");
+        unsigned number = 0;
+        return StringToLong(name.substr(zek::kArgPrefix.size()), &number) && number <= bound;
+    };
+    if (withinBound()) return 1;
+    LOG(zek::kBadArgName, WHERE(*this, *parent), name.c_str());
+    return 0;
+}
+
+unsigned CZEKEntry::ChkGlobalName(const std::string& name, CZEKObj* parent, unsigned) {
+    if (zek::References()->IsGlobal(name)) return 1;
+    LOG(zek::kNoSuchGlobal, WHERE(*this, *parent), name.c_str());
+    return 0;
+}
+
+unsigned CZEKEntry::ChkTableName(const std::string& name, CZEKObj* parent, unsigned) {
+    if (zek::References()->FirstNamed(zek::kTableSection, name).section) return 1;
+    LOG(zek::kNoSuchTable, WHERE(*this, *parent), name.c_str());
+    return 0;
+}
+
+unsigned CZEKEntry::ChkActionName(const std::string& name, CZEKObj* parent, unsigned) {
+    if (zek::References()->FirstNamed(zek::kActionSection, name).section) return 1;
+    LOG(zek::kNoSuchAction, WHERE(*this, *parent), name.c_str());
+    return 0;
+}
+
+unsigned CZEKEntry::ChkActionParamNum(const std::string& actionName, unsigned count, CZEKObj* parent, unsigned) {
+    CZEKSection* action = zek::References()->FirstNamed(zek::kActionSection, actionName).section;
+    if (!action) return 0;
+    const std::string* declared = zek::TextOfEntry(*action, zek::kArgNumber);
+    const unsigned needed = declared ? zek::NumberOr0(*declared) : 0;
+    if (count == needed) return 1;
+    LOG(zek::kParamCount, WHERE(*this, *parent), actionName.c_str(), needed, count);
+    return 0;
+}
+
+unsigned CZEKEntry::IsValidEx(CZEKObj*, unsigned) { return 1; }

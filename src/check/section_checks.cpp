@@ -1,0 +1,151 @@
+#include "check/section_checks.h"
+
+#include <map>
+#include <unordered_map>
+
+#include "check/cross_references.h"
+#include "check/messages.h"
+#include "check/vocabulary.h"
+#include "model/output.h"
+#include "model/section_kinds.h"
+
+namespace zek {
+
+namespace {
+
+bool CheckSections(unsigned (CZEKSection::*check)(unsigned)) {
+    unsigned valid = 1;
+    for (const SectionList* list : CZEKSection::m_svpHSection) {
+        for (CZEKSection* section : *list) valid &= (section->*check)(0);
+    }
+    return valid != 0;
+}
+
+bool IsOnlyOne(CZEKSection& section) {
+    const SectionList& sections = SectionsOf(section.m_dwType);
+    if (sections.size() <= 1) return true;
+    const char* name = section.m_strName.c_str();
+    LOG(kSectionRedefined, section.GetFile(0).c_str(), section.m_dwLine, name, name);
+    return false;
+}
+
+/// No key stands in an earlier section of the kind; the first section that clashes is reported.
+bool AreKeysNew(CZEKSection& section) {
+    const References references;
+    CZEKEntry* repeated = nullptr;
+    Place earliest;
+    for (CZEKEntry* entry : section.m_vpEntry) {
+        if (!HoldsData(*entry)) continue;
+        const Place first = references->FirstKey(section.m_dwType, entry->m_strName);
+        if (first.section == &section || (repeated && first.position >= earliest.position)) continue;
+        repeated = entry;
+        earliest = first;
+    }
+    if (!repeated) return true;
+    LOG(kEntryDefinedBefore, section.GetFile(0).c_str(), repeated->m_dwLine, section.m_strName.c_str(),
+        repeated->m_strName.c_str(), earliest.entry->GetFile(0).c_str(), earliest.entry->m_dwLine);
+    return false;
+}
+
+/// A group's parent begins on an earlier line number, whatever file each group stands in.
+bool IsParentAbove(CZEKSection& section) {
+    // The parent is the first entry; a group without a parent text counts as one with an empty text.
+    const std::string* text = section.m_vpEntry.empty() ? nullptr : TextOf(*section.m_vpEntry[0]);
+    const std::string parent = text ? *text : "";
+    if (parent == "0" || References()->IsGroupAbove(parent, section.m_dwLine)) return true;
+    LOG(kParentNotDefined, section.GetFile(0).c_str(), section.m_dwLine);
+    return false;
+}
+
+/// No earlier section of the kind has the same NAME or the same ID; the first section that clashes is reported, by its name
+/// before its id.
+bool AreNameAndIDNew(CZEKSection& section) {
+    const References references;
+    const auto unlessOwn = [&section](Place place) { return place.section == &section ? Place{} : place; };
+    const std::string* name = TextOfEntry(section, kName);
+    const std::string* id = TextOfEntry(section, kID);
+    Place sameName;
+    Place sameID;
+    if (name) sameName = unlessOwn(references->FirstNamed(section.m_dwType, *name));
+    if (unsigned number = 0; id && StringToLong(*id, &number)) {
+        sameID = unlessOwn(references->FirstWithID(section.m_dwType, number));
+    }
+    if (!sameName.section && !sameID.section) return true;
+    const bool byName = sameName.section && (!sameID.section || sameName.position <= sameID.position);
+    const Place& first = byName ? sameName : sameID;
+    LOG(byName ? kNameRedefined : kIDRedefined, section.GetFile(0).c_str(),
+        FirstEntry(section, byName ? kName : kID)->m_dwLine, section.m_strName.c_str(), (byName ? name : id)->c_str(),
+        first.entry->GetFile(0).c_str(), first.entry->m_dwLine);
+    return false;
+}
+
+/// What a section must not share with the other sections of its kind.
+bool IsNewInItsKind(CZEKSection& section) {
+    switch (section.m_dwType) {
+        case kQuorzekSection:
+        case kSystemSection: return IsOnlyOne(section);
+        case kPropertySection:
+        case kGlobalSection:
+        case kRepeaterSection: return AreKeysNew(section);
+        case kGroupSection: return IsParentAbove(section) && AreNameAndIDNew(section);
+        case kSensorSection:
+        case kDeviceSection:
+        case kActionSection:
+        case kTableSection:
+        case kTavrGroupSection: return AreNameAndIDNew(section);
+        default: return true;
+    }
+}
+
+/// No key twice in the section. Each repetition is reported once, those of the first repeated key first.
+bool AreKeysUnique(CZEKSection& section) {
+    std::unordered_map<std::string_view, std::size_t> firsts;
+    std::map<std::size_t, std::vector<const CZEKEntry*>> repetitions;  // by the position of the first
+    for (std::size_t i = 0; i < section.m_vpEntry.size(); ++i) {
+        const CZEKEntry& entry = *section.m_vpEntry[i];
+        if (!HoldsData(entry)) continue;
+        const auto [first, added] = firsts.try_emplace(entry.m_strName, i);
+        if (!added) repetitions[first->second].push_back(&entry);
+    }
+    for (const auto& [first, entries] : repetitions) {
+        for (const CZEKEntry* entry : entries) {
+            LOG(kEntryRedefined, section.GetFile(0).c_str(), entry->m_dwLine, section.m_strName.c_str(),
+                entry->m_strName.c_str());
+        }
+    }
+    return repetitions.empty();
+}
+
+}  // namespace
+
+bool CheckModel() {
+    if (!CheckSections(&CZEKSection::IsValid)) return false;
+    const References references;
+    return CheckSections(&CZEKSection::IsValidEx);
+}
+
+}  // namespace zek
+
+unsigned CZEKSection::IsValid(unsigned) {
+    const zek::SectionKind* kind = zek::KindOf(m_dwType);
+    if (!kind) {
+        LOG(zek::kBadSectionType, GetFile(0).c_str(), m_dwLine, m_strName.c_str());
+        return 0;
+    }
+    if (m_strName != kind->keyword) {
+        LOG(zek::kBadSectionName, GetFile(0).c_str(), m_dwLine, m_strName.c_str());
+        return 0;
+    }
+    unsigned valid = 1;
+    for (CZEKEntry* entry : m_vpEntry) valid &= entry->IsValid(this, 0);
+    return valid;
+}
+
+unsigned CZEKSection::IsValidEx(unsigned) {
+    if (m_dwType == zek::kIncludeSection) return 1;
+    const zek::References references;
+    unsigned valid = zek::IsNewInItsKind(*this);
+    valid &= unsigned{zek::AreKeysUnique(*this)};
+    for (CZEKEntry* entry : m_vpEntry) valid &= entry->IsValidEx(this, 0);
+    return valid;
+}

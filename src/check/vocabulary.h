@@ -1,0 +1,45 @@
+/// The small words of the language: its one number syntax, its operators and the predefined names of the current source.
+/// Relies on the published records alone.
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+
+#include "zekcomp/api.h"
+#include "zekcomp/records.h"
+
+/// The operators and their codes; comparisons from 101 on.
+extern ZEK_API const std::array<tagNTMAP, 17> g_NTMapOper;
+
+/// Names and values that [DEFINE] and [IFDEF] sections have defined, or that a debug image brought. Emptied when the model is
+/// destroyed.
+extern ZEK_API std::map<std::string, unsigned> g_tblPreDefine;
+
+/// Whether the text is a number: "0x" or "0X" and hexadecimal digits, else decimal with an optional sign; at most 10
+/// characters; what follows the digits is ignored. Stores the low 32 bits, also when they are 0 and the text fails for not
+/// beginning with a written 0; a text that is too long stores nothing.
+ZEK_API unsigned StringToLong(const std::string& text, unsigned int* value);
+
+/// The code of an operator, or 0.
+ZEK_API unsigned GetOperator(const std::string& text);
+
+/// Defines a name; the last definition wins.
+ZEK_API void AddPredDefineValue(const std::string& name, unsigned int value);
+
+/// Stores the value of a predefined name and gives 1; else gives 0 and leaves `value` as it was.
+ZEK_API unsigned GetPreDefinedValue(const std::string& name, unsigned int* value);
+
+namespace zek {
+
+/// The first code of the comparisons.
+inline constexpr unsigned kFirstComparison = 101;
+
+/// The number that a text is, 0 when it is none.
+unsigned NumberOr0(const std::string& text);
+/// The number that a text is, else the value of the predefined name, else 0.
+unsigned NumberOrNameOr0(const std::string& text);
+bool IsNumber(const std::string& text);
+bool IsPredefined(const std::string& text);
+
+}  // namespace zek
