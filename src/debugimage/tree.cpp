@@ -1,0 +1,132 @@
+#include "debugimage/tree.h"
+
+#include <unordered_map>
+
+#include "debugimage/state.h"
+
+namespace zek {
+
+namespace {
+
+/// Puts a member's bytes into a caller's vector, as the published pairs promise.
+template <class Object>
+void FillBuffer(std::vector<unsigned char>& out, void (*put)(ByteWriter&, const Object&), const Object& object) {
+    out.clear();
+    ByteWriter writer(out);
+    put(writer, object);
+}
+
+/// The entry of each type that a record of that type is restored into. Kept as an index because a section may hold a hundred
+/// thousand records.
+class Twins {
+public:
+    explicit Twins(const CZEKSection& section) {
+        for (CZEKEntry* entry : section.m_vpEntry) Note(entry->m_dwType, *entry);
+    }
+    CZEKEntry* Of(unsigned type) const {
+        const auto twin = twins_.find(type);
+        return twin == twins_.end() ? nullptr : twin->second;
+    }
+    /// After an entry has been restored: it can be a twin only while it is no family entry.
+    void Note(unsigned type, CZEKEntry& entry) {
+        if (!IsFamily(entry)) {
+            twins_.try_emplace(type, &entry);
+        } else if (Of(type) == &entry) {
+            twins_.erase(type);
+        }
+    }
+
+private:
+    std::unordered_map<unsigned, CZEKEntry*> twins_;
+};
+
+}  // namespace
+
+void PutObject(ByteWriter& out, const CZEKObj& object) {
+    out.U32(object.m_dwType);
+    out.U32(object.m_eNotation);
+    out.U32(object.m_dwLine);
+    out.U32(object.m_dwFile);
+    out.Str(object.m_strName);
+    if (g_fileListWritten) return;
+    out.List(CZEKObj::m_svstrIncFiles);
+    g_fileListWritten = true;
+}
+
+void PutEntry(ByteWriter& out, const CZEKEntry& entry) {
+    out.Block([&] { PutObject(out, entry); });
+    out.Block([&] { PutEntryData(out, entry.m_ZekEntryData); });
+}
+
+void PutSection(ByteWriter& out, const CZEKSection& section) {
+    out.Block([&] { PutObject(out, section); });
+    out.U32(static_cast<unsigned>(section.m_vpEntry.size()));
+    for (const CZEKEntry* entry : section.m_vpEntry) out.Block([&] { PutEntry(out, *entry); });
+}
+
+void TakeObject(ByteReader& in, CZEKObj& object) {
+    object.m_dwType = in.U32();
+    object.m_eNotation = static_cast<tagNOTATION>(in.U32());
+    object.m_dwLine = in.U32();
+    object.m_dwFile = in.U32();
+    object.m_strName = in.Str();
+    if (g_fileListRead) return;
+    in.List(CZEKObj::m_svstrIncFiles);
+    g_fileListRead = true;
+}
+
+void TakeEntry(ByteReader& in, CZEKEntry& entry) {
+    ByteReader common = in.Block();
+    TakeObject(common, entry);
+    ByteReader data = in.Block();
+    TakeEntryData(data, entry.m_ZekEntryData);
+}
+
+void TakeSection(ByteReader& in, CZEKSection& section) {
+    ByteReader common = in.Block();
+    TakeObject(common, section);
+    Twins twins(section);
+    for (unsigned count = in.U32(); count > 0; --count) {
+        ByteReader record = in.Block();
+        const unsigned type = TypeInBlock(record);
+        if (CZEKEntry* twin = twins.Of(type)) {
+            TakeEntry(record, *twin);
+            twins.Note(type, *twin);
+            continue;
+        }
+        std::unique_ptr<CZEKEntry> entry = NewEntry(type, 0);
+        if (!entry) continue;
+        TakeEntry(record, *entry);
+        twins.Note(type, *entry);
+        section.m_vpEntry.push_back(entry.get());
+        entry.release();
+    }
+}
+
+unsigned TypeInBlock(ByteReader block) {
+    block.U32();
+    return block.U32();
+}
+
+}  // namespace zek
+
+void CZEKObj::GetBuffer(std::vector<unsigned char>& out) { zek::FillBuffer<CZEKObj>(out, zek::PutObject, *this); }
+
+void CZEKObj::SetBuffer(const std::vector<unsigned char>& in) {
+    zek::ByteReader reader(in);
+    zek::TakeObject(reader, *this);
+}
+
+void CZEKEntry::GetBuffer(std::vector<unsigned char>& out) { zek::FillBuffer<CZEKEntry>(out, zek::PutEntry, *this); }
+
+void CZEKEntry::SetBuffer(const std::vector<unsigned char>& in) {
+    zek::ByteReader reader(in);
+    zek::TakeEntry(reader, *this);
+}
+
+void CZEKSection::GetBuffer(std::vector<unsigned char>& out) { zek::FillBuffer<CZEKSection>(out, zek::PutSection, *this); }
+
+void CZEKSection::SetBuffer(const std::vector<unsigned char>& in) {
+    zek::ByteReader reader(in);
+    zek::TakeSection(reader, *this);
+}
