@@ -1,0 +1,180 @@
+#include "compile/compile.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "check/vocabulary.h"
+#include "compile/init_tables.h"
+#include "compile/state.h"
+#include "compile/tables.h"
+#include "model/section.h"
+#include "model/value_shapes.h"
+
+namespace zek {
+
+namespace {
+
+constexpr unsigned kLastCompiledSection = kRepeaterSection;
+constexpr unsigned kKeywordOrdinalMask = 0xFF;
+
+/// The entries whose name is their keyword's own number.
+constexpr unsigned kKeywordNamed[] = {
+    kVersion,     kType,        kFlag,        kSouthbridge, kNorthbridge, kZekLoop, kChildGroup,
+    kID,          kInitFlag,    kControlMask, kTheory,      kThresholdFH, kThresholdWH, kThresholdFL,
+    kThresholdWL, kArgNumber,   kPID,         kModel,       kParent,      kName};
+static_assert(std::size(kKeywordNamed) == 20, "SENSORS has a number of its own");
+
+// SENSORS is 0x16, not its keyword's low byte: hosts rely on it.
+constexpr unsigned kSensorsName = kIdKeyword | 0x16;
+
+class Words {
+public:
+    explicit Words(tagGCENTRY& entry) : words_(entry.vdwValues) {}
+
+    void Push(unsigned word) { words_.push_back(word); }
+    void PushNumber(unsigned number) { Push(Number(number)); }
+    void PushOperand(std::string& text) { Push(GetValueVal(text)); }
+    void PushList(TextList& list) {
+        for (std::string& text : list) PushOperand(text);
+    }
+
+private:
+    std::vector<unsigned>& words_;
+};
+
+/// The number behind the text of a numeric key.
+unsigned NumericText(const std::string& text) {
+    unsigned number = 0;
+    return GetPreDefinedValue(text, &number) || StringToLong(text, &number) ? number : kIdUnresolved;
+}
+
+/// The class of the table in which a text of this entry is looked up; 0 for texts that are strings of their own.
+unsigned TableOfText(unsigned sectionType, unsigned entryType) {
+    if (sectionType == kActionSection && entryType == kName) return kIdAction;
+    if (sectionType == kGroupSection && (entryType == kParent || entryType == kName)) return kIdGroup;
+    if (sectionType == kSensorSection && entryType == kParent) return kIdGroup;
+    return 0;
+}
+
+void PushText(Words words, unsigned sectionType, unsigned entryType, const std::string& text) {
+    if (const unsigned table = TableOfText(sectionType, entryType)) return words.Push(LookUp(table, text));
+    if ((entryType & kNumericMask) == kNumericText) return words.PushNumber(NumericText(text));
+    words.Push(Number(kIdString, text));
+}
+
+void PushTexts(Words words, unsigned entryType, const TextList& list) {
+    for (const std::string& text : list) {
+        if ((entryType & kNumericMask) != kNumericList) {
+            words.Push(Number(kIdString, text));
+            continue;
+        }
+        unsigned number = 0;
+        words.PushNumber(StringToLong(text, &number) ? number : kIdUnresolved);
+    }
+}
+
+/// How many strings of a value are compiled: an arithmetic operation leaves two of its five empty.
+std::size_t CompiledStrings(const CGeValue& value, const Payload& payload) {
+    if (value.m_dwType != kOperation) return payload.strings.size();
+    return GetOperator(payload.strings[0]) < kFirstComparison ? 3 : 5;
+}
+
+void PushValue(Words words, const CGeValue& value) {
+    words.Push(kIdValueType + value.m_dwType);
+    const ValueShape* shape = ShapeOf(value.m_dwType);
+    if (!shape) return;
+    const Payload payload = PayloadOf(value);
+    for (std::size_t i = 0; i < CompiledStrings(value, payload); ++i) {
+        std::string& text = payload.strings[i];
+        switch (shape->operands[i]) {
+            case kOperatorOperand: words.Push(kIdOperator + GetOperator(text)); break;
+            case kActionOperand: words.Push(LookUp(kIdAction, text)); break;
+            case kTableOperand: words.Push(LookUp(kIdTableName, text)); break;
+            default: words.PushOperand(text); break;
+        }
+    }
+    if (payload.list) words.PushList(*payload.list);
+}
+
+void PushRepeater(Words words, const Payload& item) {
+    words.PushNumber(NumberOr0(item.strings[0]));
+    words.Push(LookUp(kIdAction, item.strings[1]));
+    words.PushList(*item.list);
+}
+
+/// Takes the entries up to the first without a name: that one and what stands behind it is dropped, which hosts rely on.
+void CompileEntries(const CZEKSection& section, tagGCSECT& compiled) {
+    for (const CZEKEntry* entry : section.m_vpEntry) {
+        const CZekEntryData& data = entry->m_ZekEntryData;
+        // Data of another class than its entry's stands only in a damaged debug image.
+        if (!HoldsData(*entry) || EntryClass(data.m_dwType) != EntryClass(entry->m_dwType)) continue;
+        const unsigned name = GetEntryName(entry->m_dwType, entry->m_strName);
+        if (name == 0) return;
+        tagGCENTRY& added = compiled.vEntries.emplace_back();
+        added.dwName = name;
+        SetEntryValues(section.m_dwType, entry->m_dwType, data.m_pData, added);
+    }
+}
+
+}  // namespace
+
+}  // namespace zek
+
+unsigned Compile() {
+    for (const zek::SectionList* list : CZEKSection::m_svpHSection) {
+        for (const CZEKSection* section : *list) {
+            tagGCSECT* compiled = CreateGCSect(section->m_dwType);
+            if (!compiled) break;
+            g_GCHead.push_back(compiled);
+            zek::CompileEntries(*section, *compiled);
+        }
+    }
+    ++zek::g_changes;
+    return 1;
+}
+
+void CompDestory() {
+    for (const tagGCSECT* section : g_GCHead) delete section;
+    g_GCHead.clear();
+    ++zek::g_changes;
+}
+
+tagGCSECT* CreateGCSect(unsigned sectionType) {
+    if (sectionType < zek::kQuorzekSection || sectionType > zek::kLastCompiledSection) return nullptr;
+    auto* section = new tagGCSECT;
+    section->dwSect = zek::kImageSectionClass | (sectionType & zek::kSectionOrdinalMask);
+    return section;
+}
+
+unsigned GetEntryName(unsigned entryType, const std::string& key) {
+    if (entryType == zek::kSensors) return zek::kSensorsName;
+    if (std::find(std::begin(zek::kKeywordNamed), std::end(zek::kKeywordNamed), entryType) != std::end(zek::kKeywordNamed)) {
+        return zek::kIdKeyword | (entryType & zek::kKeywordOrdinalMask);
+    }
+    const zek::NameRule* rule = zek::NameRuleOf(entryType);
+    return rule ? zek::LookUp(rule->classWord, zek::WithoutPrefix(key, rule->prefix)) : 0;
+}
+
+void SetEntryValues(unsigned sectionType, unsigned entryType, void* data, tagGCENTRY& entry) {
+    if (entryType == zek::kTableRow) return;
+    const zek::Words words(entry);
+    const zek::Payload payload = zek::PayloadOf(data, entryType);
+    switch (zek::EntryClass(entryType)) {
+        case zek::kNumberClass: return zek::Words(entry).PushNumber(*static_cast<const unsigned*>(data));
+        case zek::kTextClass: return zek::PushText(words, sectionType, entryType, payload.strings[0]);
+        case zek::kListClass: return zek::PushTexts(words, entryType, *payload.list);
+        case zek::kValueClass: return zek::PushValue(words, *static_cast<const CGeValue*>(data));
+        case zek::kRepeaterClass: return zek::PushRepeater(words, payload);
+        default: return;
+    }
+}
+
+unsigned GetValueVal(std::string& text) {
+    unsigned number = 0;
+    if (StringToLong(text, &number) || GetPreDefinedValue(text, &number)) return zek::Number(number);
+    if (text == "VALUE") return zek::LookUp(zek::kIdValue, "");
+    if (text.starts_with("VALUE_")) return zek::LookUp(zek::kIdValue, text.substr(6));
+    if (text.starts_with("G_")) return zek::LookUp(zek::kIdGlobal, text.substr(2));
+    if (text.starts_with("ARG") && StringToLong(text.substr(3), &number)) return zek::kIdArgument + number;
+    return zek::kIdUnresolved;
+}

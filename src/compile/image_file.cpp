@@ -1,0 +1,160 @@
+#include "compile/image_file.h"
+
+#include <memory>
+#include <stdexcept>
+
+#include "compile/compile.h"
+#include "compile/state.h"
+#include "compile/tables.h"
+#include "model/files.h"
+#include "zekcomp/errors.h"
+
+const unsigned ZEK_VERSION = 0x01000000;
+
+namespace zek {
+
+namespace {
+
+constexpr std::string_view kMagic = "QUOR ZEK meta.";
+constexpr std::size_t kMagicSize = 16;
+constexpr std::size_t kDirectory = 128;
+constexpr std::size_t kBody = 256;
+constexpr std::size_t kAlignment = 16;
+
+void PutSections(ByteWriter& out) {
+    out.U32(static_cast<unsigned>(g_GCHead.size()));
+    for (const tagGCSECT* section : g_GCHead) {
+        out.U32(section->dwSect);
+        out.U32(static_cast<unsigned>(section->vEntries.size()));
+        for (const tagGCENTRY& entry : section->vEntries) {
+            out.U32(entry.dwName);
+            out.U32(static_cast<unsigned>(entry.vdwValues.size()));
+            for (unsigned word : entry.vdwValues) out.U32(word);
+        }
+    }
+}
+
+/// Each table at the next boundary strictly behind what was written before it, its offset in the directory.
+void PutTables(ByteWriter& out) {
+    std::size_t slot = kDirectory;
+    for (const IdentifierTable& table : kIdentifierTables) {
+        out.Zeros(kAlignment - out.Position() % kAlignment);
+        out.SetU32(slot, static_cast<unsigned>(out.Position()));
+        slot += 4;
+        PutTable(out, table);
+    }
+}
+
+tagGCENTRY TakeEntry(ByteReader& in) {
+    tagGCENTRY entry;
+    entry.dwName = in.U32();
+    const std::size_t count = in.U32();
+    ByteReader words = in.Sub(count * 4);
+    entry.vdwValues.reserve(count);
+    while (words.Left() > 0) entry.vdwValues.push_back(words.U32());
+    return entry;
+}
+
+void TakeSections(ByteReader& in) {
+    for (unsigned sections = in.U32(); sections > 0; --sections) {
+        const unsigned identifier = in.U32();
+        auto section = std::make_unique<tagGCSECT>();
+        section->dwSect = identifier;
+        g_GCHead.push_back(section.get());
+        tagGCSECT& added = *section.release();
+        for (unsigned entries = in.U32(); entries > 0; --entries) added.vEntries.push_back(TakeEntry(in));
+    }
+}
+
+/// Where the body of the record that counts for each table begins; 0 for a table without a record. A directory may name a
+/// table more than once; the last one counts, so no table is read twice however long the directory is.
+using Records = std::array<std::size_t, kIdentifierTables.size()>;
+
+/// Whether the bytes hold the record's body. A name table may claim more than they hold (see TakeTable).
+bool IsWhole(ByteReader body, const IdentifierTable& table) {
+    const std::size_t length = body.U32();
+    return table.names || length <= body.Left();
+}
+
+/// Walks the directory to its end, or to the first record that the bytes cut; false for the latter.
+bool FindRecords(ByteReader in, Records& records) {
+    ByteReader record = in;
+    in.Seek(kDirectory);
+    try {
+        while (const unsigned offset = in.U32()) {
+            record.Seek(offset);
+            const IdentifierTable* table = TableOf(record.U32());
+            if (!table) continue;
+            records[static_cast<std::size_t>(table - kIdentifierTables.data())] = record.Position();
+            if (!IsWhole(record, *table)) return false;
+        }
+    } catch (const std::out_of_range&) {
+        return false;
+    }
+    return true;
+}
+
+bool TakeTables(ByteReader in) {
+    Records records{};
+    const bool whole = FindRecords(in, records);
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (records[i] == 0) continue;
+        in.Seek(records[i]);
+        try {
+            TakeTable(in, kIdentifierTables[i]);
+        } catch (const std::out_of_range&) {
+            // The record that the bytes cut; FindRecords has told so.
+        }
+    }
+    return whole;
+}
+
+/// Reads what follows the magic; false when the version is another or the bytes end too early.
+bool TakeImage(ByteReader in, tagMETAFILEINFO* info) {
+    in.Seek(kMagicSize);
+    try {
+        const unsigned version = in.U32();
+        if (version != ZEK_VERSION) return false;
+        const unsigned time = in.U32();
+        if (info) *info = {version, time};
+        ++g_changes;
+        g_GCHead.clear();
+        in.Seek(kBody);
+        TakeSections(in);
+    } catch (const std::out_of_range&) {
+        return false;
+    }
+    return TakeTables(in);
+}
+
+unsigned Fail(ErrorCode code) {
+    gcSetLastError(code);
+    return 0;
+}
+
+}  // namespace
+
+}  // namespace zek
+
+unsigned WriteMeta(const std::string& file) {
+    std::ofstream stream = zek::CreateFile(file);
+    if (!stream) return 0;
+    zek::Bytes image;
+    zek::ByteWriter out(image);
+    out.Raw(zek::kMagic);
+    out.Zeros(zek::kMagicSize - out.Position());
+    out.U32(ZEK_VERSION);
+    out.U32(zek::TimeStamp());
+    out.Zeros(zek::kBody - out.Position());
+    zek::PutSections(out);
+    zek::PutTables(out);
+    zek::WriteBytes(stream, image);
+    return 1;
+}
+
+unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info) {
+    const std::optional<zek::Bytes> bytes = zek::ReadFile(file);
+    if (!bytes) return zek::Fail(zek::kCannotOpen);
+    if (!zek::BeginsWithText(*bytes, zek::kMagicSize, zek::kMagic)) return zek::Fail(zek::kBadMagic);
+    return zek::TakeImage(zek::ByteReader(*bytes), info) ? 1 : zek::Fail(zek::kBadVersion);
+}

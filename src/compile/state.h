@@ -1,0 +1,17 @@
+/// The process-wide variables of the compiled image that are not published. Relies on the indexes.
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "compile/image_index.h"
+#include "compile/reverse_index.h"
+
+namespace zek {
+
+extern unsigned g_changes;
+extern std::array<ReverseIndex<std::string>, 10> g_nameIndexes;
+extern ReverseIndex<unsigned> g_numberIndex;
+extern ImageIndex g_imageIndex;
+
+}  // namespace zek

@@ -1,0 +1,263 @@
+#include "compile/tables.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "compile/state.h"
+
+namespace zek {
+
+constexpr std::array<IdentifierTable, 10> kIdentifierTables = {{
+    {kIdProperty, &g_tblProperty, nullptr, &g_idxProperty},
+    {kIdGlobal, &g_tblGlobal, nullptr, &g_idxGlobal},
+    {kIdValue, &g_tblValue, nullptr, &g_idxValue},
+    {kIdRepeater, &g_tblRepeater, nullptr, &g_idxRepeater},
+    {kIdNumber, nullptr, &g_tblDword, &g_idxDword},
+    {kIdString, &g_tblString, nullptr, &g_idxString},
+    {kIdGroup, &g_tblGroup, nullptr, &g_idxGroup},
+    {kIdAction, &g_tblAction, nullptr, &g_idxAction},
+    {kIdTableName, &g_tblTableName, nullptr, &g_idxTableName},
+    {kIdTableData, nullptr, nullptr, nullptr},
+}};
+
+namespace {
+
+constexpr unsigned kNoNumber = 0xFFFFFFFF;
+
+unsigned ClassOf(unsigned id) { return id & kIdClassMask; }
+
+/// The end of the identifiers that a table's counter has given out; they begin at the class word.
+unsigned EndOf(const IdentifierTable& table) {
+    return ClassOf(*table.counter) == table.classWord ? *table.counter : table.classWord;
+}
+
+template <class Key>
+unsigned Insert(std::map<Key, unsigned>& table, unsigned& counter, const Key& key, unsigned step) {
+    unsigned& id = table[key];
+    if (id == 0) {
+        id = counter;
+        counter += step;
+        ++g_changes;
+    }
+    return id;
+}
+
+template <class Key>
+const Key* KeyOfId(const IdentifierTable& table, const std::map<Key, unsigned>& map, ReverseIndex<Key>& index, unsigned id) {
+    return index.KeyOf(map, table.classWord, EndOf(table), id, g_changes);
+}
+
+/// The name or number of an identifier in one of our tables, or null.
+const std::string* NameOf(const IdentifierTable& table, unsigned id) {
+    const auto position = static_cast<std::size_t>(&table - kIdentifierTables.data());
+    return KeyOfId(table, *table.names, g_nameIndexes[position], id);
+}
+
+const unsigned* NumberOf(const IdentifierTable& table, unsigned id) {
+    return KeyOfId(table, *table.numbers, g_numberIndex, id);
+}
+
+/// A key without an identifier: the filler of a hole in the table.
+void PutKey(ByteWriter& out, const std::string* name) {
+    if (name) out.Raw(*name);
+    out.Zeros(1);
+}
+
+void PutKey(ByteWriter& out, const unsigned* number) { out.U32(number ? *number : kNoNumber); }
+
+std::size_t SizeOf(const std::string& name) { return name.size() + 1; }
+
+std::size_t SizeOf(unsigned) { return 4; }
+
+template <class Key>
+void PutRecord(ByteWriter& out, const std::map<Key, unsigned>& table, unsigned counter) {
+    const unsigned classWord = ClassOf(counter);
+    out.U32(classWord);
+    if (counter == classWord) return out.U32(0);
+    // The length counts the unnumbered keys too, which are not written: readers take what follows for more names.
+    std::size_t length = 0;
+    for (const auto& [key, id] : table) length += SizeOf(key);
+    out.U32(static_cast<unsigned>(length));
+    for (const Key* key : KeysByIdentifier(table, classWord, counter)) PutKey(out, key);
+}
+
+template <class Key>
+void WriteRecord(std::ofstream& out, const std::map<Key, unsigned>& table, unsigned counter) {
+    Bytes record;
+    ByteWriter writer(record);
+    PutRecord(writer, table, counter);
+    out.write(reinterpret_cast<const char*>(record.data()), static_cast<std::streamsize>(record.size()));
+}
+
+/// The names of a body; one whose length runs past the end of the bytes gives the names that are there, since a length that
+/// counts unnumbered keys may do that in a sound image.
+void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step) {
+    table.clear();
+    ++g_changes;
+    const std::size_t length = in.U32();
+    const std::string body = in.Text(std::min(length, in.Left()));
+    for (std::size_t start = 0; start < body.size(); counter += step) {
+        const std::size_t end = std::min(body.find('\0', start), body.size());
+        table.emplace(body.substr(start, end - start), counter);
+        start = end + 1;
+    }
+}
+
+void TakeBody(ByteReader& in, NumberTable& table, unsigned& counter, unsigned step) {
+    table.clear();
+    ++g_changes;
+    ByteReader body = in.Block();
+    for (; body.Left() >= 4; counter += step) table.emplace(body.U32(), counter);
+}
+
+void TakeTableData(ByteReader& in) {
+    g_tblTableData.clear();
+    const std::string body = in.Str();
+    g_tblTableData.assign(body.begin(), body.end());
+}
+
+/// The stream's next `length` bytes, or those that are left.
+Bytes NextBytes(std::ifstream& in, std::size_t length) {
+    const auto here = in.tellg();
+    in.seekg(0, std::ios::end);
+    const auto left = static_cast<std::size_t>(in.tellg() - here);
+    in.seekg(here);
+    Bytes bytes(in ? std::min(length, left) : 0);
+    in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
+}
+
+/// Takes a record's body from a stream that stands at its length.
+template <class Take>
+void TakeFromStream(std::ifstream& in, Take&& take) {
+    Bytes record = NextBytes(in, 4);
+    if (record.size() == 4) {
+        const Bytes body = NextBytes(in, ByteReader(record).U32());
+        record.insert(record.end(), body.begin(), body.end());
+    }
+    try {
+        ByteReader reader(record);
+        take(reader);
+    } catch (const std::out_of_range&) {
+        in.setstate(std::ios::failbit);
+    }
+}
+
+}  // namespace
+
+const IdentifierTable* TableOf(unsigned classWord) {
+    const auto row = std::find_if(kIdentifierTables.begin(), kIdentifierTables.end(),
+                                  [classWord](const IdentifierTable& table) { return table.classWord == classWord; });
+    return row == kIdentifierTables.end() ? nullptr : &*row;
+}
+
+unsigned Number(unsigned classWord, const std::string& name) {
+    const IdentifierTable& table = *TableOf(classWord);
+    return InsertTbl(*table.names, *table.counter, name, 1);
+}
+
+unsigned Number(unsigned number) { return InsertTbl(g_tblDword, g_idxDword, number, 1); }
+
+unsigned LookUp(unsigned classWord, const std::string& name) { return (*TableOf(classWord)->names)[name]; }
+
+void PutTable(ByteWriter& out, const IdentifierTable& table) {
+    if (table.names) return PutRecord(out, *table.names, *table.counter);
+    if (table.numbers) return PutRecord(out, *table.numbers, *table.counter);
+    out.U32(table.classWord);
+    out.U32(static_cast<unsigned>(g_tblTableData.size()));
+    out.Raw({reinterpret_cast<const char*>(g_tblTableData.data()), g_tblTableData.size()});
+}
+
+void TakeTable(ByteReader& in, const IdentifierTable& table) {
+    if (!table.counter) return TakeTableData(in);
+    *table.counter = table.classWord;
+    if (table.names) return TakeBody(in, *table.names, *table.counter, 1);
+    TakeBody(in, *table.numbers, *table.counter, 1);
+}
+
+std::size_t KeysInTables() {
+    std::size_t keys = g_tblDword.size();
+    for (const IdentifierTable& table : kIdentifierTables) keys += table.names ? table.names->size() : 0;
+    return keys;
+}
+
+}  // namespace zek
+
+unsigned InsertTbl(std::map<std::string, unsigned>& table, unsigned& counter, const std::string& name, unsigned step) {
+    return zek::Insert(table, counter, name, step);
+}
+
+unsigned InsertTbl(std::map<unsigned, unsigned>& table, unsigned& counter, const unsigned& number, unsigned step) {
+    return zek::Insert(table, counter, number, step);
+}
+
+unsigned GetTblData(std::map<unsigned, unsigned>& table, unsigned id) {
+    for (const zek::IdentifierTable& ours : zek::kIdentifierTables) {
+        if (ours.numbers != &table) continue;
+        const unsigned* number = zek::NumberOf(ours, id);
+        return number ? *number : zek::kNoNumber;
+    }
+    for (const auto& [number, own] : table) {
+        if (own == id) return number;
+    }
+    return zek::kNoNumber;
+}
+
+const char* GetTblData(std::map<std::string, unsigned>& table, unsigned id) {
+    for (const zek::IdentifierTable& ours : zek::kIdentifierTables) {
+        if (ours.names != &table) continue;
+        const std::string* name = zek::NameOf(ours, id);
+        return name ? name->c_str() : nullptr;
+    }
+    for (const auto& [name, own] : table) {
+        if (own == id) return name.c_str();
+    }
+    return nullptr;
+}
+
+tagGCVALUE GetTblData(unsigned id) {
+    tagGCVALUE result = {0, id, {0}};
+    const unsigned classWord = zek::ClassOf(id);
+    if (classWord == zek::kIdArgument || classWord == zek::kIdValueType || classWord == zek::kIdOperator) {
+        result.dwKind = 1;
+        result.qwNumber = id & zek::kIdOrdinalMask;
+        return result;
+    }
+    const zek::IdentifierTable* table = zek::TableOf(classWord);
+    if (table && table->numbers) {
+        const unsigned* number = zek::NumberOf(*table, id);
+        // The number 0xFFFFFFFF cannot be told from none: hosts rely on it.
+        if (!number || *number == zek::kNoNumber) return result;
+        result.dwKind = 1;
+        result.qwNumber = *number;
+    } else if (table && table->names) {
+        const std::string* name = zek::NameOf(*table, id);
+        if (!name) return result;
+        result.dwKind = 2;
+        result.pszName = name->c_str();
+    }
+    return result;
+}
+
+void WriteTbl(std::ofstream& out, std::map<unsigned, unsigned>& table, unsigned counter) {
+    zek::WriteRecord(out, table, counter);
+}
+
+void WriteTbl(std::ofstream& out, std::map<std::string, unsigned>& table, unsigned counter) {
+    zek::WriteRecord(out, table, counter);
+}
+
+void ReadTbl(std::ifstream& in) {
+    const zek::Bytes tag = zek::NextBytes(in, 4);
+    if (tag.size() < 4) return in.setstate(std::ios::failbit);
+    const zek::IdentifierTable* table = zek::TableOf(zek::ByteReader(tag).U32());
+    if (table) zek::TakeFromStream(in, [table](zek::ByteReader& reader) { zek::TakeTable(reader, *table); });
+}
+
+void ReadTbl(std::ifstream& in, std::map<unsigned, unsigned>& table, unsigned& counter, unsigned step) {
+    zek::TakeFromStream(in, [&](zek::ByteReader& reader) { zek::TakeBody(reader, table, counter, step); });
+}
+
+void ReadTbl(std::ifstream& in, std::map<std::string, unsigned>& table, unsigned& counter, unsigned step) {
+    zek::TakeFromStream(in, [&](zek::ByteReader& reader) { zek::TakeBody(reader, table, counter, step); });
+}
