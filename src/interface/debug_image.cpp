@@ -1,0 +1,132 @@
+#include "zekcomp/debug_image.h"
+
+#include <cstdio>
+#include <cstring>
+#include <optional>
+
+#include "check/vocabulary.h"
+#include "debugimage/debug_image.h"
+#include "model/section.h"
+#include "model/value_shapes.h"
+#include "zekcomp/errors.h"
+
+namespace zek {
+
+namespace {
+
+/// Sets the debug slot and gives the result.
+template <class Result>
+Result Answer(ErrorCode code, Result result) {
+    gdSetLastError(code);
+    return result;
+}
+
+/// Sets the slot of the other family: these failures are told there, and hosts rely on it.
+template <class Result>
+Result AnswerInImageSlot(ErrorCode code, Result result) {
+    gcSetLastError(code);
+    return result;
+}
+
+const char* TextAnswer(CZEKSection* section, unsigned type) {
+    if (!section) return Answer<const char*>(kNoSection, nullptr);
+    const CZEKEntry* entry = FirstEntry(*section, type);
+    if (!entry) return Answer<const char*>(kNoEntry, nullptr);
+    const std::string* text = TextOf(*entry);
+    return text ? Answer(kNoError, text->c_str()) : Answer<const char*>(kNoData, nullptr);
+}
+
+/// The positions of a payload's strings in the order in which they are shown. Three value types show them out of order, and
+/// hosts rely on it.
+constexpr std::size_t kInOrder[] = {0, 1, 2, 3, 4};
+constexpr std::size_t kLastBeforeSecond[] = {0, 3, 2, 1};
+
+const std::size_t* ShownOrder(const CGeValue* value) {
+    const ValueShape* shape = value ? ShapeOf(value->m_dwType) : nullptr;
+    return shape && IsBusAccess(*shape) && !shape->list ? kLastBeforeSecond : kInOrder;
+}
+
+/// The text of an entry's value; nothing for data without one.
+std::optional<std::string> ShownValue(const CZEKEntry& entry) {
+    const CZekEntryData& data = entry.m_ZekEntryData;
+    if (!HoldsData(entry) || EntryClass(data.m_dwType) != EntryClass(entry.m_dwType)) return {};
+    if (const unsigned* number = NumberOf(data)) {
+        char text[sizeof "0xffffffff"];
+        std::snprintf(text, sizeof text, "0x%x", *number);
+        return text;
+    }
+    if (const std::string* text = TextOf(data)) return *text;
+    const Payload payload = PayloadOf(data);
+    const CGeValue* value = ValueOf(data);
+    const std::size_t* order = ShownOrder(value);
+    std::string shown = value ? value->m_strType : "";
+    for (std::size_t i = 0; i < payload.strings.size(); ++i) {
+        // What stands first has no comma before it: the type text of a value, the first string of a repeater item.
+        if (value || i > 0) shown += ',';
+        shown += payload.strings[order[i]];
+    }
+    if (payload.list) {
+        for (const std::string& text : *payload.list) shown += ',' + text;
+    }
+    return shown;
+}
+
+}  // namespace
+
+}  // namespace zek
+
+using zek::Answer;
+
+unsigned gdInit(const std::string& file, tagMETAFILEINFO* info) {
+    if (!ReadMetaD(file, info)) return 0;
+    return zek::AnswerInImageSlot(zek::kNoError, 1U);
+}
+
+unsigned gdUnInit() {
+    CZEKSection::Destory();
+    return 1;
+}
+
+CZEKSection* gdGetSectByIndex(unsigned kind, unsigned index) {
+    const zek::SectionList* list = FindSectHead((kind & zek::kSectionOrdinalMask) | zek::kSectionClass);
+    if (!list) return Answer<CZEKSection*>(zek::kNoSection, nullptr);
+    if (index >= list->size()) return zek::AnswerInImageSlot<CZEKSection*>(zek::kOutOfRange, nullptr);
+    return Answer(zek::kNoError, (*list)[index]);
+}
+
+CZEKEntry* gdGetEntryByIndex(CZEKSection* section, unsigned index) {
+    if (!section) return Answer<CZEKEntry*>(zek::kNoSection, nullptr);
+    std::size_t counted = 0;
+    for (CZEKEntry* entry : section->m_vpEntry) {
+        if (zek::HoldsData(*entry) && counted++ == index) return Answer(zek::kNoError, entry);
+    }
+    return zek::AnswerInImageSlot<CZEKEntry*>(counted > 0 ? zek::kOutOfRange : zek::kNoEntry, nullptr);
+}
+
+unsigned gdGetSectID(CZEKSection* section) {
+    if (!section) return Answer(zek::kNoSection, 0xFFFFFFFFU);
+    const CZEKEntry* entry = zek::FirstEntry(*section, zek::kID);
+    if (!entry) return Answer(zek::kNoEntry, 0U);
+    const std::string* text = zek::TextOf(*entry);
+    unsigned number = 0;
+    if (!text || !StringToLong(*text, &number)) return Answer(zek::kNoData, 0xFFFFFFFFU);
+    return Answer(zek::kNoError, number);
+}
+
+const char* gdGetSectName(CZEKSection* section) { return zek::TextAnswer(section, zek::kName); }
+
+const char* gdGetSectPName(CZEKSection* section) { return zek::TextAnswer(section, zek::kParent); }
+
+const char* gdGetEntryName(CZEKEntry* entry) {
+    if (!entry) return Answer<const char*>(zek::kNoEntry, nullptr);
+    return Answer(zek::kNoError, entry->m_strName.c_str());
+}
+
+unsigned gdGetValue(CZEKEntry* entry, char* out) {
+    if (!entry) return Answer(zek::kNoEntry, 0U);
+    // The slot keeps the code of the query before, on success too: hosts rely on it.
+    if (const std::optional<std::string> shown = zek::ShownValue(*entry)) {
+        std::strcpy(out, shown->c_str());
+    }
+    return 1;
+}
