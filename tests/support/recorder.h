@@ -1,0 +1,12 @@
+/// The `Output` of the tests: keeps every message. Relies on nothing of the library.
+#pragma once
+
+#include <string>
+
+namespace zek::test {
+
+/// Every message since the last call, in order, each as the library formatted it (with its line feed). One that came at
+/// another level than 2048 is preceded by "level N: ".
+std::string TakeMessages();
+
+}  // namespace zek::test
