@@ -1,5 +1,6 @@
 # Compares the names that LIBRARY exports, as NM lists them, with the global names of the version script EXPORT_LIST.
 file(READ ${EXPORT_LIST} script)
+string(REGEX REPLACE "/\\*[^*]*\\*/" "" script "${script}")
 if(NOT script MATCHES "global:([^:]*)local:")
     message(FATAL_ERROR "no list of global names in ${EXPORT_LIST}")
 endif()
