@@ -6,6 +6,7 @@
 #include "compile/compile.h"
 #include "compile/state.h"
 #include "compile/tables.h"
+#include "model/file_header.h"
 #include "model/files.h"
 #include "zekcomp/errors.h"
 
@@ -16,7 +17,6 @@ namespace zek {
 namespace {
 
 constexpr std::string_view kMagic = "QUOR ZEK meta.";
-constexpr std::size_t kMagicSize = 16;
 constexpr std::size_t kDirectory = 128;
 constexpr std::size_t kBody = 256;
 constexpr std::size_t kAlignment = 16;
@@ -141,11 +141,7 @@ unsigned WriteMeta(const std::string& file) {
     if (!stream) return 0;
     zek::Bytes image;
     zek::ByteWriter out(image);
-    out.Raw(zek::kMagic);
-    out.Zeros(zek::kMagicSize - out.Position());
-    out.U32(ZEK_VERSION);
-    out.U32(zek::TimeStamp());
-    out.Zeros(zek::kBody - out.Position());
+    zek::PutFileHeader(out, zek::kMagic, ZEK_VERSION, zek::kBody);
     zek::PutSections(out);
     zek::PutTables(out);
     zek::WriteBytes(stream, image);
@@ -155,6 +151,6 @@ unsigned WriteMeta(const std::string& file) {
 unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info) {
     const std::optional<zek::Bytes> bytes = zek::ReadFile(file);
     if (!bytes) return zek::Fail(zek::kCannotOpen);
-    if (!zek::BeginsWithText(*bytes, zek::kMagicSize, zek::kMagic)) return zek::Fail(zek::kBadMagic);
+    if (!zek::HasMagic(*bytes, zek::kMagic)) return zek::Fail(zek::kBadMagic);
     return zek::TakeImage(zek::ByteReader(*bytes), info) ? 1 : zek::Fail(zek::kBadVersion);
 }

@@ -4,6 +4,7 @@
 #include "debugimage/messages.h"
 #include "debugimage/state.h"
 #include "debugimage/tree.h"
+#include "model/file_header.h"
 #include "model/files.h"
 #include "model/output.h"
 #include "model/section_kinds.h"
@@ -16,7 +17,6 @@ namespace zek {
 namespace {
 
 constexpr std::string_view kMagic = "QUOR ZEK metaD.";
-constexpr std::size_t kMagicSize = 16;
 
 /// Reads a file that may end anywhere: a word that is not there whole is 0, and from then on the file has ended.
 class EndlessReader {
@@ -100,11 +100,7 @@ unsigned WriteMetaD(const std::string& file) {
     }
     zek::Bytes image;
     zek::ByteWriter out(image);
-    out.Raw(zek::kMagic);
-    out.Zeros(zek::kMagicSize - out.Position());
-    out.U32(ZEKD_VERSION);
-    out.U32(zek::TimeStamp());
-    out.Zeros(ZEKD_DATA_OFFSET - out.Position());
+    zek::PutFileHeader(out, zek::kMagic, ZEKD_VERSION, ZEKD_DATA_OFFSET);
     zek::PutNames(out);
     zek::PutSections(out);
     zek::WriteBytes(stream, image);
@@ -117,7 +113,7 @@ unsigned ReadMetaD(const std::string& file, tagMETAFILEINFO* info) {
         LOG(zek::kDebugOpenFailed, file.c_str());
         return 0;
     }
-    if (!zek::BeginsWithText(*bytes, zek::kMagicSize, zek::kMagic)) {
+    if (!zek::HasMagic(*bytes, zek::kMagic)) {
         LOG(zek::kDebugInvalid, file.c_str());
         return 0;
     }

@@ -8,14 +8,6 @@ namespace zek {
 
 namespace {
 
-/// Puts a member's bytes into a caller's vector, as the published pairs promise.
-template <class Object>
-void FillBuffer(std::vector<unsigned char>& out, void (*put)(ByteWriter&, const Object&), const Object& object) {
-    out.clear();
-    ByteWriter writer(out);
-    put(writer, object);
-}
-
 /// The entry of each type that a record of that type is restored into. Kept as an index because a section may hold a hundred
 /// thousand records.
 class Twins {
@@ -110,21 +102,27 @@ unsigned TypeInBlock(ByteReader block) {
 
 }  // namespace zek
 
-void CZEKObj::GetBuffer(std::vector<unsigned char>& out) { zek::FillBuffer<CZEKObj>(out, zek::PutObject, *this); }
+void CZEKObj::GetBuffer(std::vector<unsigned char>& out) {
+    zek::FillBuffer(out, [this](zek::ByteWriter& writer) { zek::PutObject(writer, *this); });
+}
 
 void CZEKObj::SetBuffer(const std::vector<unsigned char>& in) {
     zek::ByteReader reader(in);
     zek::TakeObject(reader, *this);
 }
 
-void CZEKEntry::GetBuffer(std::vector<unsigned char>& out) { zek::FillBuffer<CZEKEntry>(out, zek::PutEntry, *this); }
+void CZEKEntry::GetBuffer(std::vector<unsigned char>& out) {
+    zek::FillBuffer(out, [this](zek::ByteWriter& writer) { zek::PutEntry(writer, *this); });
+}
 
 void CZEKEntry::SetBuffer(const std::vector<unsigned char>& in) {
     zek::ByteReader reader(in);
     zek::TakeEntry(reader, *this);
 }
 
-void CZEKSection::GetBuffer(std::vector<unsigned char>& out) { zek::FillBuffer<CZEKSection>(out, zek::PutSection, *this); }
+void CZEKSection::GetBuffer(std::vector<unsigned char>& out) {
+    zek::FillBuffer(out, [this](zek::ByteWriter& writer) { zek::PutSection(writer, *this); });
+}
 
 void CZEKSection::SetBuffer(const std::vector<unsigned char>& in) {
     zek::ByteReader reader(in);

@@ -124,10 +124,12 @@ private:
     std::size_t position_ = 0;
 };
 
-/// Whether the first `size` bytes, read as a NUL-terminated text, are this text.
-inline bool BeginsWithText(const Bytes& bytes, std::size_t size, std::string_view text) {
-    const std::string_view head(reinterpret_cast<const char*>(bytes.data()), bytes.size() < size ? bytes.size() : size);
-    return head.substr(0, head.find('\0')) == text;
+/// Fills an emptied vector with what `put` appends to a writer.
+template <class Put>
+void FillBuffer(Bytes& out, Put&& put) {
+    out.clear();
+    ByteWriter writer(out);
+    put(writer);
 }
 
 }  // namespace zek

@@ -123,9 +123,7 @@ void CZekEntryData::Destory() {
 }
 
 void CZekEntryData::GetBuffer(std::vector<unsigned char>& out) {
-    out.clear();
-    zek::ByteWriter writer(out);
-    zek::PutEntryData(writer, *this);
+    zek::FillBuffer(out, [this](zek::ByteWriter& writer) { zek::PutEntryData(writer, *this); });
 }
 
 void CZekEntryData::SetBuffer(const std::vector<unsigned char>& in) {

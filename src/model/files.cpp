@@ -1,6 +1,5 @@
 #include "model/files.h"
 
-#include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -48,7 +47,5 @@ std::ofstream CreateFile(const std::string& file) { return std::ofstream(file, s
 void WriteBytes(std::ofstream& out, const Bytes& bytes) {
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
 }
-
-unsigned TimeStamp() { return static_cast<unsigned>(std::time(nullptr)); }
 
 }  // namespace zek

@@ -18,7 +18,4 @@ std::ofstream CreateFile(const std::string& file);
 /// Writes all bytes in one call. Errors are not examined: hosts look at the file themselves.
 void WriteBytes(std::ofstream& out, const Bytes& bytes);
 
-/// The low 32 bits of the calendar time in seconds: the time stamp of an image.
-unsigned TimeStamp();
-
 }  // namespace zek

@@ -66,9 +66,7 @@ void CGeValue::Destory() {
 }
 
 void CGeValue::GetBuffer(std::vector<unsigned char>& out) {
-    out.clear();
-    zek::ByteWriter writer(out);
-    zek::PutValue(writer, *this);
+    zek::FillBuffer(out, [this](zek::ByteWriter& writer) { zek::PutValue(writer, *this); });
 }
 
 void CGeValue::SetBuffer(const std::vector<unsigned char>& in) {
