@@ -1,0 +1,2 @@
+#include "zekcomp/image.h"
+#include "../parser/src/lines.h"

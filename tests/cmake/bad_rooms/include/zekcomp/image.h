@@ -1,0 +1,3 @@
+#pragma once
+#include "zekcomp/api.h"
+#include "model/section.h"

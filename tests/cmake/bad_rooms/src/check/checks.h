@@ -1,0 +1,3 @@
+#pragma once
+#include "check/vocabulary.h"
+  #  include <frontend/parse.h>

@@ -1,0 +1,2 @@
+#include "check/vocabulary.h"
+#include "check/checks.h"

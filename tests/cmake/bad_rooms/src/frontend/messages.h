@@ -1,0 +1,2 @@
+#pragma once
+#include "messages_of_yesterday.h"

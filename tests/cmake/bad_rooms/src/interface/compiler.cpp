@@ -1,0 +1,2 @@
+#include "check/checks.h"
+#include "zekrsparser.h"

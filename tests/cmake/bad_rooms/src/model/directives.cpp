@@ -1,0 +1,2 @@
+#include "frontend/parse.h"
+#include "frontend/messages.h"

@@ -1,0 +1,3 @@
+#include "model/entry.h"
+#include "check/vocabulary.h"
+#include "frontend/parse.h"
