@@ -1,5 +1,5 @@
-/// What the tests of the checks share: sound sections to put the one in question among, and ways into the model. Relies on
-/// process_test.h.
+/// What the tests of the checks share: sound sections to put the one in question among, and ways into the model. Relies
+/// on process_test.h.
 #pragma once
 
 #include <stdexcept>
@@ -12,11 +12,12 @@ namespace zek::test {
 
 /// A word for every value type that rules name, the two bus types, and names that stand for numbers.
 inline constexpr char kWords[] =
-    "[DEFINE]\nT0=0\nT1=1\nT2=2\nT3=3\nT4=4\nT5=5\nT6=6\nT7=7\nT8=8\nT9=9\nT10=10\nT11=11\nT12=12\nT13=13\nT50=50\nT100=100\n"
+    "[DEFINE]\nT0=0\nT1=1\nT2=2\nT3=3\nT4=4\nT5=5\nT6=6\nT7=7\nT8=8\nT9=9\nT10=10\nT11=11\nT12=12\n"
+    "T13=13\nT50=50\nT100=100\n"
     "T101=101\nT102=102\nT103=103\nT104=104\nT105=105\nTMAX=0xFFFFFFFF\nBUSTYPE_SMBUS=1\nBUSTYPE_SIMPLEIOPORT=2\n"
     "ZERO=0\nSEVEN=7\n";
 
-// Sound sections, one item a line in the order of the arguments. What an entry needs that is not asked for stands behind.
+// Sound sections, one item a line in the order of the arguments; what else the kind needs stands behind.
 inline std::string Group(const std::string& name, const std::string& parent = "0") {
     return "[GROUP]\nNAME=" + name + "\nPARENT=" + parent + "\nCHILDGROUP=0\n";
 }

@@ -25,11 +25,13 @@ TEST_P(EntryKey, IsAKeywordOrASuffixThatSuitsItsFamily) {
 
 INSTANTIATE_TEST_SUITE_P(
     FreeName, EntryKey,
-    testing::Values(KeyRow{"Property", "PROPERTY", "a1", true}, KeyRow{"PropertyBeginsWithDigit", "PROPERTY", "1a", false},
+    testing::Values(KeyRow{"Property", "PROPERTY", "a1", true},
+                    KeyRow{"PropertyBeginsWithDigit", "PROPERTY", "1a", false},
                     KeyRow{"PropertyBeginsWithMark", "PROPERTY", "_0", true}, KeyRow{"Define", "DEFINE", "A", true},
-                    KeyRow{"DefineBeginsWithDigit", "DEFINE", "9", false}, KeyRow{"DefineBeginsWithSign", "DEFINE", "+5", true},
-                    KeyRow{"IfdefDefines", "IFDEF", "A", true}, KeyRow{"IfdefDefinesDigit", "IFDEF", "0A", false},
-                    KeyRow{"Repeater", "REPEATER", "R", true}, KeyRow{"RepeaterBeginsWithDigit", "REPEATER", "0R", false},
+                    KeyRow{"DefineBeginsWithDigit", "DEFINE", "9", false},
+                    KeyRow{"DefineBeginsWithSign", "DEFINE", "+5", true}, KeyRow{"IfdefDefines", "IFDEF", "A", true},
+                    KeyRow{"IfdefDefinesDigit", "IFDEF", "0A", false}, KeyRow{"Repeater", "REPEATER", "R", true},
+                    KeyRow{"RepeaterBeginsWithDigit", "REPEATER", "0R", false},
                     KeyRow{"PInDevice", "DEVICE", "P_1", true}, KeyRow{"PInSensor", "SENSOR", "P_", true},
                     KeyRow{"PInSystem", "SYSTEM", "P_x", true}, KeyRow{"PInTavrGroup", "TAVRGROUP", "P_9", true},
                     KeyRow{"ShorterThanPInSystem", "SYSTEM", "P", false}, KeyRow{"NoPInSystem", "SYSTEM", "Q_x", false},
@@ -40,17 +42,18 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Value, EntryKey,
-    testing::Values(KeyRow{"NumberInAction", "ACTION", "VALUE_12", true}, KeyRow{"HexInAction", "ACTION", "VALUE_0x1F", true},
-                    KeyRow{"KeywordInAction", "ACTION", "VALUE_", true}, KeyRow{"TextInAction", "ACTION", "VALUE_A", false},
-                    KeyRow{"NumberAndTextInAction", "ACTION", "VALUE_1A", true},
-                    KeyRow{"SignInAction", "ACTION", "VALUE_-1", true}, KeyRow{"InitInAction", "ACTION", "VALUE_INIT", false},
-                    KeyRow{"TooLongInAction", "ACTION", "VALUE_12345678901", false},
-                    KeyRow{"SmallInAction", "ACTION", "value_1", false}, KeyRow{"OtherInAction", "ACTION", "FOO", false},
-                    KeyRow{"TextInDevice", "DEVICE", "VALUE_A", true}, KeyRow{"KeywordInDevice", "DEVICE", "VALUE_", true},
-                    KeyRow{"InitInDevice", "DEVICE", "VALUE_INIT", true}, KeyRow{"ShortInDevice", "DEVICE", "VALUE", false},
-                    KeyRow{"OtherInDevice", "DEVICE", "FOO", false}, KeyRow{"TextInSensor", "SENSOR", "VALUE_A", true},
-                    KeyRow{"ValueInSensor", "SENSOR", "VALUE", true}, KeyRow{"IpmiInSensor", "SENSOR", "VALUE_IPMI", true},
-                    KeyRow{"ExitInGroup", "GROUP", "VALUE_EXIT", true}),
+    testing::Values(
+        KeyRow{"NumberInAction", "ACTION", "VALUE_12", true}, KeyRow{"HexInAction", "ACTION", "VALUE_0x1F", true},
+        KeyRow{"KeywordInAction", "ACTION", "VALUE_", true}, KeyRow{"TextInAction", "ACTION", "VALUE_A", false},
+        KeyRow{"NumberAndTextInAction", "ACTION", "VALUE_1A", true}, KeyRow{"SignInAction", "ACTION", "VALUE_-1", true},
+        KeyRow{"InitInAction", "ACTION", "VALUE_INIT", false},
+        KeyRow{"TooLongInAction", "ACTION", "VALUE_12345678901", false},
+        KeyRow{"SmallInAction", "ACTION", "value_1", false}, KeyRow{"OtherInAction", "ACTION", "FOO", false},
+        KeyRow{"TextInDevice", "DEVICE", "VALUE_A", true}, KeyRow{"KeywordInDevice", "DEVICE", "VALUE_", true},
+        KeyRow{"InitInDevice", "DEVICE", "VALUE_INIT", true}, KeyRow{"ShortInDevice", "DEVICE", "VALUE", false},
+        KeyRow{"OtherInDevice", "DEVICE", "FOO", false}, KeyRow{"TextInSensor", "SENSOR", "VALUE_A", true},
+        KeyRow{"ValueInSensor", "SENSOR", "VALUE", true}, KeyRow{"IpmiInSensor", "SENSOR", "VALUE_IPMI", true},
+        KeyRow{"ExitInGroup", "GROUP", "VALUE_EXIT", true}),
     RowName());
 
 INSTANTIATE_TEST_SUITE_P(
@@ -69,7 +72,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 // The key of an include item is not of a family, so only the keyword itself will do.
 INSTANTIATE_TEST_SUITE_P(Include, EntryKey,
-                         testing::Values(KeyRow{"File", "INCLUDE", "FILE", true}, KeyRow{"Longer", "INCLUDE", "FILES", false},
+                         testing::Values(KeyRow{"File", "INCLUDE", "FILE", true},
+                                         KeyRow{"Longer", "INCLUDE", "FILES", false},
                                          KeyRow{"Other", "INCLUDE", "PATH", false}),
                          RowName());
 

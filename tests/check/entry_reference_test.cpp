@@ -16,11 +16,12 @@ INSTANTIATE_TEST_SUITE_P(
         CheckedRow{"GroupByAnotherNumberForTheTop", Group("A", "00"), 0,
                    "Error[main.zek:1]: Parent of this group hasn't been defined.\n"
                    "Error[main.zek:3]: [GROUP]:PARENT, Parent GROUP 00 does not exist.\n"},
-        CheckedRow{"SensorBeforeItsGroup", Sensor("S", "1", "A") + TavrGroup("T", "1", "0", "1") + Group("A") + kWords, 1, ""},
+        CheckedRow{"SensorBeforeItsGroup", Sensor("S", "1", "A") + TavrGroup("T", "1", "0", "1") + Group("A") + kWords,
+                   1, ""},
         CheckedRow{"SensorOfTheTop", Sensor("S", "1", "0") + TavrGroup("T", "1", "0", "1") + Group("A") + kWords, 0,
                    "Error[main.zek:4]: [SENSOR]:PARENT, Parent GROUP 0 does not exist.\n"},
-        CheckedRow{"SensorOfAGroupNamedAsTheTop", Sensor("S", "1", "0") + TavrGroup("T", "1", "0", "1") + Group("0") + kWords,
-                   1, ""},
+        CheckedRow{"SensorOfAGroupNamedAsTheTop",
+                   Sensor("S", "1", "0") + TavrGroup("T", "1", "0", "1") + Group("0") + kWords, 1, ""},
         CheckedRow{"SensorByCase", Sensor("S", "1", "a") + TavrGroup("T", "1", "0", "1") + Group("A") + kWords, 0,
                    "Error[main.zek:4]: [SENSOR]:PARENT, Parent GROUP a does not exist.\n"},
         CheckedRow{"SensorOfATavrGroup", Sensor("S", "1", "T") + TavrGroup("T", "1", "0", "1") + kWords, 0,
@@ -43,18 +44,18 @@ TEST_P(ParentId, IsTheIdOfATavrGroup) { ExpectOutcome(GetParam()); }
 
 INSTANTIATE_TEST_SUITE_P(
     Of, ParentId,
-    testing::Values(
-        CheckedRow{"Top", TavrGroup("A", "1", "0x0", ""), 1, ""}, CheckedRow{"Itself", TavrGroup("A", "1", "1", ""), 1, ""},
-        CheckedRow{"LaterByValue", TavrGroup("A", "1", "0x10", "") + TavrGroup("B", "16", "0", ""), 1, ""},
-        CheckedRow{"Nobody", TavrGroup("A", "1", "2", ""), 0,
-                   "Error[main.zek:4]: [TAVRGROUP]:PID, Parent TAVRGROUP with ID 2 does not exist.\n"},
-        // The ID of the other may be a predefined name; the PID as one counts as 0.
-        CheckedRow{"PredefinedId", TavrGroup("A", "SEVEN", "7", "") + kWords, 1, ""},
-        CheckedRow{"PredefinedPid", TavrGroup("A", "1", "SEVEN", "") + kWords, 1, ""},
-        // An ID that is a number is that number, although a predefined name is written like it.
-        CheckedRow{"NumberBeforePredefinedName",
-                   TavrGroup("A", "+5", "5", "") + TavrGroup("B", "1", "9", "") + "[DEFINE]\n+5=9\n", 0,
-                   "Error[main.zek:9]: [TAVRGROUP]:PID, Parent TAVRGROUP with ID 9 does not exist.\n"}),
+    testing::Values(CheckedRow{"Top", TavrGroup("A", "1", "0x0", ""), 1, ""},
+                    CheckedRow{"Itself", TavrGroup("A", "1", "1", ""), 1, ""},
+                    CheckedRow{"LaterByValue", TavrGroup("A", "1", "0x10", "") + TavrGroup("B", "16", "0", ""), 1, ""},
+                    CheckedRow{"Nobody", TavrGroup("A", "1", "2", ""), 0,
+                               "Error[main.zek:4]: [TAVRGROUP]:PID, Parent TAVRGROUP with ID 2 does not exist.\n"},
+                    // The ID of the other may be a predefined name; the PID as one counts as 0.
+                    CheckedRow{"PredefinedId", TavrGroup("A", "SEVEN", "7", "") + kWords, 1, ""},
+                    CheckedRow{"PredefinedPid", TavrGroup("A", "1", "SEVEN", "") + kWords, 1, ""},
+                    // An ID that is a number is that number, although a predefined name is written like it.
+                    CheckedRow{"NumberBeforePredefinedName",
+                               TavrGroup("A", "+5", "5", "") + TavrGroup("B", "1", "9", "") + "[DEFINE]\n+5=9\n", 0,
+                               "Error[main.zek:9]: [TAVRGROUP]:PID, Parent TAVRGROUP with ID 9 does not exist.\n"}),
     RowName());
 
 using SensorId = CheckedSource;
@@ -120,7 +121,8 @@ CheckedRow ItemRow(const char* name, const std::string& value, std::vector<std::
     std::string all;
     for (const std::string& error : errors) all += error;
     return {name,
-            "[REPEATER]\nR=" + value + "\n[ACTION]\nNAME=TWO\nARGNUMBER=2\n[ACTION]\nNAME=NONE\n[GLOBAL]\nG_A=T0\n" + kWords,
+            "[REPEATER]\nR=" + value + "\n[ACTION]\nNAME=TWO\nARGNUMBER=2\n[ACTION]\nNAME=NONE\n[GLOBAL]\nG_A=T0\n" +
+                kWords,
             errors.empty() ? 1U : 0U, all};
 }
 
@@ -134,8 +136,10 @@ INSTANTIATE_TEST_SUITE_P(
         ItemRow("WrongCount", "1,TWO,1,2,3",
                 {"Error[main.zek:2]: [REPEATER]:R The ACTION TWO needs 2 PARAMS, but total 3 PARAMS here.\n"}),
         ItemRow("EveryStepInItsOrder", "G_B,NONE,x,G_C,ARG",
-                {std::string(kItem) + "The GLOBAL entry with NAME G_B does not exist.\n", kItem + std::string("x") + kNoDigit,
-                 std::string(kItem) + "The GLOBAL entry with NAME G_C does not exist.\n", kItem + std::string("ARG") + kNoDigit,
+                {std::string(kItem) + "The GLOBAL entry with NAME G_B does not exist.\n",
+                 kItem + std::string("x") + kNoDigit,
+                 std::string(kItem) + "The GLOBAL entry with NAME G_C does not exist.\n",
+                 kItem + std::string("ARG") + kNoDigit,
                  "Error[main.zek:2]: [REPEATER]:R The ACTION NONE needs 0 PARAMS, but total 3 PARAMS here.\n"}),
         ItemRow("ActionBeforeCount", "x,X",
                 {std::string(kItem) + "The ACTION with NAME X does not exist.\n", kItem + std::string("x") + kNoDigit}),

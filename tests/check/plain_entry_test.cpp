@@ -9,7 +9,8 @@ class FirstPass : public CheckTest {
 protected:
     /// Checks a new entry of the kind `Entry`, on line 3 of main.zek, with the value. The data is read through `entry`.
     template <class Entry>
-    void Ask(Entry& entry, const std::string& keyword, const std::string& key, const std::string& value, unsigned flag = 0) {
+    void Ask(Entry& entry, const std::string& keyword, const std::string& key, const std::string& value,
+             unsigned flag = 0) {
         section_ = CZEKSection::Create("main.zek", keyword, 1);
         entry.Init("main.zek", key, value, 3);
         result_ = entry.IsValid(section_, flag);
@@ -65,13 +66,16 @@ TEST_F(NumberEntry, WarnsOfFurtherSubStrings) {
         "Warning[main.zek:3]: [DEFINE]:X, More than one sub-string and get the first one as sub-string.\n";
     ExpectNumber("1,2", 1, more, 1);
     ExpectNumber("1,", 1, more, 1);
-    ExpectNumber("abc,1", 0, more + "Error[main.zek:3]: [DEFINE]:X, abc has not been defined and is not a valid number.\n", 0);
+    ExpectNumber("abc,1", 0,
+                 more + "Error[main.zek:3]: [DEFINE]:X, abc has not been defined and is not a valid number.\n", 0);
 }
 
 TEST_F(NumberEntry, FailsWithoutANumber) {
     ExpectNumber("", 0, "Error[main.zek:3]: [DEFINE]:X, No sub-string.\n", 0);
     for (const std::string text : {"abc", "4294967296", "12345678901", " "}) {
-        ExpectNumber(text, 0, "Error[main.zek:3]: [DEFINE]:X, " + text + " has not been defined and is not a valid number.\n", 0);
+        ExpectNumber(text, 0,
+                     "Error[main.zek:3]: [DEFINE]:X, " + text + " has not been defined and is not a valid number.\n",
+                     0);
     }
 }
 
@@ -81,15 +85,18 @@ TEST_F(TextEntry, StoresItsText) {
     ExpectText(kName, "DEVICE", "NAME", "a b", 1, "", "a b");
     ExpectText(kName, "DEVICE", "NAME", "\"a,b\"", 1, "", "a,b");
     ExpectText(kName, "DEVICE", "NAME", "a,b", 1,
-               "Warning[main.zek:3]: [DEVICE]:NAME, More than one sub-string and get the first one as sub-string.\n", "a");
+               "Warning[main.zek:3]: [DEVICE]:NAME, More than one sub-string and get the first one as sub-string.\n",
+               "a");
 }
 
 TEST_F(TextEntry, FailsWhenEmpty) {
     const std::string none = "Error[main.zek:3]: [DEVICE]:NAME, No sub-string.\n";
     ExpectText(kName, "DEVICE", "NAME", "", 0, none, "");
     ExpectText(kName, "DEVICE", "NAME", "\"\"", 0, none, "");
-    ExpectText(kName, "DEVICE", "NAME", ",x", 0,
-               "Warning[main.zek:3]: [DEVICE]:NAME, More than one sub-string and get the first one as sub-string.\n" + none, "");
+    ExpectText(
+        kName, "DEVICE", "NAME", ",x", 0,
+        "Warning[main.zek:3]: [DEVICE]:NAME, More than one sub-string and get the first one as sub-string.\n" + none,
+        "");
 }
 
 TEST_F(TextEntry, MayBeEmptyAsTheModelOfASystem) {
@@ -101,17 +108,29 @@ TEST_F(TextEntry, MayBeEmptyAsTheModelOfASystem) {
 TEST_F(TextEntry, KeepsTheTextOfANumber) {
     AddPredDefineValue("SEVEN", 7);
     const std::vector<std::pair<unsigned, std::string>> keys = {
-        {kType, "TYPE"}, {kFlag, "FLAG"}, {kSouthbridge, "SOUTHBRIDGE"}, {kNorthbridge, "NORTHBRIDGE"},
-        {kZekLoop, "ZEKLOOP"}, {kChildGroup, "CHILDGROUP"}, {kID, "ID"}, {kInitFlag, "INITFLAG"},
-        {kControlMask, "CONTROLMASK"}, {kTheory, "THEORY"}, {kThresholdFH, "THRESHOLD_FH"},
-        {kThresholdWH, "THRESHOLD_WH"}, {kThresholdFL, "THRESHOLD_FL"}, {kThresholdWL, "THRESHOLD_WL"},
-        {kArgNumber, "ARGNUMBER"}, {kPID, "PID"},
+        {kType, "TYPE"},
+        {kFlag, "FLAG"},
+        {kSouthbridge, "SOUTHBRIDGE"},
+        {kNorthbridge, "NORTHBRIDGE"},
+        {kZekLoop, "ZEKLOOP"},
+        {kChildGroup, "CHILDGROUP"},
+        {kID, "ID"},
+        {kInitFlag, "INITFLAG"},
+        {kControlMask, "CONTROLMASK"},
+        {kTheory, "THEORY"},
+        {kThresholdFH, "THRESHOLD_FH"},
+        {kThresholdWH, "THRESHOLD_WH"},
+        {kThresholdFL, "THRESHOLD_FL"},
+        {kThresholdWL, "THRESHOLD_WL"},
+        {kArgNumber, "ARGNUMBER"},
+        {kPID, "PID"},
     };
     for (const auto& [type, key] : keys) {
         ExpectText(type, "SENSOR", key, "0x10", 1, "", "0x10");
         ExpectText(type, "SENSOR", key, "SEVEN", 1, "", "SEVEN");
         ExpectText(type, "SENSOR", key, "abc", 0,
-                   "Error[main.zek:3]: [SENSOR]:" + key + ", abc has not been defined and is not a valid number.\n", "abc");
+                   "Error[main.zek:3]: [SENSOR]:" + key + ", abc has not been defined and is not a valid number.\n",
+                   "abc");
         ExpectText(type, "SENSOR", key, "\"\"", 0, "Error[main.zek:3]: [SENSOR]:" + key + ", No sub-string.\n", "");
     }
 }

@@ -65,7 +65,9 @@ TEST_F(SharedCheck, FindsNothingWhereThereAreNoSections) {
 }
 
 TEST_F(SharedCheck, OfParametersComparesTheirNumberWithTheAction) {
-    Model("[ACTION]\nNAME=TWO\nARGNUMBER=0x2\n[ACTION]\nNAME=NONE\n[ACTION]\nNAME=WORD\nARGNUMBER=SEVEN\n[DEFINE]\nSEVEN=7\n");
+    Model(
+        "[ACTION]\nNAME=TWO\nARGNUMBER=0x2\n[ACTION]\nNAME=NONE\n[ACTION]\nNAME=WORD\nARGNUMBER=SEVEN\n[DEFINE]\nSEVEN="
+        "7\n");
     const auto expect = [this](const std::string& action, unsigned count, unsigned result, const std::string& message) {
         SCOPED_TRACE(action + " with " + std::to_string(count));
         EXPECT_EQ(entry_->ChkActionParamNum(action, count, section_, 0), result);
@@ -96,8 +98,9 @@ protected:
     void Expect(const std::string& name, unsigned maxArg, bool valid) {
         SCOPED_TRACE(name + " of " + std::to_string(maxArg));
         EXPECT_EQ(entry_->ChkArgName(name, section_, 0, maxArg), unsigned{valid});
-        EXPECT_EQ(Messages(), valid ? "" : "Error[main.zek:3]: [" + section_->m_strName + "]:NAME, The ARG name " + name +
-                                              " is invalid.\n");
+        EXPECT_EQ(Messages(), valid ? ""
+                                    : "Error[main.zek:3]: [" + section_->m_strName + "]:NAME, The ARG name " + name +
+                                          " is invalid.\n");
     }
     void Section(const std::string& text) {
         ASSERT_EQ(Check(text), 1U);

@@ -9,7 +9,7 @@ using namespace std::string_literals;
 
 TEST(Operator, HasACodeInTheOrderOfTheTable) {
     const std::vector<std::pair<std::string, unsigned>> rows = {
-        {"+", 1},  {"-", 2},   {"*", 3},   {"/", 4},    {"|", 5},    {"&", 6},   {"%", 7},    {"^", 8},   {">>", 9},
+        {"+", 1},   {"-", 2},    {"*", 3},    {"/", 4},   {"|", 5},    {"&", 6},    {"%", 7},   {"^", 8},    {">>", 9},
         {"<<", 10}, {"pow", 20}, {"==", 101}, {">", 102}, {">=", 103}, {"!=", 104}, {"<", 105}, {"<=", 106},
     };
     ASSERT_EQ(g_NTMapOper.size(), rows.size());
@@ -22,8 +22,9 @@ TEST(Operator, HasACodeInTheOrderOfTheTable) {
 }
 
 TEST(Operator, IsTheWholeTextExactly) {
-    for (const std::string& text : {""s, "="s, "POW"s, "Pow"s, "po"s, "pow "s, " +"s, "+ "s, "++"s, "<>"s, "=="s + '=', "=>"s,
-                                    "=<"s, "!"s, "~"s, "||"s, "&&"s, "<<<"s, "1"s, "101"s, "+\0"s, "\0+"s}) {
+    for (const std::string& text :
+         {""s,   "="s,  "POW"s, "Pow"s, "po"s, "pow "s, " +"s,  "+ "s, "++"s,  "<>"s,  "=="s + '=',
+          "=>"s, "=<"s, "!"s,   "~"s,   "||"s, "&&"s,   "<<<"s, "1"s,  "101"s, "+\0"s, "\0+"s}) {
         SCOPED_TRACE("text '" + text + "'");
         EXPECT_EQ(GetOperator(text), 0U);
     }
