@@ -1,0 +1,179 @@
+#include "compile/tables.h"
+
+#include "support/process_test.h"
+
+namespace zek::test {
+
+using Insertion = ProcessTest;
+using ReverseLookUp = ProcessTest;
+using Identifier = ProcessTest;
+
+namespace {
+
+using OwnNames = std::map<std::string, unsigned>;
+using OwnNumbers = std::map<unsigned, unsigned>;
+
+/// Both overloads number alike; `late` sorts behind `early`.
+template <class Key>
+void ExpectNumbering(const Key& late, const Key& early, const Key& unnumbered) {
+    std::map<Key, unsigned> table;
+    unsigned counter = 0x2a000010;
+    EXPECT_EQ(InsertTbl(table, counter, late, 3), 0x2a000010U);
+    EXPECT_EQ(InsertTbl(table, counter, early, 3), 0x2a000013U);
+    EXPECT_EQ(InsertTbl(table, counter, late, 3), 0x2a000010U) << "a numbered key keeps its identifier";
+    EXPECT_EQ(counter, 0x2a000016U);
+    table[unnumbered] = 0;
+    EXPECT_EQ(InsertTbl(table, counter, unnumbered, 1), 0x2a000016U) << "a key with 0 is numbered now";
+    EXPECT_EQ(counter, 0x2a000017U);
+    const std::map<Key, unsigned> expected = {{late, 0x2a000010}, {early, 0x2a000013}, {unnumbered, 0x2a000016}};
+    EXPECT_EQ(table, expected);
+}
+
+std::string NameIn(OwnNames& table, unsigned id) {
+    const char* name = GetTblData(table, id);
+    return name ? name : "(null)";
+}
+
+struct NamedClass {
+    unsigned classWord;
+    OwnNames& table;
+    unsigned& counter;
+};
+
+std::vector<NamedClass> NamedClasses() {
+    return {{0x03000000, g_tblProperty, g_idxProperty}, {0x04000000, g_tblGlobal, g_idxGlobal},
+            {0x05000000, g_tblValue, g_idxValue},       {0x06000000, g_tblRepeater, g_idxRepeater},
+            {0x12000000, g_tblString, g_idxString},     {0x18000000, g_tblGroup, g_idxGroup},
+            {0x1a000000, g_tblAction, g_idxAction},     {0x1c000000, g_tblTableName, g_idxTableName}};
+}
+
+void ExpectNothing(unsigned id) {
+    SCOPED_TRACE(id);
+    const tagGCVALUE value = GetTblData(id);
+    EXPECT_EQ(value.dwKind, 0U);
+    EXPECT_EQ(value.dwID, id);
+    EXPECT_EQ(value.qwNumber, 0U);
+}
+
+void ExpectNumber(unsigned id, unsigned number) {
+    SCOPED_TRACE(id);
+    const tagGCVALUE value = GetTblData(id);
+    EXPECT_EQ(value.dwKind, 1U);
+    EXPECT_EQ(value.dwID, id);
+    EXPECT_EQ(value.qwNumber, number);
+}
+
+}  // namespace
+
+TEST_F(Insertion, NumbersNamesInTheOrderOfTheirFirstInsertion) { ExpectNumbering<std::string>("b", "a", ""); }
+
+TEST_F(Insertion, NumbersNumbersInTheOrderOfTheirFirstInsertion) { ExpectNumbering<unsigned>(0xFFFFFFFF, 0, 7); }
+
+TEST_F(Insertion, TablesAndCountersBeginEmptyAtTheirClassWord) {
+    for (const NamedClass& row : NamedClasses()) {
+        EXPECT_EQ(row.counter, row.classWord);
+        EXPECT_TRUE(row.table.empty());
+    }
+    EXPECT_EQ(g_idxDword, 0x11000000U);
+    EXPECT_TRUE(g_tblDword.empty());
+    EXPECT_TRUE(g_tblTableData.empty());
+}
+
+TEST_F(ReverseLookUp, InAHostsOwnMapFindsTheFirstKeyInKeyOrder) {
+    OwnNames names = {{"a", 9}, {"b", 5}, {"c", 5}, {"unnumbered", 0}};
+    EXPECT_EQ(NameIn(names, 5), "b");
+    EXPECT_EQ(NameIn(names, 9), "a");
+    EXPECT_EQ(NameIn(names, 0), "unnumbered");
+    EXPECT_EQ(NameIn(names, 6), "(null)");
+    names["B"] = 5;
+    EXPECT_EQ(NameIn(names, 5), "B");
+    EXPECT_EQ(GetTblData(names, 5), names.find("B")->first.c_str()) << "the text is the table's own";
+
+    OwnNumbers numbers = {{40, 9}, {7, 5}, {8, 5}, {0xFFFFFFFF, 1}};
+    EXPECT_EQ(GetTblData(numbers, 5), 7U);
+    EXPECT_EQ(GetTblData(numbers, 9), 40U);
+    EXPECT_EQ(GetTblData(numbers, 1), 0xFFFFFFFFU);
+    EXPECT_EQ(GetTblData(numbers, 6), 0xFFFFFFFFU);
+}
+
+TEST_F(ReverseLookUp, FindsWhatWasInsertedAfterAnEarlierLookUp) {
+    EXPECT_EQ(NameIn(g_tblString, 0x12000000), "(null)");
+    InsertTbl(g_tblString, g_idxString, "late", 1);
+    EXPECT_EQ(NameIn(g_tblString, 0x12000000), "late");
+    g_tblString["none"];
+    EXPECT_EQ(NameIn(g_tblString, 0), "none");
+    InsertTbl(g_tblString, g_idxString, "none", 1);
+    EXPECT_EQ(NameIn(g_tblString, 0x12000001), "none") << "numbered without a change of the map's size";
+    EXPECT_EQ(NameIn(g_tblString, 0), "(null)");
+}
+
+TEST_F(ReverseLookUp, FindsWhatAHostPutsIntoOrTakesOutOfTheMapItself) {
+    InsertTbl(g_tblGlobal, g_idxGlobal, "b", 1);
+    EXPECT_EQ(NameIn(g_tblGlobal, 0x04000000), "b");
+    g_tblGlobal["far"] = 0x04000100;
+    g_tblGlobal["foreign"] = 7;
+    g_tblGlobal["a"] = 0x04000000;
+    EXPECT_EQ(NameIn(g_tblGlobal, 0x04000100), "far") << "beyond the counter";
+    EXPECT_EQ(NameIn(g_tblGlobal, 7), "foreign") << "of no class of ours";
+    EXPECT_EQ(NameIn(g_tblGlobal, 0x04000000), "a") << "the first of two in key order";
+    g_tblGlobal.erase("a");
+    g_tblGlobal.erase("b");
+    EXPECT_EQ(NameIn(g_tblGlobal, 0x04000000), "(null)") << "a hole";
+
+    g_tblDword[12] = 0x11000005;
+    EXPECT_EQ(GetTblData(g_tblDword, 0x11000005), 12U);
+    EXPECT_EQ(GetTblData(g_tblDword, 0x11000004), 0xFFFFFFFFU);
+}
+
+TEST_F(ReverseLookUp, FindsWhatAStepLeavesBetweenItsHoles) {
+    InsertTbl(g_tblAction, g_idxAction, "first", 2);
+    InsertTbl(g_tblAction, g_idxAction, "second", 2);
+    EXPECT_EQ(NameIn(g_tblAction, 0x1a000001), "(null)");
+    EXPECT_EQ(NameIn(g_tblAction, 0x1a000002), "second");
+    EXPECT_EQ(NameIn(g_tblAction, 0x1a000003), "(null)");
+}
+
+TEST_F(Identifier, OfANameClassStandsForTheNameOfItsTable) {
+    for (const NamedClass& row : NamedClasses()) {
+        SCOPED_TRACE(row.classWord);
+        ExpectNothing(row.classWord);
+        const std::string name = "name of " + std::to_string(row.classWord);
+        InsertTbl(row.table, row.counter, "before", 1);
+        InsertTbl(row.table, row.counter, name, 1);
+        const tagGCVALUE value = GetTblData(row.classWord + 1);
+        EXPECT_EQ(value.dwKind, 2U);
+        EXPECT_EQ(value.dwID, row.classWord + 1);
+        ASSERT_NE(value.pszName, nullptr);
+        EXPECT_EQ(value.pszName, name);
+        ExpectNothing(row.classWord + 2);
+    }
+}
+
+TEST_F(Identifier, OfTheNumberClassStandsForANumberThatIsNotAllOnes) {
+    InsertTbl(g_tblDword, g_idxDword, 0, 1);
+    InsertTbl(g_tblDword, g_idxDword, 0xFFFFFFFE, 1);
+    InsertTbl(g_tblDword, g_idxDword, 0xFFFFFFFF, 1);
+    ExpectNumber(0x11000000, 0);
+    ExpectNumber(0x11000001, 0xFFFFFFFE);
+    ExpectNothing(0x11000002);
+    ExpectNothing(0x11000003);
+}
+
+TEST_F(Identifier, OfAnArgumentAValueTypeOrAnOperatorIsANumberByItself) {
+    ExpectNumber(0x1d000000, 0);
+    ExpectNumber(0x1dffffff, 0xffffff);
+    ExpectNumber(0x1e000068, 104);
+    ExpectNumber(0x1f000005, 5);
+}
+
+TEST_F(Identifier, OfAnyOtherClassStandsForNothing) {
+    g_tblTableData.resize(256);
+    g_tblProperty["unnumbered"];
+    g_tblProperty["foreign"] = 0x07000000;
+    for (unsigned id : {0U, 1U, 0x01000004U, 0x02000015U, 0x07000000U, 0x10000000U, 0x13000000U, 0x19000000U,
+                        0x1b000000U, 0x20000000U, 0x83000000U, 0xFFFFFFFFU}) {
+        ExpectNothing(id);
+    }
+}
+
+}  // namespace zek::test
