@@ -90,8 +90,11 @@ public:
     /// Appends to `list`, element by element: what was read before a damaged element stays.
     void List(TextList& list) {
         const std::size_t count = U32();
-        Require(count <= (PresentLeft() + kMostZeros) / 4);
-        for (std::size_t i = 0; i < count; ++i) list.push_back(Str());
+        const std::size_t most = (PresentLeft() + kMostZeros) / 4;
+        for (std::size_t i = 0; i < count; ++i) {
+            Require(i < most);
+            list.push_back(Str());
+        }
     }
     /// A reader of the next block's bytes, this one then standing behind them.
     ByteReader Block() { return Sub(U32()); }
