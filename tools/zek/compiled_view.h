@@ -1,0 +1,14 @@
+/// The compiled image that is loaded, through the queries of the library. Relies on image.h for the shapes.
+#pragma once
+
+#include <functional>
+
+#include "image.h"
+
+namespace zek::tool {
+
+void ForEachCompiledSection(const std::function<void(const ShownSection&)>& show);
+void ForEachCompiledTable(const std::function<void(const ShownTable&)>& show);
+void ForEachCompiledBlock(const std::function<void(const ShownBlock&)>& show);
+
+}  // namespace zek::tool

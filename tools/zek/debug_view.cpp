@@ -1,0 +1,54 @@
+#include "debug_view.h"
+
+#include <memory>
+
+#include "zekcomp/debug_image.h"
+#include "zekcomp/errors.h"
+
+namespace zek::tool {
+namespace {
+
+/// By kind, from 1. INCLUDE sections are not read back.
+constexpr const char* kSections[] = {"QUORZEK", "PROPERTY", "SYSTEM", "GROUP",    "SENSOR", "DEVICE", "ACTION",
+                                     "TABLE",   "TAVRGROUP", "GLOBAL", "REPEATER", "DEFINE", "IFDEF"};
+
+/// Room for the longest value of an image; the query does not take the size. Every character shown stands in the image, but
+/// for a comma before each string, which takes four bytes there, and up to ten for a number, which takes four bytes too: less
+/// than three times the image. What an image lacks at its end is read as up to 1 MiB of zeros, whole lists of empty texts at
+/// the most; their commas are well within the 4 MiB.
+std::size_t RoomFor(std::size_t imageSize) { return imageSize * 3 + (std::size_t{4} << 20); }
+
+std::optional<std::string> Optional(const char* text) {
+    return text ? std::optional<std::string>(text) : std::nullopt;
+}
+
+ShownSection Shown(unsigned kind, unsigned index, CZEKSection* section, char* room) {
+    ShownSection shown;
+    shown.keyword = kSections[kind - 1];
+    shown.index = index;
+    shown.name = Optional(gdGetSectName(section));
+    shown.parent = Optional(gdGetSectPName(section));
+    const unsigned id = gdGetSectID(section);
+    if (gdGetLastError() == kNoError) shown.id = id;
+    for (unsigned i = 0; CZEKEntry* entry = gdGetEntryByIndex(section, i); ++i) {
+        // Data without a value leaves the room as it is.
+        room[0] = '\0';
+        gdGetValue(entry, room);
+        shown.entries.push_back({gdGetEntryName(entry), 0, {}, room});
+    }
+    return shown;
+}
+
+}  // namespace
+
+void ForEachDebugSection(std::size_t imageSize, const std::function<void(const ShownSection&)>& show) {
+    // Not initialised, so only what is used takes memory.
+    const std::unique_ptr<char[]> room(new char[RoomFor(imageSize)]);
+    for (unsigned kind = 1; kind <= std::size(kSections); ++kind) {
+        for (unsigned i = 0; CZEKSection* section = gdGetSectByIndex(kind, i); ++i) {
+            show(Shown(kind, i, section, room.get()));
+        }
+    }
+}
+
+}  // namespace zek::tool

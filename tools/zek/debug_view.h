@@ -1,0 +1,13 @@
+/// The debug image that is loaded, through the queries of the library. Relies on image.h for the shapes.
+#pragma once
+
+#include <functional>
+
+#include "image.h"
+
+namespace zek::tool {
+
+/// `imageSize` is the number of bytes that the image was loaded from.
+void ForEachDebugSection(std::size_t imageSize, const std::function<void(const ShownSection&)>& show);
+
+}  // namespace zek::tool

@@ -1,0 +1,96 @@
+#include "dump.h"
+
+#include <cstdio>
+#include <ctime>
+
+#include "printable.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr std::size_t kBytesInLine = 16;
+
+std::string Hexadecimal(unsigned number, const char* format) {
+    char text[sizeof "0x00000000"];
+    std::snprintf(text, sizeof text, format, number);
+    return text;
+}
+
+std::string Word(unsigned word) { return Hexadecimal(word, "0x%08x"); }
+
+std::string Number(unsigned number) { return std::to_string(number) + " (" + Hexadecimal(number, "0x%x") + ')'; }
+
+std::string Time(unsigned seconds) {
+    const std::time_t time = seconds;
+    std::tm utc = {};
+    gmtime_r(&time, &utc);
+    char text[sizeof "2000-01-01 00:00:00 UTC"];
+    std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S UTC", &utc);
+    return text;
+}
+
+/// The word, its class, and what it stands for.
+std::string Shown(const ShownWord& word) {
+    std::string text = Word(word.word) + ' ' + word.wordClass;
+    if (word.number) return text + ' ' + Number(*word.number);
+    if (word.text) return text + ' ' + Quoted(*word.text);
+    return text;
+}
+
+void WriteHeader(const Image& image, StandardOutput& out) {
+    out.Write(image.Kind() == ImageKind::kCompiled ? "compiled image" : "debug image");
+    out.Write(", version " + Word(image.Info().dwVersion) + ", written " + Time(image.Info().dwTime) + " (" +
+              std::to_string(image.Info().dwTime) + ")\n");
+}
+
+void WriteEntry(const ShownEntry& entry, bool compiled, StandardOutput& out) {
+    out.Write("  " + Printable(entry.key));
+    if (!compiled) return out.Write(" = " + Quoted(entry.value) + '\n');
+    out.Write(" (" + Word(entry.id) + ")\n");
+    for (const ShownWord& word : entry.words) out.Write("    " + Shown(word) + '\n');
+}
+
+void WriteSections(const Image& image, StandardOutput& out) {
+    const bool compiled = image.Kind() == ImageKind::kCompiled;
+    image.ForEachSection([&](const ShownSection& section) {
+        out.Write(std::string("\n[") + section.keyword + "] #" + std::to_string(section.index));
+        if (section.name) out.Write(' ' + Quoted(*section.name));
+        if (section.id) out.Write(" ID " + std::to_string(*section.id));
+        out.Write("\n");
+        for (const ShownEntry& entry : section.entries) WriteEntry(entry, compiled, out);
+    });
+}
+
+void WriteTables(const Image& image, StandardOutput& out) {
+    image.ForEachTable([&](const ShownTable& table) {
+        out.Write(std::string("\n") + table.name + ": " + std::to_string(table.words.size()) + '\n');
+        for (const ShownWord& word : table.words) out.Write("  " + Shown(word) + '\n');
+    });
+    image.ForEachBlock([&](const ShownBlock& block) {
+        out.Write("\ntable data #" + std::to_string(block.index));
+        if (block.name) out.Write(' ' + Quoted(*block.name));
+        out.Write("\n");
+        for (std::size_t start = 0; start < block.bytes.size(); start += kBytesInLine) {
+            out.Write("  " + Hexadecimal(static_cast<unsigned>(start), "%02x") + ' ');
+            for (std::size_t i = start; i < start + kBytesInLine; ++i) out.Write(' ' + Hex({&block.bytes[i], 1}));
+            out.Write("\n");
+        }
+    });
+}
+
+void WriteNames(const Image& image, StandardOutput& out) {
+    out.Write("\npredefined names: " + std::to_string(image.Names().size()) + '\n');
+    for (const auto& [name, value] : image.Names()) out.Write("  " + Quoted(name) + ' ' + Number(value) + '\n');
+}
+
+}  // namespace
+
+void DumpAsText(const Image& image, StandardOutput& out) {
+    WriteHeader(image, out);
+    WriteSections(image, out);
+    if (image.Kind() == ImageKind::kDebug) return WriteNames(image, out);
+    if (image.UnknownSections()) out.Write("\nsections of unknown kinds: " + std::to_string(image.UnknownSections()) + '\n');
+    WriteTables(image, out);
+}
+
+}  // namespace zek::tool

@@ -1,0 +1,87 @@
+/// An image as the query calls show it, one section at a time, for the commands that print it. Relies on the queries of the
+/// library, which know one image per process.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "image_bytes.h"
+#include "zekcomp/records.h"
+
+namespace zek::tool {
+
+/// A word of a compiled image and what it stands for.
+struct ShownWord {
+    unsigned word = 0;
+    const char* wordClass = "";         ///< such as "number", "string" or "operator"
+    std::optional<unsigned> number;     ///< where it stands for a number
+    std::optional<std::string> text;    ///< where it stands for a name
+};
+
+struct ShownEntry {
+    std::string key;                ///< as in the source
+    unsigned id = 0;                ///< compiled image: the name identifier
+    std::vector<ShownWord> words;   ///< compiled image
+    std::string value;              ///< debug image
+};
+
+struct ShownSection {
+    const char* keyword = "";  ///< as in the source, without brackets
+    unsigned index = 0;        ///< among the sections of its kind
+    std::optional<std::string> name;
+    std::optional<unsigned> id;
+    std::optional<std::string> parent;  ///< debug image
+    std::vector<ShownEntry> entries;
+
+    /// The first entry of that key, or null.
+    const ShownEntry* Entry(const std::string& key) const;
+};
+
+/// One table of names or numbers of a compiled image.
+struct ShownTable {
+    const char* name = "";
+    std::vector<ShownWord> words;
+};
+
+/// 256 bytes of table data.
+struct ShownBlock {
+    unsigned index = 0;
+    std::optional<std::string> name;
+    std::string bytes;
+};
+
+/// Loads an image into the library for as long as it lives; at most one at a time.
+class Image {
+public:
+    /// Throws Failure: kUsageOrFiles for a file that cannot be read, kNoImage for what is not a valid image.
+    explicit Image(const std::string& file);
+    ~Image();
+    Image(const Image&) = delete;
+    Image& operator=(const Image&) = delete;
+
+    ImageKind Kind() const { return kind_; }
+    const tagMETAFILEINFO& Info() const { return info_; }
+
+    /// Every section, kind by kind.
+    void ForEachSection(const std::function<void(const ShownSection&)>& show) const;
+    /// Compiled image: how many sections are of no known kind.
+    unsigned UnknownSections() const;
+    /// Compiled image: every table of names and numbers in the order of the file.
+    void ForEachTable(const std::function<void(const ShownTable&)>& show) const;
+    /// Compiled image: the table data.
+    void ForEachBlock(const std::function<void(const ShownBlock&)>& show) const;
+    /// Debug image: the predefined names.
+    const std::map<std::string, unsigned>& Names() const { return names_; }
+
+private:
+    ImageKind kind_;
+    tagMETAFILEINFO info_ = {};
+    std::map<std::string, unsigned> names_;
+    unsigned sectionCount_ = 0;
+    std::size_t size_ = 0;
+};
+
+}  // namespace zek::tool

@@ -1,0 +1,92 @@
+#include "image_bytes.h"
+
+#include <cstdint>
+
+namespace zek::tool {
+namespace {
+
+constexpr std::size_t kMagicSize = 16;
+constexpr std::size_t kVersion = 16;
+// Of the compiled image.
+constexpr std::size_t kDirectory = 128;
+constexpr std::size_t kTables = 10;
+constexpr std::size_t kSections = 256;
+// Of the debug image.
+constexpr std::size_t kNames = 0x80;
+
+/// Walks through bytes; once it has run past their end, every word is 0.
+class Walk {
+public:
+    Walk(std::string_view bytes, std::size_t position) : bytes_(bytes), position_(position) {}
+
+    bool IsInside() const { return position_ <= bytes_.size(); }
+    bool IsAtEnd() const { return position_ == bytes_.size(); }
+
+    std::uint32_t Word() {
+        const std::string_view word = Take(4);
+        std::uint32_t value = 0;
+        for (std::size_t i = word.size(); i > 0; --i) value = value << 8 | static_cast<unsigned char>(word[i - 1]);
+        return value;
+    }
+    /// Empty where the bytes do not hold so many; then the walk is over.
+    std::string_view Take(std::size_t length) {
+        const std::size_t start = position_;
+        position_ = start <= bytes_.size() && length <= bytes_.size() - start ? start + length : bytes_.size() + 1;
+        return IsInside() ? bytes_.substr(start, length) : std::string_view();
+    }
+
+private:
+    std::string_view bytes_;
+    std::size_t position_;
+};
+
+/// The magic is a text that ends with a NUL, both within 16 bytes.
+bool BeginsWith(std::string_view bytes, std::string_view magic) {
+    return bytes.size() >= kMagicSize && bytes.starts_with(magic) && bytes[magic.size()] == '\0';
+}
+
+}  // namespace
+
+ImageKind KindOf(std::string_view bytes) {
+    if (BeginsWith(bytes, "QUOR ZEK meta.")) return ImageKind::kCompiled;
+    if (BeginsWith(bytes, "QUOR ZEK metaD.")) return ImageKind::kDebug;
+    return ImageKind::kNone;
+}
+
+unsigned VersionOf(std::string_view bytes) { return Walk(bytes, kVersion).Word(); }
+
+unsigned SectionCount(std::string_view bytes) { return Walk(bytes, kSections).Word(); }
+
+bool IsWholeCompiledImage(std::string_view bytes) {
+    // The table data is the last record: a tag, a length, and so many bytes.
+    Walk record(bytes, Walk(bytes, kDirectory + 4 * (kTables - 1)).Word());
+    record.Word();
+    record.Take(record.Word());
+    return KindOf(bytes) == ImageKind::kCompiled && bytes.size() > kSections && record.IsAtEnd();
+}
+
+bool IsWholeDebugImage(std::string_view bytes) {
+    Walk walk(bytes, kNames);
+    for (std::uint32_t names = walk.Word(); names > 0 && walk.IsInside(); --names) {
+        walk.Take(walk.Word());
+        walk.Word();
+    }
+    for (std::uint32_t groups = walk.Word(); groups > 0 && walk.IsInside(); --groups) {
+        for (std::uint32_t sections = walk.Word(); sections > 0 && walk.IsInside(); --sections) walk.Take(walk.Word());
+    }
+    return KindOf(bytes) == ImageKind::kDebug && walk.IsAtEnd();
+}
+
+std::map<std::string, unsigned> PredefinedNames(std::string_view bytes) {
+    std::map<std::string, unsigned> names;
+    Walk walk(bytes, kNames);
+    for (std::uint32_t count = walk.Word(); count > 0; --count) {
+        const std::string_view name = walk.Take(walk.Word());
+        const std::uint32_t value = walk.Word();
+        if (!walk.IsInside()) break;
+        names.emplace(name, value);
+    }
+    return names;
+}
+
+}  // namespace zek::tool

@@ -1,0 +1,40 @@
+/// Where the file of an include stands. Relies on the file system alone.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zek::tool {
+
+/// The folder part of a path, without its slash: empty where the path has none, "/" for the root.
+std::string FolderOf(const std::string& path);
+
+/// The search for one name.
+struct IncludeFound {
+    std::string path;                  ///< empty when nothing of that name stands anywhere
+    std::vector<std::string> folders;  ///< where it was looked for, in order; "." is the current folder
+};
+
+/// Looks beside the including file, in the current folder, in the folders given, then in the built-in one. The first place
+/// where anything of the name stands is taken, whatever it is. Found nowhere, the name is looked for once more with each
+/// backslash taken as a slash.
+class IncludeSearch {
+public:
+    /// An empty `builtIn` means that there is none.
+    IncludeSearch(std::vector<std::string> folders, std::string builtIn);
+
+    /// `includer` is the path of the including file.
+    IncludeFound Find(const std::string& name, const std::string& includer) const;
+
+    /// The path of a main source: the name as it is, or with slashes for backslashes where only that stands.
+    static std::string MainSource(const std::string& name);
+
+private:
+    std::vector<std::string> folders_;
+};
+
+/// The folder of the files that come with the command: share/zek/include beside the folder that the program runs from; empty
+/// when that cannot be told.
+std::string BuiltInFolder();
+
+}  // namespace zek::tool

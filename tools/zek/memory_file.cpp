@@ -1,0 +1,70 @@
+#include "memory_file.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "failure.h"
+#include "streams.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr std::size_t kChunk = std::size_t{1} << 18;
+constexpr std::size_t kMostOfStream = std::size_t{256} << 20;
+constexpr char kWhat[] = "cannot hold the image in memory";
+
+std::size_t MostOf(int descriptor) {
+    struct stat info {};
+    return fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode) ? std::string().max_size() : kMostOfStream;
+}
+
+/// 0, or the errno of the call that failed.
+int Append(int descriptor, std::string& bytes) {
+    const std::size_t most = MostOf(descriptor);
+    while (true) {
+        const std::size_t size = bytes.size();
+        bytes.resize(size + kChunk);
+        const ssize_t got = read(descriptor, bytes.data() + size, kChunk);
+        const int error = errno;
+        bytes.resize(size + (got > 0 ? static_cast<std::size_t>(got) : 0));
+        if (got == 0) return 0;
+        if (got < 0 && error != EINTR) return error;
+        if (bytes.size() > most) return EFBIG;
+    }
+}
+
+}  // namespace
+
+MemoryFile::MemoryFile() : descriptor_(memfd_create("zek", MFD_CLOEXEC)) {
+    if (descriptor_ < 0) throw SystemFailure(kWhat);
+}
+
+MemoryFile::MemoryFile(std::string_view bytes) : MemoryFile() {
+    if (const int error = WriteAll(descriptor_, bytes)) throw SystemFailure(kWhat, error);
+}
+
+MemoryFile::~MemoryFile() { close(descriptor_); }
+
+std::string MemoryFile::Name() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+std::string MemoryFile::Bytes() const {
+    if (lseek(descriptor_, 0, SEEK_SET) < 0) throw SystemFailure(kWhat);
+    std::string bytes;
+    if (const int error = Append(descriptor_, bytes)) throw SystemFailure(kWhat, error);
+    return bytes;
+}
+
+std::string ReadFile(const std::string& name) {
+    const int descriptor = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0) throw SystemFailure("cannot read " + name);
+    std::string bytes;
+    const int error = Append(descriptor, bytes);
+    close(descriptor);
+    if (error) throw SystemFailure("cannot read " + name, error);
+    return bytes;
+}
+
+}  // namespace zek::tool

@@ -1,0 +1,32 @@
+/// A file in memory that has a name, for functions that take a file by its name. Relies on memfd_create and on /proc.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zek::tool {
+
+class MemoryFile {
+public:
+    /// Throws Failure when there is none to be had.
+    MemoryFile();
+    /// One that holds these bytes.
+    explicit MemoryFile(std::string_view bytes);
+    ~MemoryFile();
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    /// The name, valid in this process while the object lives.
+    std::string Name() const;
+    /// All bytes; throws Failure.
+    std::string Bytes() const;
+
+private:
+    int descriptor_;
+};
+
+
+/// The bytes of a file; throws Failure. What is no regular file may give 256 MiB.
+std::string ReadFile(const std::string& name);
+
+}  // namespace zek::tool

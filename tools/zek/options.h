@@ -1,0 +1,33 @@
+/// The command line. Relies on the command-line library, of which nothing is seen here.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "report.h"
+
+namespace zek::tool {
+
+enum class Command { kNone, kCompile, kCheck, kDump, kTree };
+
+struct Options {
+    Command command = Command::kNone;
+    std::vector<std::string> files;  ///< the sources, or the image
+    std::string image;               ///< compile: where the compiled image goes; empty for the default
+    std::string debugImage;          ///< compile: where the debug image goes; empty for the default
+    std::vector<std::string> includes;
+    ReportOptions report;
+    bool json = false;
+};
+
+/// What the arguments say. Where they ask for help or the version, or are wrong, `command` is kNone, `text` is what to say
+/// and `code` the exit code.
+struct CommandLine {
+    Options options;
+    std::string text;
+    int code = 0;
+};
+
+CommandLine ReadCommandLine(int argc, char** argv);
+
+}  // namespace zek::tool

@@ -1,0 +1,181 @@
+#include "output_file.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+#include <utility>
+
+#include "failure.h"
+#include "include_search.h"
+#include "streams.h"
+#include "temporary_files.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr int kMostLinks = 40;
+
+Failure CannotWrite(const Target& target, int error) { return SystemFailure("cannot write " + target.name, error); }
+
+std::string NameIn(const std::string& path) { return path.substr(path.rfind('/') + 1); }
+
+std::string Beside(const std::string& path, const std::string& name) {
+    const std::string folder = FolderOf(path);
+    if (folder.empty() || name.starts_with('/')) return name;
+    return folder == "/" ? folder + name : folder + '/' + name;
+}
+
+/// The path that a chain of symbolic links leads to, whether something stands there or not.
+std::string Followed(std::string path) {
+    char to[PATH_MAX];
+    for (int links = 0; links < kMostLinks; ++links) {
+        const ssize_t length = readlink(path.c_str(), to, sizeof to);
+        if (length < 0) return path;
+        path = Beside(path, std::string(to, static_cast<std::size_t>(length)));
+    }
+    return path;
+}
+
+bool IsSameFile(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
+
+/// Syncs and closes; 0, or the errno of the first call that failed. A device or pipe need not be able to sync.
+int Finish(int descriptor, bool direct) {
+    int error = fsync(descriptor) == 0 ? 0 : errno;
+    if (direct && (error == EINVAL || error == EROFS || error == ENOTSUP)) error = 0;
+    if (close(descriptor) != 0 && !error) error = errno;
+    return error;
+}
+
+void WriteDirectly(const OutputFile& file) {
+    // A file that has no name left, as behind /dev/stdout, is emptied first; for the others that means nothing.
+    const int descriptor = open(file.target.path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NOCTTY);
+    if (descriptor < 0) throw CannotWrite(file.target, errno);
+    int error = WriteAll(descriptor, file.bytes);
+    const int finished = Finish(descriptor, true);
+    if (!error) error = finished;
+    if (error) throw CannotWrite(file.target, error);
+}
+
+/// Mode and owner of the file that is to be replaced. The owner only where we may.
+int KeepMode(int descriptor, const struct stat& old) {
+    struct stat made {};
+    if (fstat(descriptor, &made) != 0) return errno;
+    const bool owned = made.st_uid == old.st_uid && made.st_gid == old.st_gid;
+    const bool given = owned || fchown(descriptor, old.st_uid, old.st_gid) == 0;
+    // What runs under its owner's rights must not do so under another's.
+    const mode_t kept = given ? 07777 : 0777;
+    return fchmod(descriptor, old.st_mode & kept) == 0 ? 0 : errno;
+}
+
+/// One file on its way to its place.
+class Replacement {
+public:
+    explicit Replacement(const OutputFile& file) : target_(file.target) {
+        const int descriptor = fresh_.Create(FolderOf(target_.path));
+        if (descriptor < 0) throw CannotWrite(target_, errno);
+        int error = WriteAll(descriptor, file.bytes);
+        if (!error && target_.stands) error = KeepMode(descriptor, target_.info);
+        const int finished = Finish(descriptor, false);
+        if (!error) error = finished;
+        if (error) throw CannotWrite(target_, error);
+    }
+
+    /// Keeps the old file at hand. Where the file system knows no second names, it cannot be put back.
+    void KeepOld() {
+        if (target_.stands) old_.Link(FolderOf(target_.path), target_.path);
+    }
+
+    void TakePlace() {
+        if (std::rename(fresh_.Path().c_str(), target_.path.c_str()) != 0) throw CannotWrite(target_, errno);
+        fresh_.Forget();
+        placed_ = true;
+    }
+
+    void PutBack() {
+        if (!placed_) return;
+        if (!target_.stands) {
+            unlink(target_.path.c_str());
+        } else if (!old_.Path().empty() && std::rename(old_.Path().c_str(), target_.path.c_str()) == 0) {
+            old_.Forget();
+        }
+    }
+
+    /// Makes the new name last.
+    void SyncFolder() const {
+        const std::string folder = FolderOf(target_.path);
+        const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        // A folder that may be written but not read cannot be synced, and not every file system can sync one.
+        if (descriptor < 0) return;
+        const int error = Finish(descriptor, true);
+        if (error) throw CannotWrite(target_, error);
+    }
+
+private:
+    Target target_;
+    TemporaryFile fresh_;
+    TemporaryFile old_;
+    bool placed_ = false;
+};
+
+void PlaceAll(std::vector<Replacement>& replacements) {
+    // All or none, for a signal too.
+    const SignalsWait wait;
+    if (replacements.size() > 1) replacements.front().KeepOld();
+    try {
+        for (Replacement& replacement : replacements) replacement.TakePlace();
+    } catch (const Failure&) {
+        for (Replacement& replacement : replacements) replacement.PutBack();
+        throw;
+    }
+}
+
+}  // namespace
+
+Target TargetOf(const std::string& name) {
+    Target target;
+    target.name = name;
+    target.path = Followed(name);
+    if (name.empty()) throw CannotWrite(target, ENOENT);
+    target.stands = stat(name.c_str(), &target.info) == 0;
+    if (!target.stands) {
+        if (errno != ENOENT) throw CannotWrite(target, errno);
+        struct stat folder {};
+        const std::string path = FolderOf(target.path);
+        if (stat(path.empty() ? "." : path.c_str(), &folder) != 0) throw CannotWrite(target, errno);
+        if (target.path.ends_with('/')) throw CannotWrite(target, EISDIR);
+        return target;
+    }
+    if (S_ISDIR(target.info.st_mode)) throw CannotWrite(target, EISDIR);
+    struct stat followed {};
+    const bool named = stat(target.path.c_str(), &followed) == 0 && IsSameFile(followed, target.info);
+    target.direct = !S_ISREG(target.info.st_mode) || !named;
+    if (target.direct) target.path = name;
+    // Its name could be taken all the same, but who protects a file wants to keep it.
+    if (access(name.c_str(), W_OK) != 0) throw CannotWrite(target, errno);
+    return target;
+}
+
+bool IsSameFile(const Target& a, const Target& b) {
+    if (a.stands != b.stands) return false;
+    if (a.stands) return IsSameFile(a.info, b.info);
+    struct stat first {};
+    struct stat second {};
+    if (stat(Beside(a.path, ".").c_str(), &first) != 0 || stat(Beside(b.path, ".").c_str(), &second) != 0) return false;
+    return IsSameFile(first, second) && NameIn(a.path) == NameIn(b.path);
+}
+
+void WriteTogether(const std::vector<OutputFile>& files) {
+    std::vector<Replacement> replacements;
+    for (const OutputFile& file : files) {
+        if (!file.target.direct) replacements.emplace_back(file);
+    }
+    for (const OutputFile& file : files) {
+        if (file.target.direct) WriteDirectly(file);
+    }
+    PlaceAll(replacements);
+    for (const Replacement& replacement : replacements) replacement.SyncFolder();
+}
+
+}  // namespace zek::tool

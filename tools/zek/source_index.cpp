@@ -1,0 +1,85 @@
+#include "source_index.h"
+
+#include <algorithm>
+#include <iterator>
+#include <sys/stat.h>
+
+namespace zek::tool {
+namespace {
+
+bool IsOnDisk(const std::string& path) {
+    struct stat info {};
+    return stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+std::string SectionName(const ParserLibrary& library, void* handle, unsigned& line) {
+    unsigned size = 0;
+    if (!library.getSectInfo(handle, nullptr, &size, &line)) return {};
+    std::string name(size, '\0');
+    if (!library.getSectInfo(handle, name.data(), &size, &line)) return {};
+    return name.c_str();
+}
+
+/// The item at a position; nothing past the last.
+std::optional<SourceItem> ItemAt(const ParserLibrary& library, void* section, unsigned position) {
+    SourceItem item;
+    unsigned keySize = 0;
+    unsigned valueSize = 0;
+    if (!library.enumItem(section, position, nullptr, &keySize, nullptr, &valueSize, &item.line)) return std::nullopt;
+    std::string key(keySize, '\0');
+    std::string value(valueSize, '\0');
+    if (!library.enumItem(section, position, key.data(), &keySize, value.data(), &valueSize, &item.line)) return std::nullopt;
+    item.key = key.c_str();
+    item.value = value.c_str();
+    return item;
+}
+
+}  // namespace
+
+bool SourceSection::HasKey(const std::string& key) const {
+    return std::any_of(items.begin(), items.end(), [&](const SourceItem& item) { return item.key == key; });
+}
+
+const std::vector<SourceSection>& SourceIndex::Sections(const std::string& path) {
+    const auto known = files_.find(path);
+    return known != files_.end() ? known->second : files_.emplace(path, Read(path)).first->second;
+}
+
+bool SourceIndex::Stands(const std::string& path, unsigned line, const std::string& section, const std::string& key) {
+    // Sections, and the items of a section, stand on rising lines.
+    const std::vector<SourceSection>& sections = Sections(path);
+    const auto behind = std::upper_bound(sections.begin(), sections.end(), line,
+                                         [](unsigned wanted, const SourceSection& a) { return wanted < a.line; });
+    if (behind == sections.begin()) return false;
+    const SourceSection& found = *std::prev(behind);
+    if (!section.empty() && found.name != section) return false;
+    if (key.empty() && found.line == line) return true;
+    const auto item = std::lower_bound(found.items.begin(), found.items.end(), line,
+                                       [](const SourceItem& a, unsigned wanted) { return a.line < wanted; });
+    return item != found.items.end() && item->line == line && (key.empty() || item->key == key);
+}
+
+std::optional<unsigned> SourceIndex::LineOfSection(const std::string& path, unsigned position, const std::string& name) {
+    const std::vector<SourceSection>& sections = Sections(path);
+    if (position >= sections.size() || sections[position].name != name) return std::nullopt;
+    return sections[position].line;
+}
+
+std::vector<SourceSection> SourceIndex::Read(const std::string& path) const {
+    std::vector<SourceSection> sections;
+    void* file = library_.Serves() && IsOnDisk(path) ? library_.openFile(path) : nullptr;
+    if (!file) return sections;
+    library_.parse(file);
+    while (void* handle = library_.enumSection(file, static_cast<unsigned>(sections.size()))) {
+        SourceSection section;
+        section.name = SectionName(library_, handle, section.line);
+        while (std::optional<SourceItem> item = ItemAt(library_, handle, static_cast<unsigned>(section.items.size()))) {
+            section.items.push_back(std::move(*item));
+        }
+        sections.push_back(std::move(section));
+    }
+    library_.closeFile(&file);
+    return sections;
+}
+
+}  // namespace zek::tool

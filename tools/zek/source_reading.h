@@ -1,0 +1,70 @@
+/// Follows the compiler while it reads a source: decides which file a name means, and knows which file is being read, every
+/// file that was, and why one could not be loaded. Relies on the parser library's hook and on the compiler's messages.
+#pragma once
+
+#include <string>
+#include <sys/types.h>
+#include <utility>
+#include <vector>
+
+#include "include_search.h"
+#include "messages.h"
+#include "parser_library.h"
+
+namespace zek::tool {
+
+/// A file that the compiler read.
+struct SourceFile {
+    std::string name;  ///< as the compiler asked for it, and as it calls it
+    std::string path;  ///< as it was opened
+    dev_t device = 0;
+    ino_t inode = 0;
+    std::size_t includer = 0;  ///< the position of the including file; its own for the main source
+};
+
+/// What the compiler calls a file in its messages: the part behind the last backslash of the name.
+std::string NameInMessages(const std::string& name);
+
+/// The part up to that backslash, which the compiler puts before the names that the file includes.
+std::string BackslashFolder(const std::string& name);
+
+class SourceReading : public MessageListener {
+public:
+    /// Takes the library's hook, where it has one, and the messages, until it is destroyed or Stop is called.
+    SourceReading(const ParserLibrary& library, IncludeSearch search);
+    ~SourceReading() override { Stop(); }
+    SourceReading(const SourceReading&) = delete;
+    SourceReading& operator=(const SourceReading&) = delete;
+
+    void Stop();
+
+    /// Every opening of a file, in order; the main source first. Empty when the parser library has no hook.
+    const std::vector<SourceFile>& Files() const { return files_; }
+    /// Why the main source was refused; empty when it was not.
+    const std::string& Refusal() const { return refusal_; }
+
+    /// Fills `path`, and `reason` where an include could not be loaded.
+    void Hear(Message& message) noexcept override;
+
+private:
+    struct Open {
+        std::size_t position;  ///< in files_
+        bool begun = false;    ///< something of it was read, so it was not refused after the hook had let it pass
+    };
+
+    static bool Asked(void* context, const std::string& name, const std::string& includer, std::string& path);
+    bool Decide(const std::string& name, const std::string& includer, std::string& path);
+    bool Refuse(const std::string& reason);
+    IncludeFound FindInclude(const std::string& name) const;
+    std::string ChainTo(const SourceFile& file) const;
+    std::string ReasonOfFailure();
+    const SourceFile& Current() const { return files_[open_.back().position]; }
+
+    ParserLibrary library_;
+    IncludeSearch search_;
+    std::vector<SourceFile> files_;
+    std::vector<Open> open_;  // the file being read last, behind those that include it
+    std::string refusal_;
+};
+
+}  // namespace zek::tool

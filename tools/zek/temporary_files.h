@@ -1,0 +1,51 @@
+/// The temporary files that exist at this moment, removed when the program is interrupted. Relies on POSIX signals.
+#pragma once
+
+#include <csignal>
+#include <string>
+
+namespace zek::tool {
+
+/// From now on SIGINT, SIGTERM and SIGHUP remove the temporary files before they end the program, unless they were ignored
+/// when it began. A pipe that nobody reads and a file that grows too long fail the call instead of ending the program.
+void HandleSignals();
+
+/// While one lives, those three signals wait.
+class SignalsWait {
+public:
+    SignalsWait();
+    ~SignalsWait();
+    SignalsWait(const SignalsWait&) = delete;
+    SignalsWait& operator=(const SignalsWait&) = delete;
+
+private:
+    sigset_t before_;
+};
+
+/// A file that is removed at the latest when its object is destroyed or a signal ends the program.
+class TemporaryFile {
+public:
+    TemporaryFile() = default;
+    ~TemporaryFile() { Remove(); }
+    TemporaryFile(TemporaryFile&& other) noexcept;
+    TemporaryFile& operator=(TemporaryFile&&) = delete;
+
+    /// Makes a new, empty file with a name of its own in a folder ("" is the current one) and gives its descriptor, open for
+    /// writing; -1 with errno set when it cannot. At most four exist at a time.
+    int Create(const std::string& folder);
+    /// Makes another name of a file in its folder; false with errno set when it cannot.
+    bool Link(const std::string& folder, const std::string& file);
+
+    const std::string& Path() const { return path_; }
+    void Remove();
+    /// It has another name now and is no longer temporary.
+    void Forget();
+
+private:
+    bool Take(const std::string& folder);
+
+    std::string path_;
+    int slot_ = -1;
+};
+
+}  // namespace zek::tool
