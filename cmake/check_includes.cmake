@@ -1,4 +1,4 @@
-# Holds every #include below ROOT against what the room of the including file may include; docs/architecture.md says why.
+# Holds every #include below ROOT against what the room of the including file may include (docs/architecture.md).
 # Lists each include that goes against it and then fails.
 #   cmake -D ROOT=<source folder> -P cmake/check_includes.cmake
 cmake_minimum_required(VERSION 3.25)
@@ -80,8 +80,9 @@ endfunction()
 
 set(against)
 file(GLOB_RECURSE files RELATIVE ${ROOT}
-  ${ROOT}/src/*.h ${ROOT}/src/*.cpp ${ROOT}/include/*.h ${ROOT}/include/*.cpp ${ROOT}/parser/*.h ${ROOT}/parser/*.cpp
-  ${ROOT}/tools/*.h ${ROOT}/tools/*.cpp ${ROOT}/examples/*.h ${ROOT}/examples/*.cpp ${ROOT}/bench/*.h ${ROOT}/bench/*.cpp)
+  ${ROOT}/src/*.h ${ROOT}/src/*.cpp ${ROOT}/include/*.h ${ROOT}/include/*.cpp
+  ${ROOT}/parser/*.h ${ROOT}/parser/*.cpp ${ROOT}/tools/*.h ${ROOT}/tools/*.cpp
+  ${ROOT}/examples/*.h ${ROOT}/examples/*.cpp ${ROOT}/bench/*.h ${ROOT}/bench/*.cpp)
 list(SORT files)
 if(NOT files)
   message(FATAL_ERROR "no source file below ${ROOT}")

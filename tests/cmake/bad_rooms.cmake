@@ -1,4 +1,4 @@
-# The include check fails on the tree beside this file, in which each rule is broken once, and names exactly these includes.
+# The include check fails on the tree beside this file, which breaks each rule once, and names exactly these includes.
 set(tree ${CMAKE_CURRENT_LIST_DIR}/bad_rooms)
 execute_process(COMMAND ${CMAKE_COMMAND} -D ROOT=${tree} -P ${CMAKE_CURRENT_LIST_DIR}/../../cmake/check_includes.cmake
   RESULT_VARIABLE result ERROR_VARIABLE found)
