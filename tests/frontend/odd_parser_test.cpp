@@ -1,0 +1,133 @@
+#include "frontend/parse.h"
+#include "frontend/parser_host.h"
+#include "model/section.h"
+#include "model/section_text.h"
+
+namespace zek::test {
+
+/// A process whose parser library does what the script says.
+class OddParser : public ParserHost {
+protected:
+    void SetUp() override {
+        ParserHost::SetUp();
+        Load("complete");
+        TakeMessages();
+    }
+
+    /// Reads a file of these sections.
+    static void Read(std::vector<ScriptedSection> sections) {
+        TheScript().files["main.zek"] = std::move(sections);
+        ASSERT_EQ(gccCompStart("main.zek"), 1U);
+        gccParse();
+    }
+};
+
+TEST_F(OddParser, IsAskedForTheSizesFirstAndThenForTheTexts) {
+    Read({{"GROUP", 1, {{"NAME", "abc", 2}}}});
+    EXPECT_EQ(Calls(), "OpenFile main.zek\nParse main.zek\nEnumSection main.zek 0\n"
+                       "GetSectInfo null 0\nGetSectInfo buffer 6\n"
+                       "EnumItem 0 null 0 null 0\nEnumItem 0 buffer 5 buffer 4\n"
+                       "EnumItem 1 null 0 null 0\nEnumItem 1 buffer 0 buffer 0\n"
+                       "EnumSection main.zek 1\nCloseFile main.zek\n");
+}
+
+TEST_F(OddParser, IsPassedANullFileWithoutAStart) {
+    gccParse();
+    EXPECT_EQ(Calls(), "EnumSection null 0\n");
+    EXPECT_EQ(TakeMessages(), "Parse::No more sections(total = 0).\n");
+}
+
+TEST_F(OddParser, IsForgottenTheFileEvenWhereItLeavesTheHandle) {
+    Read({{"GROUP"}});
+    Calls();
+    gccParse();
+    EXPECT_EQ(Calls(), "EnumSection null 0\n");
+}
+
+TEST_F(OddParser, LosesTheFirstFileOfTwoStarts) {
+    TheScript().files["first.zek"] = {{"GROUP"}};
+    ASSERT_EQ(gccCompStart("first.zek"), 1U);
+    Read({});
+    EXPECT_EQ(Calls(), "OpenFile first.zek\nParse first.zek\nOpenFile main.zek\nParse main.zek\n"
+                       "EnumSection main.zek 0\nCloseFile main.zek\n");
+}
+
+TEST_F(OddParser, KeepsAFileOpenThatADestroyedObjectHeld) {
+    TheScript().files["main.zek"] = {};
+    {
+        CZEKParse parse;
+        ASSERT_EQ(parse.Start("main.zek"), 1U);
+    }
+    EXPECT_EQ(Calls(), "OpenFile main.zek\nParse main.zek\n");
+}
+
+TEST_F(OddParser, MayFailToParse) {
+    TheScript().parseStatus = 0;
+    Read({{"GROUP"}});
+    EXPECT_EQ(CGSGROUP::m_sHeader.size(), 1U);
+}
+
+TEST_F(OddParser, MayAnswerTheSizeCallsWithFailure) {
+    TheScript().sizeStatus = 0;
+    Read({{"GROUP", 1, {{"NAME", "abc", 2}}}});
+    EXPECT_EQ(CGSGROUP::m_sHeader.at(0)->m_vpEntry[1]->m_vstrSubStr, std::vector<std::string>({"abc"}));
+}
+
+TEST_F(OddParser, MayFailToNameASection) {
+    ScriptedSection nameless{"TABLE"};
+    nameless.infoFails = true;
+    Read({{"GROUP"}, nameless, {"GROUP"}});
+    EXPECT_EQ(TakeMessages(), "Parse::Get section(NO. = 2,Index=1) name failed.\nParse::No more sections(total = 3).\n");
+    EXPECT_EQ(CGSGROUP::m_sHeader.size(), 2U);
+}
+
+TEST_F(OddParser, MayLeaveTheLinesAsTheyAre) {
+    Read({{"GROUP", 5, {{"NAME", "a", 6}, {"PARENT", "b", 0}}}, {"GROUP", 0}});
+    ASSERT_EQ(CGSGROUP::m_sHeader.size(), 2U);
+    EXPECT_EQ(CGSGROUP::m_sHeader[0]->m_dwLine, 5U);
+    EXPECT_EQ(CGSGROUP::m_sHeader[0]->m_vpEntry[1]->m_dwLine, 6U);
+    EXPECT_EQ(CGSGROUP::m_sHeader[0]->m_vpEntry[0]->m_dwLine, 0U) << "not the line of the item before";
+    EXPECT_EQ(CGSGROUP::m_sHeader[1]->m_dwLine, 0U);
+}
+
+TEST_F(OddParser, MayPutMoreBehindTheTerminator) {
+    const auto text = [](const std::string& name) { return ScriptedText(name + std::string("\0rest", 5)); };
+    Read({{text("GROUP"), 1, {{text("NAME"), text("abc"), 2}}}});
+    EXPECT_EQ(CGSGROUP::m_sHeader.at(0)->m_strName, "GROUP");
+    EXPECT_EQ(CGSGROUP::m_sHeader.at(0)->m_vpEntry[1]->m_strName, "NAME");
+    EXPECT_EQ(CGSGROUP::m_sHeader.at(0)->m_vpEntry[1]->m_vstrSubStr, std::vector<std::string>({"abc"}));
+}
+
+TEST_F(OddParser, IsReadNoFurtherThanTheSizeThatItNamed) {
+    ScriptedText name("GROUPS");
+    name.sizeError = -2;  // room for "GROUP", none for a terminator
+    ScriptedText value("a");
+    value.sizeError = 100;
+    Read({{name, 1, {{"NAME", value, 2}}}, {"GROUP"}});
+    EXPECT_EQ(CGSGROUP::m_sHeader.at(0)->m_strName, "GROUP");
+    EXPECT_EQ(CGSGROUP::m_sHeader.at(0)->m_vpEntry[1]->m_vstrSubStr, std::vector<std::string>({"a"}));
+}
+
+TEST_F(OddParser, MayNameASizeOfZero) {
+    ScriptedText none("");
+    none.sizeError = -1;
+    Read({{none}, {"PROPERTY", 1, {{"KEY", none, 2}}}});
+    EXPECT_EQ(TakeMessages(), "Create section(1, ) object failed.\nParse::No more sections(total = 2).\n");
+    EXPECT_EQ(EntriesOf(*CGSPROPERTY::m_sHeader.at(0)), "STRING 10020017 10 KEY 2\n");
+}
+
+TEST_F(OddParser, MaySendAnEmptyKey) {
+    Read({{"GROUP", 1, {{"", "a", 2}, {"NAME", "b", 3}}}, {"TABLE", 4, {{"", "1", 5}}}});
+    EXPECT_EQ(TakeMessages(), "Add Item(NO. = 1) of section(GROUP) failed.\n"
+                              "Warning[main.zek:2]: [GROUP]:, This ENTRY is ignored because of invalid entry name.\n"
+                              "Parse::No more sections(total = 2).\n");
+    EXPECT_EQ(CGSTABLE::m_sHeader.at(0)->m_vpEntry.size(), 3U);
+}
+
+TEST_F(OddParser, MayKeepTheBracketsOfAName) {
+    Read({{"[GROUP]", 1, {{"NAME", "a", 2}}}});
+    EXPECT_EQ(TakeMessages(), "Create section(1, [GROUP]) object failed.\nParse::No more sections(total = 1).\n");
+    EXPECT_EQ(Calls().find("EnumItem"), std::string::npos) << "the items of a refused section are not asked for";
+}
+
+}  // namespace zek::test

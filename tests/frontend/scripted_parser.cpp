@@ -1,0 +1,96 @@
+// Built several times, each time with another of the seven names renamed, so that the compiler finds six.
+#include "frontend/scripted_parser.h"
+
+#include <cstring>
+
+using zek::test::Script;
+using zek::test::ScriptedItem;
+using zek::test::ScriptedSection;
+using zek::test::ScriptedText;
+using zek::test::TheScript;
+
+namespace {
+
+using File = std::vector<ScriptedSection>;
+
+/// The name of the file behind a handle.
+std::string NameOf(const void* handle) {
+    for (const auto& [name, file] : TheScript().files) {
+        if (&file == handle) return name;
+    }
+    return "null";
+}
+
+void Note(const std::string& call) { TheScript().calls += call + '\n'; }
+
+std::string Buffer(const char* buffer, unsigned size) { return (buffer ? " buffer " : " null ") + std::to_string(size); }
+
+/// Stores the size for a null buffer, else fills the buffer as far as its size allows.
+void Answer(const ScriptedText& text, char* buffer, unsigned* size) {
+    if (!buffer) {
+        *size = static_cast<unsigned>(static_cast<int>(text.text.size()) + 1 + text.sizeError);
+    } else {
+        std::memcpy(buffer, text.text.c_str(), std::min<std::size_t>(text.text.size() + 1, *size));
+    }
+}
+
+}  // namespace
+
+#pragma GCC visibility push(default)
+extern "C" {
+
+void* RSOpenFile(const std::string& file) {
+    Note("OpenFile " + file);
+    const auto found = TheScript().files.find(file);
+    return found == TheScript().files.end() ? nullptr : &found->second;
+}
+
+unsigned RSParse(void* file) {
+    Note("Parse " + NameOf(file));
+    return TheScript().parseStatus;
+}
+
+void* RSEnumSection(void* file, unsigned index) {
+    Note("EnumSection " + NameOf(file) + ' ' + std::to_string(index));
+    auto* sections = static_cast<File*>(file);
+    return sections && index < sections->size() ? &(*sections)[index] : nullptr;
+}
+
+unsigned RSGetSectInfo(void* section, char* name, unsigned* size, unsigned* line) {
+    const auto& scripted = *static_cast<const ScriptedSection*>(section);
+    Note("GetSectInfo" + Buffer(name, *size));
+    if (scripted.infoFails) return 0;
+    Answer(scripted.name, name, size);
+    if (!name) return TheScript().sizeStatus;
+    if (scripted.line) *line = scripted.line;
+    return 1;
+}
+
+unsigned RSEnumItem(void* section, unsigned index, char* key, unsigned* keySize, char* value, unsigned* valueSize,
+                    unsigned* line) {
+    const auto& items = static_cast<const ScriptedSection*>(section)->items;
+    Note("EnumItem " + std::to_string(index) + Buffer(key, *keySize) + Buffer(value, *valueSize));
+    if (index >= items.size()) return 0;
+    Answer(items[index].key, key, keySize);
+    Answer(items[index].value, value, valueSize);
+    if (!key) return TheScript().sizeStatus;
+    if (items[index].line) *line = items[index].line;
+    return 1;
+}
+
+void* RSFindSEction(void* file, const std::string& name) {
+    Note("FindSEction " + NameOf(file) + ' ' + name);
+    for (ScriptedSection& section : *static_cast<File*>(file)) {
+        if (section.name.text == name) return &section;
+    }
+    return nullptr;
+}
+
+/// Leaves the handle to the caller, as a parser library may.
+unsigned RSCloseFile(void** file) {
+    Note("CloseFile " + NameOf(*file));
+    return 1;
+}
+
+}  // extern "C"
+#pragma GCC visibility pop

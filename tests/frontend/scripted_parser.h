@@ -1,0 +1,43 @@
+/// A section-file parser whose behaviour a test writes down. The texts live in the program; the functions that the compiler
+/// looks up live in libraries made of scripted_parser.cpp, each lacking another function. Relies on the standard library.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace zek::test {
+
+/// A text and what the parser says its size is.
+struct ScriptedText {
+    ScriptedText(const char* bytes) : text(bytes) {}
+    ScriptedText(std::string bytes) : text(std::move(bytes)) {}
+
+    std::string text;
+    int sizeError = 0;  ///< added to the right size
+};
+
+struct ScriptedItem {
+    ScriptedText key;
+    ScriptedText value;
+    unsigned line = 0;  ///< 0: the variable of the line is left as it is
+};
+
+struct ScriptedSection {
+    ScriptedText name;
+    unsigned line = 0;  ///< 0: the variable of the line is left as it is
+    std::vector<ScriptedItem> items = {};
+    bool infoFails = false;
+};
+
+struct Script {
+    std::map<std::string, std::vector<ScriptedSection>> files;
+    unsigned parseStatus = 1;
+    unsigned sizeStatus = 1;  ///< what a call with null buffers returns
+    std::string calls;        ///< one line per call: the function without RS, and its arguments
+};
+
+/// The script of this process; the libraries find it in the program.
+__attribute__((visibility("default"))) Script& TheScript();
+
+}  // namespace zek::test
