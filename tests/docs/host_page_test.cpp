@@ -1,10 +1,8 @@
 // The programs in docs/host.md are those in examples/hosts, and they print what the page says.
-#include <sys/wait.h>
-
-#include <cstdlib>
 #include <sstream>
 
 #include "docs/page.h"
+#include "docs/run.h"
 #include "support/process_test.h"
 
 namespace zek::test {
@@ -21,11 +19,7 @@ protected:
         ASSERT_EQ(Run("compile_host fan.zek fan.zki fan.zkd"), 0) << Read("stderr");
     }
 
-    /// Runs a host in the current folder and gives its exit code; the files "stdout" and "stderr" hold what it printed.
-    static int Run(const std::string& command) {
-        const int status = std::system((ZEK_HOSTS_DIR "/" + command + " >stdout 2>stderr").c_str());
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
+    static int Run(const std::string& command) { return RunCommand(ZEK_HOSTS_DIR "/" + command); }
 
     /// What a host printed as messages, without those that tell which parser library serves.
     static std::string Printed() {

@@ -1,0 +1,44 @@
+// The commands in the pages do what the pages say.
+#include "docs/page.h"
+#include "docs/run.h"
+#include "support/process_test.h"
+
+namespace zek::test {
+namespace {
+
+class Commands : public ProcessTest {
+protected:
+    static int Zek(const std::string& words) { return RunCommand(ZEK_COMMAND " " + words); }
+
+    /// Compiles the source that a page shows, by the name that the page gives it.
+    static void Compile(const std::string& page, const std::string& source) {
+        Write(source, Block(page, "zek " + source));
+        ASSERT_EQ(Zek("compile " + source), 0) << Read("stderr");
+    }
+
+    /// What an image must hold for the dump in the page, and what it holds.
+    static std::string Shown(const std::string& page, const std::string& image) {
+        return Dump(BytesOfDump(Block(page, "dump " + image)));
+    }
+    static std::string Written(const std::string& image) { return Dump(WithoutTime(Read(image))); }
+};
+
+TEST_F(Commands, ShowTheTreeOfTheReadme) {
+    Compile("README.md", "first.zek");
+    EXPECT_TRUE(std::filesystem::exists("first.zkd"));
+    EXPECT_EQ(Zek("tree first.zki"), 0);
+    EXPECT_EQ(Read("stdout"), Block("README.md", "text zek tree"));
+}
+
+TEST_F(Commands, WriteTheCompiledImageThatThePageShows) {
+    Compile("docs/compiled-image.md", "board.zek");
+    EXPECT_EQ(Shown("docs/compiled-image.md", "board.zki"), Written("board.zki"));
+}
+
+TEST_F(Commands, WriteTheDebugImageThatThePageShows) {
+    Compile("docs/debug-image.md", "lamp.zek");
+    EXPECT_EQ(Shown("docs/debug-image.md", "lamp.zkd"), Written("lamp.zkd"));
+}
+
+}  // namespace
+}  // namespace zek::test
