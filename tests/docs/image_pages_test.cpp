@@ -23,6 +23,7 @@ TEST_P(ImagePage, ShowsTheBytesThatTheLibraryWrites) {
     ASSERT_EQ(row.write(row.image), 1U);
     const std::string shown = BytesOfDump(Block(row.page, "dump " + row.image));
     EXPECT_EQ(Dump(shown), Dump(WithoutTime(Read(row.image))));
+    gccCompEnd();
 }
 
 INSTANTIATE_TEST_SUITE_P(
