@@ -1,0 +1,163 @@
+// The queries of generated sources, against the plain ones.
+#include "compile/compile.h"
+#include "compile/init_tables.h"
+#include "compile/tables.h"
+#include "yardstick/generated_source.h"
+#include "yardstick/plain_model.h"
+#include "yardstick/plain_queries.h"
+
+namespace zek::test {
+
+namespace {
+
+const std::vector<std::string> kNames = {"Group0",  "Group1", "A",     "B",    "a",    "0",  "Sensor0", "Device2",
+                                         "Action1", "Table0", "Tavr1", "none", "",     "k0", "k2",      "own1",
+                                         "1",       "INIT",   "G_0",   "IPMI", "NAME", "s",  "text",    "Group"};
+
+constexpr unsigned kNothing = 0xDEADBEEF;
+
+/// What a query gives, with the code that it left.
+template <class Result>
+void Expect(Result result, const plain::Answer<Result>& expected) {
+    EXPECT_EQ(result, expected.result);
+    EXPECT_EQ(gcGetLastError(), expected.code);
+}
+
+void ExpectValue(const tagGCVALUE& value, const tagGCVALUE& expected) {
+    EXPECT_EQ(value.dwKind, expected.dwKind);
+    EXPECT_EQ(value.dwID, expected.dwID);
+    EXPECT_EQ(value.qwNumber, expected.qwNumber);
+}
+
+void ExpectValue(const tagGCVALUE& value, const plain::Answer<tagGCVALUE>& expected) {
+    EXPECT_EQ(gcGetLastError(), expected.code);
+    ExpectValue(value, expected.result);
+}
+
+/// An entry asked for, with the name slot, which is left alone when nothing is found.
+void ExpectEntry(tagGCENTRY* entry, unsigned name, const plain::Answer<tagGCENTRY*>& expected) {
+    Expect(entry, expected);
+    EXPECT_EQ(name, expected.result ? expected.result->dwName : kNothing);
+}
+
+void CompareEntry(tagGCENTRY& entry, Random& random) {
+    EXPECT_EQ(gcGetValueCount(&entry), entry.vdwValues.size());
+    for (unsigned i = 0; i <= entry.vdwValues.size(); ++i) {
+        ExpectValue(gcGetValueByIndex(&entry, i), plain::ValueByIndex(entry, i));
+    }
+    // Of the many fields that there may be, some of each base.
+    for (unsigned base = 0; base <= 0x1b; ++base) {
+        const unsigned field = (base << 16) + (random.Chance(50) ? 0 : random.Below(8));
+        SCOPED_TRACE("field " + std::to_string(field));
+        ExpectValue(gcGetValueByID(&entry, field), plain::ValueById(entry, field));
+    }
+}
+
+void CompareSection(tagGCSECT& section, Random& random) {
+    EXPECT_EQ(gcGetEntryCount(&section), section.vEntries.size());
+    for (unsigned i = 0; i <= section.vEntries.size(); ++i) {
+        unsigned name = kNothing;
+        tagGCENTRY* entry = gcGetEntryByIndex(&section, i, &name);
+        ExpectEntry(entry, name, plain::EntryByIndex(section, i));
+        if (entry) CompareEntry(*entry, random);
+    }
+    for (const std::string& text : kNames) {
+        unsigned name = kNothing;
+        tagGCENTRY* entry = gcGetEntryByName(&section, text, &name);
+        ExpectEntry(entry, name, plain::EntryByName(section, text));
+    }
+    for (unsigned type = 0x02000000; type < 0x02000019; ++type) {
+        Expect(gcGetEntryByType(&section, type), plain::EntryByType(section, type));
+    }
+}
+
+/// Every identifier that a table has given out, and two beyond.
+void CompareIdentifiers() {
+    for (const unsigned end :
+         {g_idxProperty, g_idxGlobal, g_idxValue, g_idxRepeater, g_idxDword, g_idxString, g_idxGroup, g_idxAction,
+          g_idxTableName, 0x1b000001U, 0x1d000003U, 0x1e000068U, 0x1f000065U, 0U}) {
+        for (unsigned id = end & 0xFF000000; id <= end + 1; ++id) ExpectValue(GetTblData(id), plain::Resolved(id));
+    }
+    for (unsigned id = g_idxGroup & 0xFF000000; id <= g_idxGroup; ++id) {
+        const tagGCVALUE expected = plain::Resolved(id);
+        EXPECT_EQ(GetTblData(g_tblGroup, id), expected.dwKind == 2 ? expected.pszName : nullptr);
+    }
+}
+
+void CompareImage(Random& random) {
+    for (unsigned kind = 0x01000000; kind <= 0x0100000c; ++kind) {
+        SCOPED_TRACE("kind " + std::to_string(kind & 0xFF));
+        const auto sections = plain::ImageSections(kind);
+        EXPECT_EQ(gcGetSectCount(kind), sections.size());
+        EXPECT_EQ(gcGetLastError(), 0U);
+        for (unsigned i = 0; i <= sections.size(); ++i)
+            Expect(gcGetSectByIndex(kind, i), plain::SectionByIndex(kind, i));
+        for (const std::string& name : kNames) Expect(gcGetSectByName(kind, name), plain::SectionByName(kind, name));
+        for (const unsigned id : {0U, 1U, 2U, 3U, 7U, 300U})
+            Expect(gcGetSectByID(kind, id), plain::SectionById(kind, id));
+        for (tagGCSECT* section : sections) CompareSection(*section, random);
+    }
+    for (const std::string& name : kNames) Expect(gcGetGroupIndex(name), plain::GroupIndex(name));
+    CompareIdentifiers();
+}
+
+/// The queries of the source model.
+void CompareModel() {
+    for (unsigned kind = 1; kind <= 15; ++kind) {
+        const auto sections = plain::Sections(0x20000000 + kind);
+        for (unsigned i = 0; i <= sections.size(); ++i) {
+            CZEKSection* section = gdGetSectByIndex(kind, i);
+            ASSERT_EQ(section, i < sections.size() ? sections[i] : nullptr);
+            if (!section) continue;
+            std::vector<CZEKEntry*> withData;
+            for (CZEKEntry* entry : section->m_vpEntry) {
+                if (plain::HoldsData(entry)) withData.push_back(entry);
+            }
+            withData.push_back(nullptr);
+            for (unsigned j = 0; j < withData.size(); ++j) EXPECT_EQ(gdGetEntryByIndex(section, j), withData[j]);
+            const std::string* name = plain::Text(plain::Entry(*section, kName));
+            const std::string* parent = plain::Text(plain::Entry(*section, kParent));
+            EXPECT_EQ(gdGetSectName(section), name ? name->c_str() : nullptr);
+            EXPECT_EQ(gdGetSectPName(section), parent ? parent->c_str() : nullptr);
+        }
+    }
+}
+
+}  // namespace
+
+using QueriesOfGeneratedSource = GeneratedSource;
+
+TEST_P(QueriesOfGeneratedSource, AnswerAsThePlainOnesDo) {
+    unsigned sections = 0;
+    ForEachSeed([&](unsigned seed) {
+        Random random(seed);
+        ASSERT_TRUE(Parse());
+        gccCheck();
+        CompareModel();
+        if (random.Chance(30)) {
+            SCOPED_TRACE("compiled, not written");
+            InitTblD();
+            Compile();
+            CompareImage(random);
+            CompDestory();
+        }
+        ASSERT_EQ(gccOutput("image"), 1U);
+        gccCompEnd();
+        {
+            SCOPED_TRACE("written");
+            CompareImage(random);
+        }
+        ASSERT_EQ(gcInit("image", nullptr), 1U);
+        {
+            SCOPED_TRACE("read");
+            CompareImage(random);
+        }
+        sections += static_cast<unsigned>(g_GCHead.size());
+        if (random.Chance(70)) gcUnInit();
+    });
+    EXPECT_GE(sections, kSeedsInShard * 5) << "the images are worth asking";
+}
+
+INSTANTIATE_TEST_SUITE_P(Shard, QueriesOfGeneratedSource, testing::Range(0U, 20U));
+
+}  // namespace zek::test
