@@ -49,6 +49,9 @@ void ProcessTest::SetUp() {
 
 void ProcessTest::TearDown() {
     if (folder_.empty()) return;
+    // What a case leaves loaded is no leak of the library's.
+    gccCompEnd();
+    gcUnInit();
     std::filesystem::current_path("/");
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
