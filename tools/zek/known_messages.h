@@ -6,6 +6,8 @@ namespace zek::tool {
 // What the reading says of itself.
 inline constexpr char kLoadParserFailed[] = "Parse::load rsparsea(%s) failed.\n";
 inline constexpr char kNoMoreSections[] = "Parse::No more sections(total = %u).\n";
+
+// Says the same as the warning that follows it.
 inline constexpr char kAddItemFailed[] = "Add Item(NO. = %u) of section(%s) failed.\n";
 
 // What the library passes over, and the command does not.

@@ -13,9 +13,7 @@ constexpr std::string_view kErrorAt = "Error[%s:%u]";
 constexpr std::string_view kWarningAt = "Warning[%s:%u]";
 constexpr std::string_view kEarlierPlace = "Line[%s:%u]";
 
-bool IsChatter(const Message& message) {
-    return message.Is(kLoadParserFailed) || message.Is(kNoMoreSections) || message.Is(kAddItemFailed);
-}
+bool IsChatter(const Message& message) { return message.Is(kLoadParserFailed) || message.Is(kNoMoreSections); }
 
 bool IsLoss(const Message& message) {
     return message.Is(kCreateSectionFailed) || message.Is(kSectionNameFailed) || message.Is(kFileNotLoaded);
@@ -70,11 +68,10 @@ std::string Report::Text() const {
 }
 
 void Report::AddOne(const Message& message, bool fails) {
-    if (IsChatter(message)) {
-        if (options_.verbose) text_ += options_.raw ? message.text : Printable(message.text.substr(0, message.text.size() - 1)) + '\n';
-        return;
-    }
+    if (IsChatter(message) && !options_.verbose) return;
     if (options_.raw) text_ += message.text;
+    // The warning that follows says the same with its place.
+    if (message.Is(kAddItemFailed) && !options_.verbose) return;
     if (IsLoss(message)) return AddLoss(message);
     if (IsError(message)) {
         return AddLocated(message, fails && !PassesTheCheck(message) ? Severity::kError : Severity::kWarning);

@@ -15,7 +15,7 @@ namespace zek::tool {
 
 struct ReportOptions {
     bool raw = false;      ///< messages as the library sent them
-    bool verbose = false;  ///< also what the reading says of itself
+    bool verbose = false;  ///< also what the reading says of itself, and what says nothing new
 };
 
 class Report {

@@ -64,10 +64,17 @@ private:
         }
     }
 
-    /// Up from a node without a top, until one comes again.
+    /// The first node of the circle that the ancestors of a node without a top end in.
     std::size_t OnCircle(std::size_t node) const {
-        for (std::size_t steps = 0; steps < parents_.size(); ++steps) node = parents_[node];
-        return node;
+        // Two go up, one of them twice as fast; where they meet is on the circle.
+        std::size_t fast = node;
+        do {
+            node = parents_[node];
+            fast = parents_[parents_[fast]];
+        } while (node != fast);
+        std::size_t first = node;
+        for (std::size_t other = parents_[node]; other != node; other = parents_[other]) first = std::min(first, other);
+        return first;
     }
 
     std::vector<std::size_t> parents_;

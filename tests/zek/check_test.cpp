@@ -1,0 +1,59 @@
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+class ZekCheck : public ZekTest {};
+
+TEST_F(ZekCheck, SoundSourceSaysNothingAndWritesNothing) {
+    WriteSound("a.zek");
+    const Result result = Zek({"check", "a.zek"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(Names(), Strings{"a.zek"});
+}
+
+/// The order of the kinds and the list of files, which outlive a compilation, would show in the messages of the second.
+TEST_F(ZekCheck, EverySourceIsCheckedAsIfItWereTheOnlyOne) {
+    Write("a.zek", "[SYSTEM]\nTYPE = x\n[GROUP]\nPARENT = 0\n");
+    Write("b.zek", "[GROUP]\nPARENT = 0\n[SYSTEM]\nTYPE = x\n");
+    const Result a = Zek({"check", "a.zek"});
+    const Result b = Zek({"check", "b.zek"});
+    ASSERT_NE(a.err.find("a.zek:2: error: [SYSTEM]:TYPE, x has not been defined"), std::string::npos) << a.err;
+    ASSERT_NE(b.err.find("b.zek:4: error: [SYSTEM]:TYPE, x has not been defined"), std::string::npos) << b.err;
+    const Result both = Zek({"check", "a.zek", "b.zek", "a.zek"});
+    EXPECT_EQ(both.code, 1);
+    EXPECT_EQ(both.err, a.err + b.err + a.err);
+}
+
+TEST_F(ZekCheck, ExitCodeIsTheWorst) {
+    WriteSound("sound.zek");
+    Write("wrong.zek", "[GROUP]\n");
+    const struct {
+        Strings sources;
+        int code;
+    } rows[] = {{{"sound.zek", "sound.zek"}, 0},
+                {{"wrong.zek", "sound.zek"}, 1},
+                {{"missing.zek", "sound.zek"}, 2},
+                {{"missing.zek", "wrong.zek", "sound.zek"}, 2}};
+    for (const auto& row : rows) {
+        Strings arguments = {"check"};
+        arguments.insert(arguments.end(), row.sources.begin(), row.sources.end());
+        EXPECT_EQ(Zek(arguments).code, row.code) << testing::PrintToString(row.sources);
+    }
+}
+
+TEST_F(ZekCheck, MissingSourceDoesNotKeepTheOthersFromBeingChecked) {
+    Write("wrong.zek", "[FOO]\n");
+    const Result result = Zek({"check", "missing.zek", "wrong.zek"});
+    EXPECT_EQ(result.err,
+              "zek: cannot read missing.zek: No such file or directory\n"
+              "wrong.zek:1: error: [FOO] is no section of the language\n"
+              "wrong.zek: 1 error\n");
+}
+
+}  // namespace
+
+}  // namespace zek::test

@@ -1,0 +1,110 @@
+#include "zek/command.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+
+namespace zek::test {
+
+namespace {
+
+int Recording() { return memfd_create("record", MFD_CLOEXEC); }
+
+std::string TakeRecord(int descriptor) {
+    std::string text(static_cast<std::size_t>(lseek(descriptor, 0, SEEK_END)), '\0');
+    const ssize_t got = pread(descriptor, text.data(), text.size(), 0);
+    EXPECT_EQ(got, static_cast<ssize_t>(text.size()));
+    close(descriptor);
+    return text;
+}
+
+void Become(int descriptor, int standard) {
+    if (dup2(descriptor, standard) < 0) _exit(120);
+}
+
+void LeaveWithoutReader() {
+    int ends[2];
+    if (pipe(ends) != 0) _exit(121);
+    close(ends[0]);
+    Become(ends[1], STDOUT_FILENO);
+    close(ends[1]);
+}
+
+/// In the child: what the setting asks for.
+void Apply(const Setting& setting, int out, int err) {
+    Become(err, STDERR_FILENO);
+    Become(setting.out.empty() ? out : open(setting.out.c_str(), O_WRONLY), STDOUT_FILENO);
+    if (setting.closedOut) close(STDOUT_FILENO);
+    if (setting.readerGone) LeaveWithoutReader();
+    for (const auto& [name, value] : setting.environment) setenv(name.c_str(), value.c_str(), 1);
+    std::signal(SIGPIPE, SIG_DFL);
+    if (setting.fileSizeLimit) {
+        const rlimit limit = {setting.fileSizeLimit, setting.fileSizeLimit};
+        if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(122);
+    }
+}
+
+}  // namespace
+
+Program::Program(std::vector<std::string> arguments, const Setting& setting) : out_(Recording()), err_(Recording()) {
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments) pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    process_ = fork();
+    if (process_ != 0) return;
+    Apply(setting, out_, err_);
+    execvp(pointers[0], pointers.data());
+    _exit(123);
+}
+
+Result Program::Finish() {
+    Result result;
+    int status = 0;
+    EXPECT_EQ(waitpid(process_, &status, 0), process_);
+    if (WIFEXITED(status)) result.code = WEXITSTATUS(status);
+    if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);
+    result.out = TakeRecord(out_);
+    result.err = TakeRecord(err_);
+    return result;
+}
+
+Result Zek(std::vector<std::string> arguments, const Setting& setting) {
+    arguments.insert(arguments.begin(), ZEK_PROGRAM);
+    return Program(std::move(arguments), setting).Finish();
+}
+
+Setting Fault(const std::string& name) {
+    Setting setting;
+    // A sanitized program otherwise refuses to start behind another library.
+    const char* options = std::getenv("ASAN_OPTIONS");
+    setting.environment = {{"LD_PRELOAD", ZEK_FAULTS},
+                           {"ZEK_FAULT", name},
+                           {"ASAN_OPTIONS", (options ? std::string(options) + ':' : "") + "verify_asan_link_order=0"}};
+    return setting;
+}
+
+void ZekTest::WriteSound(const std::string& file, unsigned sensors) {
+    std::string text = "[DEFINE]\nVT_VALUE = 1\n[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = 0\n";
+    std::string list;
+    for (unsigned id = 1; id <= sensors; ++id) {
+        const std::string number = std::to_string(id);
+        text += "[SENSOR]\nPARENT = Board\nNAME = Sensor " + number + "\nID = " + number +
+                "\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 3\nTHRESHOLD_WH = 40\nVALUE = VT_VALUE,7\n";
+        list += (id == 1 ? "" : ",") + number;
+    }
+    Write(file, text + "[TAVRGROUP]\nNAME = All\nID = 1\nPID = 0\nSENSORS = " + list + '\n');
+}
+
+std::vector<std::string> ZekTest::Names(const std::string& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+}  // namespace zek::test

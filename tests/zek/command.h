@@ -1,0 +1,65 @@
+/// Runs the built `zek` as a program. Relies on its path, which the build gives.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/process_test.h"
+
+namespace zek::test {
+
+struct Result {
+    int code = -1;   ///< the exit code; -1 when a signal ended it
+    int signal = 0;  ///< the signal that ended it
+    std::string out;
+    std::string err;
+};
+
+/// How a program is run; everything else is as in this process.
+struct Setting {
+    std::string out = {};  ///< where standard output goes; empty: it is recorded
+    bool closedOut = false;
+    bool readerGone = false;           ///< standard output is a pipe that nobody reads
+    unsigned long fileSizeLimit = 0;   ///< bytes; 0 is none
+    std::vector<std::pair<std::string, std::string>> environment = {};
+};
+
+/// A program under way.
+class Program {
+public:
+    explicit Program(std::vector<std::string> arguments, const Setting& setting = {});
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+
+    pid_t Process() const { return process_; }
+    /// Waits for its end; call it once.
+    Result Finish();
+
+private:
+    pid_t process_ = -1;
+    int out_ = -1;
+    int err_ = -1;
+};
+
+/// Runs `zek` with these arguments to its end.
+Result Zek(std::vector<std::string> arguments, const Setting& setting = {});
+
+/// A setting in which a call fails; the names are told in faults.cpp.
+Setting Fault(const std::string& name);
+
+/// Runs in a folder of its own, which is the current one.
+class ZekTest : public ProcessTest {
+protected:
+    /// Writes a source that is valid: a group and, in it, sensors with the IDs 1 to `sensors`, listed in a TAVRGROUP.
+    static void WriteSound(const std::string& file, unsigned sensors = 1);
+
+    /// The names in a folder, sorted.
+    static std::vector<std::string> Names(const std::string& folder = ".");
+};
+
+using Strings = std::vector<std::string>;
+
+}  // namespace zek::test

@@ -1,0 +1,168 @@
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+/// A property whose warning tells which file was taken: the line of a value with two sub-strings.
+constexpr char kMark[] = "[PROPERTY]\nMark = a,b\n";
+
+class ZekInclude : public ZekTest {
+protected:
+    void SetUp() override {
+        ZekTest::SetUp();
+        for (const char* folder : {"boards", "boards/parts", "one", "two", "two/parts"}) std::filesystem::create_directory(folder);
+    }
+
+    static void WriteMark(const std::string& file) { Write(file, kMark); }
+
+    static std::string Include(const std::string& name) { return "[INCLUDE]\nFILE = " + name + '\n'; }
+
+    /// What `check` says of boards/main.zek.
+    static std::string Said(Strings arguments = {}) {
+        arguments.insert(arguments.begin(), {"check", "boards/main.zek"});
+        return Zek(arguments).err;
+    }
+
+    static std::string Taken(const std::string& file) {
+        return file + ":2: warning: [PROPERTY]:Mark, More than one sub-string and get the first one as sub-string.\n" +
+               "boards/main.zek: 1 warning\n";
+    }
+
+    static std::string BuiltIn() {
+        return (std::filesystem::path(ZEK_PROGRAM).parent_path().parent_path() / "share/zek/include").string();
+    }
+};
+
+TEST_F(ZekInclude, IsLookedForBesideTheFileThenHereThenInTheFoldersInOrder) {
+    Write("boards/main.zek", Include("part.zek"));
+    const Strings folders = {"-I", "one", "-Itwo"};
+    for (const char* place : {"two/", "one/", "", "boards/"}) {
+        WriteMark(std::string(place) + "part.zek");
+        EXPECT_EQ(Said(folders), Taken(std::string(place) + "part.zek"));
+    }
+}
+
+TEST_F(ZekInclude, FolderMayStandBeforeTheSource) {
+    Write("boards/main.zek", Include("part.zek"));
+    WriteMark("one/part.zek");
+    EXPECT_EQ(Zek({"check", "-I", "one", "boards/main.zek"}).err, Taken("one/part.zek"));
+}
+
+TEST_F(ZekInclude, IsLookedForBesideTheFileThatIncludesIt) {
+    Write("boards/main.zek", Include("parts/a.zek"));
+    Write("boards/parts/a.zek", Include("b.zek"));
+    WriteMark("boards/b.zek");
+    WriteMark("b.zek");
+    EXPECT_EQ(Said(), Taken("b.zek"));
+    WriteMark("boards/parts/b.zek");
+    EXPECT_EQ(Said(), Taken("boards/parts/b.zek"));
+}
+
+TEST_F(ZekInclude, FromAFolderOfTheSearchLooksBesideItself) {
+    Write("boards/main.zek", Include("parts/a.zek"));
+    Write("two/parts/a.zek", Include("b.zek"));
+    WriteMark("two/parts/b.zek");
+    EXPECT_EQ(Said({"-I", "two"}), Taken("two/parts/b.zek"));
+}
+
+TEST_F(ZekInclude, WordsComeWithTheCommand) {
+    Write("boards/main.zek", Include("zek/words.zek") + "[GLOBAL]\nG_X = VT_VALUE,BUSTYPE_SMBUS\nG_Y = VT_NONE\n");
+    EXPECT_EQ(Said(), "");
+    Write("boards/main.zek", Include("zek\\words.zek") + "[GLOBAL]\nG_X = VT_VALUE,1\n");
+    EXPECT_EQ(Said(), "");
+}
+
+TEST_F(ZekInclude, OwnWordsWinOverThoseOfTheCommand) {
+    std::filesystem::create_directory("one/zek");
+    WriteMark("one/zek/words.zek");
+    Write("boards/main.zek", Include("zek/words.zek"));
+    EXPECT_EQ(Said({"-I", "one"}), Taken("one/zek/words.zek"));
+}
+
+TEST_F(ZekInclude, BackslashIsASlashWhereNothingElseStands) {
+    Write("boards/main.zek", Include("parts\\a.zek"));
+    WriteMark("boards/parts/a.zek");
+    EXPECT_EQ(Said(), Taken("boards/parts/a.zek"));
+    WriteMark("boards/parts\\a.zek");
+    EXPECT_EQ(Said(), Taken("boards/parts\\a.zek"));
+}
+
+/// The compiler puts the folder of a name with backslashes before the names that the file includes.
+TEST_F(ZekInclude, StandsBesideAFileThatWasNamedWithBackslashes) {
+    Write("boards/main.zek", Include("parts\\a.zek"));
+    Write("boards/parts/a.zek", Include("b.zek"));
+    WriteMark("boards/parts/b.zek");
+    EXPECT_EQ(Said(), Taken("boards/parts/b.zek"));
+    std::filesystem::rename("boards/parts/b.zek", "one/b.zek");
+    EXPECT_EQ(Said({"-I", "one"}), Taken("one/b.zek"));
+}
+
+TEST_F(ZekInclude, MainSourceMayBeNamedWithBackslashes) {
+    Write("boards/main.zek", Include("part.zek"));
+    WriteSound("boards/part.zek");
+    EXPECT_EQ(Zek({"compile", "boards\\main.zek"}).err, "");
+    EXPECT_EQ(Names("boards"), (Strings{"main.zek", "main.zkd", "main.zki", "part.zek", "parts"}));
+}
+
+TEST_F(ZekInclude, MissingFileIsAnErrorWithTheFoldersThatWereTried) {
+    Write("boards/main.zek", "; first\n" + Include("part.zek"));
+    const Result result = Zek({"compile", "boards/main.zek", "-I", "one", "-I", "two"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err,
+              "boards/main.zek:3: error: [INCLUDE]:FILE, part.zek was not found; looked in: boards, ., one, two, " + BuiltIn() +
+                  "\nboards/main.zek: 1 error\n");
+    EXPECT_EQ(Names("boards"), (Strings{"main.zek", "parts"}));
+}
+
+TEST_F(ZekInclude, UnreadableFileIsAnErrorWithTheReason) {
+    Write("boards/main.zek", Include("parts") + "FILE = dangling\n");
+    std::filesystem::create_symlink("nowhere", "boards/dangling");
+    EXPECT_EQ(Said(),
+              "boards/main.zek:2: error: [INCLUDE]:FILE, parts cannot be read: boards/parts: Is a directory\n"
+              "boards/main.zek:3: error: [INCLUDE]:FILE, dangling cannot be read: boards/dangling: No such file or directory\n"
+              "boards/main.zek: 2 errors\n");
+}
+
+TEST_F(ZekInclude, FileThatIncludesItselfIsAnErrorWithTheChain) {
+    Write("boards/main.zek", Include("a.zek"));
+    Write("boards/a.zek", Include("b.zek"));
+    Write("boards/b.zek", kMark + Include("a.zek"));
+    const Result result = Zek({"check", "boards/main.zek"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err,
+              "boards/b.zek:4: error: [INCLUDE]:FILE, a.zek includes itself: boards/a.zek -> boards/b.zek -> boards/a.zek\n"
+              "boards/b.zek:2: warning: [PROPERTY]:Mark, More than one sub-string and get the first one as sub-string.\n"
+              "boards/main.zek: 1 error, 1 warning\n");
+}
+
+TEST_F(ZekInclude, FileMayBeIncludedTwice) {
+    Write("boards/main.zek", Include("a.zek") + "FILE = a.zek\n");
+    Write("boards/a.zek", "[DEFINE]\nA = 1\n");
+    EXPECT_EQ(Said(), "");
+}
+
+TEST_F(ZekInclude, ChainOf257FilesIsTooDeep) {
+    Write("boards/main.zek", Include("1.zek"));
+    for (unsigned i = 1; i < 256; ++i) Write("boards/" + std::to_string(i) + ".zek", Include(std::to_string(i + 1) + ".zek"));
+    Write("boards/255.zek", "[DEFINE]\nA = 1\n");
+    EXPECT_EQ(Said(), "");
+    Write("boards/255.zek", Include("256.zek"));
+    Write("boards/256.zek", "[DEFINE]\nA = 1\n");
+    EXPECT_EQ(Said(),
+              "boards/255.zek:2: error: [INCLUDE]:FILE, 256.zek is included too deep: 256 files are open inside one another\n"
+              "boards/main.zek: 1 error\n");
+}
+
+TEST_F(ZekInclude, SourceIsCompiledFromAnyFolder) {
+    Write("boards/main.zek", Include("parts/a.zek"));
+    Write("boards/parts/a.zek", Include("../../one/b.zek"));
+    WriteSound("one/b.zek");
+    const std::string source = std::filesystem::absolute("boards/main.zek");
+    std::filesystem::current_path("/");
+    EXPECT_EQ(Zek({"compile", source}).err, "");
+}
+
+}  // namespace
+
+}  // namespace zek::test

@@ -1,0 +1,60 @@
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+/// Another file stands in for the one in the compiler's own folder.
+Setting Installed(const std::string& parser) {
+    Setting setting = Fault("none");
+    setting.environment.emplace_back("ZEK_TEST_PARSER", parser);
+    return setting;
+}
+
+class ZekParserChoice : public ZekTest {};
+
+TEST_F(ZekParserChoice, InstalledCopyGetsTheHook) {
+    // A copy of its own file, so that the loader takes it for another library than the linked one.
+    std::filesystem::copy_file(ZEK_OWN_PARSER, "parser.so");
+    std::filesystem::create_directory("parts");
+    Write("a.zek", "[INCLUDE]\nFILE = b.zek\n[FOO]\n");
+    Write("parts/b.zek", "[PROPERTY]\nMark = a,b\n");
+    const Result result = Zek({"check", "a.zek", "-I", "parts", "--verbose"}, Installed(std::filesystem::absolute("parser.so")));
+    EXPECT_EQ(result.err,
+              "Parse::No more sections(total = 1).\n"
+              "a.zek:3: error: [FOO] is no section of the language\n"
+              "Parse::No more sections(total = 2).\n"
+              "parts/b.zek:2: warning: [PROPERTY]:Mark, More than one sub-string and get the first one as sub-string.\n"
+              "a.zek: 1 error, 1 warning\n");
+}
+
+TEST_F(ZekParserChoice, AnotherMakersLibraryServesWithANote) {
+    WriteSound("part.zek");
+    std::string text;
+    for (const char byte : Read("part.zek")) {
+        if (byte != ' ') text += byte;
+    }
+    Write("part.zek", text);
+    Write("a.zek", "[INCLUDE]\nFILE=part.zek\n");
+    const std::string note = std::string("zek: note: ") + ZEK_FOREIGN_PARSER +
+                             " is another maker's parser library, without search folders and hook: includes are found in its "
+                             "own way, -I and the built-in folder do not count, and file names in messages are those of the "
+                             "source\n";
+    const Result compiled = Zek({"compile", "a.zek"}, Installed(ZEK_FOREIGN_PARSER));
+    EXPECT_EQ(compiled.code, 0);
+    EXPECT_EQ(compiled.err, note);
+    EXPECT_TRUE(Read("a.zki").starts_with("QUOR ZEK meta."));
+    Write("b.zek", "[INCLUDE]\nFILE=missing.zek\nFILE=part.zek\n[FOO]\n[GLOBAL]\nG_X=no\n");
+    const Result checked = Zek({"check", "b.zek"}, Installed(ZEK_FOREIGN_PARSER));
+    EXPECT_EQ(checked.code, 1);
+    EXPECT_EQ(checked.err, note +
+                               "b.zek:2: error: [INCLUDE]:FILE, missing.zek cannot be loaded\n"
+                               "b.zek: error: [FOO] is no section of the language\n"
+                               "b.zek:6: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
+                               "b.zek: 3 errors\n");
+    EXPECT_EQ(Zek({"compile", "a.zek", "-o", "a.zek"}, Installed(ZEK_FOREIGN_PARSER)).code, 2);
+}
+
+}  // namespace
+
+}  // namespace zek::test

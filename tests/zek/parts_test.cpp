@@ -1,0 +1,87 @@
+// What can be called without running the program.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include "image_bytes.h"
+#include "parser_library.h"
+#include "printable.h"
+
+namespace zek::tool {
+
+namespace {
+
+TEST(ZekText, IsUtf8OnlyInItsShortestFormAndRange) {
+    for (const char* text : {"", "plain", "\xc3\xbc", "\xe2\x82\xac", "\xf0\x9f\x8c\xa1", "\xf4\x8f\xbf\xbf"}) {
+        EXPECT_TRUE(IsUtf8(text)) << Hex(text);
+    }
+    for (const char* text : {"\x80", "\xc3", "\xc3(", "\xc0\xaf", "\xe0\x80\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xf8\x88", "\xff"}) {
+        EXPECT_FALSE(IsUtf8(text)) << Hex(text);
+    }
+}
+
+TEST(ZekText, ShowsWhatATerminalMayGet) {
+    EXPECT_EQ(Printable("gr\xc3\xbcn\t\\ \"x\""), "gr\xc3\xbcn\t\\ \"x\"");
+    EXPECT_EQ(Printable("\x1b[0m\n\r\x7f"), "\\x1b[0m\\x0a\\x0d\\x7f");
+    EXPECT_EQ(Printable("\xc2\x85\xe2\x80\xae\xff"), "\\xc2\\x85\\xe2\\x80\\xae\\xff");
+    EXPECT_EQ(Printable(std::string_view("a\0b", 3)), "a\\x00b");
+    EXPECT_EQ(Quoted("a\t\"\\"), "\"a\\x09\\\"\\\\\"");
+}
+
+std::string Word(unsigned word) {
+    std::string bytes;
+    for (int i = 0; i < 4; ++i) bytes += static_cast<char>(word >> (8 * i));
+    return bytes;
+}
+
+/// A debug image with one name and one group of one section of 3 bytes.
+std::string SmallDebugImage() {
+    return std::string("QUOR ZEK metaD.\0", 16) + Word(0x01000000) + std::string(108, '\0') + Word(1) + Word(2) + "AB" + Word(7) +
+           Word(1) + Word(1) + Word(3) + "xyz";
+}
+
+/// A compiled image without sections, whose last table is 4 bytes of table data at 512.
+std::string SmallCompiledImage() {
+    std::string image = std::string("QUOR ZEK meta.\0\0", 16) + Word(0x01000000);
+    image.resize(512);
+    return image.replace(164, 4, Word(512)) + Word(0x1b000000) + Word(4) + "data";
+}
+
+TEST(ZekImageBytes, TellWhetherAnImageIsWhole) {
+    for (const auto& [image, isWhole] : {std::pair(SmallDebugImage(), &IsWholeDebugImage),
+                                         std::pair(SmallCompiledImage(), &IsWholeCompiledImage)}) {
+        EXPECT_TRUE(isWhole(image));
+        EXPECT_FALSE(isWhole(image + '\0'));
+        for (std::size_t size = 0; size < image.size(); ++size) EXPECT_FALSE(isWhole(image.substr(0, size))) << size;
+    }
+    EXPECT_FALSE(IsWholeDebugImage(SmallCompiledImage()));
+    EXPECT_FALSE(IsWholeCompiledImage(SmallDebugImage()));
+}
+
+TEST(ZekImageBytes, GiveThePredefinedNamesThatAreThere) {
+    const std::string image = SmallDebugImage();
+    EXPECT_EQ(PredefinedNames(image), (std::map<std::string, unsigned>{{"AB", 7}}));
+    EXPECT_TRUE(PredefinedNames(image.substr(0, 0x80 + 13)).empty());
+    const std::string claimsMore = image.substr(0, 0x80 + 14).replace(0x80, 4, Word(0xFFFFFFFF));
+    EXPECT_EQ(PredefinedNames(claimsMore), (std::map<std::string, unsigned>{{"AB", 7}}));
+}
+
+TEST(ZekParserLibrary, LinkedCopyServesWhereNoneIsInstalled) {
+    const ParserLibrary library = ParserBehind(nullptr);
+    EXPECT_TRUE(library.Serves());
+    EXPECT_TRUE(library.HasHook());
+    EXPECT_NE(library.path.find("libzekrsparser.so.0"), std::string::npos) << library.path;
+}
+
+TEST(ZekParserLibrary, AnotherMakersHasNoHookAlthoughTheLinkedOneHas) {
+    void* handle = dlopen(ZEK_FOREIGN_PARSER, RTLD_LAZY);
+    ASSERT_NE(handle, nullptr) << dlerror();
+    const ParserLibrary library = ParserBehind(handle);
+    EXPECT_TRUE(library.Serves());
+    EXPECT_FALSE(library.HasHook());
+    EXPECT_EQ(library.path, ZEK_FOREIGN_PARSER);
+    dlclose(handle);
+}
+
+}  // namespace
+
+}  // namespace zek::tool

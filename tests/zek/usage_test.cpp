@@ -1,0 +1,107 @@
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+class ZekUsage : public ZekTest {};
+
+TEST_F(ZekUsage, HelpOfEveryCommandHasAnExample) {
+    for (const std::string command : {"compile", "check", "dump", "tree"}) {
+        SCOPED_TRACE(command);
+        const Result help = Zek({command, "--help"});
+        EXPECT_EQ(help.code, 0);
+        EXPECT_EQ(help.err, "");
+        EXPECT_NE(help.out.find("Usage: zek " + command + " "), std::string::npos) << help.out;
+        EXPECT_NE(help.out.find("Example:\n  zek " + command + " "), std::string::npos) << help.out;
+    }
+}
+
+TEST_F(ZekUsage, HelpNamesTheCommandsAndTheExitCodes) {
+    const Result help = Zek({"--help"});
+    EXPECT_EQ(help.code, 0);
+    EXPECT_EQ(help.err, "");
+    for (const char* text : {"\n  compile ", "\n  check ", "\n  dump ", "\n  tree ", "Example:\n  zek compile ",
+                             "0 fine, 1 the source has errors, 2 wrong command line"}) {
+        EXPECT_NE(help.out.find(text), std::string::npos) << text << "\n" << help.out;
+    }
+}
+
+TEST_F(ZekUsage, VersionIsThatOfTheProject) {
+    const Result version = Zek({"--version"});
+    EXPECT_EQ(version.code, 0);
+    EXPECT_EQ(version.out, "zek " ZEK_TOOL_VERSION "\n");
+    EXPECT_EQ(version.err, "");
+}
+
+TEST_F(ZekUsage, WrongCommandLineEndsWithTwo) {
+    WriteSound("a.zek");
+    const std::vector<Strings> rows = {{},
+                                       {"frobnicate"},
+                                       {"--frobnicate"},
+                                       {"compile"},
+                                       {"compile", "a.zek", "b.zek"},
+                                       {"compile", "--frobnicate", "a.zek"},
+                                       {"compile", "a.zek", "-o"},
+                                       {"compile", "a.zek", "-o", ""},
+                                       {"compile", "a.zek", "-g", ""},
+                                       {"compile", ""},
+                                       {"check"},
+                                       {"check", "a.zek", ""},
+                                       {"check", "a.zek", "-o", "b"},
+                                       {"dump"},
+                                       {"dump", "a", "b"},
+                                       {"tree"},
+                                       {"tree", "--json", "a"}};
+    for (const Strings& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row));
+        const Result result = Zek(row);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_TRUE(result.err.starts_with("zek: ")) << result.err;
+    }
+    EXPECT_EQ(Names(), Strings{"a.zek"});
+}
+
+TEST_F(ZekUsage, NameThatLooksLikeAnOptionComesBehindTwoHyphens) {
+    WriteSound("-a.zek");
+    EXPECT_EQ(Zek({"check", "--", "-a.zek"}).code, 0);
+}
+
+struct Unwritable {
+    const char* name;
+    Setting setting;
+    const char* reason;
+};
+
+class ZekStandardOutput : public ZekTest, public testing::WithParamInterface<Unwritable> {};
+
+TEST_P(ZekStandardOutput, ThatCannotBeWrittenEndsWithTwo) {
+    WriteSound("a.zek");
+    ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
+    for (const Strings& arguments : std::vector<Strings>{
+             {"--help"}, {"--version"}, {"dump", "a.zki"}, {"dump", "--json", "a.zkd"}, {"tree", "a.zki"}}) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const Result result = Zek(arguments, GetParam().setting);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.err, std::string("zek: cannot write to standard output: ") + GetParam().reason + '\n');
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Out, ZekStandardOutput,
+                         testing::Values(Unwritable{"Full", {.out = "/dev/full"}, "No space left on device"},
+                                         Unwritable{"Closed", {.closedOut = true}, "Bad file descriptor"},
+                                         Unwritable{"NobodyReads", {.readerGone = true}, "Broken pipe"}),
+                         RowName());
+
+TEST_F(ZekUsage, CompileNeedsNoStandardOutput) {
+    WriteSound("a.zek");
+    const Result result = Zek({"compile", "a.zek"}, {.closedOut = true});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(Names(), (Strings{"a.zek", "a.zkd", "a.zki"}));
+}
+
+}  // namespace
+
+}  // namespace zek::test
