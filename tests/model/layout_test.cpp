@@ -76,7 +76,7 @@ TEST_F(Layout, PutsTheFieldsOfAnObjectFirst) {
 }
 
 TEST_F(Layout, PutsTheOwnFieldsBehindThem) {
-    const CGSIFDEF section;
+    const auto& section = *new CGSIFDEF;  // listed, so destroyed with the model
     EXPECT_EQ(OffsetIn(&section, section.m_vpEntry), 64);
     EXPECT_EQ(OffsetIn(&section, section.m_dwSeen), 88);
     EXPECT_EQ(OffsetIn(&section, section.m_dwCondition), 92);
