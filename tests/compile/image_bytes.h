@@ -1,4 +1,4 @@
-/// Compiled images put together word by word, and what the tables hold. Relies on process_test.h and the tables.
+/// Compiled images put together word by word, and what the tables hold. Relies on debug_bytes.h and the tables.
 #pragma once
 
 #include <map>
@@ -7,11 +7,10 @@
 
 #include "compile/compile.h"
 #include "compile/tables.h"
-#include "support/process_test.h"
+#include "debugimage/debug_bytes.h"
 
 namespace zek::test {
 
-using Texts = std::vector<std::string>;
 using WordList = std::vector<unsigned>;
 
 struct EntryWords {
@@ -23,12 +22,6 @@ struct SectionWords {
     unsigned identifier;
     std::vector<EntryWords> entries;
 };
-
-inline std::string Joined(const WordList& words) {
-    std::string bytes;
-    for (unsigned word : words) bytes += Word(word);
-    return bytes;
-}
 
 inline std::string SectionBytes(const SectionWords& section) {
     std::string bytes = Joined({section.identifier, static_cast<unsigned>(section.entries.size())});

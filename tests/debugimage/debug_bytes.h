@@ -1,7 +1,6 @@
 /// Debug images and the typed data in them, put together field by field. Relies on process_test.h.
 #pragma once
 
-#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +17,12 @@ inline std::string Str(std::string_view text) { return Word(static_cast<unsigned
 inline std::string List(const Texts& texts) {
     std::string bytes = Word(static_cast<unsigned>(texts.size()));
     for (const std::string& text : texts) bytes += Str(text);
+    return bytes;
+}
+
+inline std::string Joined(const std::vector<unsigned>& words) {
+    std::string bytes;
+    for (unsigned word : words) bytes += Word(word);
     return bytes;
 }
 
