@@ -43,8 +43,8 @@ ZEK_API const char* gdGetSectPName(CZEKSection* section);
 /// The entry's key as written in the source. Null with gd 2 for a null entry.
 ZEK_API const char* gdGetEntryName(CZEKEntry* entry);
 
-/// Writes the entry's value as text, NUL-terminated, to `out`, whose room the caller makes large enough for the longest value.
-/// 1, with the slot left as it was; 0 with gd 2 for a null entry.
+/// Writes the entry's value as text, NUL-terminated, to `out`, whose room the caller makes large enough for the longest
+/// value; the empty text for an entry without data. 1, with the slot left as it was; 0 with gd 2 for a null entry.
 ZEK_API unsigned gdGetValue(CZEKEntry* entry, char* out);
 
 }

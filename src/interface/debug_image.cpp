@@ -46,10 +46,11 @@ const std::size_t* ShownOrder(const CGeValue* value) {
     return shape && IsBusAccess(*shape) && !shape->list ? kLastBeforeSecond : kInOrder;
 }
 
-/// The text of an entry's value; nothing for data without one.
+/// The text of an entry's value: empty without data; nothing for data of another class than the entry's.
 std::optional<std::string> ShownValue(const CZEKEntry& entry) {
+    if (!HoldsData(entry)) return std::string();
     const CZekEntryData& data = entry.m_ZekEntryData;
-    if (!HoldsData(entry) || EntryClass(data.m_dwType) != EntryClass(entry.m_dwType)) return {};
+    if (EntryClass(data.m_dwType) != EntryClass(entry.m_dwType)) return {};
     if (const unsigned* number = NumberOf(data)) {
         char text[sizeof "0xffffffff"];
         std::snprintf(text, sizeof text, "0x%x", *number);
