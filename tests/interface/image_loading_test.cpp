@@ -1,0 +1,103 @@
+#include "compile/small_image.h"
+#include "interface/queried_image.h"
+
+namespace zek::test {
+
+using ImageLoading = ProcessTest;
+
+TEST_F(ImageLoading, IsNotNeededForTheRootGroup) {
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(gcGetGroupIndex("0"), 0U); }), 0U);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(gcGetGroupIndex("A"), 0xFFFFFFFFU); }), 1U);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(gcGetSectCount(kSensor), 0U); }), 0U);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(gcGetSectByIndex(kSensor, 0), nullptr); }), 1U);
+    unsigned char block[256];
+    EXPECT_EQ(CodeAfter([&] { EXPECT_EQ(gcGetTableData(0, block), 0U); }), 4U);
+}
+
+TEST_F(ImageLoading, SetsCode0OnSuccessAndCode13OnEveryFailure) {
+    Write("good.meta", SmallImage());
+    Write("magic.meta", "QUOR ZEK metaD." + SmallImage().substr(15));
+    Write("version.meta", SmallImage().replace(16, 4, Word(0x01000001)));
+    Write("cut.meta", SmallImage().substr(0, 0x387));
+    tagMETAFILEINFO info = {};
+    EXPECT_EQ(CodeAfter([&] { EXPECT_EQ(gcInit("good.meta", &info), 1U); }), 0U);
+    EXPECT_EQ(info.dwVersion, 0x01000000U);
+    for (const char* file : {"missing.meta", "magic.meta", "version.meta", "cut.meta"}) {
+        SCOPED_TRACE(file);
+        EXPECT_EQ(CodeAfter([&] { EXPECT_EQ(gcInit(file, nullptr), 0U); }), 13U);
+    }
+    EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(ImageLoading, ReplacesTheImageBefore) {
+    Write("queried.meta", QueriedImage());
+    Write("small.meta", SmallImage());
+    ASSERT_EQ(gcInit("queried.meta", nullptr), 1U);
+    ASSERT_EQ(gcInit("small.meta", nullptr), 1U);
+    EXPECT_EQ(gcGetSectCount(kSensor), 0U);
+    EXPECT_EQ(gcGetSectCount(0x01000004), 1U);
+    EXPECT_EQ(gcGetGroupIndex("A"), 1U);
+    EXPECT_EQ(gcGetGroupIndex("B"), 0xFFFFFFFFU);
+    EXPECT_EQ(GetTblData(0x12000002).dwKind, 0U);
+}
+
+TEST_F(ImageLoading, ThatFailsBeforeTheSectionsKeepsTheImageBefore) {
+    Write("small.meta", SmallImage());
+    Write("version.meta", SmallImage().replace(16, 4, Word(0x01000001)));
+    ASSERT_EQ(gcInit("small.meta", nullptr), 1U);
+    const tagGCSECT* group = gcGetSectByName(0x01000004, "A");
+    ASSERT_NE(group, nullptr);
+    EXPECT_EQ(gcInit("version.meta", nullptr), 0U);
+    EXPECT_EQ(gcInit("missing.meta", nullptr), 0U);
+    EXPECT_EQ(gcGetSectByName(0x01000004, "A"), group);
+}
+
+TEST_F(ImageLoading, ThatFailsInsideLeavesWhatItReadUntilTheNext) {
+    Write("small.meta", SmallImage());
+    Write("queried.meta", QueriedImage());
+    Write("cut.meta", SmallImage().substr(0, 0x13c));
+    ASSERT_EQ(gcInit("queried.meta", nullptr), 1U);
+    EXPECT_EQ(gcInit("cut.meta", nullptr), 0U);
+    EXPECT_EQ(LoadedSections(), "01000002: 03000000(12000000)\n0100000a: 04000000(1e000001 11000000)\n01000004:\n");
+    EXPECT_STREQ(GetTblData(0x12000003).pszName, "s3") << "no table of the cut image was reached";
+    ASSERT_EQ(gcInit("small.meta", nullptr), 1U);
+    EXPECT_EQ(gcGetGroupIndex("A"), 1U);
+    EXPECT_EQ(GetTblData(0x12000003).dwKind, 0U);
+}
+
+TEST_F(ImageLoading, InOneProcessGivesWhatAnotherCompiled) {
+    InChild([&] {
+        ASSERT_EQ(Check(kSmallSource), 1U);
+        ASSERT_EQ(gccOutput("small.meta"), 1U);
+    });
+    ASSERT_EQ(gcInit("small.meta", nullptr), 1U);
+    tagGCSECT* action = gcGetSectByName(0x01000007, "Do");
+    ASSERT_NE(action, nullptr);
+    unsigned name = 0;
+    tagGCENTRY* value = gcGetEntryByName(action, "", &name);
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(name, 0x05000001U);
+    EXPECT_EQ(gcGetValueByID(value, 0x10000).qwNumber, 1U);
+    EXPECT_STREQ(gcGetValueByID(value, 0x20000).pszName, "X");
+    unsigned char block[256];
+    ASSERT_EQ(gcGetTableData(0x1c000000, block), 1U);
+    EXPECT_EQ(block[3], 9);
+    EXPECT_EQ(block[4], 9);
+    EXPECT_EQ(block[5], 0);
+}
+
+TEST_F(ImageLoading, OverALiveModelLeavesTheModelAlone) {
+    Write("queried.meta", QueriedImage());
+    ASSERT_EQ(Check(kSmallSource), 1U);
+    ASSERT_EQ(gcInit("queried.meta", nullptr), 1U);
+    // The tables are now those of the image, and a compilation adds to them.
+    EXPECT_EQ(gccOutput("mixed.meta"), 1U);
+    EXPECT_EQ(gcGetSectCount(kSensor), 0U) << "the output frees the records, the loaded ones included";
+    ASSERT_EQ(gcInit("mixed.meta", nullptr), 1U);
+    EXPECT_EQ(gcGetSectCount(kSensor), 3U) << "they were written before the model's";
+    EXPECT_EQ(KeysInOrder(g_tblProperty), (Texts{"p0", "p1", "Maker"}));
+    EXPECT_EQ(gcGetGroupIndex("A"), 1U);
+    EXPECT_EQ(gcGetSectByName(0x0100000a, "X"), g_GCHead.at(13));
+}
+
+}  // namespace zek::test
