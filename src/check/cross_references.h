@@ -2,7 +2,6 @@
 /// because walking it for every reference would compare every section with every other. Relies on the model.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <memory>
 #include <string>

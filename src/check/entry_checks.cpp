@@ -1,6 +1,7 @@
 // The checks that all kinds of entries share.
 #include "check/entry_checks.h"
 
+#include <cstdint>
 #include <stdexcept>
 
 #include "check/cross_references.h"
@@ -24,6 +25,23 @@ bool IsTableRow(const std::string& key) {
     const std::string high = dot == std::string::npos ? low : key.substr(dot + 1);
     if (!IsNumber(low) || !IsNumber(high)) return false;
     return NumberOr0(high) <= kHighestTableIndex && NumberOr0(low) <= NumberOr0(high);
+}
+
+/// The highest argument that entries of a section may name: in an action its ARGNUMBER, 0 without one; nothing when that is
+/// no number.
+std::optional<unsigned> HighestArgument(CZEKObj& section, unsigned elsewhere) {
+    if (section.m_strName != kActionName) return elsewhere;
+    const std::string* count = TextOfEntry(static_cast<CZEKSection&>(section), kArgNumber);
+    unsigned highest = 0;
+    if (count && !StringToLong(*count, &highest)) return {};
+    return highest;
+}
+
+/// The number behind the three characters of an argument name, or one above every argument.
+std::uint64_t ArgumentNumber(const std::string& name) {
+    if (name.size() < kArgPrefix.size()) throw std::out_of_range("basic_string::substr");
+    unsigned number = 0;
+    return StringToLong(name.substr(kArgPrefix.size()), &number) ? number : std::uint64_t{1} << 32;
 }
 
 /// Whether a key is the keyword of its entry, or the keyword of a family and a suffix that suits the family.
@@ -98,18 +116,8 @@ unsigned CZEKEntry::ChkDigital(const std::string& text, CZEKObj* parent, unsigne
 }
 
 unsigned CZEKEntry::ChkArgName(const std::string& name, CZEKObj* parent, unsigned, unsigned maxArg) {
-    const auto withinBound = [&] {
-        unsigned bound = maxArg;
-        if (parent->m_strName == zek::kActionName) {
-            const std::string* count = zek::TextOfEntry(*static_cast<CZEKSection*>(parent), zek::kArgNumber);
-            bound = 0;
-            if (count && !StringToLong(*count, &bound)) return false;
-        }
-        if (name.size() < zek::kArgPrefix.size()) throw std::out_of_range("basic_string::substr");
-        unsigned number = 0;
-        return StringToLong(name.substr(zek::kArgPrefix.size()), &number) && number <= bound;
-    };
-    if (withinBound()) return 1;
+    const std::optional<unsigned> highest = zek::HighestArgument(*parent, maxArg);
+    if (highest && zek::ArgumentNumber(name) <= *highest) return 1;
     LOG(zek::kBadArgName, WHERE(*this, *parent), name.c_str());
     return 0;
 }

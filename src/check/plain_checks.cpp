@@ -97,11 +97,7 @@ unsigned CGESTRINGLIST::IsValidEx(CZEKObj* parent, unsigned) {
 unsigned CGEREPEATER::IsValid(CZEKObj* parent, unsigned flag) {
     if (const auto decided = zek::DecidedAtOnce(*this, parent, flag, zek::kRepeaterClass)) return *decided;
     if (m_vstrSubStr.size() < 2) {
-        if (m_vstrSubStr.empty()) {
-            LOG(zek::kNoSubString, WHERE(*this, *parent));
-        } else {
-            LOG(zek::kFewSubStrings, WHERE(*this, *parent));
-        }
+        LOG(m_vstrSubStr.empty() ? zek::kNoSubString : zek::kFewSubStrings, WHERE(*this, *parent));
         return 0;
     }
     const zek::Payload item = zek::RepeaterOf(m_ZekEntryData);

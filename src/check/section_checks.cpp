@@ -23,7 +23,7 @@ bool CheckSections(unsigned (CZEKSection::*check)(unsigned)) {
 
 bool IsOnlyOne(CZEKSection& section) {
     const SectionList& sections = SectionsOf(section.m_dwType);
-    if (sections.size() <= 1) return true;
+    if (sections.size() == 1 && sections.front() == &section) return true;
     const char* name = section.m_strName.c_str();
     LOG(kSectionRedefined, section.GetFile(0).c_str(), section.m_dwLine, name, name);
     return false;
@@ -37,7 +37,7 @@ bool AreKeysNew(CZEKSection& section) {
     for (CZEKEntry* entry : section.m_vpEntry) {
         if (!HoldsData(*entry)) continue;
         const Place first = references->FirstKey(section.m_dwType, entry->m_strName);
-        if (first.section == &section || (repeated && first.position >= earliest.position)) continue;
+        if (!first.section || first.section == &section || (repeated && first.position >= earliest.position)) continue;
         repeated = entry;
         earliest = first;
     }

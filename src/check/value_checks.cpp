@@ -171,7 +171,7 @@ unsigned CGEVALUE::IsValid(CZEKObj* parent, unsigned flag) {
 
 unsigned CGEVALUE::IsValidEx(CZEKObj* parent, unsigned flag) {
     CGeValue* value = zek::ValueOf(m_ZekEntryData);
-    if (!value) return 1;
+    if (!value || !value->m_pData) return 1;
     const zek::ValueShape* shape = zek::ShapeOf(value->m_dwType);
     if (!shape) return 1;
     return zek::ValueCheck{*this, *parent, flag, *value}.CheckPayload(*shape, zek::PayloadOf(*value));

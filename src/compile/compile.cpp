@@ -82,7 +82,7 @@ std::size_t CompiledStrings(const CGeValue& value, const Payload& payload) {
 void PushValue(Words words, const CGeValue& value) {
     words.Push(kIdValueType + value.m_dwType);
     const ValueShape* shape = ShapeOf(value.m_dwType);
-    if (!shape) return;
+    if (!shape || !value.m_pData) return;
     const Payload payload = PayloadOf(value);
     for (std::size_t i = 0; i < CompiledStrings(value, payload); ++i) {
         std::string& text = payload.strings[i];

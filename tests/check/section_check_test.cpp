@@ -141,4 +141,23 @@ TEST_F(IncludeSection, IsLookedAtByTheFirstPass) {
     EXPECT_EQ(Errors(), bad + bad) << "once while it is read and once by the check";
 }
 
+using UnlistedSection = CheckTest;
+
+TEST_F(UnlistedSection, HasNoKeysInCommonWithAnyOther) {
+    CZEKSection section(kPropertySection, tagNOTATION{2});
+    section.Init("main.zek", "PROPERTY", 1);
+    section.m_vpEntry.push_back(new CGESTRING(kProperty, tagNOTATION{10}));
+    section.m_vpEntry[0]->Init("main.zek", "KEY", "text", 2);
+    EXPECT_EQ(section.IsValidEx(0), 1U);
+    EXPECT_EQ(Errors(), "");
+}
+
+TEST_F(UnlistedSection, IsOneTooManyOfItsKind) {
+    Source("[SYSTEM]\n");
+    CZEKSection section(kSystemSection, tagNOTATION{1});
+    section.Init("main.zek", "SYSTEM", 7);
+    EXPECT_EQ(section.IsValidEx(0), 0U);
+    EXPECT_EQ(Errors(), "Error[main.zek:7]: SECTION SYSTEM is redefined. The MAX number of SYSTEM is one.\n");
+}
+
 }  // namespace zek::test
