@@ -3,7 +3,6 @@
 #include <cstring>
 #include <dlfcn.h>
 #include <memory>
-#include <utility>
 
 #include "frontend/messages.h"
 #include "model/output.h"

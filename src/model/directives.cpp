@@ -3,13 +3,13 @@
 #include "frontend/parse.h"
 #include "model/messages.h"
 #include "model/output.h"
-#include "model/section.h"
+#include "model/section_kinds.h"
 
 namespace {
 
 /// Adds a definition and, when it is sound, makes its key a predefined name.
 void Define(CZEKSection& section, const std::string& file, const std::string& key, const std::string& value, unsigned line) {
-    CZEKEntry& entry = zek::AddEntry(section, zek::kDefinition, zek::kNotationFamily, file, key, value, line);
+    CZEKEntry& entry = zek::AddUndeclared(section, *zek::KindOf(zek::kDefineSection), file, key, value, line);
     if (entry.IsValid(&section, zek::kWhileReading)) AddPredDefineValue(key, *zek::NumberOf(entry.m_ZekEntryData));
 }
 
@@ -39,7 +39,7 @@ unsigned CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key, con
 }
 
 unsigned CGSINCLUDE::SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
-    CZEKEntry& entry = zek::AddEntry(*this, zek::kFile, zek::kNotationRepeated, file, key, value, line);
+    CZEKEntry& entry = zek::AddUndeclared(*this, *zek::KindOf(zek::kIncludeSection), file, key, value, line);
     if (!entry.IsValid(this, zek::kWhileReading)) return 1;
     CZEKParse parse;
     if (parse.Start(GetFile(1) + *zek::TextOf(entry))) {

@@ -14,8 +14,7 @@ public:
     unsigned PositionIn(std::vector<std::string>& files, const std::string& file);
 
 private:
-    std::unordered_map<std::string, unsigned> positions_;
-    std::size_t indexed_ = 0;  ///< how many names of the list the map knows
+    std::unordered_map<std::string, unsigned> positions_;  ///< where each name stood when it was last looked for
 };
 
 }  // namespace zek

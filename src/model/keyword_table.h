@@ -52,7 +52,7 @@ inline constexpr std::array<tagNTMAP, 37> kKeywords = {{
 }};
 static_assert(kKeywords.back().dwID == kRepeaterItem, "every row is filled");
 
-/// The first row of a keyword that the source can write, or null.
+/// The first row of a keyword, or null. The empty keyword is that of the free-named entries.
 constexpr const tagNTMAP* RowOfKeyword(std::string_view keyword) {
     for (const tagNTMAP& row : kKeywords) {
         if (keyword == row.pszName) return &row;

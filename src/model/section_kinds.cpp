@@ -61,24 +61,27 @@ constexpr std::array<SectionKind, 14> kSectionKinds = {
     Row<CGSINCLUDE>("INCLUDE", kIncludeSection, 2, {}, {kFile, kNotationRepeated}),
 };
 
+static_assert(std::all_of(kSectionKinds.begin(), kSectionKinds.end(),
+                          [](const SectionKind& kind) {
+                              return kind.type - kSectionClass - 1 == static_cast<std::size_t>(&kind - kSectionKinds.data());
+                          }),
+              "a row stands where its type id says");
+
 const SectionKind* KindOf(unsigned type) {
-    const auto row = std::find_if(kSectionKinds.begin(), kSectionKinds.end(),
-                                  [type](const SectionKind& kind) { return kind.type == type; });
-    return row == kSectionKinds.end() ? nullptr : &*row;
+    const unsigned row = type - kSectionClass - 1;
+    return row < kSectionKinds.size() ? &kSectionKinds[row] : nullptr;
 }
 
-namespace {
-
-const SectionKind& RowOf(unsigned type) { return kSectionKinds[(type & kSectionOrdinalMask) - 1]; }
-
-void AddUndeclared(CZEKSection& section, const SectionKind& kind, const std::string& file, const std::string& key,
-                   const std::string& value, unsigned line) {
+CZEKEntry& AddUndeclared(CZEKSection& section, const SectionKind& kind, const std::string& file, const std::string& key,
+                         const std::string& value, unsigned line) {
     const AddedEntry& added = kind.undeclared;
     const bool property = added.prefixPApart && key.starts_with("P_");
     const unsigned type = property ? kPrefixP : added.type;
     const unsigned notation = property ? kNotationFamily : added.notation;
-    AddEntry(section, type, notation, file, key, value, line);
+    return AddEntry(section, type, notation, file, key, value, line);
 }
+
+namespace {
 
 constexpr std::array<tagNTMAP, 14> Published() {
     std::array<tagNTMAP, 14> rows{};
@@ -93,13 +96,17 @@ constexpr std::array<tagNTMAP, 14> Published() {
 const std::array<tagNTMAP, 14> g_NTMapSect = zek::Published();
 const unsigned g_dwNTMSect = static_cast<unsigned>(g_NTMapSect.size());
 
-/// The members in which the kinds differ by nothing but their row.
-#define ZEK_DEFINE_SECTION_KIND(Kind, sectionKind)                                                              \
+/// The construction, in which the kinds differ by nothing but their Init0.
+#define ZEK_DEFINE_CONSTRUCTION(Kind)                                                                           \
     Kind::Kind() { Init0(); }                                                                                   \
     Kind::Kind(unsigned type, tagNOTATION notation) : CZEKSection(type, notation) { Init0(); }                  \
-    /* A destroyed section stays in its list: only CZEKSection::Destory takes sections out, and hosts rely on it. */ \
-    Kind::~Kind() = default;                                                                                    \
-    void Kind::Init0() { Declare(m_sHeader, zek::RowOf(sectionKind)); }
+    /* A destroyed section stays in its list: only CZEKSection::Destory takes sections out. Hosts rely on it. */ \
+    Kind::~Kind() = default;
+
+/// A kind that differs from the others by nothing but its row.
+#define ZEK_DEFINE_SECTION_KIND(Kind, sectionKind) \
+    ZEK_DEFINE_CONSTRUCTION(Kind)                  \
+    void Kind::Init0() { Declare(m_sHeader, *zek::KindOf(sectionKind)); }
 
 /// The same, for kinds whose undeclared keys become entries.
 #define ZEK_DEFINE_OPEN_SECTION_KIND(Kind, sectionKind)                                                         \
@@ -107,7 +114,7 @@ const unsigned g_dwNTMSect = static_cast<unsigned>(g_NTMapSect.size());
     unsigned Kind::SetEntry(const std::string& file, const std::string& key, const std::string& value,          \
                             unsigned line) {                                                                    \
         if (!CZEKSection::SetEntry(file, key, value, line)) {                                                   \
-            zek::AddUndeclared(*this, zek::RowOf(sectionKind), file, key, value, line);                         \
+            zek::AddUndeclared(*this, *zek::KindOf(sectionKind), file, key, value, line);                         \
         }                                                                                                       \
         return 1;                                                                                               \
     }
@@ -124,5 +131,11 @@ ZEK_DEFINE_OPEN_SECTION_KIND(CGSTAVRGROUP, zek::kTavrGroupSection)
 ZEK_DEFINE_OPEN_SECTION_KIND(CGSGLOBAL, zek::kGlobalSection)
 ZEK_DEFINE_OPEN_SECTION_KIND(CGSREPEATER, zek::kRepeaterSection)
 ZEK_DEFINE_SECTION_KIND(CGSDEFINE, zek::kDefineSection)
-ZEK_DEFINE_SECTION_KIND(CGSIFDEF, zek::kIfdefSection)
 ZEK_DEFINE_SECTION_KIND(CGSINCLUDE, zek::kIncludeSection)
+
+ZEK_DEFINE_CONSTRUCTION(CGSIFDEF)
+void CGSIFDEF::Init0() {
+    Declare(m_sHeader, *zek::KindOf(zek::kIfdefSection));
+    m_dwSeen = 0;
+    m_dwCondition = 0;
+}

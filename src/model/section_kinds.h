@@ -14,10 +14,6 @@ namespace zek {
 struct DeclaredEntry {
     unsigned type;
     unsigned notation;
-    std::string_view keyword;
-
-    constexpr DeclaredEntry(unsigned entryType, unsigned entryNotation)
-        : type(entryType), notation(entryNotation), keyword(KeywordOf(entryType)->pszName) {}
 };
 
 /// The entry that an undeclared key becomes.
@@ -41,6 +37,10 @@ extern const std::array<SectionKind, 14> kSectionKinds;
 
 /// The row of a type id, or null.
 const SectionKind* KindOf(unsigned type);
+
+/// Adds the entry that an undeclared key becomes in sections of a kind that takes such keys.
+CZEKEntry& AddUndeclared(CZEKSection& section, const SectionKind& kind, const std::string& file, const std::string& key,
+                         const std::string& value, unsigned line);
 
 }  // namespace zek
 

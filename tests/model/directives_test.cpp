@@ -90,6 +90,14 @@ TEST_F(IfdefSection, StartsWithBothFlagsClear) {
     CGSIFDEF::m_sHeader.pop_back();
 }
 
+TEST_F(IfdefSection, IsClearedByItsConstructionStep) {
+    auto& section = static_cast<CGSIFDEF&>(*CZEKSection::Create("main.zek", "IFDEF", 1));
+    section.m_dwSeen = section.m_dwCondition = 1;
+    section.Init0();
+    ExpectCondition(section, 0, 0);
+    CGSIFDEF::m_sHeader.pop_back();
+}
+
 TEST_F(IfdefSection, AnswersTheConditionWithoutStoringIt) {
     AddPredDefineValue("KNOWN", 0);
     CGSIFDEF known;

@@ -62,6 +62,17 @@ TEST_F(SourceFile, IsSplitAtItsLastBackslashOnly) {
     }
 }
 
+TEST_F(SourceFile, IsLookedForInTheListAsItStands) {
+    CZEKObj object;
+    object.SetFile("A");
+    CZEKObj::m_svstrIncFiles = {"B"};
+    object.SetFile("B");
+    EXPECT_EQ(object.m_dwFile, 0U);
+    object.SetFile("A");
+    EXPECT_EQ(object.m_dwFile, 1U);
+    EXPECT_EQ(CZEKObj::m_svstrIncFiles, (std::vector<std::string>{"B", "A"}));
+}
+
 TEST_F(SourceFile, IsEmptyForAnIndexOutsideTheList) {
     CZEKObj object;
     EXPECT_EQ(object.GetFile(0), "");
