@@ -50,6 +50,16 @@ TEST_F(OddParser, LosesTheFirstFileOfTwoStarts) {
     Read({});
     EXPECT_EQ(Calls(), "OpenFile first.zek\nParse first.zek\nOpenFile main.zek\nParse main.zek\n"
                        "EnumSection main.zek 0\nCloseFile main.zek\n");
+    EXPECT_TRUE(CZEKSection::m_svpHSection.empty());
+}
+
+TEST_F(OddParser, LosesItsFileWhenTheNextCannotBeOpened) {
+    TheScript().files["first.zek"] = {{"GROUP"}};
+    ASSERT_EQ(gccCompStart("first.zek"), 1U);
+    EXPECT_EQ(gccCompStart("none.zek"), 0U);
+    gccParse();
+    EXPECT_EQ(Calls(), "OpenFile first.zek\nParse first.zek\nOpenFile none.zek\nEnumSection null 0\n");
+    EXPECT_EQ(TakeMessages(), "Parse::No more sections(total = 0).\n") << "a failed start says nothing";
 }
 
 TEST_F(OddParser, KeepsAFileOpenThatADestroyedObjectHeld) {

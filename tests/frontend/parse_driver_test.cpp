@@ -77,26 +77,6 @@ TEST_F(ParseDriver, IsWithoutAFileOnceItHasReadOne) {
     EXPECT_EQ(CGSGROUP::m_sHeader.size(), 1U);
 }
 
-TEST_F(ParseDriver, DropsTheOpenFileWhenTheNextCannotBeOpened) {
-    Write("main.zek", "[GROUP]\n");
-    ASSERT_EQ(g_Parse.Start("main.zek"), 1U);
-    EXPECT_EQ(g_Parse.Start("none.zek"), 0U);
-    g_Parse.Parse();
-    EXPECT_EQ(DriverMessages(), "Parse::No more sections(total = 0).\n") << "a failed start says nothing";
-    EXPECT_EQ(CZEKSection::m_svpHSection.size(), 0U);
-}
-
-TEST_F(ParseDriver, ReadsTheFileThatWasStartedLast) {
-    Write("first.zek", "[GROUP]\n");
-    Write("second.zek", "[TABLE]\n[TABLE]\n");
-    ASSERT_EQ(g_Parse.Start("first.zek"), 1U);
-    ASSERT_EQ(g_Parse.Start("second.zek"), 1U);
-    g_Parse.Parse();
-    EXPECT_EQ(DriverMessages(), "Parse::No more sections(total = 2).\n");
-    EXPECT_EQ(CGSGROUP::m_sHeader.size(), 0U);
-    EXPECT_EQ(CGSTABLE::m_sHeader.at(0)->GetFile(0), "second.zek");
-}
-
 TEST_F(ParseDriver, KeepsItsFileWhenTheModelIsDestroyed) {
     Source("[GROUP]\n");
     Write("next.zek", "[TABLE]\n");

@@ -16,6 +16,7 @@ namespace zek::test {
 class ParserHost : public testing::Test {
 protected:
     void SetUp() override;
+    void TearDown() override { gccCompEnd(); }
 
     /// Brings the functions of a scripted parser library into the process, for the rest of its life: "complete" or
     /// "without_RSParse" and so on.

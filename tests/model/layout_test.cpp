@@ -80,6 +80,7 @@ TEST_F(Layout, PutsTheOwnFieldsBehindThem) {
     EXPECT_EQ(OffsetIn(&section, section.m_vpEntry), 64);
     EXPECT_EQ(OffsetIn(&section, section.m_dwSeen), 88);
     EXPECT_EQ(OffsetIn(&section, section.m_dwCondition), 92);
+    CGSIFDEF::m_sHeader.clear();
     const CGEVALUE entry;
     EXPECT_EQ(OffsetIn(&entry, entry.m_ZekEntryData), 64);
     EXPECT_EQ(OffsetIn(&entry, entry.m_vstrSubStr), 80);
@@ -98,9 +99,11 @@ TEST_F(Layout, PutsTheHandlesOfTheFrontEndBeforeItsFileName) {
     ASSERT_EQ(g_Parse.Start("main.zek"), 1U);
     EXPECT_NE(fields.file, nullptr);
     EXPECT_EQ(fields.name, "main.zek");
+    void* dropped = fields.file;
     EXPECT_EQ(g_Parse.Start("none.zek"), 0U);
     EXPECT_EQ(fields.file, nullptr);
     EXPECT_EQ(fields.name, "main.zek") << "a failed start leaves the name";
+    g_Parse.RSCloseFile(dropped);
     g_Parse.Parse();
     EXPECT_EQ(fields.name, "");
 }
