@@ -63,9 +63,12 @@ TEST_F(ZekUsage, WrongCommandLineEndsWithTwo) {
     EXPECT_EQ(Names(), Strings{"a.zek"});
 }
 
-TEST_F(ZekUsage, NameThatLooksLikeAnOptionComesBehindTwoHyphens) {
+TEST_F(ZekUsage, NameMayLookLikeAnOptionOrAList) {
     WriteSound("-a.zek");
     EXPECT_EQ(Zek({"check", "--", "-a.zek"}).code, 0);
+    WriteSound("[a,b]");
+    EXPECT_EQ(Zek({"check", "[a,b]"}).err, "");
+    EXPECT_EQ(Zek({"check", "[a,b]", "./-a.zek"}).code, 0);
 }
 
 struct Unwritable {

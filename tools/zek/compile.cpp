@@ -12,6 +12,7 @@
 #include "memory_file.h"
 #include "output_file.h"
 #include "parser_library.h"
+#include "paths.h"
 #include "printable.h"
 #include "source_index.h"
 #include "source_reading.h"
@@ -27,7 +28,7 @@ constexpr char kAnotherParser[] =
 
 /// Throws Failure with the system's reason for a main source that is not there or cannot be read.
 void RequireReadable(const std::string& source) {
-    const std::string path = IncludeSearch::MainSource(source);
+    const std::string path = MainSource(source);
     struct stat info {};
     if (stat(path.c_str(), &info) != 0) throw SystemFailure("cannot read " + source);
     if (S_ISDIR(info.st_mode)) throw SystemFailure("cannot read " + source, EISDIR);
@@ -36,7 +37,8 @@ void RequireReadable(const std::string& source) {
 
 ParserLibrary RequireParser() {
     ParserLibrary parser = ServingParser();
-    if (!parser.Serves()) throw Failure(kUsageOrFiles, "there is no section-file parser library to read sources with");
+    if (parser.path.empty()) throw Failure(kUsageOrFiles, "there is no section-file parser library to read sources with");
+    if (!parser.Serves()) throw Failure(kUsageOrFiles, parser.path + " lacks functions of a section-file parser library");
     if (!parser.HasHook()) Tell("zek: note: " + parser.path + kAnotherParser);
     return parser;
 }
@@ -51,7 +53,7 @@ CheckedSource Check(const std::string& source, const Options& options) {
     RequireReadable(source);
     const ParserLibrary parser = RequireParser();
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()));
-    if (!gccCompStart(source)) throw Failure(kUsageOrFiles, "cannot read " + source);
+    if (!gccCompStart(source)) throw Failure(kUsageOrFiles, "cannot read " + source + ": the parser library refuses it");
     gccParse();
     reading.Stop();
     const std::vector<Message> whileReading = TakeMessages();
@@ -67,7 +69,7 @@ CheckedSource Check(const std::string& source, const Options& options) {
 }
 
 std::string WithExtension(const std::string& source, const std::string& extension) {
-    return std::filesystem::path(IncludeSearch::MainSource(source)).replace_extension(extension).string();
+    return std::filesystem::path(MainSource(source)).replace_extension(extension).string();
 }
 
 /// Throws Failure where a target is a source or both are one file. A character device such as /dev/null may be both.
@@ -96,7 +98,7 @@ std::string Written(unsigned (*output)(const std::string&), bool (*isWhole)(std:
 
 void AddMainSource(const std::string& source, std::vector<SourceFile>& files) {
     struct stat info {};
-    const std::string path = IncludeSearch::MainSource(source);
+    const std::string path = MainSource(source);
     // Not known from the hook with another maker's parser library.
     if (files.empty() && stat(path.c_str(), &info) == 0) files.push_back({source, path, info.st_dev, info.st_ino, 0});
 }

@@ -1,5 +1,6 @@
 #include "compiled_view.h"
 
+#include "printable.h"
 #include "zekcomp/identifiers.h"
 #include "zekcomp/image.h"
 
@@ -61,12 +62,6 @@ ShownWord Shown(unsigned word) {
     if (value.dwKind == kNumberKind) shown.number = static_cast<unsigned>(value.qwNumber);
     if (value.dwKind == kTextKind) shown.text = value.pszName;
     return shown;
-}
-
-std::string Hexadecimal(unsigned word) {
-    char text[sizeof "0x00000000"];
-    std::snprintf(text, sizeof text, "0x%08x", word);
-    return text;
 }
 
 /// The key as it stood in the source; the identifier itself where it names nothing.

@@ -1,6 +1,5 @@
 #include "dump.h"
 
-#include <cstdio>
 #include <ctime>
 
 #include "printable.h"
@@ -10,15 +9,7 @@ namespace {
 
 constexpr std::size_t kBytesInLine = 16;
 
-std::string Hexadecimal(unsigned number, const char* format) {
-    char text[sizeof "0x00000000"];
-    std::snprintf(text, sizeof text, format, number);
-    return text;
-}
-
-std::string Word(unsigned word) { return Hexadecimal(word, "0x%08x"); }
-
-std::string Number(unsigned number) { return std::to_string(number) + " (" + Hexadecimal(number, "0x%x") + ')'; }
+std::string Number(unsigned number) { return std::to_string(number) + " (" + Hexadecimal(number, 1) + ')'; }
 
 std::string Time(unsigned seconds) {
     const std::time_t time = seconds;
@@ -31,7 +22,7 @@ std::string Time(unsigned seconds) {
 
 /// The word, its class, and what it stands for.
 std::string Shown(const ShownWord& word) {
-    std::string text = Word(word.word) + ' ' + word.wordClass;
+    std::string text = Hexadecimal(word.word) + ' ' + word.wordClass;
     if (word.number) return text + ' ' + Number(*word.number);
     if (word.text) return text + ' ' + Quoted(*word.text);
     return text;
@@ -39,14 +30,14 @@ std::string Shown(const ShownWord& word) {
 
 void WriteHeader(const Image& image, StandardOutput& out) {
     out.Write(image.Kind() == ImageKind::kCompiled ? "compiled image" : "debug image");
-    out.Write(", version " + Word(image.Info().dwVersion) + ", written " + Time(image.Info().dwTime) + " (" +
+    out.Write(", version " + Hexadecimal(image.Info().dwVersion) + ", written " + Time(image.Info().dwTime) + " (" +
               std::to_string(image.Info().dwTime) + ")\n");
 }
 
 void WriteEntry(const ShownEntry& entry, bool compiled, StandardOutput& out) {
     out.Write("  " + Printable(entry.key));
     if (!compiled) return out.Write(" = " + Quoted(entry.value) + '\n');
-    out.Write(" (" + Word(entry.id) + ")\n");
+    out.Write(" (" + Hexadecimal(entry.id) + ")\n");
     for (const ShownWord& word : entry.words) out.Write("    " + Shown(word) + '\n');
 }
 
@@ -71,7 +62,8 @@ void WriteTables(const Image& image, StandardOutput& out) {
         if (block.name) out.Write(' ' + Quoted(*block.name));
         out.Write("\n");
         for (std::size_t start = 0; start < block.bytes.size(); start += kBytesInLine) {
-            out.Write("  " + Hexadecimal(static_cast<unsigned>(start), "%02x") + ' ');
+            const char offset = static_cast<char>(start);
+            out.Write("  " + Hex({&offset, 1}) + ' ');
             for (std::size_t i = start; i < start + kBytesInLine; ++i) out.Write(' ' + Hex({&block.bytes[i], 1}));
             out.Write("\n");
         }

@@ -7,7 +7,7 @@
 #include "debug_view.h"
 #include "failure.h"
 #include "memory_file.h"
-#include "messages.h"
+#include "printable.h"
 #include "zekcomp/zekcomp.h"
 
 namespace zek::tool {
@@ -24,11 +24,6 @@ bool Load(ImageKind kind, const std::string& name, tagMETAFILEINFO* info) {
     }
 }
 
-std::string Hexadecimal(unsigned number) {
-    char text[sizeof "0x00000000"];
-    std::snprintf(text, sizeof text, "0x%08x", number);
-    return text;
-}
 
 }  // namespace
 

@@ -3,43 +3,23 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
-#include <sys/stat.h>
 #include <utility>
+
+#include "paths.h"
 
 namespace zek::tool {
 namespace {
 
-bool Stands(const std::string& path) {
-    struct stat info {};
-    return lstat(path.c_str(), &info) == 0;
-}
-
-std::string Joined(const std::string& folder, const std::string& name) {
-    if (folder.empty() || name.starts_with('/')) return name;
-    return folder.ends_with('/') ? folder + name : folder + '/' + name;
-}
-
-std::string WithSlashes(std::string name) {
-    std::replace(name.begin(), name.end(), '\\', '/');
-    return name;
-}
-
 std::optional<std::string> StandsIn(const std::vector<std::string>& folders, const std::string& name) {
     if (name.empty()) return std::nullopt;
     for (const std::string& folder : folders) {
-        std::string path = Joined(folder, name);
+        std::string path = InFolder(folder, name);
         if (Stands(path)) return path;
     }
     return std::nullopt;
 }
 
 }  // namespace
-
-std::string FolderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) return {};
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
 
 IncludeSearch::IncludeSearch(std::vector<std::string> folders, std::string builtIn) : folders_{std::string()} {
     // The current folder, the empty text, comes first.
@@ -56,11 +36,6 @@ IncludeFound IncludeSearch::Find(const std::string& name, const std::string& inc
     if (!path && name.find('\\') != std::string::npos) path = StandsIn(places, WithSlashes(name));
     std::replace(places.begin(), places.end(), std::string(), std::string("."));
     return {path.value_or(std::string()), std::move(places)};
-}
-
-std::string IncludeSearch::MainSource(const std::string& name) {
-    const std::string slashed = WithSlashes(name);
-    return !Stands(name) && Stands(slashed) ? slashed : name;
 }
 
 std::string BuiltInFolder() {

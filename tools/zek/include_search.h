@@ -6,9 +6,6 @@
 
 namespace zek::tool {
 
-/// The folder part of a path, without its slash: empty where the path has none, "/" for the root.
-std::string FolderOf(const std::string& path);
-
 /// The search for one name.
 struct IncludeFound {
     std::string path;                  ///< empty when nothing of that name stands anywhere
@@ -25,9 +22,6 @@ public:
 
     /// `includer` is the path of the including file.
     IncludeFound Find(const std::string& name, const std::string& includer) const;
-
-    /// The path of a main source: the name as it is, or with slashes for backslashes where only that stands.
-    static std::string MainSource(const std::string& name);
 
 private:
     std::vector<std::string> folders_;

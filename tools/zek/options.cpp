@@ -93,6 +93,17 @@ bool HasEmptyName(const CLI::App& app, const Options& options) {
     return false;
 }
 
+/// The arguments from the last to the first, as the library wants them. It takes [a,b] for a list where several names may
+/// stand, so a file that is called so is named by its path.
+std::vector<std::string> Arguments(int argc, char** argv) {
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i) {
+        const std::string argument = argv[i];
+        arguments.push_back((argument.starts_with('[') ? "./" : "") + argument);
+    }
+    return arguments;
+}
+
 }  // namespace
 
 CommandLine ReadCommandLine(int argc, char** argv) {
@@ -103,7 +114,7 @@ CommandLine ReadCommandLine(int argc, char** argv) {
     app.require_subcommand(1);
     AddCommands(app, line.options);
     try {
-        app.parse(argc, argv);
+        app.parse(Arguments(argc, argv));
         if (HasEmptyName(app, line.options)) throw CLI::ValidationError("a file name is empty");
     } catch (const CLI::ParseError& error) {
         std::ostringstream out;

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "failure.h"
-#include "include_search.h"
+#include "paths.h"
 #include "streams.h"
 #include "temporary_files.h"
 
@@ -21,19 +21,13 @@ Failure CannotWrite(const Target& target, int error) { return SystemFailure("can
 
 std::string NameIn(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
-std::string Beside(const std::string& path, const std::string& name) {
-    const std::string folder = FolderOf(path);
-    if (folder.empty() || name.starts_with('/')) return name;
-    return folder == "/" ? folder + name : folder + '/' + name;
-}
-
 /// The path that a chain of symbolic links leads to, whether something stands there or not.
 std::string Followed(std::string path) {
     char to[PATH_MAX];
     for (int links = 0; links < kMostLinks; ++links) {
         const ssize_t length = readlink(path.c_str(), to, sizeof to);
         if (length < 0) return path;
-        path = Beside(path, std::string(to, static_cast<std::size_t>(length)));
+        path = InFolder(FolderOf(path), std::string(to, static_cast<std::size_t>(length)));
     }
     return path;
 }
@@ -162,7 +156,8 @@ bool IsSameFile(const Target& a, const Target& b) {
     if (a.stands) return IsSameFile(a.info, b.info);
     struct stat first {};
     struct stat second {};
-    if (stat(Beside(a.path, ".").c_str(), &first) != 0 || stat(Beside(b.path, ".").c_str(), &second) != 0) return false;
+    if (stat(InFolder(FolderOf(a.path), ".").c_str(), &first) != 0) return false;
+    if (stat(InFolder(FolderOf(b.path), ".").c_str(), &second) != 0) return false;
     return IsSameFile(first, second) && NameIn(a.path) == NameIn(b.path);
 }
 

@@ -26,7 +26,7 @@ ParserLibrary ParserBehind(void* handle) {
     Look(handle, "RSCloseFile", library.closeFile);
     Look(handle, "RSSetOpenHook", library.setOpenHook);
     Dl_info info = {};
-    void* address = reinterpret_cast<void*>(library.openFile);
+    void* address = dlsym(handle, "RSEnumSection");
     if (address && dladdr(address, &info) && info.dli_fname) library.path = info.dli_fname;
     return library;
 }

@@ -1,6 +1,7 @@
 #include "printable.h"
 
 #include <cstdint>
+#include <cstdio>
 
 namespace zek::tool {
 namespace {
@@ -79,6 +80,12 @@ bool IsUtf8(std::string_view bytes) {
 std::string Printable(std::string_view text) { return Escaped(text, "\t", ""); }
 
 std::string Quoted(std::string_view text) { return '"' + Escaped(text, "", "\\\"") + '"'; }
+
+std::string Hexadecimal(unsigned number, int digits) {
+    char text[sizeof "0x00000000"];
+    std::snprintf(text, sizeof text, "0x%0*x", digits, number);
+    return text;
+}
 
 std::string Hex(std::string_view bytes) {
     std::string digits;

@@ -17,6 +17,9 @@ std::string Printable(std::string_view text);
 /// The same in double quotes, with backslashes, quotes and tabs escaped too, so that every text is told from every other.
 std::string Quoted(std::string_view text);
 
+/// A number as 0x and at least so many hexadecimal digits.
+std::string Hexadecimal(unsigned number, int digits = 8);
+
 /// Two hexadecimal digits for each byte.
 std::string Hex(std::string_view bytes);
 

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include "known_messages.h"
+#include "paths.h"
 
 namespace zek::tool {
 namespace {
@@ -51,7 +52,7 @@ bool SourceReading::Decide(const std::string& name, const std::string& includer,
     refusal_.clear();
     while (!open_.empty() && Current().path != includer) open_.pop_back();
     if (open_.empty()) {
-        path = IncludeSearch::MainSource(name);
+        path = MainSource(name);
     } else {
         open_.back().begun = true;
         const IncludeFound found = FindInclude(name);

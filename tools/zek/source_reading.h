@@ -40,8 +40,6 @@ public:
 
     /// Every opening of a file, in order; the main source first. Empty when the parser library has no hook.
     const std::vector<SourceFile>& Files() const { return files_; }
-    /// Why the main source was refused; empty when it was not.
-    const std::string& Refusal() const { return refusal_; }
 
     /// Fills `path`, and `reason` where an include could not be loaded.
     void Hear(Message& message) noexcept override;

@@ -8,6 +8,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "paths.h"
 #include "printable.h"
 
 namespace zek::tool {
@@ -37,9 +38,7 @@ sigset_t HandledSignals() {
 std::string NewName(const std::string& folder) {
     char bytes[8] = {};
     if (getrandom(bytes, sizeof bytes, 0) != sizeof bytes) return {};
-    const std::string name = ".zek-" + Hex({bytes, sizeof bytes});
-    if (folder.empty()) return name;
-    return folder.ends_with('/') ? folder + name : folder + '/' + name;
+    return InFolder(folder, ".zek-" + Hex({bytes, sizeof bytes}));
 }
 
 }  // namespace
