@@ -143,6 +143,10 @@ INSTANTIATE_TEST_SUITE_P(
         ActionRow("OwnValueByType104", "T104,VALUE_3", "VALUE_3=T0\n", {}),
         ActionRow("OwnValuePrefixByType104", "T104,VALUE_", "VALUE_=T0\n", {}),
         ActionRow("ValueOfAnotherAction", "T1,VALUE_3", "[ACTION]\nNAME=OTHER\nVALUE_3=T0\n", {NoValue("VALUE_3")}),
+        ActionRow("OwnValueOfTheSameName", "T1,VALUE_3", "VALUE_3=T0\n[ACTION]\nNAME=OTHER\nVALUE_3=T1,VALUE_3\n", {}),
+        CheckedRow{"ValueOfTheActionBefore",
+                   std::string("[ACTION]\nNAME=A\nVALUE_3=T1,VALUE_3\n[ACTION]\nNAME=B\nVALUE=T1,VALUE_3\n") + kWords,
+                   0, "Error[main.zek:6]: [ACTION]:VALUE, The VALUE name VALUE_3 is not valid in this section.\n"},
         ActionRow("FixedValues", "T7,VALUE_IPMI", "VALUE_IPMI=T0\n", {NoValue("VALUE_IPMI")})),
     RowName());
 

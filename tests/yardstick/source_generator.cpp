@@ -58,7 +58,8 @@ std::string SourceGenerator::Number() {
 
 std::string SourceGenerator::Operand(Owner owner) {
     if (Wrong())
-        return random_.OneOf({"nothing", "G_none", "ARG9", "ARG", "ARGx", "VALUE_9", "VALUE_", "G_", "", "g_0"});
+        return random_.OneOf(
+            {"nothing", "G_none", "ARG1", "ARG9", "VALUE_own1", "ARG", "ARGx", "VALUE_9", "VALUE_", "G_", "", "g_0"});
     const unsigned choice = random_.Below(4);
     if (choice == 1 && !globals_.empty()) return random_.OneOf(globals_);
     if (choice == 2) return "ARG" + std::to_string(owner ? random_.Below(owner->arguments + 1) : 0);
