@@ -1,3 +1,4 @@
+#include "compile/compile.h"
 #include "debugimage/model_text.h"
 #include "debugimage/small_debug_image.h"
 
@@ -221,6 +222,8 @@ TEST_F(DamagedDebugImage, HidesAListThatBeginsWithASectionWithoutAType) {
     EXPECT_EQ(ShapeOfModel(), "0:0/0 2:0/0");
     EXPECT_EQ(gdGetSectByIndex(2, 1), nullptr);
     EXPECT_EQ(gdGetLastError(), 1U);
+    Compile();
+    EXPECT_TRUE(g_GCHead.empty()) << "what is not compiled ends its list";
     gdUnInit();
     EXPECT_EQ(ShapeOfModel(), "");
     EXPECT_EQ(gdInit("loaded.metad", nullptr), 1U);
