@@ -43,12 +43,20 @@ ParserLibrary RequireParser() {
     return parser;
 }
 
-/// Reads and checks a source and tells what there is to tell. The model stays for the outputs.
+/// Ends the compilation, however it goes.
+struct Compilation {
+    Compilation() = default;
+    ~Compilation() { gccCompEnd(); }
+    Compilation(const Compilation&) = delete;
+    Compilation& operator=(const Compilation&) = delete;
+};
+
 struct CheckedSource {
     std::vector<SourceFile> files;
     bool valid = false;
 };
 
+/// Reads and checks a source and tells what there is to tell. The model stays for the outputs.
 CheckedSource Check(const std::string& source, const Options& options) {
     RequireReadable(source);
     const ParserLibrary parser = RequireParser();
@@ -104,9 +112,8 @@ void AddMainSource(const std::string& source, std::vector<SourceFile>& files) {
 }
 
 int CheckInThisProcess(const std::string& source, const Options& options) {
-    const bool valid = Check(source, options).valid;
-    gccCompEnd();
-    return valid ? kFine : kSourceHasErrors;
+    const Compilation compilation;
+    return Check(source, options).valid ? kFine : kSourceHasErrors;
 }
 
 /// The exit code of a child; a signal that ended it is told.
@@ -137,13 +144,13 @@ int RunCompile(const Options& options) {
     const Target image = TargetOf(options.image.empty() ? WithExtension(source, ".zki") : options.image);
     const Target debug = TargetOf(options.debugImage.empty() ? WithExtension(source, ".zkd") : options.debugImage);
     RequireDistinct(image, debug, {});
+    const Compilation compilation;
     CheckedSource checked = Check(source, options);
     AddMainSource(source, checked.files);
     RequireDistinct(image, debug, checked.files);
     if (!checked.valid) return kSourceHasErrors;
     const std::string debugBytes = Written(gccOutputD, IsWholeDebugImage);
     const std::string imageBytes = Written(gccOutput, IsWholeCompiledImage);
-    gccCompEnd();
     WriteTogether({{image, imageBytes}, {debug, debugBytes}});
     return kFine;
 }

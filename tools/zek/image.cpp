@@ -25,6 +25,12 @@ bool Load(ImageKind kind, const std::string& name, tagMETAFILEINFO* info) {
 }
 
 
+/// Frees also what a load that failed has left.
+void Unload(ImageKind kind) {
+    if (kind == ImageKind::kCompiled) gcUnInit();
+    if (kind == ImageKind::kDebug) gdUnInit();
+}
+
 }  // namespace
 
 const ShownEntry* ShownSection::Entry(const std::string& key) const {
@@ -44,15 +50,15 @@ Image::Image(const std::string& file) {
     }
     // From a copy, so that kind, size and what is loaded are those of one and the same file, also when it is a pipe.
     const MemoryFile copy(bytes);
-    if (!Load(kind_, copy.Name(), &info_)) throw NoImage(file, "is damaged or cut short");
+    if (!Load(kind_, copy.Name(), &info_)) {
+        Unload(kind_);
+        throw NoImage(file, "is damaged or cut short");
+    }
     if (kind_ == ImageKind::kDebug) names_ = PredefinedNames(bytes);
     if (kind_ == ImageKind::kCompiled) sectionCount_ = SectionCount(bytes);
 }
 
-Image::~Image() {
-    if (kind_ == ImageKind::kCompiled) gcUnInit();
-    if (kind_ == ImageKind::kDebug) gdUnInit();
-}
+Image::~Image() { Unload(kind_); }
 
 void Image::ForEachSection(const std::function<void(const ShownSection&)>& show) const {
     if (kind_ == ImageKind::kCompiled) return ForEachCompiledSection(show);
