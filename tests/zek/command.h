@@ -22,8 +22,8 @@ struct Result {
 struct Setting {
     std::string out = {};  ///< where standard output goes; empty: it is recorded
     bool closedOut = false;
-    bool readerGone = false;           ///< standard output is a pipe that nobody reads
-    unsigned long fileSizeLimit = 0;   ///< bytes; 0 is none
+    bool readerGone = false;          ///< standard output is a pipe that nobody reads
+    unsigned long fileSizeLimit = 0;  ///< bytes; 0 is none
     std::vector<std::pair<std::string, std::string>> environment = {};
 };
 

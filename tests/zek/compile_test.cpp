@@ -10,8 +10,10 @@ class ZekCompile : public ZekTest {};
 
 TEST_F(ZekCompile, WritesBothImagesBesideTheSource) {
     std::filesystem::create_directory("boards.v2");
-    for (const auto& [source, stem] : std::vector<std::pair<std::string, std::string>>{
-             {"boards.v2/x.zek", "boards.v2/x"}, {"boards.v2/y", "boards.v2/y"}, {"boards.v2/z.tar.zek", "boards.v2/z.tar"}}) {
+    for (const auto& [source, stem] :
+         std::vector<std::pair<std::string, std::string>>{{"boards.v2/x.zek", "boards.v2/x"},
+                                                          {"boards.v2/y", "boards.v2/y"},
+                                                          {"boards.v2/z.tar.zek", "boards.v2/z.tar"}}) {
         SCOPED_TRACE(source);
         WriteSound(source);
         const Result result = Zek({"compile", source});
@@ -74,8 +76,10 @@ TEST_F(ZekCompile, WarningsDoNotStopIt) {
 TEST_F(ZekCompile, SourceThatCannotBeReadEndsWithTwo) {
     std::filesystem::create_directory("folder");
     Write("file", "");
-    for (const auto& [source, reason] : std::vector<std::pair<std::string, std::string>>{
-             {"missing.zek", "No such file or directory"}, {"folder", "Is a directory"}, {"file/a.zek", "Not a directory"}}) {
+    for (const auto& [source, reason] :
+         std::vector<std::pair<std::string, std::string>>{{"missing.zek", "No such file or directory"},
+                                                          {"folder", "Is a directory"},
+                                                          {"file/a.zek", "Not a directory"}}) {
         for (const std::string command : {"compile", "check"}) {
             const Result result = Zek({command, source});
             EXPECT_EQ(result.code, 2);
@@ -89,8 +93,8 @@ TEST_F(ZekCompile, RefusesOneFileForBothImages) {
     WriteSound("a.zek");
     Write("there", "old");
     std::filesystem::create_symlink("there", "link");
-    for (const auto& [image, debug] : std::vector<std::pair<std::string, std::string>>{
-             {"b", "b"}, {"b", "./b"}, {"there", "link"}, {"a.zkd", ""}}) {
+    for (const auto& [image, debug] :
+         std::vector<std::pair<std::string, std::string>>{{"b", "b"}, {"b", "./b"}, {"there", "link"}, {"a.zkd", ""}}) {
         SCOPED_TRACE(image + ' ' + debug);
         Strings arguments = {"compile", "a.zek", "-o", image};
         if (!debug.empty()) arguments.insert(arguments.end(), {"-g", debug});

@@ -51,44 +51,45 @@ TEST_F(ZekDump, ShowsACompiledImageWhole) {
         for (int i = 0; i < 16; ++i) block += line == 0 && (i == 4 || i == 5) ? " 2a" : " 09";
         block += '\n';
     }
-    EXPECT_EQ(Shown({"dump", "a.zki"}),
-              "compiled image, version 0x01000000, written 2024-02-28 23:59:59 UTC (1709164799)\n"
-              "\n[PROPERTY] #0\n"
-              "  Colour (0x03000000)\n    0x12000000 string \"light red\"\n"
-              "\n[GROUP] #0 \"Board\"\n"
-              "  PARENT (0x02000014)\n    0x18000000 group \"0\"\n"
-              "  NAME (0x02000015)\n    0x18000001 group \"Board\"\n"
-              "  CHILDGROUP (0x02000007)\n    0x11000000 number 16 (0x10)\n"
-              "\n[DEVICE] #0 \"Fan\" ID 5\n"
-              "  NAME (0x02000015)\n    0x12000002 string \"Fan\"\n"
-              "  ID (0x02000008)\n    0x11000004 number 5 (0x5)\n"
-              "  INITFLAG (0x02000009)\n    0x11000005 number 0 (0x0)\n"
-              "  CONTROLMASK (0x0200000a)\n    0x11000005 number 0 (0x0)\n"
-              "  P_ROLE (0x03000001)\n    0x12000003 string \"x\"\n"
-              "  VALUE_ON (0x05000006)\n    0x1e000001 value type 1 (0x1)\n    0x1d000000 argument 0 (0x0)\n"
-              "\n[TABLE] #0 \"Curve\"\n"
-              "  NAME (0x02000015)\n    0x12000001 string \"Curve\"\n"
-              "  TYPE (0x02000002)\n    0x11000001 number 1 (0x1)\n"
-              "\n[GLOBAL] #0\n"
-              "  G_X (0x04000000)\n    0x1e000002 value type 2 (0x2)\n    0x1f000001 operator 1 (0x1)\n"
-              "    0x11000002 number 3 (0x3)\n    0x04000001 global \"Y\"\n"
-              "  G_Y (0x04000001)\n    0x1e00000a value type 10 (0xa)\n    0x1c000000 table \"Curve\"\n"
-              "    0x11000003 number 7 (0x7)\n"
-              "\nproperties: 2\n  0x03000000 property \"Colour\"\n  0x03000001 property \"ROLE\"\n"
-              "\nglobals: 2\n  0x04000000 global \"X\"\n  0x04000001 global \"Y\"\n"
-              "\nvalues: 7\n  0x05000000 value \"IPMI\"\n  0x05000001 value \"\"\n  0x05000002 value \"INIT\"\n"
-              "  0x05000003 value \"DEINIT\"\n  0x05000004 value \"ENTRY\"\n  0x05000005 value \"EXIT\"\n"
-              "  0x05000006 value \"ON\"\n"
-              "\nrepeaters: 0\n"
-              "\nnumbers: 6\n  0x11000000 number 16 (0x10)\n  0x11000001 number 1 (0x1)\n  0x11000002 number 3 (0x3)\n"
-              "  0x11000003 number 7 (0x7)\n  0x11000004 number 5 (0x5)\n  0x11000005 number 0 (0x0)\n"
-              "\nstrings: 4\n  0x12000000 string \"light red\"\n  0x12000001 string \"Curve\"\n  0x12000002 string \"Fan\"\n"
-              "  0x12000003 string \"x\"\n"
-              "\ngroups: 2\n  0x18000000 group \"0\"\n  0x18000001 group \"Board\"\n"
-              "\nactions: 0\n"
-              "\ntables: 1\n  0x1c000000 table \"Curve\"\n"
-              "\ntable data #0 \"Curve\"\n" +
-                  block);
+    EXPECT_EQ(
+        Shown({"dump", "a.zki"}),
+        "compiled image, version 0x01000000, written 2024-02-28 23:59:59 UTC (1709164799)\n"
+        "\n[PROPERTY] #0\n"
+        "  Colour (0x03000000)\n    0x12000000 string \"light red\"\n"
+        "\n[GROUP] #0 \"Board\"\n"
+        "  PARENT (0x02000014)\n    0x18000000 group \"0\"\n"
+        "  NAME (0x02000015)\n    0x18000001 group \"Board\"\n"
+        "  CHILDGROUP (0x02000007)\n    0x11000000 number 16 (0x10)\n"
+        "\n[DEVICE] #0 \"Fan\" ID 5\n"
+        "  NAME (0x02000015)\n    0x12000002 string \"Fan\"\n"
+        "  ID (0x02000008)\n    0x11000004 number 5 (0x5)\n"
+        "  INITFLAG (0x02000009)\n    0x11000005 number 0 (0x0)\n"
+        "  CONTROLMASK (0x0200000a)\n    0x11000005 number 0 (0x0)\n"
+        "  P_ROLE (0x03000001)\n    0x12000003 string \"x\"\n"
+        "  VALUE_ON (0x05000006)\n    0x1e000001 value type 1 (0x1)\n    0x1d000000 argument 0 (0x0)\n"
+        "\n[TABLE] #0 \"Curve\"\n"
+        "  NAME (0x02000015)\n    0x12000001 string \"Curve\"\n"
+        "  TYPE (0x02000002)\n    0x11000001 number 1 (0x1)\n"
+        "\n[GLOBAL] #0\n"
+        "  G_X (0x04000000)\n    0x1e000002 value type 2 (0x2)\n    0x1f000001 operator 1 (0x1)\n"
+        "    0x11000002 number 3 (0x3)\n    0x04000001 global \"Y\"\n"
+        "  G_Y (0x04000001)\n    0x1e00000a value type 10 (0xa)\n    0x1c000000 table \"Curve\"\n"
+        "    0x11000003 number 7 (0x7)\n"
+        "\nproperties: 2\n  0x03000000 property \"Colour\"\n  0x03000001 property \"ROLE\"\n"
+        "\nglobals: 2\n  0x04000000 global \"X\"\n  0x04000001 global \"Y\"\n"
+        "\nvalues: 7\n  0x05000000 value \"IPMI\"\n  0x05000001 value \"\"\n  0x05000002 value \"INIT\"\n"
+        "  0x05000003 value \"DEINIT\"\n  0x05000004 value \"ENTRY\"\n  0x05000005 value \"EXIT\"\n"
+        "  0x05000006 value \"ON\"\n"
+        "\nrepeaters: 0\n"
+        "\nnumbers: 6\n  0x11000000 number 16 (0x10)\n  0x11000001 number 1 (0x1)\n  0x11000002 number 3 (0x3)\n"
+        "  0x11000003 number 7 (0x7)\n  0x11000004 number 5 (0x5)\n  0x11000005 number 0 (0x0)\n"
+        "\nstrings: 4\n  0x12000000 string \"light red\"\n  0x12000001 string \"Curve\"\n  0x12000002 string \"Fan\"\n"
+        "  0x12000003 string \"x\"\n"
+        "\ngroups: 2\n  0x18000000 group \"0\"\n  0x18000001 group \"Board\"\n"
+        "\nactions: 0\n"
+        "\ntables: 1\n  0x1c000000 table \"Curve\"\n"
+        "\ntable data #0 \"Curve\"\n" +
+            block);
 }
 
 TEST_F(ZekDump, ShowsADebugImageWhole) {
@@ -133,9 +134,11 @@ TEST_F(ZekDump, JsonHoldsTheSameOfADebugImage) {
     EXPECT_EQ(dump["image"], "debug");
     EXPECT_EQ(dump["sections"].size(), 6u);
     EXPECT_EQ(Section(dump, "GROUP"), Json::parse(R"({"section": "GROUP", "index": 0, "name": "Board", "parent": "0",
-        "entries": [{"key": "PARENT", "value": "0"}, {"key": "NAME", "value": "Board"}, {"key": "CHILDGROUP", "value": "0x10"}]})"));
+        "entries": [{"key": "PARENT", "value": "0"}, {"key": "NAME", "value": "Board"},
+                         {"key": "CHILDGROUP", "value": "0x10"}]})"));
     EXPECT_EQ(Section(dump, "DEVICE")["id"], 5);
-    EXPECT_EQ(dump["predefinedNames"], Json::parse(R"([{"name": "VT_CALC", "number": 2}, {"name": "VT_TABLE", "number": 10},
+    EXPECT_EQ(dump["predefinedNames"],
+              Json::parse(R"([{"name": "VT_CALC", "number": 2}, {"name": "VT_TABLE", "number": 10},
         {"name": "VT_VALUE", "number": 1}])"));
 }
 
@@ -146,12 +149,15 @@ TEST_F(ZekDump, JsonIsSoundWhateverTheBytes) {
         if (std::string("\n\r =,\"\\").find(static_cast<char>(byte)) != std::string::npos) continue;
         text += "k" + std::string(1, static_cast<char>(byte)) + "k = v" + static_cast<char>(byte) + "v\n";
     }
-    text += "utf = gr\xc3\xbcn \xf0\x9f\x8c\xa1\nquotes\\ = back\\slash\nsurrogate = \xed\xa0\x80\noverlong = \xc0\x80\n";
+    text +=
+        "utf = gr\xc3\xbcn \xf0\x9f\x8c\xa1\nquotes\\ = back\\slash\nsurrogate = \xed\xa0\x80\noverlong = \xc0\x80\n";
     Compile(text);
     for (const char* image : {"a.zki", "a.zkd"}) {
         const Json entries = Parsed(image)["sections"][0]["entries"];
         ASSERT_EQ(entries.size(), 252u);
-        const auto value = [&](const Json& entry) { return image[4] == 'i' ? entry["values"][0]["text"] : entry["value"]; };
+        const auto value = [&](const Json& entry) {
+            return image[4] == 'i' ? entry["values"][0]["text"] : entry["value"];
+        };
         EXPECT_EQ(entries[0]["key"], "k\x01k");
         EXPECT_EQ(value(entries[0]), "v\x01v");
         EXPECT_EQ(entries[247]["key"], Json::parse(R"({"bytes": "6bff6b"})"));
@@ -166,7 +172,8 @@ TEST_F(ZekDump, JsonIsSoundWhateverTheBytes) {
 
 TEST_F(ZekDump, TextIsSafeForATerminal) {
     Compile("[PROPERTY]\nk\x1bk = a\x1b[2J\x7f\xff\\gr\xc3\xbcn\xc2\x9b\n");
-    EXPECT_NE(Shown({"dump", "a.zkd"}).find("  k\\x1bk = \"a\\x1b[2J\\x7f\\xff\\\\gr\xc3\xbcn\\xc2\\x9b\"\n"), std::string::npos);
+    EXPECT_NE(Shown({"dump", "a.zkd"}).find("  k\\x1bk = \"a\\x1b[2J\\x7f\\xff\\\\gr\xc3\xbcn\\xc2\\x9b\"\n"),
+              std::string::npos);
 }
 
 TEST_F(ZekDump, ReadsAnImageFromAPipe) {
@@ -215,7 +222,8 @@ TEST_F(ZekDump, WhatIsNoImageEndsWithThree) {
         {"MagicTooLong", std::string(debug).replace(15, 1, "x"), "is neither a compiled nor a debug image"},
         {"Version", std::string(image).replace(16, 4, Word(0x01000001)),
          "has the format version 0x01000001, only 0x01000000 is known"},
-        {"DebugVersion", std::string(debug).replace(16, 4, Word(2)), "has the format version 0x00000002, only 0x01000000 is known"},
+        {"DebugVersion", std::string(debug).replace(16, 4, Word(2)),
+         "has the format version 0x00000002, only 0x01000000 is known"},
         {"NoVersion", image.substr(0, 16), "has the format version 0x00000000, only 0x01000000 is known"},
         {"Cut", image.substr(0, image.size() / 2), "is damaged or cut short"},
         {"HugeCount", std::string(image).replace(256, 4, Word(0xFFFFFFFF)), "is damaged or cut short"},
@@ -241,7 +249,8 @@ TEST_F(ZekDump, DamagedImagesEndInOrder) {
         for (std::size_t at = 24; at < image.size(); at += 37) {
             Write("x", std::string(image).replace(at, 1, 1, static_cast<char>(image[at] ^ 0x81)));
             const Result result = Zek({"dump", "--json", "x"});
-            EXPECT_TRUE(result.code == 0 || result.code == 3) << file << ' ' << at << ' ' << result.code << ' ' << result.signal;
+            EXPECT_TRUE(result.code == 0 || result.code == 3)
+                << file << ' ' << at << ' ' << result.code << ' ' << result.signal;
             EXPECT_EQ(Json::accept(result.out), result.code == 0) << file << ' ' << at;
             const Result tree = Zek({"tree", "x"});
             EXPECT_EQ(tree.code, result.code) << file << ' ' << at << ' ' << tree.signal;

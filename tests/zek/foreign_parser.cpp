@@ -1,5 +1,5 @@
-// A section-file parser library of another maker, small and simple: lines "[NAME]" and "KEY=VALUE". It has neither search
-// folders nor a hook.
+// A section-file parser library of another maker, small and simple: lines "[NAME]" and "KEY=VALUE". It has neither
+// search folders nor a hook.
 #include <cstring>
 #include <fstream>
 #include <string>

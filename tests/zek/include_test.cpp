@@ -11,7 +11,9 @@ class ZekInclude : public ZekTest {
 protected:
     void SetUp() override {
         ZekTest::SetUp();
-        for (const char* folder : {"boards", "boards/parts", "one", "two", "two/parts"}) std::filesystem::create_directory(folder);
+        for (const char* folder : {"boards", "boards/parts", "one", "two", "two/parts"}) {
+            std::filesystem::create_directory(folder);
+        }
     }
 
     static void WriteMark(const std::string& file) { Write(file, kMark); }
@@ -110,8 +112,8 @@ TEST_F(ZekInclude, MissingFileIsAnErrorWithTheFoldersThatWereTried) {
     const Result result = Zek({"compile", "boards/main.zek", "-I", "one", "-I", "two"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.err,
-              "boards/main.zek:3: error: [INCLUDE]:FILE, part.zek was not found; looked in: boards, ., one, two, " + BuiltIn() +
-                  "\nboards/main.zek: 1 error\n");
+              "boards/main.zek:3: error: [INCLUDE]:FILE, part.zek was not found; looked in: boards, ., one, two, " +
+                  BuiltIn() + "\nboards/main.zek: 1 error\n");
     EXPECT_EQ(Names("boards"), (Strings{"main.zek", "parts"}));
 }
 
@@ -120,7 +122,8 @@ TEST_F(ZekInclude, UnreadableFileIsAnErrorWithTheReason) {
     std::filesystem::create_symlink("nowhere", "boards/dangling");
     EXPECT_EQ(Said(),
               "boards/main.zek:2: error: [INCLUDE]:FILE, parts cannot be read: boards/parts: Is a directory\n"
-              "boards/main.zek:3: error: [INCLUDE]:FILE, dangling cannot be read: boards/dangling: No such file or directory\n"
+              "boards/main.zek:3: error: [INCLUDE]:FILE, dangling cannot be read: boards/dangling: No such file or "
+              "directory\n"
               "boards/main.zek: 2 errors\n");
 }
 
@@ -130,10 +133,11 @@ TEST_F(ZekInclude, FileThatIncludesItselfIsAnErrorWithTheChain) {
     Write("boards/b.zek", kMark + Include("a.zek"));
     const Result result = Zek({"check", "boards/main.zek"});
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err,
-              "boards/b.zek:4: error: [INCLUDE]:FILE, a.zek includes itself: boards/a.zek -> boards/b.zek -> boards/a.zek\n"
-              "boards/b.zek:2: warning: [PROPERTY]:Mark, More than one sub-string and get the first one as sub-string.\n"
-              "boards/main.zek: 1 error, 1 warning\n");
+    EXPECT_EQ(
+        result.err,
+        "boards/b.zek:4: error: [INCLUDE]:FILE, a.zek includes itself: boards/a.zek -> boards/b.zek -> boards/a.zek\n"
+        "boards/b.zek:2: warning: [PROPERTY]:Mark, More than one sub-string and get the first one as sub-string.\n"
+        "boards/main.zek: 1 error, 1 warning\n");
 }
 
 TEST_F(ZekInclude, FileMayBeIncludedTwice) {
@@ -144,14 +148,17 @@ TEST_F(ZekInclude, FileMayBeIncludedTwice) {
 
 TEST_F(ZekInclude, ChainOf257FilesIsTooDeep) {
     Write("boards/main.zek", Include("1.zek"));
-    for (unsigned i = 1; i < 256; ++i) Write("boards/" + std::to_string(i) + ".zek", Include(std::to_string(i + 1) + ".zek"));
+    for (unsigned i = 1; i < 256; ++i) {
+        Write("boards/" + std::to_string(i) + ".zek", Include(std::to_string(i + 1) + ".zek"));
+    }
     Write("boards/255.zek", "[DEFINE]\nA = 1\n");
     EXPECT_EQ(Said(), "");
     Write("boards/255.zek", Include("256.zek"));
     Write("boards/256.zek", "[DEFINE]\nA = 1\n");
-    EXPECT_EQ(Said(),
-              "boards/255.zek:2: error: [INCLUDE]:FILE, 256.zek is included too deep: 256 files are open inside one another\n"
-              "boards/main.zek: 1 error\n");
+    EXPECT_EQ(
+        Said(),
+        "boards/255.zek:2: error: [INCLUDE]:FILE, 256.zek is included too deep: 256 files are open inside one another\n"
+        "boards/main.zek: 1 error\n");
 }
 
 TEST_F(ZekInclude, SourceIsCompiledFromAnyFolder) {

@@ -42,8 +42,9 @@ TEST_F(ZekMessages, EarlierPlaceIsNamedAsItWasOpened) {
 
 TEST_F(ZekMessages, ThatDoNotFailAreWarnings) {
     WriteSound("a.zek");
-    const std::string text = Read("a.zek") + "[DEFINE]\nVT_SEND = 11\nBUSTYPE_SMBUS = 1\nOTHER = 1\n" +
-                             "[GLOBAL]\nG_A = VT_SEND,1,8,OTHER,0,5\n[TAVRGROUP]\nNAME = More\nID = 2\nPID = 0\nSENSORS = 9,1\n";
+    const std::string text =
+        Read("a.zek") + "[DEFINE]\nVT_SEND = 11\nBUSTYPE_SMBUS = 1\nOTHER = 1\n" +
+        "[GLOBAL]\nG_A = VT_SEND,1,8,OTHER,0,5\n[TAVRGROUP]\nNAME = More\nID = 2\nPID = 0\nSENSORS = 9,1\n";
     Write("a.zek", text);
     const Result result = Zek({"compile", "a.zek"});
     EXPECT_EQ(result.err,
@@ -88,8 +89,9 @@ TEST_F(ZekMessages, ItemsBeforeTheFirstSectionAreAnError) {
 }
 
 TEST_F(ZekMessages, IgnoredEntryIsOneWarning) {
-    EXPECT_EQ(Said(std::string(kGroup) + "BOGUS = 1\n"),
-              "a.zek:7: warning: [GROUP]:BOGUS, This ENTRY is ignored because of invalid entry name.\na.zek: 1 warning\n");
+    EXPECT_EQ(
+        Said(std::string(kGroup) + "BOGUS = 1\n"),
+        "a.zek:7: warning: [GROUP]:BOGUS, This ENTRY is ignored because of invalid entry name.\na.zek: 1 warning\n");
 }
 
 TEST_F(ZekMessages, MissingEntriesAreFollowedByTheirSections) {
@@ -120,14 +122,14 @@ TEST_F(ZekMessages, RawAreAsTheLibrarySentThem) {
 
 TEST_F(ZekMessages, VerboseShowsTheReadingToo) {
     const bool installed = std::filesystem::exists("/usr/tavr/lib/libzekrsparser.so.0");
-    const std::string loading =
-        installed ? "" : "Parse::load rsparsea(/usr/tavr/lib/libzekrsparser.so.0) failed.\n";
+    const std::string loading = installed ? "" : "Parse::load rsparsea(/usr/tavr/lib/libzekrsparser.so.0) failed.\n";
     Write("b.zek", "[DEFINE]\nB = 1\n");
     const std::string text = std::string(kGroup) + "BOGUS = 1\n[INCLUDE]\nFILE = b.zek\n";
-    const std::string warning = "a.zek:7: warning: [GROUP]:BOGUS, This ENTRY is ignored because of invalid entry name.\n";
-    EXPECT_EQ(Said(text, {"--verbose"}), loading + "Add Item(NO. = 4) of section(GROUP) failed.\n" + warning + loading +
-                                             "Parse::No more sections(total = 1).\nParse::No more sections(total = 3).\n" +
-                                             "a.zek: 1 warning\n");
+    const std::string warning =
+        "a.zek:7: warning: [GROUP]:BOGUS, This ENTRY is ignored because of invalid entry name.\n";
+    EXPECT_EQ(Said(text, {"--verbose"}),
+              loading + "Add Item(NO. = 4) of section(GROUP) failed.\n" + warning + loading +
+                  "Parse::No more sections(total = 1).\nParse::No more sections(total = 3).\n" + "a.zek: 1 warning\n");
     EXPECT_EQ(Said("[DEFINE]\nB = 1\n", {"--verbose", "--raw"}), loading + "Parse::No more sections(total = 1).\n");
     EXPECT_EQ(Said("[DEFINE]\nB = 1\n"), "");
 }

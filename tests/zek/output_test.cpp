@@ -69,7 +69,8 @@ TEST_F(ZekOutput, ImageLongerThanFilesMayBeIsAnErrorWithTheOldOnesWhole) {
     for (const unsigned long limit : {200ul, 1000ul, 3000ul}) {
         const Result result = Zek({"compile", "a.zek"}, {.fileSizeLimit = limit});
         EXPECT_EQ(result.code, 2) << result.signal;
-        EXPECT_EQ(result.err, "zek: cannot hold the image in memory: it was cut short after " + std::to_string(limit) + " bytes\n");
+        EXPECT_EQ(result.err,
+                  "zek: cannot hold the image in memory: it was cut short after " + std::to_string(limit) + " bytes\n");
         ExpectOldImages();
         EXPECT_EQ(Names(), kUntouched);
     }

@@ -19,7 +19,8 @@ TEST_F(ZekParserChoice, InstalledCopyGetsTheHook) {
     std::filesystem::create_directory("parts");
     Write("a.zek", "[INCLUDE]\nFILE = b.zek\n[FOO]\n");
     Write("parts/b.zek", "[PROPERTY]\nMark = a,b\n");
-    const Result result = Zek({"check", "a.zek", "-I", "parts", "--verbose"}, Installed(std::filesystem::absolute("parser.so")));
+    const Result result =
+        Zek({"check", "a.zek", "-I", "parts", "--verbose"}, Installed(std::filesystem::absolute("parser.so")));
     EXPECT_EQ(result.err,
               "Parse::No more sections(total = 1).\n"
               "a.zek:3: error: [FOO] is no section of the language\n"
@@ -36,10 +37,11 @@ TEST_F(ZekParserChoice, AnotherMakersLibraryServesWithANote) {
     }
     Write("part.zek", text);
     Write("a.zek", "[INCLUDE]\nFILE=part.zek\n");
-    const std::string note = std::string("zek: note: ") + ZEK_FOREIGN_PARSER +
-                             " is another maker's parser library, without search folders and hook: includes are found in its "
-                             "own way, -I and the built-in folder do not count, and file names in messages are those of the "
-                             "source\n";
+    const std::string note =
+        std::string("zek: note: ") + ZEK_FOREIGN_PARSER +
+        " is another maker's parser library, without search folders and hook: includes are found in its "
+        "own way, -I and the built-in folder do not count, and file names in messages are those of the "
+        "source\n";
     const Result compiled = Zek({"compile", "a.zek"}, Installed(ZEK_FOREIGN_PARSER));
     EXPECT_EQ(compiled.code, 0);
     EXPECT_EQ(compiled.err, note);

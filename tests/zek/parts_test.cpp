@@ -14,7 +14,8 @@ TEST(ZekText, IsUtf8OnlyInItsShortestFormAndRange) {
     for (const char* text : {"", "plain", "\xc3\xbc", "\xe2\x82\xac", "\xf0\x9f\x8c\xa1", "\xf4\x8f\xbf\xbf"}) {
         EXPECT_TRUE(IsUtf8(text)) << Hex(text);
     }
-    for (const char* text : {"\x80", "\xc3", "\xc3(", "\xc0\xaf", "\xe0\x80\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80", "\xf8\x88", "\xff"}) {
+    for (const char* text : {"\x80", "\xc3", "\xc3(", "\xc0\xaf", "\xe0\x80\xaf", "\xed\xa0\x80", "\xf4\x90\x80\x80",
+                             "\xf8\x88", "\xff"}) {
         EXPECT_FALSE(IsUtf8(text)) << Hex(text);
     }
 }
@@ -35,8 +36,8 @@ std::string Word(unsigned word) {
 
 /// A debug image with one name and one group of one section of 3 bytes.
 std::string SmallDebugImage() {
-    return std::string("QUOR ZEK metaD.\0", 16) + Word(0x01000000) + std::string(108, '\0') + Word(1) + Word(2) + "AB" + Word(7) +
-           Word(1) + Word(1) + Word(3) + "xyz";
+    return std::string("QUOR ZEK metaD.\0", 16) + Word(0x01000000) + std::string(108, '\0') + Word(1) + Word(2) + "AB" +
+           Word(7) + Word(1) + Word(1) + Word(3) + "xyz";
 }
 
 /// A compiled image without sections, whose last table is 4 bytes of table data at 512.
@@ -47,8 +48,8 @@ std::string SmallCompiledImage() {
 }
 
 TEST(ZekImageBytes, TellWhetherAnImageIsWhole) {
-    for (const auto& [image, isWhole] : {std::pair(SmallDebugImage(), &IsWholeDebugImage),
-                                         std::pair(SmallCompiledImage(), &IsWholeCompiledImage)}) {
+    for (const auto& [image, isWhole] :
+         {std::pair(SmallDebugImage(), &IsWholeDebugImage), std::pair(SmallCompiledImage(), &IsWholeCompiledImage)}) {
         EXPECT_TRUE(isWhole(image));
         EXPECT_FALSE(isWhole(image + '\0'));
         for (std::size_t size = 0; size < image.size(); ++size) EXPECT_FALSE(isWhole(image.substr(0, size))) << size;

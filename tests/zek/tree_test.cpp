@@ -38,7 +38,8 @@ protected:
                "\nTYPE = TEMP\nINITFLAG = 0\nCONTROLMASK = 0\nVALUE = VT_VALUE,1\n" + more;
     }
 
-    static std::string View(const std::string& name, const std::string& id, const std::string& pid, const std::string& sensors) {
+    static std::string View(const std::string& name, const std::string& id, const std::string& pid,
+                            const std::string& sensors) {
         return "[TAVRGROUP]\nNAME = " + name + "\nID = " + id + "\nPID = " + pid + "\nSENSORS = " + sensors + '\n';
     }
 
@@ -47,9 +48,9 @@ protected:
 
 TEST_F(ZekTree, ShowsGroupsSensorsAndViewsUnderTheirParents) {
     Compile(Words() + Group("Board", "0") + Group("Left", "Board") + Group("Rack", "0") + Group("Inner", "Left") +
-            Sensor("Inlet", "Board", "1", "THEORY = 20\nTHRESHOLD_FH = 0x32\nTHRESHOLD_WH = 40\n") + Sensor("Deep", "Inner", "0x10") +
-            Sensor("Outlet", "Board", "2", "THRESHOLD_FL = 1\nTHRESHOLD_WL = 2\n") + View("All", "1", "0", "1,2,16") +
-            View("Some", "2", "1", "16,99"));
+            Sensor("Inlet", "Board", "1", "THEORY = 20\nTHRESHOLD_FH = 0x32\nTHRESHOLD_WH = 40\n") +
+            Sensor("Deep", "Inner", "0x10") + Sensor("Outlet", "Board", "2", "THRESHOLD_FL = 1\nTHRESHOLD_WL = 2\n") +
+            View("All", "1", "0", "1,2,16") + View("Some", "2", "1", "16,99"));
     EXPECT_EQ(Shown("a.zki"),
               "GROUP \"Board\"\n"
               "  SENSOR \"Inlet\" ID=1 TYPE=17 THEORY=20 THRESHOLD_FH=50 THRESHOLD_WH=40\n"
@@ -90,8 +91,8 @@ TEST_F(ZekTree, EmptyImageIsAnEmptyTree) {
 
 /// The check refuses such sources, so the debug image is changed.
 TEST_F(ZekTree, OrphansAreShown) {
-    Compile(Words() + Group("Board", "0") + Group("Child", "Board") + Sensor("One", "Board", "1") + View("All", "1", "0", "1") +
-            View("Sub", "2", "1", "1"));
+    Compile(Words() + Group("Board", "0") + Group("Child", "Board") + Sensor("One", "Board", "1") +
+            View("All", "1", "0", "1") + View("Sub", "2", "1", "1"));
     std::string image = Read("a.zkd");
     // The name of the first group, so that its child and its sensor lose their parent; then the ID of the first view.
     image.replace(image.find("Board"), 5, "Other");
@@ -109,8 +110,9 @@ TEST_F(ZekTree, OrphansAreShown) {
 }
 
 TEST_F(ZekTree, CirclesOfParentsAreShownOnce) {
-    Compile(Words() + Group("Board", "0") + Group("One__", "Board") + Group("Two__", "One__") + Group("Hang_", "Two__") +
-            Sensor("Sen", "Two__", "1") + View("All", "1", "0", "1") + View("Self", "2", "2", "1"));
+    Compile(Words() + Group("Board", "0") + Group("One__", "Board") + Group("Two__", "One__") +
+            Group("Hang_", "Two__") + Sensor("Sen", "Two__", "1") + View("All", "1", "0", "1") +
+            View("Self", "2", "2", "1"));
     // One__ hangs on Two__ now.
     std::string image = Read("a.zkd");
     const std::size_t parent = image.find("Board", image.find("Board") + 1);
@@ -132,8 +134,9 @@ TEST_F(ZekTree, DeepLinesGiveTheirDepth) {
     for (int i = 1; i <= 3000; ++i) text += Group("g" + std::to_string(i), "g" + std::to_string(i - 1));
     Compile(text);
     const std::string shown = Shown("a.zki");
-    EXPECT_NE(shown.find('\n' + std::string(80, ' ') + "GROUP \"g40\"\n" + std::string(80, ' ') + "(41) GROUP \"g41\"\n"),
-              std::string::npos);
+    EXPECT_NE(
+        shown.find('\n' + std::string(80, ' ') + "GROUP \"g40\"\n" + std::string(80, ' ') + "(41) GROUP \"g41\"\n"),
+        std::string::npos);
     EXPECT_TRUE(shown.ends_with("(3000) GROUP \"g3000\"\n"));
 }
 

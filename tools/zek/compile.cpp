@@ -23,8 +23,8 @@ namespace zek::tool {
 namespace {
 
 constexpr char kAnotherParser[] =
-    " is another maker's parser library, without search folders and hook: includes are found in its own way, -I and the "
-    "built-in folder do not count, and file names in messages are those of the source\n";
+    " is another maker's parser library, without search folders and hook: includes are found in its own way, -I and "
+    "the built-in folder do not count, and file names in messages are those of the source\n";
 
 /// Throws Failure with the system's reason for a main source that is not there or cannot be read.
 void RequireReadable(const std::string& source) {
@@ -37,8 +37,12 @@ void RequireReadable(const std::string& source) {
 
 ParserLibrary RequireParser() {
     ParserLibrary parser = ServingParser();
-    if (parser.path.empty()) throw Failure(kUsageOrFiles, "there is no section-file parser library to read sources with");
-    if (!parser.Serves()) throw Failure(kUsageOrFiles, parser.path + " lacks functions of a section-file parser library");
+    if (parser.path.empty()) {
+        throw Failure(kUsageOrFiles, "there is no section-file parser library to read sources with");
+    }
+    if (!parser.Serves()) {
+        throw Failure(kUsageOrFiles, parser.path + " lacks functions of a section-file parser library");
+    }
     if (!parser.HasHook()) Tell("zek: note: " + parser.path + kAnotherParser);
     return parser;
 }
@@ -61,7 +65,9 @@ CheckedSource Check(const std::string& source, const Options& options) {
     RequireReadable(source);
     const ParserLibrary parser = RequireParser();
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()));
-    if (!gccCompStart(source)) throw Failure(kUsageOrFiles, "cannot read " + source + ": the parser library refuses it");
+    if (!gccCompStart(source)) {
+        throw Failure(kUsageOrFiles, "cannot read " + source + ": the parser library refuses it");
+    }
     gccParse();
     reading.Stop();
     const std::vector<Message> whileReading = TakeMessages();
@@ -100,8 +106,8 @@ std::string Written(unsigned (*output)(const std::string&), bool (*isWhole)(std:
     const bool written = output(file.Name());
     std::string bytes = file.Bytes();
     if (written && isWhole(bytes)) return bytes;
-    throw Failure(kUsageOrFiles, "cannot hold the image in memory: it was cut short after " + std::to_string(bytes.size()) +
-                                     " bytes");
+    throw Failure(kUsageOrFiles,
+                  "cannot hold the image in memory: it was cut short after " + std::to_string(bytes.size()) + " bytes");
 }
 
 void AddMainSource(const std::string& source, std::vector<SourceFile>& files) {
@@ -123,8 +129,8 @@ int CodeOf(int status, const std::string& source) {
     return kUsageOrFiles;
 }
 
-/// The library's order of kinds and its list of files outlive a compilation, so each source gets a process as fresh as this
-/// one still is.
+/// The library's order of kinds and its list of files outlive a compilation, so each source gets a process as fresh as
+/// this one still is.
 int CheckInChild(const std::string& source, const Options& options) {
     const pid_t child = fork();
     if (child < 0) throw SystemFailure("cannot start a process");

@@ -5,7 +5,8 @@
 
 namespace zek::tool {
 
-/// Both give the exit code and have told everything on standard error, except what the Failure that they may throw says.
+/// Both give the exit code and have told everything on standard error, except what the Failure that they may throw
+/// says.
 int RunCompile(const Options& options);
 int RunCheck(const Options& options);
 

@@ -16,9 +16,9 @@ constexpr unsigned kMostBlocks = 0x01000000;
 
 /// By ordinal, from 1; gaps are ordinals that no entry of a compiled image has.
 constexpr const char* kKeywords[] = {
-    nullptr,        "VERSION",      "TYPE",         "FLAG",         "SOUTHBRIDGE", "NORTHBRIDGE", "ZEKLOOP", "CHILDGROUP",
-    "ID",           "INITFLAG",     "CONTROLMASK",  "THEORY",       "THRESHOLD_FH", "THRESHOLD_WH", "THRESHOLD_FL",
-    "THRESHOLD_WL", "ARGNUMBER",    "PID",          nullptr,        "MODEL",       "PARENT",      "NAME",    "SENSORS"};
+    nullptr,     "VERSION",  "TYPE",        "FLAG",   "SOUTHBRIDGE",  "NORTHBRIDGE",  "ZEKLOOP",      "CHILDGROUP",
+    "ID",        "INITFLAG", "CONTROLMASK", "THEORY", "THRESHOLD_FH", "THRESHOLD_WH", "THRESHOLD_FL", "THRESHOLD_WL",
+    "ARGNUMBER", "PID",      nullptr,       "MODEL",  "PARENT",       "NAME",         "SENSORS"};
 
 constexpr const char* kSections[] = {"QUORZEK", "PROPERTY", "SYSTEM",    "GROUP",  "SENSOR",  "DEVICE",
                                      "ACTION",  "TABLE",    "TAVRGROUP", "GLOBAL", "REPEATER"};
@@ -67,7 +67,9 @@ ShownWord Shown(unsigned word) {
 /// The key as it stood in the source; the identifier itself where it names nothing.
 std::string KeyOf(unsigned id, unsigned section) {
     const unsigned ordinal = id & kIdOrdinalMask;
-    if ((id & kIdClassMask) == kIdKeyword && ordinal < std::size(kKeywords) && kKeywords[ordinal]) return kKeywords[ordinal];
+    if ((id & kIdClassMask) == kIdKeyword && ordinal < std::size(kKeywords) && kKeywords[ordinal]) {
+        return kKeywords[ordinal];
+    }
     const ShownWord name = Shown(id);
     if (!name.text) return Hexadecimal(id);
     switch (id & kIdClassMask) {

@@ -56,7 +56,8 @@ Json Block(const ShownBlock& block) {
     return json;
 }
 
-/// A member of the outermost object whose elements are written one by one, so that an image of any size takes little memory.
+/// A member of the outermost object whose elements are written one by one, so that an image of any size takes little
+/// memory.
 class Elements {
 public:
     Elements(StandardOutput& out, const std::string& name, char open, char close) : out_(out), close_(close) {
@@ -79,7 +80,8 @@ private:
 
 void WriteTables(const Image& image, StandardOutput& out) {
     Elements tables(out, "tables", '{', '}');
-    image.ForEachTable([&](const ShownTable& table) { tables.Add(Json(table.name).dump() + ": " + Words(table.words).dump()); });
+    image.ForEachTable(
+        [&](const ShownTable& table) { tables.Add(Json(table.name).dump() + ": " + Words(table.words).dump()); });
     tables.End();
     Elements blocks(out, "tableData", '[', ']');
     image.ForEachBlock([&](const ShownBlock& block) { blocks.Add(Block(block).dump()); });

@@ -72,7 +72,8 @@ ShownSensor Sensor(const Values& values, const ShownSection& section) {
 ShownView View(const Values& values, const ShownSection& section) {
     const Value id = values.First(section, "ID");
     const Value parent = values.First(section, "PID");
-    return {values.First(section, "NAME").text, id.id, id.text, parent.id, parent.text, values.List(section, "SENSORS")};
+    return {values.First(section, "NAME").text, id.id, id.text, parent.id, parent.text,
+            values.List(section, "SENSORS")};
 }
 
 }  // namespace
@@ -82,7 +83,9 @@ Hardware HardwareOf(const Image& image) {
     const Values values(image);
     image.ForEachSection([&](const ShownSection& section) {
         const std::string keyword = section.keyword;
-        if (keyword == "GROUP") hardware.groups.push_back({values.First(section, "NAME").text, values.First(section, "PARENT").text});
+        if (keyword == "GROUP") {
+            hardware.groups.push_back({values.First(section, "NAME").text, values.First(section, "PARENT").text});
+        }
         if (keyword == "SENSOR") hardware.sensors.push_back(Sensor(values, section));
         if (keyword == "TAVRGROUP") hardware.views.push_back(View(values, section));
     });

@@ -24,7 +24,6 @@ bool Load(ImageKind kind, const std::string& name, tagMETAFILEINFO* info) {
     }
 }
 
-
 /// Frees also what a load that failed has left.
 void Unload(ImageKind kind) {
     if (kind == ImageKind::kCompiled) gcUnInit();
@@ -34,7 +33,8 @@ void Unload(ImageKind kind) {
 }  // namespace
 
 const ShownEntry* ShownSection::Entry(const std::string& key) const {
-    const auto found = std::find_if(entries.begin(), entries.end(), [&](const ShownEntry& entry) { return entry.key == key; });
+    const auto found =
+        std::find_if(entries.begin(), entries.end(), [&](const ShownEntry& entry) { return entry.key == key; });
     return found == entries.end() ? nullptr : &*found;
 }
 
@@ -46,7 +46,8 @@ Image::Image(const std::string& file) {
     const unsigned version = VersionOf(bytes);
     const unsigned known = kind_ == ImageKind::kCompiled ? ZEK_VERSION : ZEKD_VERSION;
     if (version != known) {
-        throw NoImage(file, "has the format version " + Hexadecimal(version) + ", only " + Hexadecimal(known) + " is known");
+        throw NoImage(file,
+                      "has the format version " + Hexadecimal(version) + ", only " + Hexadecimal(known) + " is known");
     }
     // From a copy, so that kind, size and what is loaded are those of one and the same file, also when it is a pipe.
     const MemoryFile copy(bytes);

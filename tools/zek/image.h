@@ -1,5 +1,5 @@
-/// An image as the query calls show it, one section at a time, for the commands that print it. Relies on the queries of the
-/// library, which know one image per process.
+/// An image as the query calls show it, one section at a time, for the commands that print it. Relies on the queries of
+/// the library, which know one image per process.
 #pragma once
 
 #include <functional>
@@ -16,16 +16,16 @@ namespace zek::tool {
 /// A word of a compiled image and what it stands for.
 struct ShownWord {
     unsigned word = 0;
-    const char* wordClass = "";         ///< such as "number", "string" or "operator"
-    std::optional<unsigned> number;     ///< where it stands for a number
-    std::optional<std::string> text;    ///< where it stands for a name
+    const char* wordClass = "";       ///< such as "number", "string" or "operator"
+    std::optional<unsigned> number;   ///< where it stands for a number
+    std::optional<std::string> text;  ///< where it stands for a name
 };
 
 struct ShownEntry {
-    std::string key;                ///< as in the source
-    unsigned id = 0;                ///< compiled image: the name identifier
-    std::vector<ShownWord> words;   ///< compiled image
-    std::string value;              ///< debug image
+    std::string key;               ///< as in the source
+    unsigned id = 0;               ///< compiled image: the name identifier
+    std::vector<ShownWord> words;  ///< compiled image
+    std::string value;             ///< debug image
 };
 
 struct ShownSection {

@@ -1,5 +1,6 @@
-/// What the command takes from the bytes of an image itself: which kind it is, whether it is whole, and the predefined names of
-/// a debug image, for which there is no query. Relies on the layouts in docs/compiled-image.md and docs/debug-image.md.
+/// What the command takes from the bytes of an image itself: which kind it is, whether it is whole, and the predefined
+/// names of a debug image, for which there is no query. Relies on the layouts in docs/compiled-image.md and
+/// docs/debug-image.md.
 #pragma once
 
 #include <map>

@@ -12,9 +12,9 @@ struct IncludeFound {
     std::vector<std::string> folders;  ///< where it was looked for, in order; "." is the current folder
 };
 
-/// Looks beside the including file, in the current folder, in the folders given, then in the built-in one. The first place
-/// where anything of the name stands is taken, whatever it is. Found nowhere, the name is looked for once more with each
-/// backslash taken as a slash.
+/// Looks beside the including file, in the current folder, in the folders given, then in the built-in one. The first
+/// place where anything of the name stands is taken, whatever it is. Found nowhere, the name is looked for once more
+/// with each backslash taken as a slash.
 class IncludeSearch {
 public:
     /// An empty `builtIn` means that there is none.
@@ -27,8 +27,8 @@ private:
     std::vector<std::string> folders_;
 };
 
-/// The folder of the files that come with the command: share/zek/include beside the folder that the program runs from; empty
-/// when that cannot be told.
+/// The folder of the files that come with the command: share/zek/include beside the folder that the program runs from;
+/// empty when that cannot be told.
 std::string BuiltInFolder();
 
 }  // namespace zek::tool

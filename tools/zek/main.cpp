@@ -20,7 +20,8 @@ int Run(const Options& options) {
     return kUsageOrFiles;
 }
 
-/// What the command line itself has to say: help and version on standard output, what is wrong with it on standard error.
+/// What the command line itself has to say: help and version on standard output, what is wrong with it on standard
+/// error.
 int Say(const CommandLine& line) {
     if (line.code != kFine) {
         Tell(line.text);

@@ -25,7 +25,6 @@ private:
     int descriptor_;
 };
 
-
 /// The bytes of a file; throws Failure. What is no regular file may give 256 MiB.
 std::string ReadFile(const std::string& name);
 

@@ -1,5 +1,6 @@
 /// The command's `Output`: keeps what the library says until the command shows it. Relies on the library's format texts
-/// alone, which hosts may rely on. Works before any constructor has run, since the library logs while it is being loaded.
+/// alone, which hosts may rely on. Works before any constructor has run, since the library logs while it is being
+/// loaded.
 #pragma once
 
 #include <string>

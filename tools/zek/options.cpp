@@ -32,25 +32,28 @@ constexpr char kDumpExample[] =
     "Example:\n"
     "  zek dump --json board.zki\n"
     "\n"
-    "The kind of image is told from its first bytes. In JSON a text is a string where its bytes are UTF-8, and else an\n"
-    "object {\"bytes\": \"HEX\"} with two hexadecimal digits for each byte. Sections come kind by kind, in file order.";
+    "The kind of image is told from its first bytes. In JSON a text is a string where its bytes are UTF-8, and else\n"
+    "an object {\"bytes\": \"HEX\"} with two hexadecimal digits for each byte. Sections come kind by kind, in file\n"
+    "order.";
 constexpr char kTreeExample[] =
     "Example:\n"
     "  zek tree board.zki\n"
     "\n"
-    "Groups stand under their parents with their sensors, TAVRGROUPs with the sensors that they list. A debug image shows\n"
-    "numbers as they were written in the source, a compiled image their values.";
+    "Groups stand under their parents with their sensors, TAVRGROUPs with the sensors that they list. A debug image\n"
+    "shows numbers as they were written in the source, a compiled image their values.";
 
 void AddSourceOptions(CLI::App& command, Options& options) {
-    command.add_option("-I,--include", options.includes, "Look for includes in this folder too; may be given several times")
+    command
+        .add_option("-I,--include", options.includes,
+                    "Look for includes in this folder too; may be given several times")
         ->type_name("DIR")
         ->allow_extra_args(false);
     command.add_flag("--raw", options.report.raw, "Show messages as the library sends them");
     command.add_flag("--verbose", options.report.verbose, "Show also what the library says of the reading itself");
 }
 
-CLI::App& AddCommand(CLI::App& app, Options& options, Command command, const std::string& name, const std::string& about,
-                     const std::string& example) {
+CLI::App& AddCommand(CLI::App& app, Options& options, Command command, const std::string& name,
+                     const std::string& about, const std::string& example) {
     CLI::App& added = *app.add_subcommand(name, about);
     added.footer(example);
     added.callback([&options, command] { options.command = command; });
@@ -63,11 +66,14 @@ void AddCommands(CLI::App& app, Options& options) {
     compile.add_option("SOURCE", options.files, "The source")->required()->expected(1)->type_name("");
     compile.add_option("-o,--output", options.image, "The compiled image; default: SOURCE with .zki for its extension")
         ->type_name("IMAGE");
-    compile.add_option("-g,--debug-image", options.debugImage, "The debug image; default: SOURCE with .zkd for its extension")
+    compile
+        .add_option("-g,--debug-image", options.debugImage,
+                    "The debug image; default: SOURCE with .zkd for its extension")
         ->type_name("DEBUG");
     AddSourceOptions(compile, options);
 
-    CLI::App& check = AddCommand(app, options, Command::kCheck, "check", "Check sources and write nothing", kCheckExample);
+    CLI::App& check =
+        AddCommand(app, options, Command::kCheck, "check", "Check sources and write nothing", kCheckExample);
     check.add_option("SOURCE", options.files, "The sources")->required()->type_name("");
     AddSourceOptions(check, options);
 
@@ -93,8 +99,8 @@ bool HasEmptyName(const CLI::App& app, const Options& options) {
     return false;
 }
 
-/// The arguments from the last to the first, as the library wants them. It takes [a,b] for a list where several names may
-/// stand, so a file that is called so is named by its path.
+/// The arguments from the last to the first, as the library wants them. It takes [a,b] for a list where several names
+/// may stand, so a file that is called so is named by its path.
 std::vector<std::string> Arguments(int argc, char** argv) {
     std::vector<std::string> arguments;
     for (int i = argc - 1; i > 0; --i) {

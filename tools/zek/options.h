@@ -20,8 +20,8 @@ struct Options {
     bool json = false;
 };
 
-/// What the arguments say. Where they ask for help or the version, or are wrong, `command` is kNone, `text` is what to say
-/// and `code` the exit code.
+/// What the arguments say. Where they ask for help or the version, or are wrong, `command` is kNone, `text` is what to
+/// say and `code` the exit code.
 struct CommandLine {
     Options options;
     std::string text;

@@ -1,5 +1,5 @@
-/// Files that are written whole or not at all. Relies on the operating system: what is written goes to a temporary file in
-/// the target's folder, which then takes the target's name.
+/// Files that are written whole or not at all. Relies on the operating system: what is written goes to a temporary file
+/// in the target's folder, which then takes the target's name.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ namespace zek::tool {
 
 /// Where a file is to go.
 struct Target {
-    std::string name;    ///< as the user gave it
-    std::string path;    ///< the file to replace: a symbolic link is followed, so that the link stays
+    std::string name;  ///< as the user gave it
+    std::string path;  ///< the file to replace: a symbolic link is followed, so that the link stays
     bool stands = false;
     bool direct = false;  ///< a device or a pipe: written directly, never replaced
     struct stat info {};  ///< valid when it stands
@@ -29,9 +29,10 @@ struct OutputFile {
     std::string_view bytes;
 };
 
-/// Writes all files, or throws Failure and leaves every regular file as it was: all are written, synced and closed under
-/// temporary names before the first takes its place, and where a later one then fails, the earlier ones are put back. A
-/// device or pipe is written in between and cannot be put back. A new file has the usual mode, a replaced one keeps its own.
+/// Writes all files, or throws Failure and leaves every regular file as it was: all are written, synced and closed
+/// under temporary names before the first takes its place, and where a later one then fails, the earlier ones are put
+/// back. A device or pipe is written in between and cannot be put back. A new file has the usual mode, a replaced one
+/// keeps its own.
 void WriteTogether(const std::vector<OutputFile>& files);
 
 }  // namespace zek::tool

@@ -1,5 +1,5 @@
-/// The section-file parser library that serves the compiler in this process, which need not be the one that the command is
-/// linked with. Relies on zekrsparser.h for the signatures and on the dynamic loader.
+/// The section-file parser library that serves the compiler in this process, which need not be the one that the command
+/// is linked with. Relies on zekrsparser.h for the signatures and on the dynamic loader.
 #pragma once
 
 #include <string>

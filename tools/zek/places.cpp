@@ -5,7 +5,8 @@
 namespace zek::tool {
 namespace {
 
-/// The first sub-string of a value, as the compiler cuts it: up to a comma, or what stands in quotes that come before one.
+/// The first sub-string of a value, as the compiler cuts it: up to a comma, or what stands in quotes that come before
+/// one.
 std::string FirstText(const std::string& value) {
     const std::size_t comma = std::min(value.find(','), value.size());
     const std::size_t quote = value.find('"');

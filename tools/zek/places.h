@@ -1,6 +1,6 @@
-/// Where the file and line of a message really are. The library calls a file by the name it was included under, so that two
-/// files of one name in different folders look alike; what stands on the line tells them apart. Relies on what was read
-/// (source_reading.h) and on what stands in the files (source_index.h).
+/// Where the file and line of a message really are. The library calls a file by the name it was included under, so that
+/// two files of one name in different folders look alike; what stands on the line tells them apart. Relies on what was
+/// read (source_reading.h) and on what stands in the files (source_index.h).
 #pragma once
 
 #include <map>

@@ -45,7 +45,8 @@ bool IsShown(const Character& character) {
     const std::uint32_t code = character.code;
     if (!character.sound || code < 0x20 || (code >= 0x7F && code < 0xA0)) return false;
     // Line and paragraph separators, and what turns the direction of writing.
-    return !(code >= 0x2028 && code <= 0x202E) && !(code >= 0x2066 && code <= 0x2069) && code != 0x200E && code != 0x200F;
+    return !(code >= 0x2028 && code <= 0x202E) && !(code >= 0x2066 && code <= 0x2069) && code != 0x200E &&
+           code != 0x200F;
 }
 
 std::string Escaped(std::string_view text, std::string_view kept, std::string_view slashed) {

@@ -10,11 +10,12 @@ namespace zek::tool {
 /// Whether the bytes are well-formed UTF-8 (no overlong form, no surrogate, nothing above U+10FFFF).
 bool IsUtf8(std::string_view bytes);
 
-/// The text with every control character, every character that turns the direction of writing, and every byte that is no
-/// UTF-8 written as \xNN for each of its bytes. A tab stays.
+/// The text with every control character, every character that turns the direction of writing, and every byte that is
+/// no UTF-8 written as \xNN for each of its bytes. A tab stays.
 std::string Printable(std::string_view text);
 
-/// The same in double quotes, with backslashes, quotes and tabs escaped too, so that every text is told from every other.
+/// The same in double quotes, with backslashes, quotes and tabs escaped too, so that every text is told from every
+/// other.
 std::string Quoted(std::string_view text);
 
 /// A number as 0x and at least so many hexadecimal digits.

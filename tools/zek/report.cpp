@@ -47,7 +47,8 @@ std::string Counted(unsigned count, const std::string& word) {
 
 }  // namespace
 
-Report::Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files, SourceIndex& index)
+Report::Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files,
+               SourceIndex& index)
     : options_(options), source_(std::move(source)), index_(index), places_(files, index) {}
 
 void Report::Add(const std::vector<Message>& reading, const std::vector<Message>& checking) {
@@ -105,7 +106,9 @@ std::string Report::LossText(const Message& message, std::string& place) {
     }
     if (message.Is(kSectionNameFailed)) return "section " + std::to_string(message.Number(0)) + " cannot be read";
     const std::string name = message.Text(1);
-    if (const auto line = index_.LineOfSection(message.path, message.Number(0) - 1, name)) place += ':' + std::to_string(*line);
+    if (const auto line = index_.LineOfSection(message.path, message.Number(0) - 1, name)) {
+        place += ':' + std::to_string(*line);
+    }
     if (name.empty()) return "items before the first section";
     return '[' + Printable(name) + "] is no section of the language";
 }
@@ -137,7 +140,8 @@ std::string Report::Filled(const Message& message, std::string_view format, std:
     std::string text;
     while (!format.empty()) {
         if (format.starts_with(kEarlierPlace)) {
-            const Place place = places_.Of({message.Text(argument), message.Number(argument + 1), message.Text(2), {}})[0];
+            const Place place =
+                places_.Of({message.Text(argument), message.Number(argument + 1), message.Text(2), {}})[0];
             text += "Line[" + place.path + ':' + std::to_string(place.line) + ']';
             format.remove_prefix(kEarlierPlace.size());
             argument += 2;

@@ -1,5 +1,5 @@
-/// The library's messages as the user sees them: FILE:LINE: error: [SECTION]:KEY, text. Relies on the messages' formats and
-/// on places.h for FILE.
+/// The library's messages as the user sees them: FILE:LINE: error: [SECTION]:KEY, text. Relies on the messages' formats
+/// and on places.h for FILE.
 #pragma once
 
 #include <map>
@@ -23,15 +23,15 @@ public:
     /// `source` is the name of the main source, for the summary. Files and index must outlive the report.
     Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files, SourceIndex& index);
 
-    /// Adds the messages of the reading, then those of the check, in the order in which they came. An "Error" of the reading
-    /// that the check does not repeat has not failed it and counts as a warning. Call it once.
+    /// Adds the messages of the reading, then those of the check, in the order in which they came. An "Error" of the
+    /// reading that the check does not repeat has not failed it and counts as a warning. Call it once.
     void Add(const std::vector<Message>& reading, const std::vector<Message>& checking);
 
     /// All lines so far, then the summary line; empty when there is nothing to say.
     std::string Text() const;
 
-    /// How much of the source is missing in the model although the library goes on without a failure: sections that it does
-    /// not know, includes that it could not load.
+    /// How much of the source is missing in the model although the library goes on without a failure: sections that it
+    /// does not know, includes that it could not load.
     unsigned Losses() const { return losses_; }
 
 private:

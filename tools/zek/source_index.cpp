@@ -28,7 +28,9 @@ std::optional<SourceItem> ItemAt(const ParserLibrary& library, void* section, un
     if (!library.enumItem(section, position, nullptr, &keySize, nullptr, &valueSize, &item.line)) return std::nullopt;
     std::string key(keySize, '\0');
     std::string value(valueSize, '\0');
-    if (!library.enumItem(section, position, key.data(), &keySize, value.data(), &valueSize, &item.line)) return std::nullopt;
+    if (!library.enumItem(section, position, key.data(), &keySize, value.data(), &valueSize, &item.line)) {
+        return std::nullopt;
+    }
     item.key = key.c_str();
     item.value = value.c_str();
     return item;
@@ -59,7 +61,8 @@ bool SourceIndex::Stands(const std::string& path, unsigned line, const std::stri
     return item != found.items.end() && item->line == line && (key.empty() || item->key == key);
 }
 
-std::optional<unsigned> SourceIndex::LineOfSection(const std::string& path, unsigned position, const std::string& name) {
+std::optional<unsigned> SourceIndex::LineOfSection(const std::string& path, unsigned position,
+                                                   const std::string& name) {
     const std::vector<SourceSection>& sections = Sections(path);
     if (position >= sections.size() || sections[position].name != name) return std::nullopt;
     return sections[position].line;

@@ -1,5 +1,5 @@
-/// What stands on which line of the source files, read again through the parser library once the compiler has read them.
-/// Relies on the parser library that serves; pipes and devices cannot be read twice and stay unknown.
+/// What stands on which line of the source files, read again through the parser library once the compiler has read
+/// them. Relies on the parser library that serves; pipes and devices cannot be read twice and stay unknown.
 #pragma once
 
 #include <map>
@@ -32,8 +32,8 @@ public:
     /// The sections of a file in order; none when it cannot be read again.
     const std::vector<SourceSection>& Sections(const std::string& path);
 
-    /// Whether a section of that name, or an item in one, stands on the line. With a key, only an item of that key counts.
-    /// An empty section name stands for any.
+    /// Whether a section of that name, or an item in one, stands on the line. With a key, only an item of that key
+    /// counts. An empty section name stands for any.
     bool Stands(const std::string& path, unsigned line, const std::string& section, const std::string& key);
 
     /// The line of a file's section at a position (from 0), when its name is that one.

@@ -30,7 +30,9 @@ std::string NameInMessages(const std::string& name) {
     return backslash == std::string::npos ? name : name.substr(backslash + 1);
 }
 
-std::string BackslashFolder(const std::string& name) { return name.substr(0, name.size() - NameInMessages(name).size()); }
+std::string BackslashFolder(const std::string& name) {
+    return name.substr(0, name.size() - NameInMessages(name).size());
+}
 
 SourceReading::SourceReading(const ParserLibrary& library, IncludeSearch search)
     : library_(library), search_(std::move(search)) {
@@ -82,7 +84,8 @@ bool SourceReading::Refuse(const std::string& reason) {
 
 IncludeFound SourceReading::FindInclude(const std::string& name) const {
     const SourceFile& includer = Current();
-    // The compiler has put the including file's own backslash folder before the name; what was written stands behind it.
+    // The compiler has put the including file's own backslash folder before the name; what was written stands behind
+    // it.
     const std::string folder = BackslashFolder(includer.name);
     if (!folder.empty() && name.starts_with(folder)) {
         IncludeFound found = search_.Find(name.substr(folder.size()), includer.path);
@@ -112,7 +115,9 @@ void SourceReading::Hear(Message& message) noexcept {
 
 std::string SourceReading::ReasonOfFailure() {
     if (!refusal_.empty()) return std::exchange(refusal_, {});
-    if (open_.size() >= kMostOpen) return "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another";
+    if (open_.size() >= kMostOpen) {
+        return "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another";
+    }
     if (open_.back().begun) return {};
     // Let pass, but the reading failed all the same.
     const std::string path = Current().path;

@@ -1,5 +1,6 @@
-/// Follows the compiler while it reads a source: decides which file a name means, and knows which file is being read, every
-/// file that was, and why one could not be loaded. Relies on the parser library's hook and on the compiler's messages.
+/// Follows the compiler while it reads a source: decides which file a name means, and knows which file is being read,
+/// every file that was, and why one could not be loaded. Relies on the parser library's hook and on the compiler's
+/// messages.
 #pragma once
 
 #include <string>

@@ -6,8 +6,9 @@
 
 namespace zek::tool {
 
-/// From now on SIGINT, SIGTERM and SIGHUP remove the temporary files before they end the program, unless they were ignored
-/// when it began. A pipe that nobody reads and a file that grows too long fail the call instead of ending the program.
+/// From now on SIGINT, SIGTERM and SIGHUP remove the temporary files before they end the program, unless they were
+/// ignored when it began. A pipe that nobody reads and a file that grows too long fail the call instead of ending the
+/// program.
 void HandleSignals();
 
 /// While one lives, those three signals wait.
@@ -30,8 +31,8 @@ public:
     TemporaryFile(TemporaryFile&& other) noexcept;
     TemporaryFile& operator=(TemporaryFile&&) = delete;
 
-    /// Makes a new, empty file with a name of its own in a folder ("" is the current one) and gives its descriptor, open for
-    /// writing; -1 with errno set when it cannot. At most four exist at a time.
+    /// Makes a new, empty file with a name of its own in a folder ("" is the current one) and gives its descriptor,
+    /// open for writing; -1 with errno set when it cannot. At most four exist at a time.
     int Create(const std::string& folder);
     /// Makes another name of a file in its folder; false with errno set when it cannot.
     bool Link(const std::string& folder, const std::string& file);

@@ -9,7 +9,8 @@
 namespace zek::tool {
 namespace {
 
-/// Deeper lines are not indented further but begin with their depth, or a long chain of parents would make an endless output.
+/// Deeper lines are not indented further but begin with their depth, or a long chain of parents would make an endless
+/// output.
 constexpr std::size_t kDeepest = 40;
 
 constexpr std::size_t kRoot = static_cast<std::size_t>(-1);
@@ -22,8 +23,8 @@ std::string Indented(std::size_t depth, const std::string& text) {
 
 std::string Assigned(const std::string& key, const std::string& value) { return ' ' + key + '=' + Printable(value); }
 
-/// Nodes that name their parents, walked from the top. `parents` holds a position, kRoot, or kNobody for a parent that does not
-/// exist.
+/// Nodes that name their parents, walked from the top. `parents` holds a position, kRoot, or kNobody for a parent that
+/// does not exist.
 class Forest {
 public:
     /// Shows one node at a depth; the note says what is wrong with its parent, if anything.

@@ -6,7 +6,8 @@
 
 namespace zek::tool {
 
-/// Every group, sensor and TAVRGROUP stands in it, also one whose parent does not exist and one that is its own ancestor.
+/// Every group, sensor and TAVRGROUP stands in it, also one whose parent does not exist and one that is its own
+/// ancestor.
 void WriteTree(const Hardware& hardware, StandardOutput& out);
 
 }  // namespace zek::tool
