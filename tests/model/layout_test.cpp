@@ -80,7 +80,6 @@ TEST_F(Layout, PutsTheOwnFieldsBehindThem) {
     EXPECT_EQ(OffsetIn(&section, section.m_vpEntry), 64);
     EXPECT_EQ(OffsetIn(&section, section.m_dwSeen), 88);
     EXPECT_EQ(OffsetIn(&section, section.m_dwCondition), 92);
-    CGSIFDEF::m_sHeader.clear();
     const CGEVALUE entry;
     EXPECT_EQ(OffsetIn(&entry, entry.m_ZekEntryData), 64);
     EXPECT_EQ(OffsetIn(&entry, entry.m_vstrSubStr), 80);
