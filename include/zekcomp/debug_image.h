@@ -23,7 +23,7 @@ ZEK_API unsigned gdInit(const std::string& file, tagMETAFILEINFO* info);
 /// Destroys the model and the predefined names. Always 1; no slot is touched.
 ZEK_API unsigned gdUnInit();
 
-/// The index-th section (from 0) of a kind, given as 0x200000nn or nn. Null: gd 1 no such section was ever made, gc 4 index
+/// The index-th section (from 0) of a kind, given as 0x200000nn or nn. Null: gd 1 there is no section of this kind, gc 4 index
 /// too large.
 ZEK_API CZEKSection* gdGetSectByIndex(unsigned kind, unsigned index);
 

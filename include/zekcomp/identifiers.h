@@ -65,6 +65,12 @@ inline constexpr unsigned kIdValueType = 0x1e000000;  ///< the ordinal is the va
 inline constexpr unsigned kIdOperator = 0x1f000000;   ///< the ordinal is the operator code
 inline constexpr unsigned kIdUnresolved = 0xFFFFFFFF;
 
+/// Keyword identifiers: the names of the entries that identify a section.
+inline constexpr unsigned kIdID = 0x02000008;
+inline constexpr unsigned kIdParent = 0x02000014;
+inline constexpr unsigned kIdName = 0x02000015;
+inline constexpr unsigned kIdSensors = 0x02000016;
+
 /// Bytes of one table block.
 inline constexpr unsigned kTableBlockSize = 256;
 

@@ -24,9 +24,6 @@ constexpr unsigned kKeywordNamed[] = {
     kThresholdWL, kArgNumber,   kPID,         kModel,       kParent,      kName};
 static_assert(std::size(kKeywordNamed) == 20, "SENSORS has a number of its own");
 
-// SENSORS is 0x16, not its keyword's low byte: hosts rely on it.
-constexpr unsigned kSensorsName = kIdKeyword | 0x16;
-
 class Words {
 public:
     explicit Words(tagGCENTRY& entry) : words_(entry.vdwValues) {}
@@ -84,7 +81,8 @@ void PushValue(Words words, const CGeValue& value) {
     const ValueShape* shape = ShapeOf(value.m_dwType);
     if (!shape || !value.m_pData) return;
     const Payload payload = PayloadOf(value);
-    for (std::size_t i = 0; i < CompiledStrings(value, payload); ++i) {
+    const std::size_t strings = CompiledStrings(value, payload);
+    for (std::size_t i = 0; i < strings; ++i) {
         std::string& text = payload.strings[i];
         switch (shape->operands[i]) {
             case kOperatorOperand: words.Push(kIdOperator + GetOperator(text)); break;
@@ -147,7 +145,8 @@ tagGCSECT* CreateGCSect(unsigned sectionType) {
 }
 
 unsigned GetEntryName(unsigned entryType, const std::string& key) {
-    if (entryType == zek::kSensors) return zek::kSensorsName;
+    // SENSORS has a number of its own, not its keyword's low byte: hosts rely on it.
+    if (entryType == zek::kSensors) return zek::kIdSensors;
     if (std::find(std::begin(zek::kKeywordNamed), std::end(zek::kKeywordNamed), entryType) != std::end(zek::kKeywordNamed)) {
         return zek::kIdKeyword | (entryType & zek::kKeywordOrdinalMask);
     }
@@ -157,10 +156,10 @@ unsigned GetEntryName(unsigned entryType, const std::string& key) {
 
 void SetEntryValues(unsigned sectionType, unsigned entryType, void* data, tagGCENTRY& entry) {
     if (entryType == zek::kTableRow) return;
-    const zek::Words words(entry);
+    zek::Words words(entry);
     const zek::Payload payload = zek::PayloadOf(data, entryType);
     switch (zek::EntryClass(entryType)) {
-        case zek::kNumberClass: return zek::Words(entry).PushNumber(*static_cast<const unsigned*>(data));
+        case zek::kNumberClass: return words.PushNumber(*static_cast<const unsigned*>(data));
         case zek::kTextClass: return zek::PushText(words, sectionType, entryType, payload.strings[0]);
         case zek::kListClass: return zek::PushTexts(words, entryType, *payload.list);
         case zek::kValueClass: return zek::PushValue(words, *static_cast<const CGeValue*>(data));

@@ -103,7 +103,7 @@ bool TakeTables(ByteReader in) {
         try {
             TakeTable(in, kIdentifierTables[i]);
         } catch (const std::out_of_range&) {
-            // The record that the bytes cut; FindRecords has told so.
+            // The record that the bytes cut, as FindRecords has told: taking it has emptied its table.
         }
     }
     return whole;
@@ -149,7 +149,7 @@ unsigned WriteMeta(const std::string& file) {
 }
 
 unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info) {
-    const std::optional<zek::Bytes> bytes = zek::ReadFile(file);
+    const std::optional<zek::Bytes> bytes = zek::ReadImage(file, zek::kMagic);
     if (!bytes) return zek::Fail(zek::kCannotOpen);
     if (!zek::HasMagic(*bytes, zek::kMagic)) return zek::Fail(zek::kBadMagic);
     return zek::TakeImage(zek::ByteReader(*bytes), info) ? 1 : zek::Fail(zek::kBadVersion);

@@ -1,5 +1,8 @@
 #include "compile/image_index.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "compile/compile.h"
 #include "compile/state.h"
 #include "compile/tables.h"
@@ -8,33 +11,45 @@ namespace zek {
 
 namespace {
 
-constexpr unsigned kNameEntry = kIdKeyword | 0x15;
-constexpr unsigned kIDEntry = kIdKeyword | 0x08;
-
 bool HasFreeNames(unsigned identifier) {
     return identifier == kImageProperty || identifier == kImageGlobal || identifier == kImageRepeater;
 }
 
 }  // namespace
 
-ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
-    const std::size_t keys = KeysInTables();
-    if (changes_ != g_changes || sections_ != g_GCHead.size() || keys_ != keys) {
-        kinds_.clear();
-        for (tagGCSECT* section : g_GCHead) kinds_[section->dwSect].sections.push_back(section);
-        changes_ = g_changes;
-        sections_ = g_GCHead.size();
-        keys_ = keys;
-    }
-    return kinds_[identifier];
+ImageIndex::Stamp ImageIndex::Now() {
+    if (g_GCHead.empty()) return {g_changes, KeysInTables(), 0, nullptr, nullptr};
+    return {g_changes, KeysInTables(), g_GCHead.size(), g_GCHead.front(), g_GCHead.back()};
 }
 
-void ImageIndex::ReadNames(Kind& kind, bool freeNames) {
+ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
+    if (const Stamp now = Now(); stamp_ != now || g_GCHead.size() <= kWalkedAtOnce) {
+        stamp_ = now;
+        kinds_ = {};
+        other_ = {};
+        for (tagGCSECT* section : g_GCHead) {
+            const unsigned ordinal = section->dwSect - kImageSectionClass;
+            if (ordinal < kinds_.size()) kinds_[ordinal].sections.push_back(section);
+        }
+        for (unsigned ordinal = 0; Kind& kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
+    }
+    const unsigned ordinal = identifier - kImageSectionClass;
+    if (ordinal < kinds_.size()) return kinds_[ordinal];
+    if (other_.identifier != identifier || other_.sections.empty()) {
+        other_ = {};
+        other_.identifier = identifier;
+        std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(other_.sections),
+                     [identifier](const tagGCSECT* section) { return section->dwSect == identifier; });
+    }
+    return other_;
+}
+
+void ImageIndex::ReadNames(Kind& kind) {
     kind.names = std::make_unique<Names>();
     for (tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
-            const bool byValue = entry.dwName == kNameEntry && !entry.vdwValues.empty();
-            if (!byValue && !freeNames) continue;
+            const bool byValue = entry.dwName == kIdName && !entry.vdwValues.empty();
+            if (!byValue && !HasFreeNames(kind.identifier)) continue;
             // A candidate that is no name text counts as compared all the same.
             kind.hasNames = true;
             const tagGCVALUE name = GetTblData(byValue ? entry.vdwValues[0] : entry.dwName);
@@ -47,7 +62,7 @@ void ImageIndex::ReadIDs(Kind& kind) {
     kind.ids = std::make_unique<IDs>();
     for (tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
-            if (entry.dwName != kIDEntry || entry.vdwValues.empty()) continue;
+            if (entry.dwName != kIdID || entry.vdwValues.empty()) continue;
             kind.hasIDs = true;
             const tagGCVALUE id = GetTblData(entry.vdwValues[0]);
             if (id.dwKind == 1) kind.ids->try_emplace(static_cast<unsigned>(id.qwNumber), section);
@@ -59,7 +74,7 @@ const std::vector<tagGCSECT*>& ImageIndex::Sections(unsigned identifier) { retur
 
 Found ImageIndex::Named(unsigned identifier, const std::string& name) {
     Kind& kind = KindOf(identifier);
-    if (!kind.names) ReadNames(kind, HasFreeNames(identifier));
+    if (!kind.names) ReadNames(kind);
     const auto place = kind.names->find(name);
     return {place == kind.names->end() ? nullptr : place->second, kind.hasNames};
 }

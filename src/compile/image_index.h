@@ -2,6 +2,7 @@
 /// every query would make each as slow as the image is large. Relies on the published records.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -20,7 +21,9 @@ struct Found {
 
 class ImageIndex {
 public:
-    /// The sections with this identifier in order; they are made anew when the list or a table has changed.
+    /// The sections with this identifier in order. They are made anew when our functions have changed the list or a table, and
+    /// for a short list always; a host that changes a long one itself is followed when it changes a size, or the first or
+    /// last section.
     const std::vector<tagGCSECT*>& Sections(unsigned identifier);
     /// The first of them whose NAME, or in sections of free names whose entry's name, is this text.
     Found Named(unsigned identifier, const std::string& name);
@@ -31,22 +34,33 @@ private:
     using Names = std::unordered_map<std::string_view, tagGCSECT*>;
     using IDs = std::unordered_map<unsigned, tagGCSECT*>;
     struct Kind {
+        unsigned identifier = 0;
         std::vector<tagGCSECT*> sections;
         std::unique_ptr<Names> names;  ///< made when the first name is asked for
         std::unique_ptr<IDs> ids;      ///< made when the first id is asked for
         bool hasNames = false;
         bool hasIDs = false;
     };
+    /// What the kinds were made of.
+    struct Stamp {
+        unsigned changes = 0;
+        std::size_t keys = 0;
+        std::size_t sections = 0;
+        const tagGCSECT* first = nullptr;
+        const tagGCSECT* last = nullptr;
 
-    /// The kind of an identifier, never null, brought up to date.
+        bool operator==(const Stamp&) const = default;
+    };
+
+    static Stamp Now();
+    /// The kind of an identifier, brought up to date.
     Kind& KindOf(unsigned identifier);
-    static void ReadNames(Kind& kind, bool freeNames);
+    static void ReadNames(Kind& kind);
     static void ReadIDs(Kind& kind);
 
-    std::unordered_map<unsigned, Kind> kinds_;
-    unsigned changes_ = 0;
-    std::size_t sections_ = 0;
-    std::size_t keys_ = 0;
+    Stamp stamp_;
+    std::array<Kind, 12> kinds_;  ///< by the ordinal of the identifiers that the compiler writes
+    Kind other_;                  ///< the kind of any other identifier, the one that was asked for last
 };
 
 }  // namespace zek

@@ -2,53 +2,60 @@
 /// each query as slow as the image is large. Relies on the standard library.
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <unordered_map>
 #include <vector>
 
 namespace zek {
 
-/// The keys of a table in the order of their identifiers, from `first` to below `end`; null where no key has one. Of several
-/// keys with one identifier the first in key order stands.
+/// The keys of a table in the order of their identifiers, `count` of them from `first` on; null where no key has one. Of
+/// several keys with one identifier the first in key order stands.
 template <class Key>
-std::vector<const Key*> KeysByIdentifier(const std::map<Key, unsigned>& table, unsigned first, unsigned end) {
-    std::vector<const Key*> keys(end - first);
+std::vector<const Key*> KeysByIdentifier(const std::map<Key, unsigned>& table, unsigned first, std::size_t count) {
+    std::vector<const Key*> keys(count);
     for (const auto& [key, id] : table) {
-        if (id >= first && id < end && !keys[id - first]) keys[id - first] = &key;
+        if (id - first < count && !keys[id - first]) keys[id - first] = &key;
     }
     return keys;
 }
 
-/// Follows one table: made anew when the table's size or the count of our own changes differs from what it was made for.
+/// A table or list of no more than this many is walked at every look-up, so that whatever a host changes in it is seen.
+inline constexpr std::size_t kWalkedAtOnce = 64;
+
+/// Follows one table: made anew when the table's size or the count of our own changes differs from what it was made for. A
+/// host that changes a larger table itself is followed when it changes the table's size.
 template <class Key>
 class ReverseIndex {
 public:
-    /// The first key in key order with this identifier, or null. `first` and `end` bound the identifiers given out.
-    const Key* KeyOf(const std::map<Key, unsigned>& table, unsigned first, unsigned end, unsigned id, unsigned changes) {
-        if (size_ != table.size() || changes_ != changes || first_ != first || keys_.size() != end - first) {
-            Make(table, first, end);
+    /// The first key in key order with this identifier, or null. `first` is the table's first identifier.
+    const Key* KeyOf(const std::map<Key, unsigned>& table, unsigned first, unsigned id, unsigned changes) {
+        if (table.size() <= kWalkedAtOnce) return Walk(table, id);
+        if (keys_.size() != table.size() || changes_ != changes) {
+            Make(table, first);
             changes_ = changes;
         }
-        if (id - first_ < keys_.size()) return keys_[id - first_];
+        if (id - first < keys_.size()) return keys_[id - first];
         const auto stray = strays_.find(id);
         return stray == strays_.end() ? nullptr : stray->second;
     }
 
 private:
-    void Make(const std::map<Key, unsigned>& table, unsigned first, unsigned end) {
-        keys_ = KeysByIdentifier(table, first, end);
-        strays_.clear();
-        for (const auto& [key, id] : table) {
-            if (id < first || id >= end) strays_.try_emplace(id, &key);
-        }
-        size_ = table.size();
-        first_ = first;
+    static const Key* Walk(const std::map<Key, unsigned>& table, unsigned id) {
+        const auto place = std::find_if(table.begin(), table.end(), [id](const auto& pair) { return pair.second == id; });
+        return place == table.end() ? nullptr : &place->first;
     }
 
-    std::vector<const Key*> keys_;
-    std::unordered_map<unsigned, const Key*> strays_;  ///< identifiers that no counter of ours gave out
-    std::size_t size_ = 0;
-    unsigned first_ = 0;
+    void Make(const std::map<Key, unsigned>& table, unsigned first) {
+        keys_ = KeysByIdentifier(table, first, table.size());
+        strays_.clear();
+        for (const auto& [key, id] : table) {
+            if (id - first >= keys_.size()) strays_.try_emplace(id, &key);
+        }
+    }
+
+    std::vector<const Key*> keys_;  ///< as many as the table has keys, since identifiers are given out without gaps
+    std::unordered_map<unsigned, const Key*> strays_;  ///< the identifiers behind a gap, and 0 for unnumbered keys
     unsigned changes_ = 0;
 };
 

@@ -26,11 +26,6 @@ constexpr unsigned kNoNumber = 0xFFFFFFFF;
 
 unsigned ClassOf(unsigned id) { return id & kIdClassMask; }
 
-/// The end of the identifiers that a table's counter has given out; they begin at the class word.
-unsigned EndOf(const IdentifierTable& table) {
-    return ClassOf(*table.counter) == table.classWord ? *table.counter : table.classWord;
-}
-
 template <class Key>
 unsigned Insert(std::map<Key, unsigned>& table, unsigned& counter, const Key& key, unsigned step) {
     unsigned& id = table[key];
@@ -42,19 +37,14 @@ unsigned Insert(std::map<Key, unsigned>& table, unsigned& counter, const Key& ke
     return id;
 }
 
-template <class Key>
-const Key* KeyOfId(const IdentifierTable& table, const std::map<Key, unsigned>& map, ReverseIndex<Key>& index, unsigned id) {
-    return index.KeyOf(map, table.classWord, EndOf(table), id, g_changes);
-}
-
 /// The name or number of an identifier in one of our tables, or null.
 const std::string* NameOf(const IdentifierTable& table, unsigned id) {
     const auto position = static_cast<std::size_t>(&table - kIdentifierTables.data());
-    return KeyOfId(table, *table.names, g_nameIndexes[position], id);
+    return g_nameIndexes[position].KeyOf(*table.names, table.classWord, id, g_changes);
 }
 
 const unsigned* NumberOf(const IdentifierTable& table, unsigned id) {
-    return KeyOfId(table, *table.numbers, g_numberIndex, id);
+    return g_numberIndex.KeyOf(*table.numbers, table.classWord, id, g_changes);
 }
 
 /// A key without an identifier: the filler of a hole in the table.
@@ -78,7 +68,7 @@ void PutRecord(ByteWriter& out, const std::map<Key, unsigned>& table, unsigned c
     std::size_t length = 0;
     for (const auto& [key, id] : table) length += SizeOf(key);
     out.U32(static_cast<unsigned>(length));
-    for (const Key* key : KeysByIdentifier(table, classWord, counter)) PutKey(out, key);
+    for (const Key* key : KeysByIdentifier(table, classWord, counter - classWord)) PutKey(out, key);
 }
 
 template <class Key>
@@ -98,7 +88,7 @@ void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step
     const std::string body = in.Text(std::min(length, in.Left()));
     for (std::size_t start = 0; start < body.size(); counter += step) {
         const std::size_t end = std::min(body.find('\0', start), body.size());
-        table.emplace(body.substr(start, end - start), counter);
+        table.try_emplace(body.substr(start, end - start), counter);
         start = end + 1;
     }
 }
@@ -107,7 +97,7 @@ void TakeBody(ByteReader& in, NumberTable& table, unsigned& counter, unsigned st
     table.clear();
     ++g_changes;
     ByteReader body = in.Block();
-    for (; body.Left() >= 4; counter += step) table.emplace(body.U32(), counter);
+    for (; body.Left() >= 4; counter += step) table.try_emplace(body.U32(), counter);
 }
 
 void TakeTableData(ByteReader& in) {
@@ -192,11 +182,6 @@ unsigned InsertTbl(std::map<unsigned, unsigned>& table, unsigned& counter, const
 }
 
 unsigned GetTblData(std::map<unsigned, unsigned>& table, unsigned id) {
-    for (const zek::IdentifierTable& ours : zek::kIdentifierTables) {
-        if (ours.numbers != &table) continue;
-        const unsigned* number = zek::NumberOf(ours, id);
-        return number ? *number : zek::kNoNumber;
-    }
     for (const auto& [number, own] : table) {
         if (own == id) return number;
     }
@@ -204,11 +189,6 @@ unsigned GetTblData(std::map<unsigned, unsigned>& table, unsigned id) {
 }
 
 const char* GetTblData(std::map<std::string, unsigned>& table, unsigned id) {
-    for (const zek::IdentifierTable& ours : zek::kIdentifierTables) {
-        if (ours.names != &table) continue;
-        const std::string* name = zek::NameOf(ours, id);
-        return name ? name->c_str() : nullptr;
-    }
     for (const auto& [name, own] : table) {
         if (own == id) return name.c_str();
     }

@@ -30,6 +30,7 @@ extern ZEK_API std::vector<unsigned char> g_tblTableData;
 ZEK_API unsigned InsertTbl(std::map<std::string, unsigned>& table, unsigned& counter, const std::string& name, unsigned step);
 ZEK_API unsigned InsertTbl(std::map<unsigned, unsigned>& table, unsigned& counter, const unsigned& number, unsigned step);
 
+// These two walk the map; `GetTblData(id)` has an index.
 /// The number of an identifier, or 0xFFFFFFFF; the first in key order when several have it.
 ZEK_API unsigned GetTblData(std::map<unsigned, unsigned>& table, unsigned id);
 /// The name of an identifier, owned by the table and valid while that is unchanged, or null; the first in key order.

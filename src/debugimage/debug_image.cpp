@@ -108,7 +108,7 @@ unsigned WriteMetaD(const std::string& file) {
 }
 
 unsigned ReadMetaD(const std::string& file, tagMETAFILEINFO* info) {
-    const std::optional<zek::Bytes> bytes = zek::ReadFile(file);
+    const std::optional<zek::Bytes> bytes = zek::ReadImage(file, zek::kMagic);
     if (!bytes) {
         LOG(zek::kDebugOpenFailed, file.c_str());
         return 0;

@@ -1,5 +1,6 @@
 #include "debugimage/tree.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 #include "debugimage/state.h"
@@ -8,27 +9,40 @@ namespace zek {
 
 namespace {
 
-/// The entry of each type that a record of that type is restored into. Kept as an index because a section may hold a hundred
-/// thousand records.
+/// The entry of each type that a record of that type is restored into: the first that is no family entry. Kept as an index
+/// because a section may hold a hundred thousand records.
 class Twins {
 public:
-    explicit Twins(const CZEKSection& section) {
-        for (CZEKEntry* entry : section.m_vpEntry) Note(entry->m_dwType, *entry);
+    explicit Twins(const CZEKSection& section) : present_(section.m_vpEntry) {
+        for (CZEKEntry* entry : present_) Note(entry->m_dwType, *entry);
     }
     CZEKEntry* Of(unsigned type) const {
         const auto twin = twins_.find(type);
         return twin == twins_.end() ? nullptr : twin->second;
     }
-    /// After an entry has been restored: it can be a twin only while it is no family entry.
+    /// To be told of every entry that has been restored.
     void Note(unsigned type, CZEKEntry& entry) {
         if (!IsFamily(entry)) {
             twins_.try_emplace(type, &entry);
         } else if (Of(type) == &entry) {
-            twins_.erase(type);
+            Replace(type);
         }
     }
 
 private:
+    /// Of the entries that were there before the records, another may follow; a record adds none while there is a twin.
+    void Replace(unsigned type) {
+        const auto next = std::find_if(present_.begin(), present_.end(), [type](const CZEKEntry* entry) {
+            return entry->m_dwType == type && !IsFamily(*entry);
+        });
+        if (next == present_.end()) {
+            twins_.erase(type);
+        } else {
+            twins_[type] = *next;
+        }
+    }
+
+    const std::vector<CZEKEntry*> present_;
     std::unordered_map<unsigned, CZEKEntry*> twins_;
 };
 

@@ -6,34 +6,20 @@
 
 #include "check/vocabulary.h"
 #include "debugimage/debug_image.h"
+#include "interface/answer.h"
 #include "model/section.h"
 #include "model/value_shapes.h"
-#include "zekcomp/errors.h"
 
 namespace zek {
 
 namespace {
 
-/// Sets the debug slot and gives the result.
-template <class Result>
-Result Answer(ErrorCode code, Result result) {
-    gdSetLastError(code);
-    return result;
-}
-
-/// Sets the slot of the other family: these failures are told there, and hosts rely on it.
-template <class Result>
-Result AnswerInImageSlot(ErrorCode code, Result result) {
-    gcSetLastError(code);
-    return result;
-}
-
 const char* TextAnswer(CZEKSection* section, unsigned type) {
-    if (!section) return Answer<const char*>(kNoSection, nullptr);
+    if (!section) return AnswerGd<const char*>(kNoSection, nullptr);
     const CZEKEntry* entry = FirstEntry(*section, type);
-    if (!entry) return Answer<const char*>(kNoEntry, nullptr);
+    if (!entry) return AnswerGd<const char*>(kNoEntry, nullptr);
     const std::string* text = TextOf(*entry);
-    return text ? Answer(kNoError, text->c_str()) : Answer<const char*>(kNoData, nullptr);
+    return text ? AnswerGd(kNoError, text->c_str()) : AnswerGd<const char*>(kNoData, nullptr);
 }
 
 /// The positions of a payload's strings in the order in which they are shown. Three value types show them out of order, and
@@ -76,11 +62,13 @@ std::optional<std::string> ShownValue(const CZEKEntry& entry) {
 
 }  // namespace zek
 
-using zek::Answer;
+// Some failures are told in the slot of the other family: hosts rely on it.
+using zek::AnswerGc;
+using zek::AnswerGd;
 
 unsigned gdInit(const std::string& file, tagMETAFILEINFO* info) {
     if (!ReadMetaD(file, info)) return 0;
-    return zek::AnswerInImageSlot(zek::kNoError, 1U);
+    return AnswerGc(zek::kNoError, 1U);
 }
 
 unsigned gdUnInit() {
@@ -90,28 +78,28 @@ unsigned gdUnInit() {
 
 CZEKSection* gdGetSectByIndex(unsigned kind, unsigned index) {
     const zek::SectionList* list = FindSectHead((kind & zek::kSectionOrdinalMask) | zek::kSectionClass);
-    if (!list) return Answer<CZEKSection*>(zek::kNoSection, nullptr);
-    if (index >= list->size()) return zek::AnswerInImageSlot<CZEKSection*>(zek::kOutOfRange, nullptr);
-    return Answer(zek::kNoError, (*list)[index]);
+    if (!list) return AnswerGd<CZEKSection*>(zek::kNoSection, nullptr);
+    if (index >= list->size()) return AnswerGc<CZEKSection*>(zek::kOutOfRange, nullptr);
+    return AnswerGd(zek::kNoError, (*list)[index]);
 }
 
 CZEKEntry* gdGetEntryByIndex(CZEKSection* section, unsigned index) {
-    if (!section) return Answer<CZEKEntry*>(zek::kNoSection, nullptr);
+    if (!section) return AnswerGd<CZEKEntry*>(zek::kNoSection, nullptr);
     std::size_t counted = 0;
     for (CZEKEntry* entry : section->m_vpEntry) {
-        if (zek::HoldsData(*entry) && counted++ == index) return Answer(zek::kNoError, entry);
+        if (zek::HoldsData(*entry) && counted++ == index) return AnswerGd(zek::kNoError, entry);
     }
-    return zek::AnswerInImageSlot<CZEKEntry*>(counted > 0 ? zek::kOutOfRange : zek::kNoEntry, nullptr);
+    return AnswerGc<CZEKEntry*>(counted > 0 ? zek::kOutOfRange : zek::kNoEntry, nullptr);
 }
 
 unsigned gdGetSectID(CZEKSection* section) {
-    if (!section) return Answer(zek::kNoSection, 0xFFFFFFFFU);
+    if (!section) return AnswerGd(zek::kNoSection, 0xFFFFFFFFU);
     const CZEKEntry* entry = zek::FirstEntry(*section, zek::kID);
-    if (!entry) return Answer(zek::kNoEntry, 0U);
+    if (!entry) return AnswerGd(zek::kNoEntry, 0U);
     const std::string* text = zek::TextOf(*entry);
     unsigned number = 0;
-    if (!text || !StringToLong(*text, &number)) return Answer(zek::kNoData, 0xFFFFFFFFU);
-    return Answer(zek::kNoError, number);
+    if (!text || !StringToLong(*text, &number)) return AnswerGd(zek::kNoData, 0xFFFFFFFFU);
+    return AnswerGd(zek::kNoError, number);
 }
 
 const char* gdGetSectName(CZEKSection* section) { return zek::TextAnswer(section, zek::kName); }
@@ -119,12 +107,12 @@ const char* gdGetSectName(CZEKSection* section) { return zek::TextAnswer(section
 const char* gdGetSectPName(CZEKSection* section) { return zek::TextAnswer(section, zek::kParent); }
 
 const char* gdGetEntryName(CZEKEntry* entry) {
-    if (!entry) return Answer<const char*>(zek::kNoEntry, nullptr);
-    return Answer(zek::kNoError, entry->m_strName.c_str());
+    if (!entry) return AnswerGd<const char*>(zek::kNoEntry, nullptr);
+    return AnswerGd(zek::kNoError, entry->m_strName.c_str());
 }
 
 unsigned gdGetValue(CZEKEntry* entry, char* out) {
-    if (!entry) return Answer(zek::kNoEntry, 0U);
+    if (!entry) return AnswerGd(zek::kNoEntry, 0U);
     // The slot keeps the code of the query before, on success too: hosts rely on it.
     if (const std::optional<std::string> shown = zek::ShownValue(*entry)) {
         std::strcpy(out, shown->c_str());

@@ -6,50 +6,42 @@
 #include "compile/image_file.h"
 #include "compile/state.h"
 #include "compile/tables.h"
+#include "interface/answer.h"
 #include "interface/value_fields.h"
-#include "zekcomp/errors.h"
 
 namespace zek {
 
 namespace {
 
 constexpr unsigned kNone = 0xFFFFFFFF;
-constexpr unsigned kNameKeyword = kIdKeyword | 0x15;
 
-/// Sets the slot and gives the result.
-template <class Result>
-Result Answer(ErrorCode code, Result result) {
-    gcSetLastError(code);
-    return result;
-}
-
-tagGCVALUE Nothing(ErrorCode code) { return Answer(code, tagGCVALUE{0, kNone, {0}}); }
+tagGCVALUE Nothing(ErrorCode code) { return AnswerGc(code, tagGCVALUE{0, kNone, {0}}); }
 
 tagGCVALUE Resolved(unsigned word) {
     const tagGCVALUE value = GetTblData(word);
-    return Answer(value.dwKind == 0 ? kValueUnresolved : kNoError, value);
+    return AnswerGc(value.dwKind == 0 ? kValueUnresolved : kNoError, value);
 }
 
 /// What a look-up among all sections of a kind gave; the codes tell whether there were sections and candidates.
 tagGCSECT* AnswerFound(unsigned section, const Found& found, ErrorCode noMatch, ErrorCode noCandidate) {
-    if (found.section) return Answer(kNoError, found.section);
+    if (found.section) return AnswerGc(kNoError, found.section);
     const bool any = !g_imageIndex.Sections(section).empty();
-    return Answer<tagGCSECT*>(!any ? kNoSection : found.compared ? noMatch : noCandidate, nullptr);
+    return AnswerGc<tagGCSECT*>(!any ? kNoSection : found.compared ? noMatch : noCandidate, nullptr);
 }
 
 /// Entry and, where the host asks for it, its name identifier.
 tagGCENTRY* AnswerEntry(tagGCENTRY& entry, unsigned* name) {
     if (name) *name = entry.dwName;
-    return Answer(kNoError, &entry);
+    return AnswerGc(kNoError, &entry);
 }
 
 /// The first entry that the test takes, or null with the code for a section with entries.
 template <class Test>
-tagGCENTRY* FirstEntry(tagGCSECT* section, unsigned* name, ErrorCode noMatch, Test&& test) {
-    if (!section) return Answer<tagGCENTRY*>(kNoSection, nullptr);
+tagGCENTRY* FirstCompiled(tagGCSECT* section, unsigned* name, ErrorCode noMatch, Test&& test) {
+    if (!section) return AnswerGc<tagGCENTRY*>(kNoSection, nullptr);
     const auto entry = std::find_if(section->vEntries.begin(), section->vEntries.end(), test);
     if (entry != section->vEntries.end()) return AnswerEntry(*entry, name);
-    return Answer<tagGCENTRY*>(section->vEntries.empty() ? kNoEntry : noMatch, nullptr);
+    return AnswerGc<tagGCENTRY*>(section->vEntries.empty() ? kNoEntry : noMatch, nullptr);
 }
 
 tagGCVALUE SelectedWord(const tagGCENTRY& entry, unsigned type, unsigned field) {
@@ -62,7 +54,7 @@ tagGCVALUE SelectedWord(const tagGCENTRY& entry, unsigned type, unsigned field) 
 
 }  // namespace zek
 
-using zek::Answer;
+using zek::AnswerGc;
 
 unsigned gcInit(const std::string& file, tagMETAFILEINFO* info) {
     const std::vector<tagGCSECT*> before = g_GCHead;
@@ -70,7 +62,7 @@ unsigned gcInit(const std::string& file, tagMETAFILEINFO* info) {
     if (g_GCHead != before) {
         for (const tagGCSECT* section : before) delete section;
     }
-    return loaded ? Answer(zek::kNoError, 1U) : Answer(zek::kBadMagic, 0U);
+    return loaded ? AnswerGc(zek::kNoError, 1U) : AnswerGc(zek::kBadMagic, 0U);
 }
 
 unsigned gcUnInit() {
@@ -79,13 +71,13 @@ unsigned gcUnInit() {
 }
 
 unsigned gcGetSectCount(unsigned section) {
-    return Answer(zek::kNoError, static_cast<unsigned>(zek::g_imageIndex.Sections(section).size()));
+    return AnswerGc(zek::kNoError, static_cast<unsigned>(zek::g_imageIndex.Sections(section).size()));
 }
 
 tagGCSECT* gcGetSectByIndex(unsigned section, unsigned index) {
     const std::vector<tagGCSECT*>& sections = zek::g_imageIndex.Sections(section);
-    if (index < sections.size()) return Answer(zek::kNoError, sections[index]);
-    return Answer<tagGCSECT*>(sections.empty() ? zek::kNoSection : zek::kOutOfRange, nullptr);
+    if (index < sections.size()) return AnswerGc(zek::kNoError, sections[index]);
+    return AnswerGc<tagGCSECT*>(sections.empty() ? zek::kNoSection : zek::kOutOfRange, nullptr);
 }
 
 tagGCSECT* gcGetSectByName(unsigned section, const std::string& name) {
@@ -97,30 +89,30 @@ tagGCSECT* gcGetSectByID(unsigned section, unsigned number) {
 }
 
 unsigned gcGetEntryCount(tagGCSECT* section) {
-    if (!section) return Answer(zek::kNoSection, zek::kNone);
-    return Answer(zek::kNoError, static_cast<unsigned>(section->vEntries.size()));
+    if (!section) return AnswerGc(zek::kNoSection, zek::kNone);
+    return AnswerGc(zek::kNoError, static_cast<unsigned>(section->vEntries.size()));
 }
 
 tagGCENTRY* gcGetEntryByIndex(tagGCSECT* section, unsigned index, unsigned* name) {
-    if (!section) return Answer<tagGCENTRY*>(zek::kNoSection, nullptr);
-    if (index >= section->vEntries.size()) return Answer<tagGCENTRY*>(zek::kOutOfRange, nullptr);
+    if (!section) return AnswerGc<tagGCENTRY*>(zek::kNoSection, nullptr);
+    if (index >= section->vEntries.size()) return AnswerGc<tagGCENTRY*>(zek::kOutOfRange, nullptr);
     return zek::AnswerEntry(section->vEntries[index], name);
 }
 
 tagGCENTRY* gcGetEntryByName(tagGCSECT* section, const std::string& name, unsigned* id) {
-    return zek::FirstEntry(section, id, zek::kNoSuchName, [&name](const tagGCENTRY& entry) {
+    return zek::FirstCompiled(section, id, zek::kNoSuchName, [&name](const tagGCENTRY& entry) {
         const tagGCVALUE own = GetTblData(entry.dwName);
         return own.dwKind == 2 && name == own.pszName;
     });
 }
 
 tagGCENTRY* gcGetEntryByType(tagGCSECT* section, unsigned name) {
-    return zek::FirstEntry(section, nullptr, zek::kNoEntry, [name](const tagGCENTRY& entry) { return entry.dwName == name; });
+    return zek::FirstCompiled(section, nullptr, zek::kNoEntry, [name](const tagGCENTRY& entry) { return entry.dwName == name; });
 }
 
 unsigned gcGetValueCount(tagGCENTRY* entry) {
-    if (!entry) return Answer(zek::kNoEntry, zek::kNone);
-    return Answer(zek::kNoError, static_cast<unsigned>(entry->vdwValues.size()));
+    if (!entry) return AnswerGc(zek::kNoEntry, zek::kNone);
+    return AnswerGc(zek::kNoError, static_cast<unsigned>(entry->vdwValues.size()));
 }
 
 tagGCVALUE gcGetValueByIndex(tagGCENTRY* entry, unsigned index) {
@@ -138,24 +130,24 @@ tagGCVALUE gcGetValueByID(tagGCENTRY* entry, unsigned field) {
     if (entry->vdwValues.empty()) return zek::Nothing(zek::kNoData);
     const tagGCVALUE type = GetTblData(entry->vdwValues[0]);
     if (type.dwKind != 1) return zek::Nothing(zek::kValueUnresolved);
-    if (field == zek::kTypeField) return Answer(zek::kNoError, type);
+    if (field == zek::kTypeField) return AnswerGc(zek::kNoError, type);
     return zek::SelectedWord(*entry, static_cast<unsigned>(type.qwNumber), field);
 }
 
 unsigned gcGetTableData(unsigned table, unsigned char* out) {
     // In 32 bits the class of a table-name identifier shifts out, so it selects the same block as its ordinal.
     const std::size_t start = table * zek::kTableBlockSize;
-    if (start + zek::kTableBlockSize > g_tblTableData.size()) return Answer(zek::kOutOfRange, 0U);
+    if (start + zek::kTableBlockSize > g_tblTableData.size()) return AnswerGc(zek::kOutOfRange, 0U);
     std::copy_n(g_tblTableData.data() + start, zek::kTableBlockSize, out);
-    return Answer(zek::kNoError, 1U);
+    return AnswerGc(zek::kNoError, 1U);
 }
 
 unsigned gcGetGroupIndex(const std::string& name) {
     const tagGCSECT* group = gcGetSectByName(zek::kImageGroup, name);
-    if (!group) return name == "0" ? Answer(zek::kNoError, 0U) : Answer(zek::kNoSection, zek::kNone);
+    if (!group) return name == "0" ? AnswerGc(zek::kNoError, 0U) : AnswerGc(zek::kNoSection, zek::kNone);
     for (const tagGCENTRY& entry : group->vEntries) {
-        if (entry.dwName != zek::kNameKeyword || entry.vdwValues.empty()) continue;
-        return Answer(zek::kNoError, entry.vdwValues[0] & zek::kIdOrdinalMask);
+        if (entry.dwName != zek::kIdName || entry.vdwValues.empty()) continue;
+        return AnswerGc(zek::kNoError, entry.vdwValues[0] & zek::kIdOrdinalMask);
     }
-    return Answer(zek::kNoNames, zek::kNone);
+    return AnswerGc(zek::kNoNames, zek::kNone);
 }

@@ -149,6 +149,35 @@ TEST_F(Identifier, OfANameClassStandsForTheNameOfItsTable) {
     }
 }
 
+TEST_F(Identifier, OfALargeTableFollowsWhatTheTableBecomes) {
+    for (int i = 0; i < 1000; ++i) InsertTbl(g_tblString, g_idxString, "name " + std::to_string(i), 1);
+    EXPECT_STREQ(GetTblData(0x12000000 + 999).pszName, "name 999");
+    EXPECT_EQ(GetTblData(0x12000000 + 1000).dwKind, 0U);
+    InsertTbl(g_tblString, g_idxString, "late", 1);
+    EXPECT_STREQ(GetTblData(0x12000000 + 1000).pszName, "late");
+    g_tblString["unnumbered"];
+    EXPECT_EQ(GetTblData(0x12000000 + 1001).dwKind, 0U);
+    InsertTbl(g_tblString, g_idxString, "unnumbered", 1);
+    EXPECT_STREQ(GetTblData(0x12000000 + 1001).pszName, "unnumbered") << "numbered without a change of the size";
+    g_tblString["far"] = 0x12FFFFFF;
+    EXPECT_STREQ(GetTblData(0x12FFFFFF).pszName, "far") << "behind a gap";
+    g_tblString["a"] = 0x12000005;
+    EXPECT_STREQ(GetTblData(0x12000005).pszName, "a") << "the first of two in key order";
+    g_tblString.erase("name 7");
+    EXPECT_EQ(GetTblData(0x12000007).dwKind, 0U) << "a hole";
+}
+
+TEST_F(Identifier, OfASmallTableFollowsEveryChangeOfAHost) {
+    g_tblString["abc"] = 0x12000000;
+    EXPECT_STREQ(GetTblData(0x12000000).pszName, "abc");
+    g_tblString["abc"] = 0x12000007;
+    EXPECT_EQ(GetTblData(0x12000000).dwKind, 0U);
+    EXPECT_STREQ(GetTblData(0x12000007).pszName, "abc");
+    g_tblString.clear();
+    g_tblString["def"] = 0x12000007;
+    EXPECT_STREQ(GetTblData(0x12000007).pszName, "def");
+}
+
 TEST_F(Identifier, OfTheNumberClassStandsForANumberThatIsNotAllOnes) {
     InsertTbl(g_tblDword, g_idxDword, 0, 1);
     InsertTbl(g_tblDword, g_idxDword, 0xFFFFFFFE, 1);

@@ -100,4 +100,51 @@ TEST_F(ImageLoading, OverALiveModelLeavesTheModelAlone) {
     EXPECT_EQ(gcGetSectByName(0x0100000a, "X"), g_GCHead.at(13));
 }
 
+TEST_F(ImageLoading, OfAHugeFileThatIsNoImageLooksAtItsFirstBytesOnly) {
+    Write("huge", "");
+    // Larger than any memory, and without a block on the disk.
+    std::filesystem::resize_file("huge", std::uintmax_t{1} << 40);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(gcInit("huge", nullptr), 0U); }), 13U);
+    EXPECT_EQ(gdInit("huge", nullptr), 0U);
+    EXPECT_EQ(Messages(), "ERROR: File huge is invalid.\n");
+}
+
+/// One sensor with an ID, made by hand.
+tagGCSECT Sensor(unsigned id) {
+    tagGCSECT section;
+    section.dwSect = kSensor;
+    section.vEntries.push_back({0x02000008, {id}});
+    return section;
+}
+
+TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostChangesAShortList) {
+    tagGCSECT section = Sensor(0x1d000007);
+    g_GCHead = {&section};
+    EXPECT_EQ(gcGetSectByID(kSensor, 7), &section);
+    section.vEntries[0].vdwValues[0] = 0x1d000008;
+    EXPECT_EQ(gcGetSectByID(kSensor, 7), nullptr);
+    EXPECT_EQ(gcGetSectByID(kSensor, 8), &section);
+    section.dwSect = 0x01000099;
+    EXPECT_EQ(gcGetSectCount(kSensor), 0U);
+    EXPECT_EQ(gcGetSectCount(0x01000099), 1U);
+    EXPECT_EQ(gcGetSectCount(0x01000098), 0U);
+    g_GCHead.clear();
+    EXPECT_EQ(gcGetSectCount(0x01000099), 0U);
+}
+
+TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostChangesTheEndsOfALongList) {
+    std::vector<tagGCSECT> sections(1000);
+    for (unsigned i = 0; i < 1000; ++i) sections[i] = Sensor(0x1d000000 + i);
+    for (tagGCSECT& section : sections) g_GCHead.push_back(&section);
+    EXPECT_EQ(gcGetSectCount(kSensor), 1000U);
+    EXPECT_EQ(gcGetSectByID(kSensor, 999), &sections[999]);
+    tagGCSECT other = Sensor(0x1d000fff);
+    g_GCHead.back() = &other;
+    EXPECT_EQ(gcGetSectByID(kSensor, 999), nullptr);
+    EXPECT_EQ(gcGetSectByID(kSensor, 0xfff), &other);
+    g_GCHead.pop_back();
+    EXPECT_EQ(gcGetSectCount(kSensor), 999U);
+    g_GCHead.clear();
+}
+
 }  // namespace zek::test

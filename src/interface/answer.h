@@ -1,0 +1,22 @@
+/// Setting a slot and giving the result in one go, so that no query ends without having set its slot. Relies on errors.h.
+#pragma once
+
+#include "zekcomp/errors.h"
+
+namespace zek {
+
+/// For the slot of the compiled-image queries.
+template <class Result>
+Result AnswerGc(ErrorCode code, Result result) {
+    gcSetLastError(code);
+    return result;
+}
+
+/// For the slot of the debug-image queries.
+template <class Result>
+Result AnswerGd(ErrorCode code, Result result) {
+    gdSetLastError(code);
+    return result;
+}
+
+}  // namespace zek
