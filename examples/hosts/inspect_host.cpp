@@ -19,7 +19,7 @@ extern "C" void Output(unsigned, const char* format, ...) {
 
 namespace {
 
-constexpr const char* kKinds[] = {"QUORZEK", "PROPERTY", "SYSTEM", "GROUP",    "SENSOR", "DEVICE", "ACTION",
+constexpr const char* kKinds[] = {"QUORZEK", "PROPERTY",  "SYSTEM", "GROUP",    "SENSOR", "DEVICE", "ACTION",
                                   "TABLE",   "TAVRGROUP", "GLOBAL", "REPEATER", "DEFINE", "IFDEF"};
 
 // A damaged section makes gdInit throw; what was read until then stays, and gdUnInit frees it.

@@ -1,8 +1,8 @@
 /// The debug-image queries: load the checked source model and read it as text. Relies on records.h.
 ///
-/// The model is process-wide, the same one that the compiler fills; call from one thread. Handles and texts belong to the
-/// model and stay valid until `gdUnInit`. A query sets the `gd` slot (errors.h); where it sets the `gc` slot instead, which
-/// hosts rely on, the call says so.
+/// The model is process-wide, the same one that the compiler fills; call from one thread. Handles and texts belong to
+/// the model and stay valid until `gdUnInit`. A query sets the `gd` slot (errors.h); where it sets the `gc` slot
+/// instead, which hosts rely on, the call says so.
 #pragma once
 
 #include <string>
@@ -15,20 +15,20 @@ class CZEKEntry;
 
 extern "C" {
 
-/// Loads a debug image into the model; what the model held stays. `info` may be null. 1 (the `gc` slot is set to 0), or 0
-/// with the reason sent to `Output` and no slot touched. Throws `std::out_of_range` for a damaged section; what was read
-/// until then stays until `gdUnInit`.
+/// Loads a debug image into the model; what the model held stays. `info` may be null. 1 (the `gc` slot is set to 0), or
+/// 0 with the reason sent to `Output` and no slot touched. Throws `std::out_of_range` for a damaged section; what was
+/// read until then stays until `gdUnInit`.
 ZEK_API unsigned gdInit(const std::string& file, tagMETAFILEINFO* info);
 
 /// Destroys the model and the predefined names. Always 1; no slot is touched.
 ZEK_API unsigned gdUnInit();
 
-/// The index-th section (from 0) of a kind, given as 0x200000nn or nn. Null: gd 1 there is no section of this kind, gc 4 index
-/// too large.
+/// The index-th section (from 0) of a kind, given as 0x200000nn or nn. Null: gd 1 there is no section of this kind, gc
+/// 4 index too large.
 ZEK_API CZEKSection* gdGetSectByIndex(unsigned kind, unsigned index);
 
-/// The index-th entry (from 0) of those that hold data. Null: gd 1 null section, gc 2 no entry with data, gc 4 index too
-/// large.
+/// The index-th entry (from 0) of those that hold data. Null: gd 1 null section, gc 2 no entry with data, gc 4 index
+/// too large.
 ZEK_API CZEKEntry* gdGetEntryByIndex(CZEKSection* section, unsigned index);
 
 /// The number of the section's ID. 0xFFFFFFFF: gd 1 null section, gd 3 no data or no number. 0 with gd 2: no ID entry.
@@ -46,5 +46,4 @@ ZEK_API const char* gdGetEntryName(CZEKEntry* entry);
 /// Writes the entry's value as text, NUL-terminated, to `out`, whose room the caller makes large enough for the longest
 /// value; the empty text for an entry without data. 1, with the slot left as it was; 0 with gd 2 for a null entry.
 ZEK_API unsigned gdGetValue(CZEKEntry* entry, char* out);
-
 }

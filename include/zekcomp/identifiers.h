@@ -1,5 +1,5 @@
-/// Identifiers of the compiled image: their classes, the counters that give them out, and what one stands for. Relies on
-/// records.h.
+/// Identifiers of the compiled image: their classes, the counters that give them out, and what one stands for. Relies
+/// on records.h.
 ///
 /// An identifier is a 32-bit word: its top byte is its class, its low 24 bits its ordinal in the class, from 0.
 #pragma once

@@ -13,13 +13,13 @@ struct tagMETAFILEINFO {
 
 /// One compiled entry. Owned by its section.
 struct tagGCENTRY {
-    unsigned dwName = 0;             ///< name identifier: a keyword (class 0x02000000) or a name of a table
+    unsigned dwName = 0;              ///< name identifier: a keyword (class 0x02000000) or a name of a table
     std::vector<unsigned> vdwValues;  ///< value words: identifiers, or 0xFFFFFFFF for an unresolved operand
 };
 
 /// One compiled section. Owned by the library's list of compiled sections.
 struct tagGCSECT {
-    unsigned dwSect = 0;              ///< section identifier, 0x01000001 to 0x0100000b
+    unsigned dwSect = 0;               ///< section identifier, 0x01000001 to 0x0100000b
     std::vector<tagGCENTRY> vEntries;  ///< the entries in source order
 };
 

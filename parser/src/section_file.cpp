@@ -69,9 +69,7 @@ void SectionFile::AddSection(const char* name, unsigned line) {
     sections_.push_back({this, OffsetOf(name), line, firstItem, firstItem});
 }
 
-Section* SectionFile::SectionAt(unsigned index) {
-    return index < sections_.size() ? &sections_[index] : nullptr;
-}
+Section* SectionFile::SectionAt(unsigned index) { return index < sections_.size() ? &sections_[index] : nullptr; }
 
 Section* SectionFile::FindSection(const std::string& name) {
     const auto found = std::find_if(sections_.begin(), sections_.end(),

@@ -17,7 +17,8 @@ Place FindPlace(const Map& map, const Key& key) {
 }  // namespace
 
 CrossReferences::CrossReferences() {
-    for (unsigned type : {kGroupSection, kSensorSection, kDeviceSection, kActionSection, kTableSection, kTavrGroupSection}) {
+    for (unsigned type :
+         {kGroupSection, kSensorSection, kDeviceSection, kActionSection, kTableSection, kTavrGroupSection}) {
         ReadNames(type);
     }
     for (unsigned type : {kPropertySection, kGlobalSection, kRepeaterSection}) ReadKeys(type);

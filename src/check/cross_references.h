@@ -1,5 +1,5 @@
-/// The names and numbers by which sections refer to each other, as the second pass asks for them. Stands beside the model
-/// because walking it for every reference would compare every section with every other. Relies on the model.
+/// The names and numbers by which sections refer to each other, as the second pass asks for them. Stands beside the
+/// model because walking it for every reference would compare every section with every other. Relies on the model.
 #pragma once
 
 #include <cstddef>
@@ -55,7 +55,7 @@ private:
     void ReadGroups();
     void ReadTavrGroups();
 
-    std::unordered_map<unsigned, Kind> kinds_;  ///< by section type
+    std::unordered_map<unsigned, Kind> kinds_;                   ///< by section type
     std::unordered_map<std::string_view, unsigned> groupLines_;  ///< the smallest line of the groups of a name
     Keys globals_;
     std::unordered_set<unsigned> tavrGroupIDs_;
@@ -65,7 +65,8 @@ private:
     Keys values_;                            ///< and its VALUE_ keys
 };
 
-/// The cross-references of the model for as long as this lives: those of the running second pass, else made for this use.
+/// The cross-references of the model for as long as this lives: those of the running second pass, else made for this
+/// use.
 class References {
 public:
     References();

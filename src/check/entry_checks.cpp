@@ -27,8 +27,8 @@ bool IsTableRow(const std::string& key) {
     return NumberOr0(high) <= kHighestTableIndex && NumberOr0(low) <= NumberOr0(high);
 }
 
-/// The highest argument that entries of a section may name: in an action its ARGNUMBER, 0 without one; nothing when that is
-/// no number.
+/// The highest argument that entries of a section may name: in an action its ARGNUMBER, 0 without one; nothing when
+/// that is no number.
 std::optional<unsigned> HighestArgument(CZEKObj& section, unsigned elsewhere) {
     if (section.m_strName != kActionName) return elsewhere;
     const std::string* count = TextOfEntry(static_cast<CZEKSection&>(section), kArgNumber);

@@ -42,7 +42,7 @@ inline constexpr char kNoValueType[] = "Error[%s:%u]: [%s]:%s, No value type sub
 inline constexpr char kBadValueType[] = "Error[%s:%u]: [%s]:%s, Value operator type(%s) is invalid.\n";  // sic
 inline constexpr char kNotEnough[] = "Error[%s:%u]: [%s]:%s, Not enough sub-strings for value type %s.\n";
 inline constexpr char kTooMuch[] = "Warning[%s:%u]: [%s]:%s, Too much sub-strings for value type %s.\n";  // sic
-inline constexpr char kBadOperator[] = "Error[%s:%u]: [%s]:%s, Value:OPERATOR %s is invalid.\n";  // sic
+inline constexpr char kBadOperator[] = "Error[%s:%u]: [%s]:%s, Value:OPERATOR %s is invalid.\n";          // sic
 inline constexpr char kBaseAddressNotZero[] =
     "Error[%s:%u]: [%s]:%s, The BaseAddress %s of BUSTYPE_SIMPLEIOPORT must be 0.\n";
 inline constexpr char kSmbusAddress[] = "Error[%s:%u]:SMBUS address field is wrong!\n";  // sic: no blank

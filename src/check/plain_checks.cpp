@@ -114,7 +114,8 @@ unsigned CGEREPEATER::IsValidEx(CZEKObj* parent, unsigned flag) {
     const std::string& count = item.strings[0];
     const std::string& action = item.strings[1];
     const auto checkNumber = [&](const std::string& text) {
-        return zek::HasPrefix(text, zek::kGlobalPrefix) ? ChkGlobalName(text, parent, flag) : ChkDigital(text, parent, flag);
+        return zek::HasPrefix(text, zek::kGlobalPrefix) ? ChkGlobalName(text, parent, flag)
+                                                        : ChkDigital(text, parent, flag);
     };
     unsigned valid = ChkActionName(action, parent, flag);
     valid &= checkNumber(count);

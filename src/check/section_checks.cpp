@@ -57,8 +57,8 @@ bool IsParentAbove(CZEKSection& section) {
     return false;
 }
 
-/// No earlier section of the kind has the same NAME or the same ID; the first section that clashes is reported, by its name
-/// before its id.
+/// No earlier section of the kind has the same NAME or the same ID; the first section that clashes is reported, by its
+/// name before its id.
 bool AreNameAndIDNew(CZEKSection& section) {
     const References references;
     const auto unlessOwn = [&section](Place place) { return place.section == &section ? Place{} : place; };

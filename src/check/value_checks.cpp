@@ -159,7 +159,8 @@ unsigned CGEVALUE::IsValid(CZEKObj* parent, unsigned flag) {
         CGeValue& value = *zek::ValueOf(m_ZekEntryData);
         value.Destory();
         value.Create(type, m_vstrSubStr[0]);
-        if (const zek::ValueShape* shape = zek::ShapeOf(type)) outcome = Check{*this, *parent, flag, value}.Convert(*shape);
+        if (const zek::ValueShape* shape = zek::ShapeOf(type))
+            outcome = Check{*this, *parent, flag, value}.Convert(*shape);
     } else {
         LOG(zek::kBadValueType, WHERE(*this, *parent), m_vstrSubStr[0].c_str());
         outcome = Check::kFailed;

@@ -1,5 +1,5 @@
-/// The small words of the language: its one number syntax, its operators and the predefined names of the current source.
-/// Relies on the published records alone.
+/// The small words of the language: its one number syntax, its operators and the predefined names of the current
+/// source. Relies on the published records alone.
 #pragma once
 
 #include <array>
@@ -12,13 +12,13 @@
 /// The operators and their codes; comparisons from 101 on.
 extern ZEK_API const std::array<tagNTMAP, 17> g_NTMapOper;
 
-/// Names and values that [DEFINE] and [IFDEF] sections have defined, or that a debug image brought. Emptied when the model is
-/// destroyed.
+/// Names and values that [DEFINE] and [IFDEF] sections have defined, or that a debug image brought. Emptied when the
+/// model is destroyed.
 extern ZEK_API std::map<std::string, unsigned> g_tblPreDefine;
 
 /// Whether the text is a number: "0x" or "0X" and hexadecimal digits, else decimal with an optional sign; at most 10
-/// characters; what follows the digits is ignored. Stores the low 32 bits, also when they are 0 and the text fails for not
-/// beginning with a written 0; a text that is too long stores nothing.
+/// characters; what follows the digits is ignored. Stores the low 32 bits, also when they are 0 and the text fails for
+/// not beginning with a written 0; a text that is too long stores nothing.
 ZEK_API unsigned StringToLong(const std::string& text, unsigned int* value);
 
 /// The code of an operator, or 0.

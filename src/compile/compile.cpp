@@ -18,10 +18,10 @@ constexpr unsigned kLastCompiledSection = kRepeaterSection;
 constexpr unsigned kKeywordOrdinalMask = 0xFF;
 
 /// The entries whose name is their keyword's own number.
-constexpr unsigned kKeywordNamed[] = {
-    kVersion,     kType,        kFlag,        kSouthbridge, kNorthbridge, kZekLoop, kChildGroup,
-    kID,          kInitFlag,    kControlMask, kTheory,      kThresholdFH, kThresholdWH, kThresholdFL,
-    kThresholdWL, kArgNumber,   kPID,         kModel,       kParent,      kName};
+constexpr unsigned kKeywordNamed[] = {kVersion,   kType,        kFlag,        kSouthbridge, kNorthbridge,
+                                      kZekLoop,   kChildGroup,  kID,          kInitFlag,    kControlMask,
+                                      kTheory,    kThresholdFH, kThresholdWH, kThresholdFL, kThresholdWL,
+                                      kArgNumber, kPID,         kModel,       kParent,      kName};
 static_assert(std::size(kKeywordNamed) == 20, "SENSORS has a number of its own");
 
 class Words {
@@ -100,7 +100,8 @@ void PushRepeater(Words words, const Payload& item) {
     words.PushList(*item.list);
 }
 
-/// Takes the entries up to the first without a name: that one and what stands behind it is dropped, which hosts rely on.
+/// Takes the entries up to the first without a name: that one and what stands behind it is dropped, which hosts rely
+/// on.
 void CompileEntries(const CZEKSection& section, tagGCSECT& compiled) {
     for (const CZEKEntry* entry : section.m_vpEntry) {
         const CZekEntryData& data = entry->m_ZekEntryData;
@@ -147,7 +148,8 @@ tagGCSECT* CreateGCSect(unsigned sectionType) {
 unsigned GetEntryName(unsigned entryType, const std::string& key) {
     // SENSORS has a number of its own, not its keyword's low byte: hosts rely on it.
     if (entryType == zek::kSensors) return zek::kIdSensors;
-    if (std::find(std::begin(zek::kKeywordNamed), std::end(zek::kKeywordNamed), entryType) != std::end(zek::kKeywordNamed)) {
+    if (std::find(std::begin(zek::kKeywordNamed), std::end(zek::kKeywordNamed), entryType) !=
+        std::end(zek::kKeywordNamed)) {
         return zek::kIdKeyword | (entryType & zek::kKeywordOrdinalMask);
     }
     const zek::NameRule* rule = zek::NameRuleOf(entryType);

@@ -66,8 +66,8 @@ void TakeSections(ByteReader& in) {
     }
 }
 
-/// Where the body of the record that counts for each table begins; 0 for a table without a record. A directory may name a
-/// table more than once; the last one counts, so no table is read twice however long the directory is.
+/// Where the body of the record that counts for each table begins; 0 for a table without a record. A directory may name
+/// a table more than once; the last one counts, so no table is read twice however long the directory is.
 using Records = std::array<std::size_t, kIdentifierTables.size()>;
 
 /// Whether the bytes hold the record's body. A name table may claim more than they hold (see TakeTable).

@@ -10,7 +10,7 @@
 /// Writes g_GCHead and the tables; 1, or 0 when the file cannot be created. Write errors after that are not examined.
 ZEK_API unsigned WriteMeta(const std::string& file);
 
-/// Replaces g_GCHead and every table that the image has; the sections that g_GCHead held are not freed. `info` may be null.
-/// 1, or 0 with the `gc` slot set: 12 the file cannot be opened, 13 it is no compiled image, 14 its version is another or it
-/// is cut short; what was read until then stays.
+/// Replaces g_GCHead and every table that the image has; the sections that g_GCHead held are not freed. `info` may be
+/// null. 1, or 0 with the `gc` slot set: 12 the file cannot be opened, 13 it is no compiled image, 14 its version is
+/// another or it is cut short; what was read until then stays.
 ZEK_API unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info);

@@ -31,7 +31,7 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
             const unsigned ordinal = section->dwSect - kImageSectionClass;
             if (ordinal < kinds_.size()) kinds_[ordinal].sections.push_back(section);
         }
-        for (unsigned ordinal = 0; Kind& kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
+        for (unsigned ordinal = 0; Kind & kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
     }
     const unsigned ordinal = identifier - kImageSectionClass;
     if (ordinal < kinds_.size()) return kinds_[ordinal];

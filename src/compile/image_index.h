@@ -1,5 +1,5 @@
-/// The sections of the loaded image by kind, name and id. Stands beside the list of sections because walking all of it for
-/// every query would make each as slow as the image is large. Relies on the published records.
+/// The sections of the loaded image by kind, name and id. Stands beside the list of sections because walking all of it
+/// for every query would make each as slow as the image is large. Relies on the published records.
 #pragma once
 
 #include <array>
@@ -21,9 +21,9 @@ struct Found {
 
 class ImageIndex {
 public:
-    /// The sections with this identifier in order. They are made anew when our functions have changed the list or a table, and
-    /// for a short list always; a host that changes a long one itself is followed when it changes a size, or the first or
-    /// last section.
+    /// The sections with this identifier in order. They are made anew when our functions have changed the list or a
+    /// table, and for a short list always; a host that changes a long one itself is followed when it changes a size, or
+    /// the first or last section.
     const std::vector<tagGCSECT*>& Sections(unsigned identifier);
     /// The first of them whose NAME, or in sections of free names whose entry's name, is this text.
     Found Named(unsigned identifier, const std::string& name);

@@ -15,12 +15,10 @@ constexpr std::size_t kWholeKey = 0;
 constexpr std::size_t kNoneOfKey = std::string::npos;
 
 constexpr NameRule kNameRules[] = {
-    {kProperty, kIdProperty, kWholeKey}, {kPrefixP, kIdProperty, 2},
-    {kGlobal, kIdGlobal, 2},             {kValue, kIdValue, kNoneOfKey},
-    {kValueInit, kIdValue, 6},           {kValueDeinit, kIdValue, 6},
-    {kValueEntry, kIdValue, 6},          {kValueExit, kIdValue, 6},
-    {kValueIpmi, kIdValue, 6},           {kActionValue, kIdValue, 6},
-    {kOwnValue, kIdValue, 6},            {kRepeaterItem, kIdRepeater, kWholeKey},
+    {kProperty, kIdProperty, kWholeKey}, {kPrefixP, kIdProperty, 2}, {kGlobal, kIdGlobal, 2},
+    {kValue, kIdValue, kNoneOfKey},      {kValueInit, kIdValue, 6},  {kValueDeinit, kIdValue, 6},
+    {kValueEntry, kIdValue, 6},          {kValueExit, kIdValue, 6},  {kValueIpmi, kIdValue, 6},
+    {kActionValue, kIdValue, 6},         {kOwnValue, kIdValue, 6},   {kRepeaterItem, kIdRepeater, kWholeKey},
 };
 static_assert(std::size(kNameRules) == 12, "one row per entry type that a name table names");
 
@@ -31,8 +29,8 @@ constexpr char kRootGroup[] = "0";
 
 using TableBlock = std::array<unsigned char, kTableBlockSize>;
 
-/// Visits the entries of a family in a section, in order. In a damaged debug image one of them can lack the family bit; it is
-/// then the last that a look-up by position ever finds.
+/// Visits the entries of a family in a section, in order. In a damaged debug image one of them can lack the family bit;
+/// it is then the last that a look-up by position ever finds.
 template <class Visit>
 void ForEachOf(const CZEKSection& section, unsigned entryType, Visit&& visit) {
     for (const CZEKEntry* entry : section.m_vpEntry) {
@@ -57,8 +55,8 @@ void NumberNames(unsigned sectionType, unsigned classWord) {
     }
 }
 
-/// Sets what a table row sets: the bytes from the number before the dot to the one behind it. What lies above the block is
-/// left out.
+/// Sets what a table row sets: the bytes from the number before the dot to the one behind it. What lies above the block
+/// is left out.
 void SetRow(TableBlock& block, const CZEKEntry& row) {
     const std::string* text = TextOf(row);
     if (!text) return;
@@ -78,7 +76,9 @@ const NameRule* NameRuleOf(unsigned entryType) {
     return rule == std::end(kNameRules) ? nullptr : rule;
 }
 
-std::string WithoutPrefix(const std::string& key, std::size_t prefix) { return key.substr(std::min(prefix, key.size())); }
+std::string WithoutPrefix(const std::string& key, std::size_t prefix) {
+    return key.substr(std::min(prefix, key.size()));
+}
 
 }  // namespace zek
 
@@ -132,7 +132,8 @@ unsigned InitActionD() {
 
 unsigned InitTableDataD() {
     g_tblTableData.clear();
-    // The block is not cleared between tables: a byte that no row sets keeps the previous table's value. Hosts rely on it.
+    // The block is not cleared between tables: a byte that no row sets keeps the previous table's value. Hosts rely on
+    // it.
     zek::TableBlock block{};
     for (CZEKSection* section : zek::SectionsOf(zek::kTableSection)) {
         const std::string* name = zek::TextOfEntry(*section, zek::kName);

@@ -1,5 +1,5 @@
-/// From an identifier back to its key. Stands beside a table's map because walking the map for every identifier would make
-/// each query as slow as the image is large. Relies on the standard library.
+/// From an identifier back to its key. Stands beside a table's map because walking the map for every identifier would
+/// make each query as slow as the image is large. Relies on the standard library.
 #pragma once
 
 #include <algorithm>
@@ -9,8 +9,8 @@
 
 namespace zek {
 
-/// The keys of a table in the order of their identifiers, `count` of them from `first` on; null where no key has one. Of
-/// several keys with one identifier the first in key order stands.
+/// The keys of a table in the order of their identifiers, `count` of them from `first` on; null where no key has one.
+/// Of several keys with one identifier the first in key order stands.
 template <class Key>
 std::vector<const Key*> KeysByIdentifier(const std::map<Key, unsigned>& table, unsigned first, std::size_t count) {
     std::vector<const Key*> keys(count);
@@ -23,8 +23,8 @@ std::vector<const Key*> KeysByIdentifier(const std::map<Key, unsigned>& table, u
 /// A table or list of no more than this many is walked at every look-up, so that whatever a host changes in it is seen.
 inline constexpr std::size_t kWalkedAtOnce = 64;
 
-/// Follows one table: made anew when the table's size or the count of our own changes differs from what it was made for. A
-/// host that changes a larger table itself is followed when it changes the table's size.
+/// Follows one table: made anew when the table's size or the count of our own changes differs from what it was made
+/// for. A host that changes a larger table itself is followed when it changes the table's size.
 template <class Key>
 class ReverseIndex {
 public:
@@ -42,7 +42,8 @@ public:
 
 private:
     static const Key* Walk(const std::map<Key, unsigned>& table, unsigned id) {
-        const auto place = std::find_if(table.begin(), table.end(), [id](const auto& pair) { return pair.second == id; });
+        const auto place =
+            std::find_if(table.begin(), table.end(), [id](const auto& pair) { return pair.second == id; });
         return place == table.end() ? nullptr : &place->first;
     }
 

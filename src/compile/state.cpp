@@ -4,8 +4,8 @@
 #include "compile/compile.h"
 #include "compile/tables.h"
 
-// Filled by gccOutput, which adds to them, and by gcInit, which replaces those that the image has. Never emptied otherwise:
-// they outlive gccCompEnd and gcUnInit.
+// Filled by gccOutput, which adds to them, and by gcInit, which replaces those that the image has. Never emptied
+// otherwise: they outlive gccCompEnd and gcUnInit.
 std::map<std::string, unsigned> g_tblProperty;
 std::map<std::string, unsigned> g_tblGlobal;
 std::map<std::string, unsigned> g_tblValue;

@@ -79,8 +79,8 @@ void WriteRecord(std::ofstream& out, const std::map<Key, unsigned>& table, unsig
     out.write(reinterpret_cast<const char*>(record.data()), static_cast<std::streamsize>(record.size()));
 }
 
-/// The names of a body; one whose length runs past the end of the bytes gives the names that are there, since a length that
-/// counts unnumbered keys may do that in a sound image.
+/// The names of a body; one whose length runs past the end of the bytes gives the names that are there, since a length
+/// that counts unnumbered keys may do that in a sound image.
 void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step) {
     table.clear();
     ++g_changes;

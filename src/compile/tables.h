@@ -1,5 +1,5 @@
-/// The identifier tables of the compiled image: they number every name and constant, and tell what an identifier stands for.
-/// Relies on the published records and bytes.h.
+/// The identifier tables of the compiled image: they number every name and constant, and tell what an identifier stands
+/// for. Relies on the published records and bytes.h.
 #pragma once
 
 #include <array>
@@ -12,8 +12,8 @@
 #include "zekcomp/api.h"
 #include "zekcomp/identifiers.h"
 
-// Name or number to identifier; 0 for a key that is not numbered yet. Filled by gccOutput and by gcInit; never emptied but
-// when a table is read.
+// Name or number to identifier; 0 for a key that is not numbered yet. Filled by gccOutput and by gcInit; never emptied
+// but when a table is read.
 extern ZEK_API std::map<std::string, unsigned> g_tblProperty;
 extern ZEK_API std::map<std::string, unsigned> g_tblGlobal;
 extern ZEK_API std::map<std::string, unsigned> g_tblValue;
@@ -27,8 +27,10 @@ extern ZEK_API std::map<std::string, unsigned> g_tblTableName;
 extern ZEK_API std::vector<unsigned char> g_tblTableData;
 
 /// The identifier of a key: its own, or for a new or unnumbered key the counter, which then advances by `step`.
-ZEK_API unsigned InsertTbl(std::map<std::string, unsigned>& table, unsigned& counter, const std::string& name, unsigned step);
-ZEK_API unsigned InsertTbl(std::map<unsigned, unsigned>& table, unsigned& counter, const unsigned& number, unsigned step);
+ZEK_API unsigned InsertTbl(std::map<std::string, unsigned>& table, unsigned& counter, const std::string& name,
+                           unsigned step);
+ZEK_API unsigned InsertTbl(std::map<unsigned, unsigned>& table, unsigned& counter, const unsigned& number,
+                           unsigned step);
 
 // These two walk the map; `GetTblData(id)` has an index.
 /// The number of an identifier, or 0xFFFFFFFF; the first in key order when several have it.
@@ -70,13 +72,14 @@ const IdentifierTable* TableOf(unsigned classWord);
 unsigned Number(unsigned classWord, const std::string& name);
 unsigned Number(unsigned number);
 
-/// The identifier of a name in the table of a class. A name that is not numbered stays so: it is added with 0, and the name
-/// counts in the length of the written table, which hosts know.
+/// The identifier of a name in the table of a class. A name that is not numbered stays so: it is added with 0, and the
+/// name counts in the length of the written table, which hosts know.
 unsigned LookUp(unsigned classWord, const std::string& name);
 
 /// Appends a table record.
 void PutTable(ByteWriter& out, const IdentifierTable& table);
-/// Takes the body of a record into its table. Throws `std::out_of_range` when the bytes cut it; the table is then empty.
+/// Takes the body of a record into its table. Throws `std::out_of_range` when the bytes cut it; the table is then
+/// empty.
 void TakeTable(ByteReader& in, const IdentifierTable& table);
 
 /// The number of keys in all tables together; with g_changes it tells whether an index over the tables is still good.

@@ -10,6 +10,6 @@
 /// Writes the model; 1, or 0 (reported) when the file cannot be created. Write errors after that are not examined.
 ZEK_API unsigned WriteMetaD(const std::string& file);
 
-/// Adds the names and sections of an image to the model. 1, or 0 (reported) for a file that is no debug image; `info` may be
-/// null. Throws `std::out_of_range` for a damaged section; what was read until then stays.
+/// Adds the names and sections of an image to the model. 1, or 0 (reported) for a file that is no debug image; `info`
+/// may be null. Throws `std::out_of_range` for a damaged section; what was read until then stays.
 ZEK_API unsigned ReadMetaD(const std::string& file, tagMETAFILEINFO* info);

@@ -1,5 +1,5 @@
-// The process-wide variables of the debug image. The list of source files travels once per process each way, because the
-// file index of every object refers to that one list: hosts rely on it.
+// The process-wide variables of the debug image. The list of source files travels once per process each way, because
+// the file index of every object refers to that one list: hosts rely on it.
 #include "debugimage/state.h"
 
 namespace zek {

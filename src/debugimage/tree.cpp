@@ -9,8 +9,8 @@ namespace zek {
 
 namespace {
 
-/// The entry of each type that a record of that type is restored into: the first that is no family entry. Kept as an index
-/// because a section may hold a hundred thousand records.
+/// The entry of each type that a record of that type is restored into: the first that is no family entry. Kept as an
+/// index because a section may hold a hundred thousand records.
 class Twins {
 public:
     explicit Twins(const CZEKSection& section) : present_(section.m_vpEntry) {

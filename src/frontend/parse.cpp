@@ -1,7 +1,7 @@
 #include "frontend/parse.h"
 
-#include <cstring>
 #include <dlfcn.h>
+#include <cstring>
 #include <memory>
 
 #include "frontend/messages.h"
@@ -59,7 +59,8 @@ unsigned CZEKParse::Start(const std::string& file) {
 
 void CZEKParse::Parse() {
     unsigned count = 0;
-    for (void* handle = nullptr; (handle = RSEnumSection(m_hFile, count)) != nullptr; ++count) ParseSection(handle, count);
+    for (void* handle = nullptr; (handle = RSEnumSection(m_hFile, count)) != nullptr; ++count)
+        ParseSection(handle, count);
     LOG(zek::kNoMoreSections, count);
     if (m_hFile) RSCloseFile(m_hFile);
     m_hFile = nullptr;

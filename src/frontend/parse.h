@@ -6,8 +6,8 @@
 
 #include "zekcomp/api.h"
 
-/// Loads the parser library and reads one source file at a time through it. Where the library is missing, its functions are
-/// looked up in the process's global scope; where they are missing too, every wrapper fails quietly.
+/// Loads the parser library and reads one source file at a time through it. Where the library is missing, its functions
+/// are looked up in the process's global scope; where they are missing too, every wrapper fails quietly.
 class ZEK_API CZEKParse {
 public:
     CZEKParse();

@@ -1,4 +1,5 @@
-/// Setting a slot and giving the result in one go, so that no query ends without having set its slot. Relies on errors.h.
+/// Setting a slot and giving the result in one go, so that no query ends without having set its slot. Relies on
+/// errors.h.
 #pragma once
 
 #include "zekcomp/errors.h"

@@ -16,8 +16,8 @@ unsigned gccCheck() { return zek::CheckModel(); }
 unsigned gccOutputD(const std::string& file) { return WriteMetaD(file); }
 
 unsigned gccOutput(const std::string& file) {
-    // Every step runs whatever the ones before it gave, so that a failing compilation may still leave an image: hosts rely
-    // on it.
+    // Every step runs whatever the ones before it gave, so that a failing compilation may still leave an image: hosts
+    // rely on it.
     unsigned done = InitTblD();
     done &= Compile();
     done &= WriteMeta(file);

@@ -22,8 +22,8 @@ const char* TextAnswer(CZEKSection* section, unsigned type) {
     return text ? AnswerGd(kNoError, text->c_str()) : AnswerGd<const char*>(kNoData, nullptr);
 }
 
-/// The positions of a payload's strings in the order in which they are shown. Three value types show them out of order, and
-/// hosts rely on it.
+/// The positions of a payload's strings in the order in which they are shown. Three value types show them out of order,
+/// and hosts rely on it.
 constexpr std::size_t kInOrder[] = {0, 1, 2, 3, 4};
 constexpr std::size_t kLastBeforeSecond[] = {0, 3, 2, 1};
 

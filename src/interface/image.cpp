@@ -107,7 +107,8 @@ tagGCENTRY* gcGetEntryByName(tagGCSECT* section, const std::string& name, unsign
 }
 
 tagGCENTRY* gcGetEntryByType(tagGCSECT* section, unsigned name) {
-    return zek::FirstCompiled(section, nullptr, zek::kNoEntry, [name](const tagGCENTRY& entry) { return entry.dwName == name; });
+    return zek::FirstCompiled(section, nullptr, zek::kNoEntry,
+                              [name](const tagGCENTRY& entry) { return entry.dwName == name; });
 }
 
 unsigned gcGetValueCount(tagGCENTRY* entry) {

@@ -9,8 +9,8 @@ namespace zek {
 
 inline constexpr std::size_t kNoMost = static_cast<std::size_t>(-1);
 
-/// One field of a value type: codes `field` to `field` + `last` select the words from `word` on, for entries that have from
-/// `fewest` to `most` words, the type word included.
+/// One field of a value type: codes `field` to `field` + `last` select the words from `word` on, for entries that have
+/// from `fewest` to `most` words, the type word included.
 struct ValueField {
     unsigned type;
     std::size_t fewest;

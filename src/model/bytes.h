@@ -59,7 +59,8 @@ private:
 /// Takes words, texts and blocks from bytes that the caller keeps alive. Every read past the end throws
 /// `std::out_of_range` with the text "vector::_M_range_check" and takes nothing.
 ///
-/// A reader may be longer than the bytes it was given: what is missing reads as zeros, without memory being taken for them.
+/// A reader may be longer than the bytes it was given: what is missing reads as zeros, without memory being taken for
+/// them.
 class ByteReader {
 public:
     explicit ByteReader(const Bytes& bytes) : ByteReader(bytes.data(), bytes.size(), bytes.size()) {}
@@ -112,7 +113,8 @@ public:
     }
 
 private:
-    /// A text or list may be made of missing bytes only up to this many: a length in a damaged file takes no more memory.
+    /// A text or list may be made of missing bytes only up to this many: a length in a damaged file takes no more
+    /// memory.
     static constexpr std::size_t kMostZeros = std::size_t{1} << 20;
 
     static void Require(bool inside) {

@@ -8,7 +8,8 @@
 namespace {
 
 /// Adds a definition and, when it is sound, makes its key a predefined name.
-void Define(CZEKSection& section, const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+void Define(CZEKSection& section, const std::string& file, const std::string& key, const std::string& value,
+            unsigned line) {
     CZEKEntry& entry = zek::AddUndeclared(section, *zek::KindOf(zek::kDefineSection), file, key, value, line);
     if (entry.IsValid(&section, zek::kWhileReading)) AddPredDefineValue(key, *zek::NumberOf(entry.m_ZekEntryData));
 }
@@ -38,7 +39,8 @@ unsigned CGSIFDEF::ChkIFDEF(const std::string& file, const std::string& key, con
     return word->IsValid(this, zek::kWhileReading) && GetPreDefinedValue(*zek::TextOf(*word), &ignored);
 }
 
-unsigned CGSINCLUDE::SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+unsigned CGSINCLUDE::SetEntry(const std::string& file, const std::string& key, const std::string& value,
+                              unsigned line) {
     CZEKEntry& entry = zek::AddUndeclared(*this, *zek::KindOf(zek::kIncludeSection), file, key, value, line);
     if (!entry.IsValid(this, zek::kWhileReading)) return 1;
     CZEKParse parse;

@@ -61,8 +61,8 @@ void CZEKEntry::Init(const std::string& file, const std::string& key, const std:
     m_vstrSubStr = zek::SubStringsOf(value);
 }
 
-#define ZEK_DEFINE_ENTRY_KIND(Kind)                                                          \
-    Kind::Kind() = default;                                                                  \
+#define ZEK_DEFINE_ENTRY_KIND(Kind)                                                \
+    Kind::Kind() = default;                                                        \
     Kind::Kind(unsigned type, tagNOTATION notation) : CZEKEntry(type, notation) {} \
     Kind::~Kind() = default;
 

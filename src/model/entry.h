@@ -1,4 +1,5 @@
-/// An entry of the source model, one KEY = value item of a section, and its five kinds. Relies on object.h, entry_data.h.
+/// An entry of the source model, one KEY = value item of a section, and its five kinds. Relies on object.h,
+/// entry_data.h.
 #pragma once
 
 #include <memory>
@@ -14,9 +15,9 @@ public:
     CZEKEntry(unsigned type, tagNOTATION notation);
     ~CZEKEntry() override;
 
-    /// First pass: the entry stands where it must, its key and value are well-formed; converts the sub-strings into the typed
-    /// data. `parent` is its section; `flag` 0 lets go of the sub-strings once converted, any other flag keeps them.
-    /// 1 or 0, every problem sent to `Output`; so for all checks below.
+    /// First pass: the entry stands where it must, its key and value are well-formed; converts the sub-strings into the
+    /// typed data. `parent` is its section; `flag` 0 lets go of the sub-strings once converted, any other flag keeps
+    /// them. 1 or 0, every problem sent to `Output`; so for all checks below.
     virtual unsigned IsValid(CZEKObj* parent, unsigned flag) = 0;
     /// Second pass: what the value refers to exists. This one always passes.
     virtual unsigned IsValidEx(CZEKObj* parent, unsigned flag);
@@ -37,7 +38,7 @@ public:
     /// Throws `std::out_of_range` when the buffer ends early; what was read before stays.
     void SetBuffer(const std::vector<unsigned char>& in);
 
-    CZekEntryData m_ZekEntryData;            ///< the converted value; empty until an item is stored
+    CZekEntryData m_ZekEntryData;           ///< the converted value; empty until an item is stored
     std::vector<std::string> m_vstrSubStr;  ///< the pieces of the value as written
 };
 

@@ -1,5 +1,5 @@
-/// The typed data of an entry: a number, a text, a list, a value record or a repeater item, by the class of its type id.
-/// Relies on ge_value.h.
+/// The typed data of an entry: a number, a text, a list, a value record or a repeater item, by the class of its type
+/// id. Relies on ge_value.h.
 #pragma once
 
 #include <vector>
@@ -15,11 +15,12 @@ public:
     CZekEntryData& operator=(const CZekEntryData& other);
     ~CZekEntryData();
 
-    /// Stores the type id and allocates the data of its class; for a class without data the pointer is left as it was. Frees
-    /// nothing: a used holder is `Destory`ed first.
+    /// Stores the type id and allocates the data of its class; for a class without data the pointer is left as it was.
+    /// Frees nothing: a used holder is `Destory`ed first.
     void Create(unsigned int type);
     unsigned GetType() const;
-    /// The data, owned by the holder; null when there is none. Read it through NumberOf, TextOf, ListOf, ValueOf, RepeaterOf.
+    /// The data, owned by the holder; null when there is none. Read it through NumberOf, TextOf, ListOf, ValueOf,
+    /// RepeaterOf.
     void* GetData() const;
     /// Frees the data and empties the holder.
     void Destory();
@@ -39,7 +40,8 @@ unsigned* NumberOf(const CZekEntryData& data);
 std::string* TextOf(const CZekEntryData& data);
 TextList* ListOf(const CZekEntryData& data);
 CGeValue* ValueOf(const CZekEntryData& data);
-/// A repeater item: two strings (count, action name) and the list of parameters; empty when the holder is no repeater item.
+/// A repeater item: two strings (count, action name) and the list of parameters; empty when the holder is no repeater
+/// item.
 Payload RepeaterOf(const CZekEntryData& data);
 
 /// The strings and list behind a text, a list, a value or a repeater item; empty for a number.

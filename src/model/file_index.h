@@ -1,5 +1,5 @@
-/// Finds a source file name in the list of source files. Stands beside the list because every entry of a source looks its
-/// file up, which must not walk the list. Relies on the standard library.
+/// Finds a source file name in the list of source files. Stands beside the list because every entry of a source looks
+/// its file up, which must not walk the list. Relies on the standard library.
 #pragma once
 
 #include <string>

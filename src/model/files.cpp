@@ -1,9 +1,9 @@
 #include "model/files.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cerrno>
 
 #include "model/file_header.h"
 

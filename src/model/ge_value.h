@@ -1,4 +1,5 @@
-/// The record behind a VALUE entry: a value type, the text that named it, and the payload of that type. Relies on payload.h.
+/// The record behind a VALUE entry: a value type, the text that named it, and the payload of that type. Relies on
+/// payload.h.
 #pragma once
 
 #include <string>
@@ -15,7 +16,8 @@ public:
     CGeValue& operator=(const CGeValue& other);
     ~CGeValue();
 
-    /// Stores type and text and allocates the empty payload of the type. Frees nothing: a used record is `Destory`ed first.
+    /// Stores type and text and allocates the empty payload of the type. Frees nothing: a used record is `Destory`ed
+    /// first.
     void Create(unsigned type, const std::string& text);
     unsigned GetType() const;
     const std::string& GetStrType() const;

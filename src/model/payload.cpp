@@ -10,7 +10,9 @@ namespace {
 
 std::string* StringsAt(void* data) { return static_cast<std::string*>(data); }
 
-TextList* ListAt(void* data, PayloadShape shape) { return reinterpret_cast<TextList*>(StringsAt(data) + shape.strings); }
+TextList* ListAt(void* data, PayloadShape shape) {
+    return reinterpret_cast<TextList*>(StringsAt(data) + shape.strings);
+}
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-/// The memory behind a text, a list, a repeater item or a value: some strings, then perhaps a list, one after the other.
-/// Relies on bytes.h.
+/// The memory behind a text, a list, a repeater item or a value: some strings, then perhaps a list, one after the
+/// other. Relies on bytes.h.
 #pragma once
 
 #include <cstddef>
@@ -22,7 +22,8 @@ struct Payload {
     TextList* list = nullptr;
 };
 
-/// Allocates a payload: empty strings, an empty list. At least one byte, never read. The caller owns it; FreePayload frees it.
+/// Allocates a payload: empty strings, an empty list. At least one byte, never read. The caller owns it; FreePayload
+/// frees it.
 void* NewPayload(PayloadShape shape);
 void FreePayload(void* data, PayloadShape shape);
 

@@ -78,7 +78,8 @@ void CZEKSection::Init(const std::string& file, const std::string& name, unsigne
     m_dwLine = line;
 }
 
-unsigned CZEKSection::SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
+unsigned CZEKSection::SetEntry(const std::string& file, const std::string& key, const std::string& value,
+                               unsigned line) {
     CZEKEntry* declared = zek::DeclaredEntryOf(*this, key);
     if (!declared) return 0;
     if (declared->m_strName.empty()) {
@@ -90,7 +91,8 @@ unsigned CZEKSection::SetEntry(const std::string& file, const std::string& key, 
 }
 
 void CZEKSection::Declare(zek::SectionList& list, const zek::SectionKind& kind) {
-    if (std::find(m_svpHSection.begin(), m_svpHSection.end(), &list) == m_svpHSection.end()) m_svpHSection.push_back(&list);
+    if (std::find(m_svpHSection.begin(), m_svpHSection.end(), &list) == m_svpHSection.end())
+        m_svpHSection.push_back(&list);
     list.push_back(this);
     m_vpEntry.reserve(kind.declared.size());
     for (const zek::DeclaredEntry& entry : kind.declared) {

@@ -1,5 +1,5 @@
-/// A section of the source model, the fourteen kinds of sections, and the process-wide registry of all sections. Relies on
-/// entry.h.
+/// A section of the source model, the fourteen kinds of sections, and the process-wide registry of all sections. Relies
+/// on entry.h.
 #pragma once
 
 #include <string>
@@ -24,8 +24,8 @@ public:
     CZEKSection(unsigned type, tagNOTATION notation);
     ~CZEKSection() override;
 
-    /// Takes an item into a declared entry of its key; a key given again becomes one more entry. 0 when the kind declares no
-    /// such key. The kinds that override this add entries for the keys that they do not declare.
+    /// Takes an item into a declared entry of its key; a key given again becomes one more entry. 0 when the kind
+    /// declares no such key. The kinds that override this add entries for the keys that they do not declare.
     virtual unsigned SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line);
 
     /// A new section of the kind that `name` is the keyword of, listed in the registry, or null.
@@ -53,19 +53,21 @@ protected:
     void Declare(zek::SectionList& list, const zek::SectionKind& kind);
 };
 
-/// What every kind has: its list, the two constructors (with and without type id and notation), `Init0`, which both run.
-#define ZEK_SECTION_KIND(Kind)                  \
-public:                                         \
-    static zek::SectionList m_sHeader;          \
-    Kind();                                     \
-    Kind(unsigned type, tagNOTATION notation);  \
-    ~Kind() override;                           \
+/// What every kind has: its list, the two constructors (with and without type id and notation), `Init0`, which both
+/// run.
+#define ZEK_SECTION_KIND(Kind)                 \
+public:                                        \
+    static zek::SectionList m_sHeader;         \
+    Kind();                                    \
+    Kind(unsigned type, tagNOTATION notation); \
+    ~Kind() override;                          \
     void Init0();
 
 /// What every kind has that takes undeclared keys.
-#define ZEK_OPEN_SECTION_KIND(Kind) \
-    ZEK_SECTION_KIND(Kind)          \
-    unsigned SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) override;
+#define ZEK_OPEN_SECTION_KIND(Kind)                                                                             \
+    ZEK_SECTION_KIND(Kind)                                                                                      \
+    unsigned SetEntry(const std::string& file, const std::string& key, const std::string& value, unsigned line) \
+        override;
 
 class ZEK_API CGSQUORZEK : public CZEKSection {
     ZEK_SECTION_KIND(CGSQUORZEK)
@@ -119,8 +121,8 @@ class ZEK_API CGSINCLUDE : public CZEKSection {
 /// The list of the first registered kind whose first section has this type id; null when there is no such section.
 ZEK_API zek::SectionList* FindSectHead(unsigned type);
 
-/// The first entry of this type id that is no family entry, or the family entry of this type at position `index` (from 0).
-/// Null when there is none; an index of 0xFFFFFFFF then becomes the number of the family entries.
+/// The first entry of this type id that is no family entry, or the family entry of this type at position `index` (from
+/// 0). Null when there is none; an index of 0xFFFFFFFF then becomes the number of the family entries.
 ZEK_API CZEKEntry* FindEntry(CZEKSection* section, unsigned type, unsigned& index);
 
 namespace zek {

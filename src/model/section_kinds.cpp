@@ -12,9 +12,9 @@ constexpr DeclaredEntry kSystemEntries[] = {{kType, 1},        {kModel, 1},     
 constexpr DeclaredEntry kGroupEntries[] = {{kParent, 1},      {kName, 1},       {kChildGroup, 1}, {kValueInit, 6},
                                            {kValueDeinit, 6}, {kValueEntry, 6}, {kValueExit, 6}};
 constexpr DeclaredEntry kSensorEntries[] = {
-    {kParent, 1},      {kName, 1},        {kID, 1},        {kType, 1},        {kInitFlag, 1},    {kControlMask, 1},
+    {kParent, 1},      {kName, 1},        {kID, 1},          {kType, 1},        {kInitFlag, 1},    {kControlMask, 1},
     {kTheory, 2},      {kThresholdFH, 2}, {kThresholdWH, 2}, {kThresholdFL, 2}, {kThresholdWL, 2}, {kValueInit, 6},
-    {kValueDeinit, 6}, {kValueEntry, 6},  {kValueExit, 6}, {kValue, 37},      {kValueIpmi, 38}};
+    {kValueDeinit, 6}, {kValueEntry, 6},  {kValueExit, 6},   {kValue, 37},      {kValueIpmi, 38}};
 constexpr DeclaredEntry kDeviceEntries[] = {{kName, 1}, {kID, 1}, {kInitFlag, 1}, {kControlMask, 1}};
 constexpr DeclaredEntry kActionEntries[] = {{kName, 1}, {kArgNumber, 2}, {kValueIpmi, 38}, {kValue, 38}};
 constexpr DeclaredEntry kTableEntries[] = {{kName, 1}, {kType, 1}};
@@ -36,9 +36,15 @@ CZEKSection* MakeToRestore() {
 }
 
 template <class Kind>
-constexpr SectionKind Row(const char* keyword, unsigned type, unsigned notation, std::span<const DeclaredEntry> declared,
-                          AddedEntry undeclared) {
-    return {keyword, type, notation, declared, undeclared, Make<Kind>, type == kIncludeSection ? nullptr : MakeToRestore<Kind>};
+constexpr SectionKind Row(const char* keyword, unsigned type, unsigned notation,
+                          std::span<const DeclaredEntry> declared, AddedEntry undeclared) {
+    return {keyword,
+            type,
+            notation,
+            declared,
+            undeclared,
+            Make<Kind>,
+            type == kIncludeSection ? nullptr : MakeToRestore<Kind>};
 }
 
 }  // namespace
@@ -63,7 +69,8 @@ constexpr std::array<SectionKind, 14> kSectionKinds = {
 
 static_assert(std::all_of(kSectionKinds.begin(), kSectionKinds.end(),
                           [](const SectionKind& kind) {
-                              return kind.type - kSectionClass - 1 == static_cast<std::size_t>(&kind - kSectionKinds.data());
+                              return kind.type - kSectionClass - 1 ==
+                                     static_cast<std::size_t>(&kind - kSectionKinds.data());
                           }),
               "a row stands where its type id says");
 
@@ -97,9 +104,9 @@ const std::array<tagNTMAP, 14> g_NTMapSect = zek::Published();
 const unsigned g_dwNTMSect = static_cast<unsigned>(g_NTMapSect.size());
 
 /// The construction, in which the kinds differ by nothing but their Init0.
-#define ZEK_DEFINE_CONSTRUCTION(Kind)                                                                           \
-    Kind::Kind() { Init0(); }                                                                                   \
-    Kind::Kind(unsigned type, tagNOTATION notation) : CZEKSection(type, notation) { Init0(); }                  \
+#define ZEK_DEFINE_CONSTRUCTION(Kind)                                                                            \
+    Kind::Kind() { Init0(); }                                                                                    \
+    Kind::Kind(unsigned type, tagNOTATION notation) : CZEKSection(type, notation) { Init0(); }                   \
     /* A destroyed section stays in its list: only CZEKSection::Destory takes sections out. Hosts rely on it. */ \
     Kind::~Kind() = default;
 
@@ -109,14 +116,14 @@ const unsigned g_dwNTMSect = static_cast<unsigned>(g_NTMapSect.size());
     void Kind::Init0() { Declare(m_sHeader, *zek::KindOf(sectionKind)); }
 
 /// The same, for kinds whose undeclared keys become entries.
-#define ZEK_DEFINE_OPEN_SECTION_KIND(Kind, sectionKind)                                                         \
-    ZEK_DEFINE_SECTION_KIND(Kind, sectionKind)                                                                  \
-    unsigned Kind::SetEntry(const std::string& file, const std::string& key, const std::string& value,          \
-                            unsigned line) {                                                                    \
-        if (!CZEKSection::SetEntry(file, key, value, line)) {                                                   \
-            zek::AddUndeclared(*this, *zek::KindOf(sectionKind), file, key, value, line);                         \
-        }                                                                                                       \
-        return 1;                                                                                               \
+#define ZEK_DEFINE_OPEN_SECTION_KIND(Kind, sectionKind)                                                \
+    ZEK_DEFINE_SECTION_KIND(Kind, sectionKind)                                                         \
+    unsigned Kind::SetEntry(const std::string& file, const std::string& key, const std::string& value, \
+                            unsigned line) {                                                           \
+        if (!CZEKSection::SetEntry(file, key, value, line)) {                                          \
+            zek::AddUndeclared(*this, *zek::KindOf(sectionKind), file, key, value, line);              \
+        }                                                                                              \
+        return 1;                                                                                      \
     }
 
 ZEK_DEFINE_SECTION_KIND(CGSQUORZEK, zek::kQuorzekSection)

@@ -1,5 +1,5 @@
-/// The table of section kinds: keyword, type id, notation, declared entries, what becomes of an undeclared key, and how a
-/// section of the kind is made. Relies on section.h and keyword_table.h.
+/// The table of section kinds: keyword, type id, notation, declared entries, what becomes of an undeclared key, and how
+/// a section of the kind is made. Relies on section.h and keyword_table.h.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
-/// The shape of every kind of payload: how many strings, whether a list follows, and what each operand is. Relies on nothing.
+/// The shape of every kind of payload: how many strings, whether a list follows, and what each operand is. Relies on
+/// nothing.
 #pragma once
 
 #include <algorithm>

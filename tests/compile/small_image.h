@@ -5,13 +5,14 @@
 
 namespace zek::test {
 
-inline constexpr char kSmallSource[] = "[DEFINE]\nCONST=1\n"
-                                       "[PROPERTY]\nMaker=us\n"
-                                       "[GLOBAL]\nG_X=CONST,7\n"
-                                       "[GROUP]\nPARENT=0\nNAME=A\nCHILDGROUP=2\n"
-                                       "[ACTION]\nNAME=Do\nVALUE=CONST,G_X\n"
-                                       "[REPEATER]\nRep=2,Do\n"
-                                       "[TABLE]\nNAME=T\nTYPE=1\n3.4=9\n";
+inline constexpr char kSmallSource[] =
+    "[DEFINE]\nCONST=1\n"
+    "[PROPERTY]\nMaker=us\n"
+    "[GLOBAL]\nG_X=CONST,7\n"
+    "[GROUP]\nPARENT=0\nNAME=A\nCHILDGROUP=2\n"
+    "[ACTION]\nNAME=Do\nVALUE=CONST,G_X\n"
+    "[REPEATER]\nRep=2,Do\n"
+    "[TABLE]\nNAME=T\nTYPE=1\n3.4=9\n";
 
 /// The image of kSmallSource with a time stamp of 0.
 inline std::string SmallImage() {

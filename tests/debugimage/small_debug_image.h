@@ -5,9 +5,10 @@
 
 namespace zek::test {
 
-inline constexpr char kSmallModel[] = "[QUORZEK]\nVERSION=1.0\n"
-                                      "[DEFINE]\nCONST=1\n"
-                                      "[GLOBAL]\nG_X=CONST,7\n";
+inline constexpr char kSmallModel[] =
+    "[QUORZEK]\nVERSION=1.0\n"
+    "[DEFINE]\nCONST=1\n"
+    "[GLOBAL]\nG_X=CONST,7\n";
 
 /// The first debug image that a process writes of kSmallModel in main.zek, with a time stamp of 0.
 inline std::string SmallDebugImage() {

@@ -230,9 +230,10 @@ TEST_F(SectionBytes, AreReadIntoTheNextEntryOnceTheFirstIsAFamilyEntry) {
     CGSGROUP section;
     for (const char* name : {"a", "b"}) section.SetEntry("main.zek", "NAME", name, 1);
     ASSERT_EQ(section.m_vpEntry.size(), 8U) << "seven declared entries and the repeated key";
-    EXPECT_EQ(Taken(section, SectionRecord(Object(0x20000004, 2, 1, 0, "GROUP"),
-                                           {TextEntry(0x10020015, 10, "first", "c"), TextEntry(0x10020015, 2, "second", "d")})),
-              "1");
+    EXPECT_EQ(
+        Taken(section, SectionRecord(Object(0x20000004, 2, 1, 0, "GROUP"), {TextEntry(0x10020015, 10, "first", "c"),
+                                                                            TextEntry(0x10020015, 2, "second", "d")})),
+        "1");
     ASSERT_EQ(section.m_vpEntry.size(), 8U);
     EXPECT_EQ(section.m_vpEntry[1]->m_strName, "first");
     EXPECT_EQ(section.m_vpEntry[7]->m_strName, "second");

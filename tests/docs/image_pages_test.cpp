@@ -26,11 +26,11 @@ TEST_P(ImagePage, ShowsTheBytesThatTheLibraryWrites) {
     gccCompEnd();
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Image, ImagePage,
-    testing::Values(PageRow{"Compiled", "docs/compiled-image.md", "board.zek", "board.zki", gccOutput},
-                    PageRow{"Debug", "docs/debug-image.md", "lamp.zek", "lamp.zkd", gccOutputD}),
-    RowName());
+INSTANTIATE_TEST_SUITE_P(Image, ImagePage,
+                         testing::Values(PageRow{"Compiled", "docs/compiled-image.md", "board.zek", "board.zki",
+                                                 gccOutput},
+                                         PageRow{"Debug", "docs/debug-image.md", "lamp.zek", "lamp.zkd", gccOutputD}),
+                         RowName());
 
 }  // namespace
 }  // namespace zek::test

@@ -28,12 +28,13 @@ TEST_F(IncludedFile, IsReadWhereItIsNamedHoweverDeep) {
     Write("b.zek", Table("b1"));
     Write("c.zek", Table("c1") + "[GROUP]\nFOO=1\n");
     Source(Table("m1") + Including("a.zek") + "FILE=c.zek\n" + Table("m2"));
-    EXPECT_EQ(DriverMessages(), "Parse::No more sections(total = 1).\n"
-                                "Parse::No more sections(total = 3).\n"
-                                "Add Item(NO. = 1) of section(GROUP) failed.\n"
-                                "Warning[c.zek:4]: [GROUP]:FOO, This ENTRY is ignored because of invalid entry name.\n"
-                                "Parse::No more sections(total = 2).\n"
-                                "Parse::No more sections(total = 3).\n");
+    EXPECT_EQ(DriverMessages(),
+              "Parse::No more sections(total = 1).\n"
+              "Parse::No more sections(total = 3).\n"
+              "Add Item(NO. = 1) of section(GROUP) failed.\n"
+              "Warning[c.zek:4]: [GROUP]:FOO, This ENTRY is ignored because of invalid entry name.\n"
+              "Parse::No more sections(total = 2).\n"
+              "Parse::No more sections(total = 3).\n");
     EXPECT_EQ(TableNames(), "m1 a1 b1 a2 c1 m2 ");
     EXPECT_EQ(CZEKObj::m_svstrIncFiles, std::vector<std::string>({"main.zek", "a.zek", "b.zek", "c.zek"}));
     EXPECT_EQ(CGSTABLE::m_sHeader.at(3)->GetFile(0), "a.zek") << "the including file goes on as itself";

@@ -89,20 +89,19 @@ TEST_P(ParserWithout, ReadsWhatItCan) {
 
 constexpr char kTwoSections[] = "Parse::No more sections(total = 2).\n";
 
-INSTANTIATE_TEST_SUITE_P(
-    Function, ParserWithout,
-    testing::Values(LackRow{"RSOpenFile", kNoSections, 0, 0, 0, "EnumSection null 0"},
-                    LackRow{"RSParse", kTwoSections, 1, 2, 2, "CloseFile main.zek"},
-                    LackRow{"RSEnumSection", kNoSections, 1, 0, 0, "CloseFile main.zek"},
-                    LackRow{"RSGetSectInfo",
-                            "Parse::Get section(NO. = 1,Index=0) name failed.\n"
-                            "Parse::Get section(NO. = 2,Index=1) name failed.\n"
-                            "Parse::No more sections(total = 2).\n",
-                            1, 0, 0, "CloseFile main.zek"},
-                    LackRow{"RSEnumItem", kTwoSections, 1, 2, 0, "CloseFile main.zek"},
-                    LackRow{"RSFindSEction", kTwoSections, 1, 2, 2, "CloseFile main.zek"},
-                    LackRow{"RSCloseFile", kTwoSections, 1, 2, 2, "EnumSection main.zek 2"}),
-    RowName());
+INSTANTIATE_TEST_SUITE_P(Function, ParserWithout,
+                         testing::Values(LackRow{"RSOpenFile", kNoSections, 0, 0, 0, "EnumSection null 0"},
+                                         LackRow{"RSParse", kTwoSections, 1, 2, 2, "CloseFile main.zek"},
+                                         LackRow{"RSEnumSection", kNoSections, 1, 0, 0, "CloseFile main.zek"},
+                                         LackRow{"RSGetSectInfo",
+                                                 "Parse::Get section(NO. = 1,Index=0) name failed.\n"
+                                                 "Parse::Get section(NO. = 2,Index=1) name failed.\n"
+                                                 "Parse::No more sections(total = 2).\n",
+                                                 1, 0, 0, "CloseFile main.zek"},
+                                         LackRow{"RSEnumItem", kTwoSections, 1, 2, 0, "CloseFile main.zek"},
+                                         LackRow{"RSFindSEction", kTwoSections, 1, 2, 2, "CloseFile main.zek"},
+                                         LackRow{"RSCloseFile", kTwoSections, 1, 2, 2, "EnumSection main.zek 2"}),
+                         RowName());
 
 TEST_F(MissingParser, IsLookedForAtEveryCall) {
     TheScript().files["main.zek"] = {{"GROUP"}};

@@ -24,11 +24,12 @@ protected:
 
 TEST_F(OddParser, IsAskedForTheSizesFirstAndThenForTheTexts) {
     Read({{"GROUP", 1, {{"NAME", "abc", 2}}}});
-    EXPECT_EQ(Calls(), "OpenFile main.zek\nParse main.zek\nEnumSection main.zek 0\n"
-                       "GetSectInfo null 0\nGetSectInfo buffer 6\n"
-                       "EnumItem 0 null 0 null 0\nEnumItem 0 buffer 5 buffer 4\n"
-                       "EnumItem 1 null 0 null 0\nEnumItem 1 buffer 0 buffer 0\n"
-                       "EnumSection main.zek 1\nCloseFile main.zek\n");
+    EXPECT_EQ(Calls(),
+              "OpenFile main.zek\nParse main.zek\nEnumSection main.zek 0\n"
+              "GetSectInfo null 0\nGetSectInfo buffer 6\n"
+              "EnumItem 0 null 0 null 0\nEnumItem 0 buffer 5 buffer 4\n"
+              "EnumItem 1 null 0 null 0\nEnumItem 1 buffer 0 buffer 0\n"
+              "EnumSection main.zek 1\nCloseFile main.zek\n");
 }
 
 TEST_F(OddParser, IsPassedANullFileWithoutAStart) {
@@ -48,8 +49,9 @@ TEST_F(OddParser, LosesTheFirstFileOfTwoStarts) {
     TheScript().files["first.zek"] = {{"GROUP"}};
     ASSERT_EQ(gccCompStart("first.zek"), 1U);
     Read({});
-    EXPECT_EQ(Calls(), "OpenFile first.zek\nParse first.zek\nOpenFile main.zek\nParse main.zek\n"
-                       "EnumSection main.zek 0\nCloseFile main.zek\n");
+    EXPECT_EQ(Calls(),
+              "OpenFile first.zek\nParse first.zek\nOpenFile main.zek\nParse main.zek\n"
+              "EnumSection main.zek 0\nCloseFile main.zek\n");
     EXPECT_TRUE(CZEKSection::m_svpHSection.empty());
 }
 
@@ -87,7 +89,8 @@ TEST_F(OddParser, MayFailToNameASection) {
     ScriptedSection nameless{"TABLE"};
     nameless.infoFails = true;
     Read({{"GROUP"}, nameless, {"GROUP"}});
-    EXPECT_EQ(TakeMessages(), "Parse::Get section(NO. = 2,Index=1) name failed.\nParse::No more sections(total = 3).\n");
+    EXPECT_EQ(TakeMessages(),
+              "Parse::Get section(NO. = 2,Index=1) name failed.\nParse::No more sections(total = 3).\n");
     EXPECT_EQ(CGSGROUP::m_sHeader.size(), 2U);
 }
 
@@ -128,9 +131,10 @@ TEST_F(OddParser, MayNameASizeOfZero) {
 
 TEST_F(OddParser, MaySendAnEmptyKey) {
     Read({{"GROUP", 1, {{"", "a", 2}, {"NAME", "b", 3}}}, {"TABLE", 4, {{"", "1", 5}}}});
-    EXPECT_EQ(TakeMessages(), "Add Item(NO. = 1) of section(GROUP) failed.\n"
-                              "Warning[main.zek:2]: [GROUP]:, This ENTRY is ignored because of invalid entry name.\n"
-                              "Parse::No more sections(total = 2).\n");
+    EXPECT_EQ(TakeMessages(),
+              "Add Item(NO. = 1) of section(GROUP) failed.\n"
+              "Warning[main.zek:2]: [GROUP]:, This ENTRY is ignored because of invalid entry name.\n"
+              "Parse::No more sections(total = 2).\n");
     EXPECT_EQ(CGSTABLE::m_sHeader.at(0)->m_vpEntry.size(), 3U);
 }
 

@@ -32,10 +32,11 @@ TEST_F(ParseDriver, MakesSectionsAndEntriesInTheOrderAndOnTheLinesOfTheFile) {
 
 TEST_F(ParseDriver, PassesOverASectionOfUnknownKeyword) {
     Source("[FOO]\nNAME=1\nOTHER=2\n[GROUP]\n[group]\n[GROUP\n[GROUP]\n");
-    EXPECT_EQ(DriverMessages(), "Create section(1, FOO) object failed.\n"
-                                "Create section(3, group) object failed.\n"
-                                "Create section(4, [GROUP) object failed.\n"
-                                "Parse::No more sections(total = 5).\n");
+    EXPECT_EQ(DriverMessages(),
+              "Create section(1, FOO) object failed.\n"
+              "Create section(3, group) object failed.\n"
+              "Create section(4, [GROUP) object failed.\n"
+              "Parse::No more sections(total = 5).\n");
     EXPECT_EQ(CGSGROUP::m_sHeader.size(), 2U);
 }
 
@@ -65,8 +66,9 @@ TEST_F(ParseDriver, NamesTheFileWithoutItsDirectory) {
     Write("sub/main.zek", "[GROUP]\nFOO=1\n");
     ASSERT_EQ(g_Parse.Start("sub\\main.zek"), 1U);
     g_Parse.Parse();
-    EXPECT_EQ(Errors(), "Add Item(NO. = 1) of section(GROUP) failed.\n"
-                        "Warning[main.zek:2]: [GROUP]:FOO, This ENTRY is ignored because of invalid entry name.\n");
+    EXPECT_EQ(Errors(),
+              "Add Item(NO. = 1) of section(GROUP) failed.\n"
+              "Warning[main.zek:2]: [GROUP]:FOO, This ENTRY is ignored because of invalid entry name.\n");
 }
 
 TEST_F(ParseDriver, IsWithoutAFileOnceItHasReadOne) {

@@ -26,7 +26,8 @@ void ParserHost::SetUp() {
 }
 
 void ParserHost::Load(const std::string& library) {
-    ASSERT_NE(dlopen((ZEK_SCRIPTED_PARSERS "/" + library + ".so").c_str(), RTLD_NOW | RTLD_GLOBAL), nullptr) << dlerror();
+    ASSERT_NE(dlopen((ZEK_SCRIPTED_PARSERS "/" + library + ".so").c_str(), RTLD_NOW | RTLD_GLOBAL), nullptr)
+        << dlerror();
 }
 
 std::string ParserHost::Calls() { return std::exchange(TheScript().calls, {}); }

@@ -23,7 +23,9 @@ std::string NameOf(const void* handle) {
 
 void Note(const std::string& call) { TheScript().calls += call + '\n'; }
 
-std::string Buffer(const char* buffer, unsigned size) { return (buffer ? " buffer " : " null ") + std::to_string(size); }
+std::string Buffer(const char* buffer, unsigned size) {
+    return (buffer ? " buffer " : " null ") + std::to_string(size);
+}
 
 /// Stores the size for a null buffer, else fills the buffer as far as its size allows.
 void Answer(const ScriptedText& text, char* buffer, unsigned* size) {

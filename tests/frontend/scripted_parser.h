@@ -1,5 +1,6 @@
-/// A section-file parser whose behaviour a test writes down. The texts live in the program; the functions that the compiler
-/// looks up live in libraries made of scripted_parser.cpp, each lacking another function. Relies on the standard library.
+/// A section-file parser whose behaviour a test writes down. The texts live in the program; the functions that the
+/// compiler looks up live in libraries made of scripted_parser.cpp, each lacking another function. Relies on the
+/// standard library.
 #pragma once
 
 #include <map>

@@ -14,7 +14,8 @@ std::string SourceWith(const std::string& item) {
     return "[QUORZEK]\nVERSION=1\n"
            "[SYSTEM]\nTYPE=1\nMODEL=m\nFLAG=0\nZEKLOOP=ONE\n"
            "[TAVRGROUP]\nNAME=view\nID=1\nPID=0\nSENSORS=\n"
-           "[DEFINE]\nONE=1\n[PROPERTY]\n" + item + '\n';
+           "[DEFINE]\nONE=1\n[PROPERTY]\n" +
+           item + '\n';
 }
 
 using Names = std::map<std::string, unsigned>;
@@ -93,7 +94,8 @@ TEST_F(CompilerCall, OfASecondCompilationStartsAfreshButForFilesAndTables) {
 
     Source("[PROPERTY]\nB=1\nA=1\n[SYSTEM]\nZEKLOOP=ONE\n", "second.zek");
     EXPECT_EQ(gccCheck(), 0U) << "ONE was defined by the first source only";
-    EXPECT_NE(Errors().find("[SYSTEM]:ZEKLOOP, ONE has not been defined and is not a valid number.\n"), std::string::npos);
+    EXPECT_NE(Errors().find("[SYSTEM]:ZEKLOOP, ONE has not been defined and is not a valid number.\n"),
+              std::string::npos);
     EXPECT_EQ(CGSPROPERTY::m_sHeader.size(), 1U);
     EXPECT_EQ(CZEKObj::m_svstrIncFiles, std::vector<std::string>({"main.zek", "second.zek"}));
     gccOutput("second.image");
@@ -136,7 +138,8 @@ TEST_F(CompilerCall, LeavesBothErrorSlotsAlone) {
 }
 
 TEST_F(CompilerCall, HasAPlainSymbolName) {
-    for (const char* name : {"gccCompStart", "gccParse", "gccCheck", "gccOutputD", "gccOutput", "gccCompEnd", "g_Parse"}) {
+    for (const char* name :
+         {"gccCompStart", "gccParse", "gccCheck", "gccOutputD", "gccOutput", "gccCompEnd", "g_Parse"}) {
         EXPECT_NE(dlsym(RTLD_DEFAULT, name), nullptr) << name;
     }
 }

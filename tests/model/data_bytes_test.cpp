@@ -92,7 +92,7 @@ TEST(EntryDataBytes, AreTheTypeIdThenTheDataOfTheClass) {
     CZekEntryData repeater(0x10100001);
     *static_cast<RepeaterRecord*>(repeater.GetData()) = {"2", "A", {"x"}};
     EXPECT_EQ(Dump(BytesOf(repeater)), Dump(FromHex("01 00 10 10  01 00 00 00 32  01 00 00 00 41"
-                                                   "  01 00 00 00  01 00 00 00 78")));
+                                                    "  01 00 00 00  01 00 00 00 78")));
 
     CZekEntryData unknown(0x10200001);
     EXPECT_EQ(Dump(BytesOf(unknown)), Dump(FromHex("01 00 20 10")));
@@ -146,9 +146,12 @@ TEST(EntryDataBytes, KeepTheElementsOfAListThatClaimsMore) {
 
 TEST(EntryDataBytes, ReadAValueOnlyWithinItsBlock) {
     CZekEntryData data;
-    EXPECT_EQ(RestoreFailure(data, Word(kValueEntryType) + Word(static_cast<unsigned>(kCall.size()) + 1) + kCall), kCutShort);
-    EXPECT_EQ(static_cast<CGeValue*>(data.GetData())->GetStrType(), "") << "the block is not there, so nothing is read of it";
-    EXPECT_EQ(RestoreFailure(data, Word(kValueEntryType) + Word(static_cast<unsigned>(kCall.size()) - 1) + kCall), kCutShort);
+    EXPECT_EQ(RestoreFailure(data, Word(kValueEntryType) + Word(static_cast<unsigned>(kCall.size()) + 1) + kCall),
+              kCutShort);
+    EXPECT_EQ(static_cast<CGeValue*>(data.GetData())->GetStrType(), "")
+        << "the block is not there, so nothing is read of it";
+    EXPECT_EQ(RestoreFailure(data, Word(kValueEntryType) + Word(static_cast<unsigned>(kCall.size()) - 1) + kCall),
+              kCutShort);
     EXPECT_EQ(static_cast<CGeValue*>(data.GetData())->GetStrType(), "WORD");
     EXPECT_EQ(RestoreFailure(data, Word(kValueEntryType) + Str(kCall + "left over")), "");
     EXPECT_EQ(Dump(BytesOf(data)), Dump(Word(kValueEntryType) + Str(kCall)));

@@ -32,10 +32,11 @@ TEST_F(Define, MakesEveryKeyAPredefinedName) {
 
 TEST_F(Define, KeepsButDoesNotDefineWhatIsUnsound) {
     Source("[DEFINE]\nA=B\n1st=1\nC=\nD=1,2\nE=2\n");
-    EXPECT_EQ(Errors(), "Error[main.zek:2]: [DEFINE]:A, B has not been defined and is not a valid number.\n"
-                        "Error[main.zek:3]: [DEFINE]:1st, Entry name is invalid.\n"
-                        "Error[main.zek:4]: [DEFINE]:C, No sub-string.\n"
-                        "Warning[main.zek:5]: [DEFINE]:D, More than one sub-string and get the first one as sub-string.\n");
+    EXPECT_EQ(Errors(),
+              "Error[main.zek:2]: [DEFINE]:A, B has not been defined and is not a valid number.\n"
+              "Error[main.zek:3]: [DEFINE]:1st, Entry name is invalid.\n"
+              "Error[main.zek:4]: [DEFINE]:C, No sub-string.\n"
+              "Warning[main.zek:5]: [DEFINE]:D, More than one sub-string and get the first one as sub-string.\n");
     EXPECT_EQ(g_tblPreDefine, (Names{{"D", 1}, {"E", 2}}));
     EXPECT_EQ(CGSDEFINE::m_sHeader.at(0)->m_vpEntry.size(), 5U);
 }
@@ -65,7 +66,7 @@ TEST_P(IfdefCondition, IsStoredAndTheNamesAreDefinedAnyway) {
     EXPECT_EQ(Errors(), GetParam().messages);
     ExpectCondition(Ifdef(), 1, GetParam().condition);
     EXPECT_EQ(EntriesOf(Ifdef()), GetParam().declared + std::string("DWORD 10010001 10 X 5 [1]\n"
-                                                                   "DWORD 10010001 10 DEFINEWORD 6 [2]\n"));
+                                                                    "DWORD 10010001 10 DEFINEWORD 6 [2]\n"));
     EXPECT_EQ(g_tblPreDefine, (Names{{"DEFINEWORD", 2}, {"KNOWN", 5}, {"X", 1}}));
 }
 
@@ -75,9 +76,10 @@ INSTANTIATE_TEST_SUITE_P(
                     ConditionRow{"Unknown", "DEFINEWORD=OTHER", 0, "STRING 10020016 1 DEFINEWORD 4 [OTHER]\n", ""},
                     ConditionRow{"OfOtherCase", "DEFINEWORD=known", 0, "STRING 10020016 1 DEFINEWORD 4 [known]\n", ""},
                     ConditionRow{"Number", "DEFINEWORD=5", 0, "STRING 10020016 1 DEFINEWORD 4 [5]\n", ""},
-                    ConditionRow{"FirstOfTwo", "DEFINEWORD=KNOWN,Z", 1, "STRING 10020016 1 DEFINEWORD 4 [KNOWN] [Z]\n",
-                                 "Warning[main.zek:4]: [IFDEF]:DEFINEWORD, More than one sub-string and get the first one as "
-                                 "sub-string.\n"},
+                    ConditionRow{
+                        "FirstOfTwo", "DEFINEWORD=KNOWN,Z", 1, "STRING 10020016 1 DEFINEWORD 4 [KNOWN] [Z]\n",
+                        "Warning[main.zek:4]: [IFDEF]:DEFINEWORD, More than one sub-string and get the first one as "
+                        "sub-string.\n"},
                     ConditionRow{"Missing", "DEFINEWORD=", 0, "STRING 10020016 1 DEFINEWORD 4\n",
                                  "Error[main.zek:4]: [IFDEF]:DEFINEWORD, No sub-string.\n"},
                     ConditionRow{"UnderAnotherKey", "WORD=KNOWN", 0, "STRING 10020016 1\n", ""}),
@@ -165,7 +167,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(Include, OfTwoNamesReadsTheFirst) {
     Write("a,b.zek", "[TABLE]\n");
     Source("[INCLUDE]\nFILE=\"a,b.zek\",c.zek\n");
-    EXPECT_EQ(Errors(), "Warning[main.zek:2]: [INCLUDE]:FILE, More than one sub-string and get the first one as sub-string.\n");
+    EXPECT_EQ(Errors(),
+              "Warning[main.zek:2]: [INCLUDE]:FILE, More than one sub-string and get the first one as sub-string.\n");
     EXPECT_EQ(CGSTABLE::m_sHeader.size(), 1U);
 }
 

@@ -62,7 +62,8 @@ TEST(EntryData, KeepsTheTypeIdAndHoldsEmptyDataOfItsClass) {
 }
 
 TEST(EntryData, HoldsNothingForAnUnknownClass) {
-    for (const unsigned type : {0U, 1U, 0x20000001U, 0x10030000U, kNoClassEntry, 0x00010000U, 0x20010000U, 0xFFFFFFFFU}) {
+    for (const unsigned type :
+         {0U, 1U, 0x20000001U, 0x10030000U, kNoClassEntry, 0x00010000U, 0x20010000U, 0xFFFFFFFFU}) {
         SCOPED_TRACE(type);
         CZekEntryData data(type);
         EXPECT_EQ(data.GetType(), type);

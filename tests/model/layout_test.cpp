@@ -23,11 +23,13 @@ static_assert(sizeof(CGSIFDEF) == 96);
 static_assert(sizeof(CZEKEntry) == 104);
 static_assert(sizeof(CGEDWORD) == 104 && sizeof(CGESTRING) == 104 && sizeof(CGESTRINGLIST) == 104);
 static_assert(sizeof(CGEVALUE) == 104 && sizeof(CGEREPEATER) == 104);
-static_assert(sizeof(CZekEntryData) == 16 && offsetof(CZekEntryData, m_dwType) == 0 && offsetof(CZekEntryData, m_pData) == 8);
+static_assert(sizeof(CZekEntryData) == 16 && offsetof(CZekEntryData, m_dwType) == 0 &&
+              offsetof(CZekEntryData, m_pData) == 8);
 static_assert(sizeof(CGeValue) == 48 && offsetof(CGeValue, m_dwType) == 0 && offsetof(CGeValue, m_pData) == 8);
 static_assert(offsetof(CGeValue, m_strType) == 16);
 static_assert(sizeof(CZEKParse) == 48);
-static_assert(!std::is_polymorphic_v<CZekEntryData> && !std::is_polymorphic_v<CGeValue> && !std::is_polymorphic_v<CZEKParse>);
+static_assert(!std::is_polymorphic_v<CZekEntryData> && !std::is_polymorphic_v<CGeValue> &&
+              !std::is_polymorphic_v<CZEKParse>);
 
 namespace {
 
@@ -131,7 +133,8 @@ TEST_F(Layout, OrdersTheVirtualOperationsOfObjectsAndSections) {
 
 TEST_F(Layout, OrdersTheVirtualOperationsOfEntries) {
     const auto checksOf = [](const std::string& first, const std::string& second) {
-        return std::vector<std::string>{"_ZN" + first + "7IsValidEP7CZEKObjj", "_ZN" + second + "9IsValidExEP7CZEKObjj"};
+        return std::vector<std::string>{"_ZN" + first + "7IsValidEP7CZEKObjj",
+                                        "_ZN" + second + "9IsValidExEP7CZEKObjj"};
     };
     ExpectSlots(CGEDWORD(), "8CGEDWORD", checksOf("8CGEDWORD", "9CZEKEntry"));
     ExpectSlots(CGESTRING(), "9CGESTRING", checksOf("9CGESTRING", "9CGESTRING"));

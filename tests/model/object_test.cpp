@@ -48,10 +48,14 @@ TEST_F(SourceFile, IsSplitAtItsLastBackslashOnly) {
         const char* directory;
     };
     const Row rows[] = {
-        {"a.ini", "a.ini", ""},          {"dir/a.ini", "dir/a.ini", ""},
-        {"dir\\a.ini", "a.ini", "dir\\"}, {"c:\\one\\two\\a.ini", "a.ini", "c:\\one\\two\\"},
-        {"one\\two/a.ini", "two/a.ini", "one\\"}, {"dir\\", "", "dir\\"},
-        {"\\a.ini", "a.ini", "\\"},      {"", "", ""},
+        {"a.ini", "a.ini", ""},
+        {"dir/a.ini", "dir/a.ini", ""},
+        {"dir\\a.ini", "a.ini", "dir\\"},
+        {"c:\\one\\two\\a.ini", "a.ini", "c:\\one\\two\\"},
+        {"one\\two/a.ini", "two/a.ini", "one\\"},
+        {"dir\\", "", "dir\\"},
+        {"\\a.ini", "a.ini", "\\"},
+        {"", "", ""},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.file);

@@ -29,12 +29,13 @@ using SectionRegistry = ProcessTest;
 TEST_F(SectionRegistry, IsInTheOrderInWhichTheKindsFirstAppear) {
     EXPECT_EQ(CZEKSection::m_svpHSection, Registry());
     Source("[GROUP]\n[SYSTEM]\n[GROUP]\n[DEFINE]\n");
-    EXPECT_EQ(CZEKSection::m_svpHSection, Registry({&CGSGROUP::m_sHeader, &CGSSYSTEM::m_sHeader, &CGSDEFINE::m_sHeader}));
+    EXPECT_EQ(CZEKSection::m_svpHSection,
+              Registry({&CGSGROUP::m_sHeader, &CGSSYSTEM::m_sHeader, &CGSDEFINE::m_sHeader}));
     EXPECT_EQ(CGSGROUP::m_sHeader.size(), 2U);
     gccCompEnd();
     Source("[QUORZEK]\n[DEFINE]\n", "second.zek");
-    EXPECT_EQ(CZEKSection::m_svpHSection, Registry({&CGSGROUP::m_sHeader, &CGSSYSTEM::m_sHeader, &CGSDEFINE::m_sHeader,
-                                                    &CGSQUORZEK::m_sHeader}));
+    EXPECT_EQ(CZEKSection::m_svpHSection,
+              Registry({&CGSGROUP::m_sHeader, &CGSSYSTEM::m_sHeader, &CGSDEFINE::m_sHeader, &CGSQUORZEK::m_sHeader}));
     EXPECT_EQ(CGSGROUP::m_sHeader.size(), 0U);
 }
 

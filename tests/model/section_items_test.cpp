@@ -78,8 +78,9 @@ TEST_F(Item, FillsTheDeclaredEntryOfItsKey) {
     CZEKSection* section = CZEKSection::Create("main.zek", "TAVRGROUP", 1);
     EXPECT_EQ(SetEntry(*section, "SENSORS", "1,2", 5), 1U);
     EXPECT_EQ(section->SetEntry("other.zek", "NAME", "", 6), 1U);
-    EXPECT_EQ(EntriesOf(*section), "STRING 10020015 1 NAME 6\nSTRING 10028008 1\nSTRING 10028011 1\n"
-                                   "STRINGLIST 10048001 1 SENSORS 5 [1] [2]\n");
+    EXPECT_EQ(EntriesOf(*section),
+              "STRING 10020015 1 NAME 6\nSTRING 10028008 1\nSTRING 10028011 1\n"
+              "STRINGLIST 10048001 1 SENSORS 5 [1] [2]\n");
     EXPECT_EQ(section->m_vpEntry[0]->GetFile(0), "other.zek");
     EXPECT_EQ(section->m_vpEntry[3]->GetFile(0), "main.zek");
     EXPECT_EQ(section->m_vpEntry[3]->m_ZekEntryData.GetType(), 0x10048001U);
@@ -89,10 +90,11 @@ TEST_F(Item, OfAKeyGivenAgainIsKeptAsOneMoreEntry) {
     CZEKSection* group = CZEKSection::Create("main.zek", "GROUP", 1);
     for (const char* value : {"first", "second", "third"}) EXPECT_EQ(SetEntry(*group, "NAME", value, 2), 1U);
     for (const char* value : {"A,1", "B,2"}) EXPECT_EQ(SetEntry(*group, "VALUE_INIT", value, 3), 1U);
-    EXPECT_EQ(EntriesOf(*group), "STRING 10020014 1\nSTRING 10020015 1 NAME 2 [first]\nSTRING 10028007 1\n"
-                                 "VALUE 10080002 6 VALUE_INIT 3 [A] [1]\nVALUE 10080003 6\nVALUE 10080004 6\nVALUE 10080005 6\n"
-                                 "STRING 10020015 2 NAME 2 [second]\nSTRING 10020015 2 NAME 2 [third]\n"
-                                 "VALUE 10080002 2 VALUE_INIT 3 [B] [2]\n");
+    EXPECT_EQ(EntriesOf(*group),
+              "STRING 10020014 1\nSTRING 10020015 1 NAME 2 [first]\nSTRING 10028007 1\n"
+              "VALUE 10080002 6 VALUE_INIT 3 [A] [1]\nVALUE 10080003 6\nVALUE 10080004 6\nVALUE 10080005 6\n"
+              "STRING 10020015 2 NAME 2 [second]\nSTRING 10020015 2 NAME 2 [third]\n"
+              "VALUE 10080002 2 VALUE_INIT 3 [B] [2]\n");
     CZEKSection* view = CZEKSection::Create("main.zek", "TAVRGROUP", 1);
     SetEntry(*view, "SENSORS", "1", 2);
     SetEntry(*view, "SENSORS", "2", 3);
@@ -108,7 +110,8 @@ TEST_F(Item, OfAFamilyGivenAgainIsKeptAsOneMoreEntry) {
 
 TEST_F(Item, OfAKeyThatOnlyAnotherKindDeclaresCountsAsUndeclared) {
     CZEKSection* group = CZEKSection::Create("main.zek", "GROUP", 1);
-    for (const char* key : {"VERSION", "ID", "VALUE", "SENSORS", "FILE"}) EXPECT_EQ(SetEntry(*group, key, "1", 2), 0U) << key;
+    for (const char* key : {"VERSION", "ID", "VALUE", "SENSORS", "FILE"})
+        EXPECT_EQ(SetEntry(*group, key, "1", 2), 0U) << key;
     EXPECT_EQ(group->m_vpEntry.size(), 7U);
     CZEKSection* device = CZEKSection::Create("main.zek", "DEVICE", 1);
     EXPECT_EQ(SetEntry(*device, "TYPE", "1", 2), 1U);

@@ -28,7 +28,8 @@ KindRow Row(const char* keyword, unsigned type, unsigned notation, const char* d
 }
 
 constexpr char kSystemEntries[] =
-    "STRING 10028002 1\nSTRING 10020013 1\nSTRING 10028003 1\nSTRING 10028004 2\nSTRING 10028005 2\nSTRING 10028006 1\n";
+    "STRING 10028002 1\nSTRING 10020013 1\nSTRING 10028003 1\nSTRING 10028004 2\nSTRING 10028005 2\nSTRING 10028006 "
+    "1\n";
 constexpr char kGroupEntries[] =
     "STRING 10020014 1\nSTRING 10020015 1\nSTRING 10028007 1\n"
     "VALUE 10080002 6\nVALUE 10080003 6\nVALUE 10080004 6\nVALUE 10080005 6\n";
@@ -84,22 +85,18 @@ TEST_P(EachSectionKind, DeclaresItsEntriesAlsoWhenMadeToBeRestored) {
     EXPECT_EQ(EntriesOf(*section), GetParam().declared);
 }
 
-INSTANTIATE_TEST_SUITE_P(Kind, EachSectionKind,
-                         testing::Values(Row<CGSQUORZEK>("QUORZEK", 0x20000001, 1, "STRING 10020001 1\n"),
-                                         Row<CGSPROPERTY>("PROPERTY", 0x20000002, 2, ""),
-                                         Row<CGSSYSTEM>("SYSTEM", 0x20000003, 1, kSystemEntries),
-                                         Row<CGSGROUP>("GROUP", 0x20000004, 2, kGroupEntries),
-                                         Row<CGSSENSOR>("SENSOR", 0x20000005, 2, kSensorEntries),
-                                         Row<CGSDEVICE>("DEVICE", 0x20000006, 2, kDeviceEntries),
-                                         Row<CGSACTION>("ACTION", 0x20000007, 2, kActionEntries),
-                                         Row<CGSTABLE>("TABLE", 0x20000008, 2, kTableEntries),
-                                         Row<CGSTAVRGROUP>("TAVRGROUP", 0x20000009, 1, kTavrGroupEntries),
-                                         Row<CGSGLOBAL>("GLOBAL", 0x2000000a, 2, ""),
-                                         Row<CGSREPEATER>("REPEATER", 0x2000000b, 2, ""),
-                                         Row<CGSDEFINE>("DEFINE", 0x2000000c, 2, ""),
-                                         Row<CGSIFDEF>("IFDEF", 0x2000000d, 2, "STRING 10020016 1\n"),
-                                         Row<CGSINCLUDE>("INCLUDE", 0x2000000e, 2, "")),
-                         RowName());
+INSTANTIATE_TEST_SUITE_P(
+    Kind, EachSectionKind,
+    testing::Values(
+        Row<CGSQUORZEK>("QUORZEK", 0x20000001, 1, "STRING 10020001 1\n"),
+        Row<CGSPROPERTY>("PROPERTY", 0x20000002, 2, ""), Row<CGSSYSTEM>("SYSTEM", 0x20000003, 1, kSystemEntries),
+        Row<CGSGROUP>("GROUP", 0x20000004, 2, kGroupEntries), Row<CGSSENSOR>("SENSOR", 0x20000005, 2, kSensorEntries),
+        Row<CGSDEVICE>("DEVICE", 0x20000006, 2, kDeviceEntries),
+        Row<CGSACTION>("ACTION", 0x20000007, 2, kActionEntries), Row<CGSTABLE>("TABLE", 0x20000008, 2, kTableEntries),
+        Row<CGSTAVRGROUP>("TAVRGROUP", 0x20000009, 1, kTavrGroupEntries), Row<CGSGLOBAL>("GLOBAL", 0x2000000a, 2, ""),
+        Row<CGSREPEATER>("REPEATER", 0x2000000b, 2, ""), Row<CGSDEFINE>("DEFINE", 0x2000000c, 2, ""),
+        Row<CGSIFDEF>("IFDEF", 0x2000000d, 2, "STRING 10020016 1\n"), Row<CGSINCLUDE>("INCLUDE", 0x2000000e, 2, "")),
+    RowName());
 
 using SectionKeyword = ProcessTest;
 

@@ -18,8 +18,8 @@ struct ValueType {
 };
 
 inline constexpr ValueType kValueTypes[] = {
-    {0, 0, false},  {1, 1, false},  {2, 5, false},   {3, 1, true},   {4, 4, false},  {5, 4, true},
-    {6, 2, true},   {7, 0, true},   {8, 4, false},   {9, 4, true},   {10, 2, false}, {11, 4, true},
+    {0, 0, false},  {1, 1, false},   {2, 5, false},  {3, 1, true},    {4, 4, false},   {5, 4, true},
+    {6, 2, true},   {7, 0, true},    {8, 4, false},  {9, 4, true},    {10, 2, false},  {11, 4, true},
     {12, 4, false}, {101, 1, false}, {102, 2, true}, {103, 1, false}, {104, 1, false},
 };
 

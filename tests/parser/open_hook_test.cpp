@@ -53,8 +53,8 @@ TEST_F(OpenHook, DecidesAlone) {
 TEST_F(OpenHook, GivesAPathThatIsOpenedAsItIs) {
     Write("dir/found", "[DIR]\n");
     RSAddSearchDir("dir");
-    host_.paths = {{"x", "dir/found"}, {"y", "found"}, {"z", ""}, {"n", std::string("dir/found\0", 10)}, {"d", "dir"},
-                   {"s", "dir\\found"}};
+    host_.paths = {{"x", "dir/found"}, {"y", "found"},     {"z", ""}, {"n", std::string("dir/found\0", 10)},
+                   {"d", "dir"},       {"s", "dir\\found"}};
     EXPECT_EQ(DumpFile("x"), "1 [DIR]\n");
     for (const char* name : {"y", "z", "n", "d", "s"}) {
         SCOPED_TRACE(name);

@@ -23,7 +23,8 @@ std::string BytesOf(const std::filesystem::path& file) {
     return bytes.str();
 }
 
-/// The file of the parser library that serves this process: the installed copy where it was loaded, else the linked one.
+/// The file of the parser library that serves this process: the installed copy where it was loaded, else the linked
+/// one.
 std::string ServingParser() {
     if (void* installed = dlopen(kInstalledParser, RTLD_LAZY | RTLD_NOLOAD)) {
         dlclose(installed);

@@ -1,5 +1,5 @@
-/// The fixture of every case that touches the library's process-wide state: a process of its own, a folder of its own, every
-/// message recorded. Relies on recorder.h.
+/// The fixture of every case that touches the library's process-wide state: a process of its own, a folder of its own,
+/// every message recorded. Relies on recorder.h.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -27,15 +27,15 @@ protected:
     /// Source, then gccCheck.
     unsigned Check(std::string_view text);
 
-    /// The messages since the last call of Errors or Messages, without what the driver says of itself ("Parse::load ..." and
-    /// "Parse::No more sections...").
+    /// The messages since the last call of Errors or Messages, without what the driver says of itself ("Parse::load
+    /// ..." and "Parse::No more sections...").
     static std::string Errors();
     /// The messages since the last call of Errors or Messages, all of them.
     static std::string Messages() { return TakeMessages(); }
 
-    /// Runs `half` in a child process forked here and now, and reports its failures as this case's. What the child does to the
-    /// library's state does not come back: write there, read here. Call it before this process has touched the state, if
-    /// the child needs fresh state too.
+    /// Runs `half` in a child process forked here and now, and reports its failures as this case's. What the child does
+    /// to the library's state does not come back: write there, read here. Call it before this process has touched the
+    /// state, if the child needs fresh state too.
     static void InChild(const std::function<void()>& half);
 
     static void Write(const std::filesystem::path& file, std::string_view bytes);

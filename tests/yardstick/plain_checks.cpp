@@ -68,22 +68,17 @@ bool SecondPass::Section(CZEKSection& section) {
 bool SecondPass::InItsKind(CZEKSection& section) {
     switch (section.m_dwType) {
         case kQuorzekSection:
-        case kSystemSection:
-            return OnlyOne(section);
+        case kSystemSection: return OnlyOne(section);
         case kPropertySection:
         case kGlobalSection:
-        case kRepeaterSection:
-            return NewKeys(section);
-        case kGroupSection:
-            return GroupParent(section) && NewNameAndId(section);
+        case kRepeaterSection: return NewKeys(section);
+        case kGroupSection: return GroupParent(section) && NewNameAndId(section);
         case kSensorSection:
         case kDeviceSection:
         case kActionSection:
         case kTableSection:
-        case kTavrGroupSection:
-            return NewNameAndId(section);
-        default:
-            return true;
+        case kTavrGroupSection: return NewNameAndId(section);
+        default: return true;
     }
 }
 
@@ -157,16 +152,11 @@ bool SecondPass::UniqueKeys(CZEKSection& section) {
 bool SecondPass::Entry(CZEKEntry& entry, CZEKSection& section) {
     if (!HoldsData(&entry)) return true;
     switch (entry.m_dwType & 0xFFFF0000) {
-        case 0x10020000:
-            return TextEntry(entry, section);
-        case 0x10040000:
-            return SensorList(entry, section);
-        case 0x10080000:
-            return Value(entry, section);
-        case 0x10100000:
-            return RepeaterItem(entry, section);
-        default:
-            return true;
+        case 0x10020000: return TextEntry(entry, section);
+        case 0x10040000: return SensorList(entry, section);
+        case 0x10080000: return Value(entry, section);
+        case 0x10100000: return RepeaterItem(entry, section);
+        default: return true;
     }
 }
 
@@ -246,8 +236,7 @@ bool SecondPass::Value(CZEKEntry& entry, CZEKSection& section) {
     switch (parts.type) {
         case 1:
         case 101:
-        case 103:
-            return Reference(entry, section, strings[0], 0);
+        case 103: return Reference(entry, section, strings[0], 0);
         case 2:
             valid = References(entry, section, {strings[1], strings[2]}, 0);
             if (GetOperator(strings[0]) >= 101) valid &= References(entry, section, {strings[3], strings[4]}, 0);
@@ -264,15 +253,13 @@ bool SecondPass::Value(CZEKEntry& entry, CZEKSection& section) {
         case 8:
         case 9:
         case 11:
-        case 12:
-            return Bus(entry, section, parts);
+        case 12: return Bus(entry, section, parts);
         case 6:
             valid = Digital(entry, section, strings[0]);
             valid &= Digital(entry, section, strings[1]);
             valid &= References(entry, section, parts.list, 0);
             return valid;
-        case 7:
-            return References(entry, section, parts.list, 0);
+        case 7: return References(entry, section, parts.list, 0);
         case 10:
             valid = Table(entry, section, strings[0]);
             valid &= Reference(entry, section, strings[1], 0);
@@ -283,10 +270,8 @@ bool SecondPass::Value(CZEKEntry& entry, CZEKSection& section) {
             valid &= References(entry, section, parts.list, 0);
             valid &= ParamCount(entry, section, strings[1], count);
             return valid;
-        case 104:
-            return ValueName(entry, section, strings[0]);
-        default:
-            return true;
+        case 104: return ValueName(entry, section, strings[0]);
+        default: return true;
     }
 }
 

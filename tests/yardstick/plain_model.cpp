@@ -34,29 +34,20 @@ std::pair<unsigned, bool> ShapeOf(unsigned type) {
         case 1:
         case 101:
         case 103:
-        case 104:
-            return {1, false};
-        case 2:
-            return {5, false};
-        case 3:
-            return {1, true};
+        case 104: return {1, false};
+        case 2: return {5, false};
+        case 3: return {1, true};
         case 4:
         case 8:
-        case 12:
-            return {4, false};
+        case 12: return {4, false};
         case 5:
         case 9:
-        case 11:
-            return {4, true};
+        case 11: return {4, true};
         case 6:
-        case 102:
-            return {2, true};
-        case 7:
-            return {0, true};
-        case 10:
-            return {2, false};
-        default:
-            return {0, false};
+        case 102: return {2, true};
+        case 7: return {0, true};
+        case 10: return {2, false};
+        default: return {0, false};
     }
 }
 

@@ -57,38 +57,28 @@ std::optional<unsigned> WordOf(unsigned type, unsigned field, unsigned count) {
     };
     const auto bus = [&] { return first({one(0x80000, 1), one(0x90000, 2), one(0xa0000, 3), one(0xb0000, 4)}); };
     switch (type) {
-        case 1:
-            return count == 2 ? one(0x20000, 1) : std::nullopt;
+        case 1: return count == 2 ? one(0x20000, 1) : std::nullopt;
         case 2:
             if (count == 4) return first({one(0x30000, 1), list(0x40000, 2, 1)});
             return count == 6 ? first({one(0x30000, 1), list(0x40000, 2, 1), list(0x50000, 2, 3)}) : std::nullopt;
-        case 3:
-            return count >= 2 ? first({one(0x60000, 1), list(0x70000, count - 2, 1)}) : std::nullopt;
+        case 3: return count >= 2 ? first({one(0x60000, 1), list(0x70000, count - 2, 1)}) : std::nullopt;
         case 4:
         case 8:
-        case 12:
-            return count >= 5 ? bus() : std::nullopt;
+        case 12: return count >= 5 ? bus() : std::nullopt;
         case 5:
         case 9:
-        case 11:
-            return count >= 6 ? first({bus(), list(0xc0000, count - 5, 4)}) : std::nullopt;
+        case 11: return count >= 6 ? first({bus(), list(0xc0000, count - 5, 4)}) : std::nullopt;
         case 6:
             return count >= 3 ? first({one(0xd0000, 1), one(0xe0000, 2), list(0xf0000, count - 3, 2)}) : std::nullopt;
-        case 7:
-            return count <= 5 ? list(0x100000, count - 1, 0) : std::nullopt;
-        case 10:
-            return count == 3 ? first({one(0x120000, 1), one(0x130000, 2)}) : std::nullopt;
-        case 101:
-            return count == 2 ? one(0x140000, 1) : std::nullopt;
+        case 7: return count <= 5 ? list(0x100000, count - 1, 0) : std::nullopt;
+        case 10: return count == 3 ? first({one(0x120000, 1), one(0x130000, 2)}) : std::nullopt;
+        case 101: return count == 2 ? one(0x140000, 1) : std::nullopt;
         case 102:
             return count >= 3 ? first({one(0x150000, 1), one(0x170000, 2), list(0x180000, count - 3, 2)})
                               : std::nullopt;
-        case 103:
-            return count == 2 ? one(0x190000, 1) : std::nullopt;
-        case 104:
-            return count == 2 ? one(0x1a0000, 1) : std::nullopt;
-        default:
-            return {};
+        case 103: return count == 2 ? one(0x190000, 1) : std::nullopt;
+        case 104: return count == 2 ? one(0x1a0000, 1) : std::nullopt;
+        default: return {};
     }
 }
 
@@ -110,30 +100,19 @@ Answer<tagGCVALUE> Selected(const tagGCENTRY& entry, std::optional<unsigned> wor
 
 tagGCVALUE Resolved(unsigned identifier) {
     switch (identifier & 0xFF000000) {
-        case 0x03000000:
-            return InNames(g_tblProperty, identifier);
-        case 0x04000000:
-            return InNames(g_tblGlobal, identifier);
-        case 0x05000000:
-            return InNames(g_tblValue, identifier);
-        case 0x06000000:
-            return InNames(g_tblRepeater, identifier);
-        case 0x11000000:
-            return InNumbers(identifier);
-        case 0x12000000:
-            return InNames(g_tblString, identifier);
-        case 0x18000000:
-            return InNames(g_tblGroup, identifier);
-        case 0x1a000000:
-            return InNames(g_tblAction, identifier);
-        case 0x1c000000:
-            return InNames(g_tblTableName, identifier);
+        case 0x03000000: return InNames(g_tblProperty, identifier);
+        case 0x04000000: return InNames(g_tblGlobal, identifier);
+        case 0x05000000: return InNames(g_tblValue, identifier);
+        case 0x06000000: return InNames(g_tblRepeater, identifier);
+        case 0x11000000: return InNumbers(identifier);
+        case 0x12000000: return InNames(g_tblString, identifier);
+        case 0x18000000: return InNames(g_tblGroup, identifier);
+        case 0x1a000000: return InNames(g_tblAction, identifier);
+        case 0x1c000000: return InNames(g_tblTableName, identifier);
         case 0x1d000000:
         case 0x1e000000:
-        case 0x1f000000:
-            return NumberValue(identifier, identifier & 0x00FFFFFF);
-        default:
-            return Nothing(identifier);
+        case 0x1f000000: return NumberValue(identifier, identifier & 0x00FFFFFF);
+        default: return Nothing(identifier);
     }
 }
 

@@ -88,42 +88,29 @@ std::string SourceGenerator::Bus(Owner owner, bool smbus) {
 
 std::string SourceGenerator::Payload(unsigned type, Owner owner) {
     switch (type) {
-        case 0:
-            return "";
+        case 0: return "";
         case 1:
         case 101:
-        case 103:
-            return Operands(owner, 1);
+        case 103: return Operands(owner, 1);
         case 2: {
             const bool comparison = random_.Chance(50);
             const std::string code = comparison ? random_.OneOf({"==", ">", ">=", "!=", "<", "<="})
                                                 : random_.OneOf({"+", "-", "*", "|", "&", "^", ">>", "pow"});
             return "," + (Malformed() ? std::string("=") : code) + Operands(owner, comparison ? 4 : 2);
         }
-        case 3:
-            return Call(owner);
+        case 3: return Call(owner);
         case 4:
-        case 8:
-            return Bus(owner, false);
-        case 12:
-            return Bus(owner, random_.Chance(80));
+        case 8: return Bus(owner, false);
+        case 12: return Bus(owner, random_.Chance(80));
         case 5:
-        case 9:
-            return Bus(owner, false) + Operands(owner, 1 + random_.Below(3));
-        case 11:
-            return Bus(owner, random_.Chance(80)) + Operands(owner, 1 + random_.Below(3));
-        case 6:
-            return "," + Spelled(3) + ",W1" + Operands(owner, 1 + random_.Below(3));
-        case 7:
-            return Operands(owner, random_.Below(6));
-        case 10:
-            return "," + (Wrong() ? random_.OneOf(kSharedNames) : random_.OneOf(tables_)) + Operands(owner, 1);
-        case 102:
-            return "," + Operand(owner) + Call(owner);
-        case 104:
-            return "," + (Wrong() ? std::string("VALUE_9") : random_.OneOf(owner->values));
-        default:
-            return Operands(owner, random_.Below(3));
+        case 9: return Bus(owner, false) + Operands(owner, 1 + random_.Below(3));
+        case 11: return Bus(owner, random_.Chance(80)) + Operands(owner, 1 + random_.Below(3));
+        case 6: return "," + Spelled(3) + ",W1" + Operands(owner, 1 + random_.Below(3));
+        case 7: return Operands(owner, random_.Below(6));
+        case 10: return "," + (Wrong() ? random_.OneOf(kSharedNames) : random_.OneOf(tables_)) + Operands(owner, 1);
+        case 102: return "," + Operand(owner) + Call(owner);
+        case 104: return "," + (Wrong() ? std::string("VALUE_9") : random_.OneOf(owner->values));
+        default: return Operands(owner, random_.Below(3));
     }
 }
 

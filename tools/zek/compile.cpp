@@ -1,11 +1,11 @@
 #include "compile.h"
 
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 
 #include "failure.h"
 #include "image_bytes.h"

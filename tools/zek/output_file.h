@@ -2,9 +2,9 @@
 /// in the target's folder, which then takes the target's name.
 #pragma once
 
+#include <sys/stat.h>
 #include <string>
 #include <string_view>
-#include <sys/stat.h>
 #include <vector>
 
 namespace zek::tool {

@@ -1,7 +1,7 @@
 #include "paths.h"
 
-#include <algorithm>
 #include <sys/stat.h>
+#include <algorithm>
 
 namespace zek::tool {
 

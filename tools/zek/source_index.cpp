@@ -1,8 +1,8 @@
 #include "source_index.h"
 
+#include <sys/stat.h>
 #include <algorithm>
 #include <iterator>
-#include <sys/stat.h>
 
 namespace zek::tool {
 namespace {

@@ -1,10 +1,10 @@
 #include "source_reading.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include "known_messages.h"
 #include "paths.h"

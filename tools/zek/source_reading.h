@@ -3,8 +3,8 @@
 /// messages.
 #pragma once
 
-#include <string>
 #include <sys/types.h>
+#include <string>
 #include <utility>
 #include <vector>
 

@@ -1,8 +1,8 @@
 #include "streams.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
+#include <cerrno>
 
 #include "printable.h"
 

@@ -1,11 +1,11 @@
 #include "temporary_files.h"
 
-#include <cerrno>
-#include <climits>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/random.h>
 #include <unistd.h>
+#include <cerrno>
+#include <climits>
+#include <cstring>
 #include <utility>
 
 #include "paths.h"

@@ -26,8 +26,8 @@ void Load(const char* path) {
 }
 
 void PrintState(const char* when) {
-    std::printf("%s: next property %08x, slots %u and %u, %zu files, %zu kinds\n", when, *Look<unsigned>("g_idxProperty"),
-                *Look<unsigned>("g_dwLastError"), *Look<unsigned>("g_dwLastErrorD"),
+    std::printf("%s: next property %08x, slots %u and %u, %zu files, %zu kinds\n", when,
+                *Look<unsigned>("g_idxProperty"), *Look<unsigned>("g_dwLastError"), *Look<unsigned>("g_dwLastErrorD"),
                 Look<std::vector<std::string>>("_ZN7CZEKObj15m_svstrIncFilesB5cxx11E")->size(),
                 Look<std::vector<void*>>("_ZN11CZEKSection13m_svpHSectionE")->size());
 }

@@ -1,2 +1,2 @@
-#include "zekcomp/image.h"
 #include "../parser/src/lines.h"
+#include "zekcomp/image.h"

@@ -1,3 +1,3 @@
 #include "lines.h"
-#include "zekrsparser.h"
 #include "zekcomp/api.h"
+#include "zekrsparser.h"

@@ -1,3 +1,3 @@
 #pragma once
+#include <frontend/parse.h>
 #include "check/vocabulary.h"
-  #  include <frontend/parse.h>

@@ -1,3 +1,3 @@
 #pragma once
-#include "zekcomp/api.h"
 #include "model/section.h"
+#include "zekcomp/api.h"

@@ -1,4 +1,4 @@
-#include "check/vocabulary.h"
 #include "../debugimage/tree.h"
+#include "check/vocabulary.h"
 #define WHERE "model/section.h"
 #include WHERE

@@ -1,2 +1,2 @@
-#include "frontend/parse.h"
 #include "frontend/messages.h"
+#include "frontend/parse.h"

@@ -1,3 +1,3 @@
 #pragma once
-#include "model/section.h"
 #include "check/vocabulary.h"
+#include "model/section.h"

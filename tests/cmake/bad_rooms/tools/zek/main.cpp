@@ -1,4 +1,4 @@
 #include <CLI/CLI.hpp>
+#include "model/section.h"
 #include "zekcomp/image.h"
 #include "zekrsparser.h"
-#include "model/section.h"
