@@ -103,7 +103,7 @@ bool TakeTables(ByteReader in) {
         try {
             TakeTable(in, kIdentifierTables[i]);
         } catch (const std::out_of_range&) {
-            // The record that the bytes cut, as FindRecords has told: taking it has emptied its table.
+            // The record that the bytes cut, as FindRecords has told: taking it has emptied its map.
         }
     }
     return whole;

@@ -101,7 +101,6 @@ void TakeBody(ByteReader& in, NumberTable& table, unsigned& counter, unsigned st
 }
 
 void TakeTableData(ByteReader& in) {
-    g_tblTableData.clear();
     const std::string body = in.Str();
     g_tblTableData.assign(body.begin(), body.end());
 }

@@ -165,8 +165,9 @@ TEST_F(TableRecord, CutElsewhereFailsTheStream) {
     g_tblDword[1] = 0x11000000;
     EXPECT_EQ(TakeRecord(Joined({0x11000000, 8}) + "1234567"), -1);
     EXPECT_TRUE(g_tblDword.empty());
+    g_tblTableData.assign(256, 1);
     EXPECT_EQ(TakeRecord(Joined({0x1b000000, 0xFFFFFFFF}) + "1234567"), -1);
-    EXPECT_TRUE(g_tblTableData.empty());
+    EXPECT_EQ(g_tblTableData.size(), 256U) << "table data is replaced whole or not at all";
     EXPECT_EQ(TakeRecord(Word(0x12000000) + "123"), -1);
     EXPECT_EQ(TakeRecord("123"), -1);
     EXPECT_EQ(TakeRecord(""), -1);
