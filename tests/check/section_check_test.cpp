@@ -141,6 +141,24 @@ TEST_F(IncludeSection, IsLookedAtByTheFirstPass) {
     EXPECT_EQ(Errors(), bad + bad) << "once while it is read and once by the check";
 }
 
+using KeyWithoutData = CheckTest;
+
+TEST_F(KeyWithoutData, IsNotARepeatedOne) {
+    ASSERT_EQ(Check("[PROPERTY]\nA=1\n[PROPERTY]\nA=2\nB=1\nC=1\n"), 0U);
+    const CZEKSection& earlier = SectionOf(kPropertySection);
+    CZEKSection& later = SectionOf(kPropertySection, 1);
+    later.m_vpEntry[2]->m_strName = "B";
+    Messages();
+    EXPECT_EQ(later.IsValidEx(0), 0U);
+    EXPECT_EQ(Messages(),
+              "Error[main.zek:4]: [PROPERTY], Entry A is redefined.It has been defined in Line[main.zek:2].\n" +
+                  Repeated(6, "PROPERTY", "B"));
+    earlier.m_vpEntry[0]->m_ZekEntryData.Destory();
+    later.m_vpEntry[1]->m_ZekEntryData.Destory();
+    EXPECT_EQ(later.IsValidEx(0), 1U);
+    EXPECT_EQ(Messages(), "");
+}
+
 using UnlistedSection = CheckTest;
 
 TEST_F(UnlistedSection, HasNoKeysInCommonWithAnyOther) {

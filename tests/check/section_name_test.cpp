@@ -94,6 +94,33 @@ INSTANTIATE_TEST_SUITE_P(
                                "Error[main.zek:9]: [GROUP]:PARENT, Parent GROUP X does not exist.\n"}),
     RowName());
 
+using ParentRule = CheckTest;
+
+TEST_F(ParentRule, ReadsTheFirstTwoEntriesWhateverTheyAre) {
+    ASSERT_EQ(Check(Group("A") + Group("B", "A")), 1U);
+    CZEKSection& parent = SectionOf(kGroupSection);
+    CZEKSection& child = SectionOf(kGroupSection, 1);
+    std::swap(parent.m_vpEntry[1], parent.m_vpEntry[2]);
+    Messages();
+    EXPECT_EQ(child.IsValidEx(0), 0U);
+    EXPECT_EQ(Messages(), NoParent(5)) << "the NAME is there, but not the second entry";
+    std::swap(child.m_vpEntry[0], child.m_vpEntry[2]);
+    EXPECT_EQ(child.IsValidEx(0), 1U) << "the first entry is a CHILDGROUP of 0";
+    EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(ParentRule, ComparesLineNumbersWithoutASign) {
+    ASSERT_EQ(Check(Group("A") + Group("B", "A")), 1U);
+    CZEKSection& child = SectionOf(kGroupSection, 1);
+    Messages();
+    child.m_dwLine = 0x80000000;
+    EXPECT_EQ(child.IsValidEx(0), 1U);
+    SectionOf(kGroupSection).m_dwLine = 0x80000000;
+    child.m_dwLine = 5;
+    EXPECT_EQ(child.IsValidEx(0), 0U);
+    EXPECT_EQ(Messages(), NoParent(5));
+}
+
 using AcrossFiles = CheckTest;
 
 TEST_F(AcrossFiles, LineNumbersOfParentsAreComparedAsTheyStand) {
@@ -128,12 +155,27 @@ TEST_F(AcrossFiles, OnlyThePartBehindTheLastBackslashIsNamed) {
               "Error[dir/sub.zek:1]: SECTION QUORZEK is redefined. The MAX number of QUORZEK is one.\n");
 }
 
+using EmptyEntries = CheckTest;
+
+TEST_F(EmptyEntries, AreComparedWithNone) {
+    Source("[DEVICE]\n[DEVICE]\n");
+    for (CZEKSection* device : *FindSectHead(kDeviceSection)) EXPECT_EQ(device->IsValidEx(0), 1U);
+    EXPECT_EQ(Errors(), "");
+}
+
 using GroupWithoutParent = CheckTest;
 
 TEST_F(GroupWithoutParent, CountsAsOneOfTheEmptyName) {
     Source("\n[GROUP]\nNAME=A\n");
     EXPECT_EQ(SectionOf(kGroupSection).IsValidEx(0), 0U);
     EXPECT_EQ(Errors(), "Error[main.zek:2]: Parent of this group hasn't been defined.\n");
+}
+
+TEST_F(GroupWithoutParent, IsAChildOfAnEarlierOneOfTheEmptyName) {
+    EXPECT_EQ(Check("[GROUP]\nNAME=\"\"\n[GROUP]\nNAME=A\n"), 0U) << "the first pass stores the empty name";
+    Messages();
+    EXPECT_EQ(SectionOf(kGroupSection, 1).IsValidEx(0), 1U);
+    EXPECT_EQ(Messages(), "");
 }
 
 }  // namespace zek::test

@@ -39,6 +39,8 @@ TEST_F(SharedCheck, OfAGlobalLooksForTheKeyInEverySection) {
     Expect(&CZEKEntry::ChkGlobalName, "G_B", "");
     Expect(&CZEKEntry::ChkGlobalName, "A", "The GLOBAL entry with NAME A does not exist.");
     Expect(&CZEKEntry::ChkGlobalName, "G_a", "The GLOBAL entry with NAME G_a does not exist.");
+    EntryOf(SectionOf(kGlobalSection), "G_A").m_dwType = kOwnValue;
+    Expect(&CZEKEntry::ChkGlobalName, "G_A", "The GLOBAL entry with NAME G_A does not exist.");
 }
 
 TEST_F(SharedCheck, OfATableLooksForTheNameInEverySection) {
@@ -55,6 +57,19 @@ TEST_F(SharedCheck, OfAnActionLooksForTheNameInEverySection) {
     Expect(&CZEKEntry::ChkActionName, "B", "");
     Expect(&CZEKEntry::ChkActionName, "A ", "The ACTION with NAME A  does not exist.");
     Expect(&CZEKEntry::ChkActionName, "T", "The ACTION with NAME T does not exist.");
+}
+
+TEST_F(SharedCheck, KnowsASectionByItsFirstNameAlone) {
+    Model("[TABLE]\nNAME=A\nTYPE=1\n[ACTION]\nNAME=C\n");
+    for (const auto& [type, keyword] : {std::pair(kTableSection, "B"), std::pair(kActionSection, "D")}) {
+        CZEKSection& section = SectionOf(type);
+        section.SetEntry("main.zek", "NAME", keyword, 20);
+        section.m_vpEntry.back()->IsValid(&section, 0);
+    }
+    Expect(&CZEKEntry::ChkTableName, "A", "");
+    Expect(&CZEKEntry::ChkTableName, "B", "The TABLE with NAME B does not exist.");
+    Expect(&CZEKEntry::ChkActionName, "C", "");
+    Expect(&CZEKEntry::ChkActionName, "D", "The ACTION with NAME D does not exist.");
 }
 
 TEST_F(SharedCheck, FindsNothingWhereThereAreNoSections) {
