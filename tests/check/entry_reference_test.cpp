@@ -52,6 +52,7 @@ INSTANTIATE_TEST_SUITE_P(
                     // The ID of the other may be a predefined name; the PID as one counts as 0.
                     CheckedRow{"PredefinedId", TavrGroup("A", "SEVEN", "7", "") + kWords, 1, ""},
                     CheckedRow{"PredefinedPid", TavrGroup("A", "1", "SEVEN", "") + kWords, 1, ""},
+                    CheckedRow{"LongPredefinedPid", TavrGroup("A", "2", "BUSTYPE_SMBUS", "") + kWords, 1, ""},
                     // An ID that is a number is that number, although a predefined name is written like it.
                     CheckedRow{"NumberBeforePredefinedName",
                                TavrGroup("A", "+5", "5", "") + TavrGroup("B", "1", "9", "") + "[DEFINE]\n+5=9\n", 0,
@@ -84,7 +85,12 @@ INSTANTIATE_TEST_SUITE_P(
         SensorRow("PredefinedId", "SEVEN", TavrGroup("A", "1", "0", "7"), false),
         SensorRow("PredefinedIdCountsAsZero", "SEVEN", TavrGroup("A", "1", "0", "0"), true,
                   "Error[main.zek:17]: [TAVRGROUP]:SENSORS, The SENSOR with ID 0 does not exist.\n"),
-        SensorRow("ElementThatIsNoNumberCountsAsZero", "0", TavrGroup("A", "1", "0", "junk"), true)),
+        SensorRow("LongPredefinedIdCountsAsZero", "BUSTYPE_SMBUS", TavrGroup("A", "1", "0", "0"), true,
+                  "Error[main.zek:17]: [TAVRGROUP]:SENSORS, The SENSOR with ID 0 does not exist.\n"),
+        SensorRow("ElementThatIsNoNumberCountsAsZero", "0", TavrGroup("A", "1", "0", "junk"), true),
+        // It is 0, not what the element before it was.
+        SensorRow("ElementThatIsTooLongCountsAsZero", "0", TavrGroup("A", "1", "0", "5,00000000001"), true,
+                  "Error[main.zek:17]: [TAVRGROUP]:SENSORS, The SENSOR with ID 5 does not exist.\n")),
     RowName());
 
 using SensorsOfTavrGroup = CheckedSource;
@@ -160,6 +166,15 @@ TEST_F(EntryReference, OfAnEntryWithoutDataPasses) {
     for (CZEKEntry* entry : std::initializer_list<CZEKEntry*>{&parent, &sensors, &value, &item, &number}) {
         EXPECT_EQ(entry->IsValidEx(&section, 0), 1U);
     }
+    EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(EntryReference, IsLookedForInNoListButSensors) {
+    CZEKSection& section = *CZEKSection::Create("main.zek", "TAVRGROUP", 1);
+    CGESTRINGLIST list(kListClass | 1, tagNOTATION{kRequired});
+    list.Init("main.zek", "LIST", "", 2);
+    *static_cast<std::vector<std::string>*>(list.m_ZekEntryData.GetData()) = {"8", "junk"};
+    EXPECT_EQ(list.IsValidEx(&section, 0), 1U);
     EXPECT_EQ(Messages(), "");
 }
 

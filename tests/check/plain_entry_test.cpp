@@ -195,6 +195,8 @@ TEST_F(Conversion, KeepsTheSubStringsWhileTheSourceIsRead) {
         Ask(*entry, keyword, key, "1,A", kWhileReading);
         EXPECT_EQ(result_, 1U);
         EXPECT_EQ(kept_, two);
+        EXPECT_EQ(entry->IsValid(section_, 1), 1U);
+        EXPECT_EQ(entry->m_vstrSubStr, two) << "with any flag but 0";
         EXPECT_EQ(entry->IsValid(section_, 0), 1U);
         EXPECT_TRUE(entry->m_vstrSubStr.empty());
     };

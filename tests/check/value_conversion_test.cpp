@@ -165,6 +165,19 @@ TEST_F(ValueConversion, OfAnIoPortNeedsABaseAddressOfZero) {
                       std::make_unique<std::vector<std::string>>(std::initializer_list<std::string>{"e", "f"}).get()));
 }
 
+TEST_F(ValueConversion, ThatFailsKeepsTheSubStringsWhileTheSourceIsRead) {
+    for (const char* value : {"NOSUCH,5", "T2,=,a,b", "T4,a,b,BUSTYPE_SIMPLEIOPORT,1"}) {
+        SCOPED_TRACE(value);
+        CGEVALUE entry(kOwnValue, tagNOTATION{kNotationFamilyValue});
+        entry.Init("main.zek", "VALUE_X", value, 3);
+        const std::vector<std::string> all = entry.m_vstrSubStr;
+        EXPECT_EQ(entry.IsValid(section_, kWhileReading), 0U);
+        EXPECT_EQ(entry.m_vstrSubStr, all);
+        EXPECT_EQ(entry.IsValid(section_, 0), 0U);
+        EXPECT_TRUE(entry.m_vstrSubStr.empty());
+    }
+}
+
 TEST_F(ValueConversion, IsNotMadeOfAnEntryWithABadName) {
     CGEVALUE entry(kOwnValue, tagNOTATION{kNotationFamilyValue});
     entry.Init("main.zek", "VALUEX", "T1,5", 3);

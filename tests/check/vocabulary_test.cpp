@@ -64,6 +64,12 @@ TEST_F(PredefinedNames, KeepTheLastDefinitionSilently) {
     EXPECT_EQ(Messages(), "");
 }
 
+TEST_F(PredefinedNames, KeepTheLastDefinitionOfASectionThatIsThenRefused) {
+    EXPECT_EQ(Check("[DEFINE]\nA=1\nA=2\n"), 0U);
+    EXPECT_EQ(Errors(), "Error[main.zek:3]: [DEFINE], Entry A is redefined.\n");
+    EXPECT_EQ(g_tblPreDefine, (std::map<std::string, unsigned>{{"A", 2}}));
+}
+
 TEST_F(PredefinedNames, AreKnownToTheCheckInEntriesThatPrecedeThem) {
     EXPECT_EQ(Check("[DEFINE]\nB=A\n[TABLE]\nNAME=T\nTYPE=A\n[DEFINE]\nA=2\n"), 1U);
     // B was read before A was defined, so it defines nothing.
