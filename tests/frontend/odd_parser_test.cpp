@@ -73,6 +73,32 @@ TEST_F(OddParser, KeepsAFileOpenThatADestroyedObjectHeld) {
     EXPECT_EQ(Calls(), "OpenFile main.zek\nParse main.zek\n");
 }
 
+TEST_F(OddParser, MayOpenAFileAgainThatIsBeingReadHoweverDeep) {
+    constexpr std::size_t kOpens = 300;
+    TheScript().opensLeft = kOpens;
+    Read({{"INCLUDE", 1, {{"FILE", "main.zek", 2}}}, {"GROUP"}});
+    EXPECT_EQ(CGSINCLUDE::m_sHeader.size(), kOpens);
+    EXPECT_EQ(CGSGROUP::m_sHeader.size(), kOpens);
+    std::string loading;
+    std::string ends;
+    for (std::size_t i = 0; i < kOpens; ++i) {
+        loading += "Parse::load rsparsea(/usr/tavr/lib/libzekrsparser.so.0) failed.\n";
+        ends += "Parse::No more sections(total = 2).\n";
+    }
+    EXPECT_EQ(TakeMessages(), loading + "Warning[main.zek:2], [INCLUDE]:FILE FILE main.zek cannot be loaded.\n" + ends);
+}
+
+TEST_F(OddParser, HasItsAnswersPassedOn) {
+    TheScript().files["main.zek"] = {{"TABLE"}, {"GROUP"}};
+    TheScript().parseStatus = 7;
+    void* file = g_Parse.RSOpenFile("main.zek");
+    EXPECT_EQ(file, &TheScript().files["main.zek"]);
+    EXPECT_EQ(g_Parse.RSParse(file), 7U);
+    EXPECT_EQ(g_Parse.RSFindSection(file, "GROUP"), &TheScript().files["main.zek"][1]);
+    EXPECT_EQ(g_Parse.RSCloseFile(file), 1U);
+    EXPECT_EQ(Calls(), "OpenFile main.zek\nParse main.zek\nFindSEction main.zek GROUP\nCloseFile main.zek\n");
+}
+
 TEST_F(OddParser, MayFailToParse) {
     TheScript().parseStatus = 0;
     Read({{"GROUP"}});

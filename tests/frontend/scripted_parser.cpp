@@ -43,6 +43,8 @@ extern "C" {
 
 void* RSOpenFile(const std::string& file) {
     Note("OpenFile " + file);
+    if (TheScript().opensLeft == 0) return nullptr;
+    --TheScript().opensLeft;
     const auto found = TheScript().files.find(file);
     return found == TheScript().files.end() ? nullptr : &found->second;
 }

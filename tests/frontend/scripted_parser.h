@@ -3,6 +3,8 @@
 /// standard library.
 #pragma once
 
+#include <cstddef>
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -33,6 +35,7 @@ struct ScriptedSection {
 
 struct Script {
     std::map<std::string, std::vector<ScriptedSection>> files;
+    std::size_t opensLeft = std::numeric_limits<std::size_t>::max();  ///< afterwards no file can be opened
     unsigned parseStatus = 1;
     unsigned sizeStatus = 1;  ///< what a call with null buffers returns
     std::string calls;        ///< one line per call: the function without RS, and its arguments
