@@ -22,6 +22,16 @@ private:
     unsigned& destroyed_;
 };
 
+/// Counts how many of its kind are destroyed.
+class CountedTable : public CGSTABLE {
+public:
+    explicit CountedTable(unsigned& destroyed) : destroyed_(destroyed) {}
+    ~CountedTable() override { ++destroyed_; }
+
+private:
+    unsigned& destroyed_;
+};
+
 }  // namespace
 
 using SectionRegistry = ProcessTest;
@@ -75,6 +85,13 @@ TEST_F(ModelTearDown, DestroysEverySectionWithItsEntriesAndForgetsThePredefinedN
     EXPECT_EQ(CZEKObj::m_svstrIncFiles, std::vector<std::string>({"main.zek"}));
     CZEKSection::Destory();
     EXPECT_EQ(destroyed, 3U);
+}
+
+TEST_F(ModelTearDown, DestroysASectionAsWhatItIs) {
+    unsigned destroyed = 0;
+    EXPECT_EQ(CGSTABLE::m_sHeader, zek::SectionList({new CountedTable(destroyed)}));
+    CZEKSection::Destory();
+    EXPECT_EQ(destroyed, 1U);
 }
 
 using FoundEntry = ProcessTest;
