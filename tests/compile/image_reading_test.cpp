@@ -3,6 +3,7 @@
 
 #include "compile/image_file.h"
 #include "compile/small_image.h"
+#include "support/resources.h"
 
 namespace zek::test {
 
@@ -221,7 +222,8 @@ TEST_F(ImageReading, OfAnOffsetThatLeavesNoRoomForATagFails) {
     }
 }
 
-TEST_F(ImageReading, OfALengthBeyondTheFileFailsForNumbersAndTableData) {
+TEST_F(ImageReading, OfALengthBeyondTheFileFailsForNumbersAndTableDataWithoutTakingMemoryForIt) {
+    const ScarceMemory scarce(64 << 20);
     for (const unsigned length : {5U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
         SCOPED_TRACE(length);
         EXPECT_EQ(ReadBytes(Image({}, {Joined({0x11000000, length}) + "1234"})), kOtherVersionOrCut);
@@ -233,6 +235,7 @@ TEST_F(ImageReading, OfALengthBeyondTheFileFailsForNumbersAndTableData) {
 
 TEST_F(ImageReading, OfACountBeyondTheFileFailsWithoutTakingMemoryForIt) {
     const std::string image = Image({kOneSection, kOneSection}, {});
+    const ScarceMemory scarce(64 << 20);
     for (const unsigned count : {1000U, 0x40000001U, 0xFFFFFFFFU}) {
         SCOPED_TRACE(count);
         EXPECT_EQ(ReadAfterFreeing(std::string(image).replace(0x100, 4, Word(count))), kOtherVersionOrCut);

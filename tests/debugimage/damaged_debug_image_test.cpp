@@ -1,6 +1,7 @@
 #include "compile/compile.h"
 #include "debugimage/model_text.h"
 #include "debugimage/small_debug_image.h"
+#include "support/resources.h"
 
 namespace zek::test {
 
@@ -186,7 +187,8 @@ TEST_F(DamagedDebugImage, WithASectionShorterThanEightBytesIsOutOfRange) {
     EXPECT_EQ(ModelText(), "");
 }
 
-TEST_F(DamagedDebugImage, WithASectionLengthBeyondTheFileReadsZerosBehindItsEnd) {
+TEST_F(DamagedDebugImage, WithASectionLengthBeyondTheFileReadsZerosBehindItsEndWithoutTakingMemoryForThem) {
+    const ScarceMemory scarce(64 << 20);
     for (const unsigned length : {100U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
         SCOPED_TRACE(length);
         EXPECT_EQ(Loaded(OneSection(length, QuorzekBlock(""))), "1");

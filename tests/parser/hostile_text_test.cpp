@@ -1,6 +1,5 @@
-#include <sys/resource.h>
-
 #include "parser_test.h"
+#include "support/resources.h"
 
 namespace {
 
@@ -84,27 +83,11 @@ TEST_F(HostileText, ManyItemsInAnyOrder) {
 }
 
 #if !defined(__SANITIZE_ADDRESS__)
-// The address space is limited to what is in use and a little more; the sanitizer needs it all for itself.
-class ScarceMemory {
-public:
-    explicit ScarceMemory(rlim_t spare) {
-        getrlimit(RLIMIT_AS, &before_);
-        std::size_t pages = 0;
-        std::ifstream("/proc/self/statm") >> pages;
-        rlimit scarce = before_;
-        scarce.rlim_cur = pages * 4096 + spare;
-        setrlimit(RLIMIT_AS, &scarce);
-    }
-    ~ScarceMemory() { setrlimit(RLIMIT_AS, &before_); }
-
-private:
-    rlimit before_{};
-};
-
+// Where memory can be made scarce at all.
 TEST_F(HostileText, IsRefusedWhereItDoesNotFitTheMemory) {
     const std::string path = Write("text.ini", "");
     std::filesystem::resize_file(path, 64 << 20);
-    const ScarceMemory scarce(16 << 20);
+    const zek::test::ScarceMemory scarce(16 << 20);
     EXPECT_EQ(DumpFile(path), "refused");
 }
 
@@ -113,7 +96,7 @@ TEST_F(HostileText, IsLeftWithoutSectionsWhereTheyDoNotFitTheMemory) {
     OpenedFile file(path);
     ASSERT_TRUE(file);
     {
-        const ScarceMemory scarce(16 << 20);
+        const zek::test::ScarceMemory scarce(16 << 20);
         EXPECT_EQ(RSParse(file.Get()), 0u);
     }
     EXPECT_EQ(RSParse(file.Get()), 0u);

@@ -1,0 +1,42 @@
+// What a process takes from the system: memory and open files. Relies on the process's own files in /proc, and on
+// nothing of the project, so that the section-file parser's tests can use it too.
+#pragma once
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace zek::test {
+
+// While it lives, the address space is limited to what was in use and `spare` bytes more, so that taking more throws
+// `std::bad_alloc`. The address sanitizer needs the address space for itself: under it nothing is limited.
+class ScarceMemory {
+public:
+    explicit ScarceMemory([[maybe_unused]] rlim_t spare) {
+        getrlimit(RLIMIT_AS, &before_);
+#if !defined(__SANITIZE_ADDRESS__)
+        std::size_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        rlimit scarce = before_;
+        scarce.rlim_cur = pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) + spare;
+        setrlimit(RLIMIT_AS, &scarce);
+#endif
+    }
+    ~ScarceMemory() { setrlimit(RLIMIT_AS, &before_); }
+    ScarceMemory(const ScarceMemory&) = delete;
+    ScarceMemory& operator=(const ScarceMemory&) = delete;
+
+private:
+    rlimit before_{};
+};
+
+// How many files the process has open, the folder that is read for it included.
+inline std::ptrdiff_t OpenFiles() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
+}
+
+}  // namespace zek::test
