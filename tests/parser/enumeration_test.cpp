@@ -31,6 +31,15 @@ TEST_F(Enumeration, AllowsAnotherFileOfTheSameText) {
     EXPECT_EQ(DumpFile(Write("b.ini", "[A]\n")), "1 [A]\n");
 }
 
+TEST_F(Enumeration, AllowsAnotherFileThatHasTakenItsPlace) {
+    const std::string path = Write("a.ini", "[A]\n");
+    const OpenedFile outer(path);
+    outer.Section(0);
+    std::filesystem::rename(path, Path("moved.ini"));
+    EXPECT_EQ(DumpFile(Write("a.ini", "[B]\n")), "1 [B]\n");
+    EXPECT_EQ(DumpFile(Path("moved.ini")), "refused");
+}
+
 TEST_F(Enumeration, RefusesAFileFurtherUpTheChain) {
     const std::string path = Write("a.ini", "[A]\n");
     const OpenedFile outer(path);

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "parser_test.h"
+#include "support/resources.h"
 
 namespace {
 
@@ -29,6 +30,21 @@ TEST_F(SpecialFile, DirectoryIsRefused) {
     EXPECT_EQ(DumpFile(Path("")), "refused");
     EXPECT_EQ(DumpFile("/"), "refused");
     EXPECT_EQ(DumpFile("."), "refused");
+}
+
+TEST_F(SpecialFile, StaysOpenNoLongerThanItIsRead) {
+    const std::string path = Write("a.ini", "[A]\n");
+    const OpenedFile outer(path);
+    outer.Section(0);
+    const auto before = zek::test::OpenFiles();
+    for (const std::string& name : {path, Path(""), MakeFifo(), std::string("/dev/null"), Path("none")}) {
+        SCOPED_TRACE(name);
+        const OpenedFile file(name);
+        EXPECT_EQ(zek::test::OpenFiles(), before);
+    }
+    const OpenedFile other(Write("b.ini", "[B]\n"));
+    EXPECT_TRUE(other);
+    EXPECT_EQ(zek::test::OpenFiles(), before);
 }
 
 TEST_F(SpecialFile, MissingFileIsRefused) { EXPECT_EQ(DumpFile(Path("none")), "refused"); }
