@@ -35,7 +35,7 @@ std::string Meanings(const tagGCENTRY& entry) {
     return text;
 }
 
-/// One name in every table, and the predefined names TWO and BAD (a name that looks like a reference).
+/// One name in every table, and the predefined names TWO, G_TWO (which looks like a reference) and 0x7 (like a number).
 void FillTables() {
     for (const char* name : {"IPMI", "", "INIT"}) InsertTbl(g_tblValue, g_idxValue, name, 1);
     InsertTbl(g_tblGlobal, g_idxGlobal, "X", 1);
@@ -45,6 +45,7 @@ void FillTables() {
     InsertTbl(g_tblTableName, g_idxTableName, "T", 1);
     AddPredDefineValue("TWO", 2);
     AddPredDefineValue("G_TWO", 22);
+    AddPredDefineValue("0x7", 70);
 }
 
 std::string Compiled(unsigned section, const std::string& data) {
@@ -111,6 +112,9 @@ INSTANTIATE_TEST_SUITE_P(
                     ValueCase{"FirstNumericKey", 0x20000005, TextData(0x10028002, "0x10"), "number 16"},
                     ValueCase{"LastNumericKey", 0x20000009, TextData(0x10028011, "7"), "number 7"},
                     ValueCase{"NumericKeyByName", 0x20000005, TextData(0x10028002, "TWO"), "number 2"},
+                    ValueCase{"NumericKeyByNameLikeANumber", 0x20000005, TextData(0x10028002, "0x7"), "number 70"},
+                    ValueCase{"NumericKeyOfAnUnknownKind", 0x20000005, TextData(0x10028fff, "5"), "number 5"},
+                    ValueCase{"KindBehindTheNumericKeys", 0x20000005, TextData(0x10029002, "5"), "string 5"},
                     ValueCase{"NumericKeyThatIsNoNumber", 0x20000005, TextData(0x10028002, "x"), "number 4294967295"},
                     ValueCase{"NumericKeyWithTrailingText", 0x20000005, TextData(0x10028002, "12abc"), "number 12"}),
     RowName());
@@ -120,6 +124,9 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(ValueCase{"Number", 0x2000000c, NumberData(300), "number 300"},
                     ValueCase{"Sensors", 0x20000009, Word(0x10048001) + List({"1", "x", "0x10", "TWO"}),
                               "number 1, number 4294967295, number 16, number 4294967295"},
+                    ValueCase{"SensorsByNameLikeANumber", 0x20000009, Word(0x10048001) + List({"0x7"}), "number 7"},
+                    ValueCase{"NumericListOfAnUnknownKind", 0x20000009, Word(0x10048fff) + List({"5"}), "number 5"},
+                    ValueCase{"ListBehindTheNumericLists", 0x20000009, Word(0x10049001) + List({"5"}), "string 5"},
                     ValueCase{"SensorsEmpty", 0x20000009, Word(0x10048001) + List({}), ""},
                     ValueCase{"OtherList", 0x20000009, Word(0x10040001) + List({"1", "x"}), "string 1, string x"},
                     ValueCase{"Repeater", 0x2000000b, RepeaterData("3", "Do", {"G_X", "ARG1", "x"}),
@@ -180,7 +187,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         OperandCase{"Number", "0x1F", "number 31"}, OperandCase{"Zero", "0", "number 0"},
         OperandCase{"NumberWithTrailingText", "7G_X", "number 7"}, OperandCase{"PredefinedName", "TWO", "number 2"},
-        OperandCase{"PredefinedNameLikeAGlobal", "G_TWO", "number 22"}, OperandCase{"Value", "VALUE", "value "},
+        OperandCase{"PredefinedNameLikeAGlobal", "G_TWO", "number 22"},
+        OperandCase{"PredefinedNameLikeANumber", "0x7", "number 7"}, OperandCase{"Value", "VALUE", "value "},
         OperandCase{"NamedValue", "VALUE_INIT", "value INIT"}, OperandCase{"EmptyNamedValue", "VALUE_", "value "},
         OperandCase{"UnknownValue", "VALUE_NONE", "word 0"}, OperandCase{"ValueWithMore", "VALUES", "unresolved"},
         OperandCase{"Global", "G_X", "global X"}, OperandCase{"UnknownGlobal", "G_Y", "word 0"},

@@ -25,6 +25,8 @@ WordList Directory(const std::string& image) {
 
 }  // namespace
 
+TEST_F(ImageFile, HasThePublishedVersion) { EXPECT_EQ(ZEK_VERSION, 0x01000000U); }
+
 TEST_F(ImageFile, HoldsTheSmallSourceByteForByte) {
     ASSERT_EQ(Check(kSmallSource), 1U);
     const auto before = static_cast<unsigned>(std::time(nullptr));

@@ -1,6 +1,7 @@
 #include "compile/init_tables.h"
 
 #include "compile/image_bytes.h"
+#include "model/section.h"
 
 namespace zek::test {
 
@@ -23,6 +24,16 @@ TEST_F(Numbering, OfPropertiesTakesPropertySectionsFirstThenSensorsDevicesAndSys
     EXPECT_EQ(g_tblProperty.at("Maker"), 0x03000000U);
     EXPECT_EQ(g_idxProperty, 0x03000009U);
     EXPECT_EQ(g_tblProperty.size(), 9U);
+}
+
+TEST_F(Numbering, OfAFamilyEndsBehindAnEntryWithoutTheFamilyBit) {
+    Source("[DEVICE]\nP_a=1\nP_b=1\nP_c=1\n");
+    // A debug image can bring such an entry. A look-up by position finds it from there on.
+    for (CZEKEntry* entry : CGSDEVICE::m_sHeader.at(0)->m_vpEntry) {
+        if (entry->m_strName == "P_b") entry->m_eNotation = static_cast<tagNOTATION>(2);
+    }
+    EXPECT_EQ(InitPropertyD(), 1U);
+    EXPECT_EQ(KeysInOrder(g_tblProperty), (Keys{"a", "b"}));
 }
 
 TEST_F(Numbering, OfGlobalsTakesTheKeysWithoutTheirPrefix) {

@@ -96,6 +96,20 @@ TEST_F(TableBlocks, OfATableWithoutANameAreLeftOutRowsIncluded) {
     EXPECT_EQ(g_tblTableName, (std::map<std::string, unsigned>{{"Only", 0x1c000000}}));
 }
 
+TEST_F(TableBlocks, LeaveOutARowWithoutData) {
+    AddTable({{"NAME", "First"}, {"0.2", "1"}});
+    AddTable({{"NAME", "Second"}, {"0", "2"}, {"1", "2"}, {"2", "2"}});
+    // A debug image can bring such a row.
+    CZEKEntry* row = CGSTABLE::m_sHeader.at(1)->m_vpEntry.at(3);
+    ASSERT_EQ(row->m_strName, "1");
+    row->m_ZekEntryData.SetBuffer(ToVector(Word(0)));
+    InitTableDataD();
+    ASSERT_EQ(g_tblTableData.size(), 512U);
+    EXPECT_EQ(g_tblTableData[256], 2);
+    EXPECT_EQ(g_tblTableData[257], 1);
+    EXPECT_EQ(g_tblTableData[258], 2);
+}
+
 TEST_F(TableBlocks, AreMadeAnewEveryTime) {
     AddTable({{"NAME", "T"}, {"0", "1"}});
     InitTableDataD();
