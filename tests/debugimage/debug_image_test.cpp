@@ -29,6 +29,11 @@ std::string EmptyWithFiles(unsigned kind, const std::string& name, const Texts& 
 
 }  // namespace
 
+TEST_F(DebugImageFile, HasThePublishedVersionAndOffset) {
+    EXPECT_EQ(ZEKD_VERSION, 0x01000000U);
+    EXPECT_EQ(ZEKD_DATA_OFFSET, 0x80U);
+}
+
 TEST_F(DebugImageFile, HoldsTheSmallModelByteForByte) {
     ASSERT_EQ(Check(kSmallModel), 1U);
     const auto before = static_cast<unsigned>(std::time(nullptr));
@@ -102,6 +107,13 @@ TEST_F(DebugImageFile, ThatCannotBeCreatedIsReported) {
     ASSERT_EQ(gccOutputD("x.metad"), 1U);
     EXPECT_EQ(Dump(WithoutTime(Read("x.metad"))), Dump(DebugImage({}, {{EmptyWithFiles(2, "PROPERTY", {"main.zek"})}})))
         << "the list of files has not been used up";
+}
+
+TEST_F(DebugImageFile, ReplacesWhatTheFileHeld) {
+    Write("small.metad", std::string(5000, 'x'));
+    ASSERT_EQ(Check(kSmallModel), 1U);
+    ASSERT_EQ(gccOutputD("small.metad"), 1U);
+    EXPECT_EQ(Dump(WithoutTime(Read("small.metad"))), Dump(SmallDebugImage()));
 }
 
 TEST_F(DebugImageFile, LeavesTheModelAsItIs) {
