@@ -4,6 +4,7 @@
 #include "compile/compile.h"
 #include "model/section.h"
 #include "support/process_test.h"
+#include "support/resources.h"
 
 namespace zek::test {
 
@@ -74,6 +75,15 @@ TEST_F(CompilerCall, ReportsAnImageThatCannotBeCreated) {
     EXPECT_EQ(gccOutputD("none/debug.image"), 0U);
     EXPECT_EQ(gccOutput("none/compiled.image"), 0U);
     EXPECT_EQ(CGSPROPERTY::m_sHeader.size(), 1U);
+}
+
+TEST_F(CompilerCall, DoesNotExamineWhatBecomesOfTheBytesOfAnImage) {
+    ASSERT_EQ(Check(SourceWith("A=1")), 1U);
+    const auto before = OpenFiles();
+    EXPECT_EQ(gccOutputD("/dev/full"), 1U);
+    EXPECT_EQ(gccOutput("/dev/full"), 1U);
+    EXPECT_EQ(Errors(), "");
+    EXPECT_EQ(OpenFiles(), before);
 }
 
 TEST_F(CompilerCall, EndsWithTheModelAndThePredefinedNames) {

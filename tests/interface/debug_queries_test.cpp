@@ -1,6 +1,7 @@
 #include "debugimage/debug_bytes.h"
 #include "debugimage/model_text.h"
 #include "debugimage/small_debug_image.h"
+#include "support/resources.h"
 
 namespace zek::test {
 
@@ -65,6 +66,15 @@ TEST_F(DebugLoading, SetsTheOtherSlotOnSuccessAndNoneOnFailure) {
 TEST_F(DebugLoading, ThatThrowsSetsNoSlot) {
     Write("broken.metad", DebugImage({}, {{""}}));
     EXPECT_EQ(SlotsAfter([] { EXPECT_THROW(gdInit("broken.metad", nullptr), std::out_of_range); }), kNoSlot);
+}
+
+TEST_F(DebugLoading, LeavesNoFileOpen) {
+    const auto before = OpenFiles();
+    for (const std::string& image :
+         {SmallDebugImage(), std::string("QUOR"), DebugHead(0x01000001), DebugImage({}, {{""}})}) {
+        Loaded(image);
+        EXPECT_EQ(OpenFiles(), before);
+    }
 }
 
 TEST_F(DebugLoading, AfterFailedLoadsGivesTheWholeImage) {
@@ -169,6 +179,16 @@ TEST_F(DebugQuery, GivesTheKeyOfAnEntryAsWritten) {
     EXPECT_EQ(keyOf(gdGetEntryByIndex(gdGetSectByIndex(10, 0), 0)), "G_some key");
     EXPECT_EQ(keyOf(gdGetSectByIndex(6, 0)->m_vpEntry.at(1)), "") << "a declared entry that was not given";
     EXPECT_EQ(keyOf(nullptr), "(null)");
+}
+
+TEST_F(DebugQuery, GivesTextsThatAreTheModelsOwn) {
+    Check("[GROUP]\nPARENT=0\nNAME=g\n");
+    CZEKSection* group = gdGetSectByIndex(4, 0);
+    const CZEKEntry* parent = group->m_vpEntry.at(0);
+    const CZEKEntry* name = group->m_vpEntry.at(1);
+    EXPECT_EQ(gdGetSectPName(group), static_cast<std::string*>(parent->m_ZekEntryData.GetData())->c_str());
+    EXPECT_EQ(gdGetSectName(group), static_cast<std::string*>(name->m_ZekEntryData.GetData())->c_str());
+    EXPECT_EQ(gdGetEntryName(gdGetEntryByIndex(group, 1)), name->m_strName.c_str());
 }
 
 TEST_F(DebugQuery, ShowsAValueWithoutTouchingASlot) {

@@ -1,5 +1,6 @@
 #include "compile/small_image.h"
 #include "interface/queried_image.h"
+#include "support/resources.h"
 
 namespace zek::test {
 
@@ -19,6 +20,7 @@ TEST_F(ImageLoading, SetsCode0OnSuccessAndCode13OnEveryFailure) {
     Write("magic.meta", "QUOR ZEK metaD." + SmallImage().substr(15));
     Write("version.meta", SmallImage().replace(16, 4, Word(0x01000001)));
     Write("cut.meta", SmallImage().substr(0, 0x387));
+    const auto openBefore = OpenFiles();
     tagMETAFILEINFO info = {};
     EXPECT_EQ(CodeAfter([&] { EXPECT_EQ(gcInit("good.meta", &info), 1U); }), 0U);
     EXPECT_EQ(info.dwVersion, 0x01000000U);
@@ -27,6 +29,7 @@ TEST_F(ImageLoading, SetsCode0OnSuccessAndCode13OnEveryFailure) {
         EXPECT_EQ(CodeAfter([&] { EXPECT_EQ(gcInit(file, nullptr), 0U); }), 13U);
     }
     EXPECT_EQ(Messages(), "");
+    EXPECT_EQ(OpenFiles(), openBefore) << "the file is closed, whatever came of it";
 }
 
 TEST_F(ImageLoading, ReplacesTheImageBefore) {

@@ -99,6 +99,14 @@ TEST_F(ImageQuery, FindsASectionByItsID) {
     EXPECT_EQ(ByID(0x01000009, 10), "code 1");
 }
 
+TEST_F(ImageQuery, TakesTheFirstWordOfAnIDOnly) {
+    Write("ids.meta",
+          Image({{kSensor, {{kIDWord, {0x11000000, 0x11000001}}}}}, {Record(0x11000000, Joined({10, 20}))}));
+    ASSERT_EQ(gcInit("ids.meta", nullptr), 1U);
+    EXPECT_EQ(ByID(kSensor, 10), "0");
+    EXPECT_EQ(ByID(kSensor, 20), "code 5");
+}
+
 TEST_F(ImageQuery, CountsTheEntriesOfASection) {
     unsigned count = 99;
     EXPECT_EQ(CodeAfter([&] { count = gcGetEntryCount(Section(2)); }), 0U);
@@ -246,6 +254,18 @@ TEST_F(ImageQuery, GivesTheOrdinalOfAGroup) {
         unsigned index = 99;
         EXPECT_EQ(CodeAfter([&] { index = gcGetGroupIndex(row.name); }), row.code);
         EXPECT_EQ(index, row.index);
+    }
+}
+
+TEST_F(ImageQuery, GivesTheOrdinalOfAGroupsFirstNameWhicheverNameItWasFoundBy) {
+    // The last group's name is a string that reads "0": a group that is there comes before the root that is not.
+    Write("names.meta", Image({{0x01000004, {{kNameWord, {0x18000002}}, {kNameWord, {0x18000001}}}},
+                               {0x01000004, {{kNameWord, {0x12000001}}}}},
+                              {Record(0x12000000, Names({"s", "0"})), Record(0x18000000, Names({"-", "A", "B"}))}));
+    ASSERT_EQ(gcInit("names.meta", nullptr), 1U);
+    for (const auto& [name, index] : {std::pair("A", 2U), std::pair("B", 2U), std::pair("0", 1U)}) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(CodeAfter([&, group = name, ordinal = index] { EXPECT_EQ(gcGetGroupIndex(group), ordinal); }), 0U);
     }
 }
 

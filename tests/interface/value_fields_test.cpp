@@ -106,13 +106,12 @@ void PrintTo(const Answered& answered, std::ostream* out) {
     *out << "code " << answered.code << ", kind " << answered.kind << ", identifier " << std::hex << answered.id;
 }
 
+/// What a field gives. The words that resolve here are immediates, each the number in its low 24 bits.
 Answered Ask(unsigned name, const std::vector<unsigned>& words, unsigned field) {
     tagGCENTRY entry{name, words};
     gcSetLastError(77);
     const tagGCVALUE value = gcGetValueByID(&entry, field);
-    if (value.dwKind == 0) {
-        EXPECT_EQ(value.qwNumber, 0U);
-    }
+    EXPECT_EQ(value.qwNumber, value.dwKind == 0 ? 0U : value.dwID & 0xFFFFFF);
     return {gcGetLastError(), value.dwKind, value.dwID};
 }
 
