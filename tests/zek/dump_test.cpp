@@ -241,6 +241,29 @@ TEST_F(ZekDump, WhatIsNoImageEndsWithThree) {
     }
 }
 
+/// The library reads zeros behind the end of a debug image, so that a cut one looks like a smaller one.
+TEST_F(ZekDump, DebugImageThatIsCutAnywhereEndsWithThree) {
+    Compile("[DEFINE]\nA = 1\n[PROPERTY]\nB = c\n");
+    const std::string image = Read("a.zkd");
+    for (std::size_t size = 0; size < image.size(); ++size) {
+        Write("x", image.substr(0, size));
+        const Result result = Zek({size % 2 ? "dump" : "tree", "x"});
+        EXPECT_EQ(result.code, 3) << size;
+        EXPECT_EQ(result.out, "") << size;
+        if (size < 20) continue;
+        EXPECT_EQ(result.err, "zek: x: is damaged or cut short\n") << size;
+    }
+}
+
+TEST_F(ZekDump, BytesBehindAnImageAreAllowed) {
+    Compile(kSource);
+    for (const std::string file : {"a.zki", "a.zkd"}) {
+        const std::string shown = Shown({"dump", file});
+        Write(file, Read(file) + std::string(5, '\x7f'));
+        EXPECT_EQ(Shown({"dump", file}), shown);
+    }
+}
+
 /// Whatever a damaged image holds: it is shown or refused.
 TEST_F(ZekDump, DamagedImagesEndInOrder) {
     Compile(kSource);

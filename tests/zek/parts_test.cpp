@@ -58,6 +58,14 @@ TEST(ZekImageBytes, TellWhetherAnImageIsWhole) {
     EXPECT_FALSE(IsWholeCompiledImage(SmallDebugImage()));
 }
 
+TEST(ZekImageBytes, TellWhetherADebugImageIsCut) {
+    const std::string image = SmallDebugImage();
+    EXPECT_TRUE(BeginsWithDebugImage(image));
+    EXPECT_TRUE(BeginsWithDebugImage(image + '\0'));
+    for (std::size_t size = 0; size < image.size(); ++size) EXPECT_FALSE(BeginsWithDebugImage(image.substr(0, size)));
+    EXPECT_FALSE(BeginsWithDebugImage(SmallCompiledImage()));
+}
+
 TEST(ZekImageBytes, GiveThePredefinedNamesThatAreThere) {
     const std::string image = SmallDebugImage();
     EXPECT_EQ(PredefinedNames(image), (std::map<std::string, unsigned>{{"AB", 7}}));

@@ -12,11 +12,10 @@ namespace {
 constexpr const char* kSections[] = {"QUORZEK", "PROPERTY",  "SYSTEM", "GROUP",    "SENSOR", "DEVICE", "ACTION",
                                      "TABLE",   "TAVRGROUP", "GLOBAL", "REPEATER", "DEFINE", "IFDEF"};
 
-/// Room for the longest value of an image; the query does not take the size. Every character shown stands in the image,
-/// but for a comma before each string, which takes four bytes there, and up to ten for a number, which takes four bytes
-/// too: less than three times the image. What an image lacks at its end is read as up to 1 MiB of zeros, whole lists of
-/// empty texts at the most; their commas are well within the 4 MiB.
-std::size_t RoomFor(std::size_t imageSize) { return imageSize * 3 + (std::size_t{4} << 20); }
+/// Room for the longest value of an image, its NUL included; the query does not take the size. Every character shown
+/// stands in the image, but for a comma before each string, which takes four bytes there, and up to ten for a number,
+/// which takes four bytes too: less than three times the image.
+std::size_t RoomFor(std::size_t imageSize) { return imageSize * 3; }
 
 std::optional<std::string> Optional(const char* text) { return text ? std::optional<std::string>(text) : std::nullopt; }
 

@@ -13,6 +13,8 @@
 namespace zek::tool {
 namespace {
 
+constexpr char kDamaged[] = "is damaged or cut short";
+
 Failure NoImage(const std::string& file, const std::string& why) { return Failure(kNoImage, file + ": " + why); }
 
 /// The library's own messages about a load name the copy in memory; the command says it in its own words.
@@ -49,11 +51,13 @@ Image::Image(const std::string& file) {
         throw NoImage(file,
                       "has the format version " + Hexadecimal(version) + ", only " + Hexadecimal(known) + " is known");
     }
+    // The library takes what a debug image lacks at its end for zeros.
+    if (kind_ == ImageKind::kDebug && !BeginsWithDebugImage(bytes)) throw NoImage(file, kDamaged);
     // From a copy, so that kind, size and what is loaded are those of one and the same file, also when it is a pipe.
     const MemoryFile copy(bytes);
     if (!Load(kind_, copy.Name(), &info_)) {
         Unload(kind_);
-        throw NoImage(file, "is damaged or cut short");
+        throw NoImage(file, kDamaged);
     }
     if (kind_ == ImageKind::kDebug) names_ = PredefinedNames(bytes);
     if (kind_ == ImageKind::kCompiled) sectionCount_ = SectionCount(bytes);

@@ -40,6 +40,19 @@ private:
     std::size_t position_;
 };
 
+/// The walk behind the last section of a debug image; over where the bytes end before it.
+Walk BehindDebugImage(std::string_view bytes) {
+    Walk walk(bytes, kNames);
+    for (std::uint32_t names = walk.Word(); names > 0 && walk.IsInside(); --names) {
+        walk.Take(walk.Word());
+        walk.Word();
+    }
+    for (std::uint32_t groups = walk.Word(); groups > 0 && walk.IsInside(); --groups) {
+        for (std::uint32_t sections = walk.Word(); sections > 0 && walk.IsInside(); --sections) walk.Take(walk.Word());
+    }
+    return walk;
+}
+
 /// The magic is a text that ends with a NUL, both within 16 bytes.
 bool BeginsWith(std::string_view bytes, std::string_view magic) {
     return bytes.size() >= kMagicSize && bytes.starts_with(magic) && bytes[magic.size()] == '\0';
@@ -66,15 +79,11 @@ bool IsWholeCompiledImage(std::string_view bytes) {
 }
 
 bool IsWholeDebugImage(std::string_view bytes) {
-    Walk walk(bytes, kNames);
-    for (std::uint32_t names = walk.Word(); names > 0 && walk.IsInside(); --names) {
-        walk.Take(walk.Word());
-        walk.Word();
-    }
-    for (std::uint32_t groups = walk.Word(); groups > 0 && walk.IsInside(); --groups) {
-        for (std::uint32_t sections = walk.Word(); sections > 0 && walk.IsInside(); --sections) walk.Take(walk.Word());
-    }
-    return KindOf(bytes) == ImageKind::kDebug && walk.IsAtEnd();
+    return KindOf(bytes) == ImageKind::kDebug && BehindDebugImage(bytes).IsAtEnd();
+}
+
+bool BeginsWithDebugImage(std::string_view bytes) {
+    return KindOf(bytes) == ImageKind::kDebug && BehindDebugImage(bytes).IsInside();
 }
 
 std::map<std::string, unsigned> PredefinedNames(std::string_view bytes) {

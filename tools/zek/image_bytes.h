@@ -21,6 +21,9 @@ unsigned VersionOf(std::string_view bytes);
 bool IsWholeCompiledImage(std::string_view bytes);
 bool IsWholeDebugImage(std::string_view bytes);
 
+/// Whether every section that a debug image announces is there. Bytes behind the last are allowed.
+bool BeginsWithDebugImage(std::string_view bytes);
+
 /// The number of sections that a compiled image says it has.
 unsigned SectionCount(std::string_view bytes);
 
