@@ -49,15 +49,15 @@ std::vector<std::size_t> LoadedOfCut(std::size_t length) {
             length >= 0x388 ? 256U : 0U};
 }
 
-struct Reading {
+struct ReadResult {
     unsigned result;
     unsigned code;
-    bool operator==(const Reading&) const = default;
+    bool operator==(const ReadResult&) const = default;
 };
 
-void PrintTo(const Reading& reading, std::ostream* out) { *out << reading.result << " with code " << reading.code; }
+void PrintTo(const ReadResult& reading, std::ostream* out) { *out << reading.result << " with code " << reading.code; }
 
-Reading ReadBytes(const std::string& image, tagMETAFILEINFO* info = nullptr) {
+ReadResult ReadBytes(const std::string& image, tagMETAFILEINFO* info = nullptr) {
     std::ofstream("image.meta", std::ios::binary) << image;
     gcSetLastError(77);
     const unsigned result = ReadMeta("image.meta", info);
@@ -65,14 +65,14 @@ Reading ReadBytes(const std::string& image, tagMETAFILEINFO* info = nullptr) {
 }
 
 /// The same after the sections loaded before are freed, which reading does not do.
-Reading ReadAfterFreeing(const std::string& image) {
+ReadResult ReadAfterFreeing(const std::string& image) {
     CompDestory();
     return ReadBytes(image);
 }
 
-constexpr Reading kRead = {1, 77};
-constexpr Reading kNotAnImage = {0, 13};
-constexpr Reading kOtherVersionOrCut = {0, 14};
+constexpr ReadResult kRead = {1, 77};
+constexpr ReadResult kNotAnImage = {0, 13};
+constexpr ReadResult kOtherVersionOrCut = {0, 14};
 
 const SectionWords kOneSection = {0x01000005, {{0x02000015, {0x12000000}}}};
 

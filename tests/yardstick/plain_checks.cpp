@@ -193,18 +193,18 @@ bool SecondPass::SensorList(CZEKEntry& entry, CZEKSection& section) {
 }
 
 bool SecondPass::RepeaterItem(CZEKEntry& entry, CZEKSection& section) {
-    const Parts parts = PartsOf(entry);
-    const std::string& count = parts.strings[0];
-    bool valid = Action(entry, section, parts.strings[1]);
+    const Pieces pieces = PiecesOf(entry);
+    const std::string& count = pieces.strings[0];
+    bool valid = Action(entry, section, pieces.strings[1]);
     valid &= HasPrefix(count, "G_") ? Global(entry, section, count) : Digital(entry, section, count);
-    for (const std::string& text : parts.list) {
+    for (const std::string& text : pieces.list) {
         if (HasPrefix(text, "G_")) {
             valid &= Global(entry, section, text);
         } else if (!HasPrefix(text, "ARG")) {
             valid &= Digital(entry, section, text);
         }
     }
-    valid &= ParamCount(entry, section, parts.strings[1], static_cast<unsigned>(parts.list.size()));
+    valid &= ParamCount(entry, section, pieces.strings[1], static_cast<unsigned>(pieces.list.size()));
     return valid;
 }
 
@@ -215,25 +215,25 @@ bool SecondPass::References(CZEKEntry& entry, CZEKSection& section, const std::v
     return valid;
 }
 
-bool SecondPass::Bus(CZEKEntry& entry, CZEKSection& section, const Parts& parts) {
-    if (parts.type == 11 || parts.type == 12) {
-        if (parts.strings[3] != "0x00") At(File(entry), entry.m_dwLine, "SMBUS address field is wrong!");
-        if (parts.strings[2] != "BUSTYPE_SMBUS") At(File(entry), entry.m_dwLine, " SMBUS type is wrong!");
+bool SecondPass::Bus(CZEKEntry& entry, CZEKSection& section, const Pieces& pieces) {
+    if (pieces.type == 11 || pieces.type == 12) {
+        if (pieces.strings[3] != "0x00") At(File(entry), entry.m_dwLine, "SMBUS address field is wrong!");
+        if (pieces.strings[2] != "BUSTYPE_SMBUS") At(File(entry), entry.m_dwLine, " SMBUS type is wrong!");
     }
-    bool valid = References(entry, section, {parts.strings[0], parts.strings[3]}, 0);
-    valid &= Digital(entry, section, parts.strings[1]);
-    valid &= Digital(entry, section, parts.strings[2]);
-    valid &= References(entry, section, parts.list, 0);
+    bool valid = References(entry, section, {pieces.strings[0], pieces.strings[3]}, 0);
+    valid &= Digital(entry, section, pieces.strings[1]);
+    valid &= Digital(entry, section, pieces.strings[2]);
+    valid &= References(entry, section, pieces.list, 0);
     return valid;
 }
 
 bool SecondPass::Value(CZEKEntry& entry, CZEKSection& section) {
-    const Parts parts = PartsOf(entry);
-    const auto& strings = parts.strings;
-    const auto count = static_cast<unsigned>(parts.list.size());
+    const Pieces pieces = PiecesOf(entry);
+    const auto& strings = pieces.strings;
+    const auto count = static_cast<unsigned>(pieces.list.size());
     bool valid = true;
     unsigned arguments = 0;
-    switch (parts.type) {
+    switch (pieces.type) {
         case 1:
         case 101:
         case 103: return Reference(entry, section, strings[0], 0);
@@ -243,9 +243,9 @@ bool SecondPass::Value(CZEKEntry& entry, CZEKSection& section) {
             return valid;
         case 3:
             valid = Action(entry, section, strings[0]);
-            for (const std::string& text : parts.list)
+            for (const std::string& text : pieces.list)
                 arguments += HasPrefix(text, "ARG") && section.m_strName != "ACTION";
-            valid &= References(entry, section, parts.list, arguments);
+            valid &= References(entry, section, pieces.list, arguments);
             valid &= ParamCount(entry, section, strings[0], count);
             return valid;
         case 4:
@@ -253,13 +253,13 @@ bool SecondPass::Value(CZEKEntry& entry, CZEKSection& section) {
         case 8:
         case 9:
         case 11:
-        case 12: return Bus(entry, section, parts);
+        case 12: return Bus(entry, section, pieces);
         case 6:
             valid = Digital(entry, section, strings[0]);
             valid &= Digital(entry, section, strings[1]);
-            valid &= References(entry, section, parts.list, 0);
+            valid &= References(entry, section, pieces.list, 0);
             return valid;
-        case 7: return References(entry, section, parts.list, 0);
+        case 7: return References(entry, section, pieces.list, 0);
         case 10:
             valid = Table(entry, section, strings[0]);
             valid &= Reference(entry, section, strings[1], 0);
@@ -267,7 +267,7 @@ bool SecondPass::Value(CZEKEntry& entry, CZEKSection& section) {
         case 102:
             valid = Reference(entry, section, strings[0], 0);
             valid &= Action(entry, section, strings[1]);
-            valid &= References(entry, section, parts.list, 0);
+            valid &= References(entry, section, pieces.list, 0);
             valid &= ParamCount(entry, section, strings[1], count);
             return valid;
         case 104: return ValueName(entry, section, strings[0]);

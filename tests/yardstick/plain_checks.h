@@ -35,7 +35,7 @@ private:
     bool SensorList(CZEKEntry& entry, CZEKSection& section);
     bool RepeaterItem(CZEKEntry& entry, CZEKSection& section);
     bool Value(CZEKEntry& entry, CZEKSection& section);
-    bool Bus(CZEKEntry& entry, CZEKSection& section, const Parts& parts);
+    bool Bus(CZEKEntry& entry, CZEKSection& section, const Pieces& pieces);
     bool References(CZEKEntry& entry, CZEKSection& section, const std::vector<std::string>& texts, unsigned bound);
 
     bool Digital(CZEKEntry& entry, CZEKSection& section, const std::string& text);

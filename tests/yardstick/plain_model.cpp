@@ -86,23 +86,23 @@ const std::vector<std::string>& List(const CZEKEntry& entry) {
     return *static_cast<const std::vector<std::string>*>(entry.m_ZekEntryData.GetData());
 }
 
-Parts PartsOf(CZEKEntry& entry) {
+Pieces PiecesOf(CZEKEntry& entry) {
     Fields fields;
-    Parts parts;
+    Pieces pieces;
     if ((entry.m_dwType & 0xFFFF0000) == 0x10100000) {
         entry.m_ZekEntryData.GetBuffer(fields.bytes);
         fields.Word();
-        parts.strings = fields.Strs(2);
-        parts.list = fields.Strs(fields.Word());
-        return parts;
+        pieces.strings = fields.Strs(2);
+        pieces.list = fields.Strs(fields.Word());
+        return pieces;
     }
     static_cast<CGeValue*>(entry.m_ZekEntryData.GetData())->GetBuffer(fields.bytes);
-    parts.type = fields.Word();
+    pieces.type = fields.Word();
     fields.Str();
-    const auto [strings, list] = ShapeOf(parts.type);
-    parts.strings = fields.Strs(strings);
-    if (list) parts.list = fields.Strs(fields.Word());
-    return parts;
+    const auto [strings, list] = ShapeOf(pieces.type);
+    pieces.strings = fields.Strs(strings);
+    if (list) pieces.list = fields.Strs(fields.Word());
+    return pieces;
 }
 
 std::string File(const CZEKObj& object) {

@@ -9,7 +9,7 @@
 namespace zek::test::plain {
 
 /// A value or a repeater item taken apart.
-struct Parts {
+struct Pieces {
     unsigned type = 0;
     std::vector<std::string> strings;
     std::vector<std::string> list;
@@ -25,7 +25,7 @@ bool HoldsData(const CZEKEntry* entry);
 /// The text of an entry, or null when there is no entry or it holds no text.
 const std::string* Text(const CZEKEntry* entry);
 const std::vector<std::string>& List(const CZEKEntry& entry);
-Parts PartsOf(CZEKEntry& entry);
+Pieces PiecesOf(CZEKEntry& entry);
 
 /// The source file behind its last backslash.
 std::string File(const CZEKObj& object);
