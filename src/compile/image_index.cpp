@@ -17,13 +17,13 @@ bool HasFreeNames(unsigned identifier) {
 
 }  // namespace
 
-ImageIndex::Stamp ImageIndex::Now() {
+ImageStamp ImageStamp::Now() {
     if (g_GCHead.empty()) return {g_changes, KeysInTables(), 0, nullptr, nullptr};
     return {g_changes, KeysInTables(), g_GCHead.size(), g_GCHead.front(), g_GCHead.back()};
 }
 
 ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
-    if (const Stamp now = Now(); stamp_ != now || g_GCHead.size() <= kWalkedAtOnce) {
+    if (const ImageStamp now = ImageStamp::Now(); stamp_ != now || g_GCHead.size() <= kWalkedAtOnce) {
         stamp_ = now;
         kinds_ = {};
         other_ = {};

@@ -1,15 +1,14 @@
 /// The sections of the loaded image by kind, name and id. Stands beside the list of sections because walking all of it
-/// for every query would make each as slow as the image is large. Relies on the published records.
+/// for every query would make each as slow as the image is large. Relies on image_stamp.h.
 #pragma once
 
 #include <array>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
-#include "zekcomp/records.h"
+#include "compile/image_stamp.h"
 
 namespace zek {
 
@@ -31,7 +30,7 @@ public:
     Found WithID(unsigned identifier, unsigned number);
 
 private:
-    using Names = std::unordered_map<std::string_view, tagGCSECT*>;
+    using Names = std::unordered_map<std::string, tagGCSECT*>;
     using IDs = std::unordered_map<unsigned, tagGCSECT*>;
     struct Kind {
         unsigned identifier = 0;
@@ -41,24 +40,12 @@ private:
         bool hasNames = false;
         bool hasIDs = false;
     };
-    /// What the kinds were made of.
-    struct Stamp {
-        unsigned changes = 0;
-        std::size_t keys = 0;
-        std::size_t sections = 0;
-        const tagGCSECT* first = nullptr;
-        const tagGCSECT* last = nullptr;
-
-        bool operator==(const Stamp&) const = default;
-    };
-
-    static Stamp Now();
     /// The kind of an identifier, brought up to date.
     Kind& KindOf(unsigned identifier);
     static void ReadNames(Kind& kind);
     static void ReadIDs(Kind& kind);
 
-    Stamp stamp_;
+    ImageStamp stamp_;
     std::array<Kind, 12> kinds_;  ///< by the ordinal of the identifiers that the compiler writes
     Kind other_;                  ///< the kind of any other identifier, the one that was asked for last
 };

@@ -1,11 +1,13 @@
 /// From an identifier back to its key. Stands beside a table's map because walking the map for every identifier would
-/// make each query as slow as the image is large. Relies on the standard library.
+/// make each query as slow as the image is large. Relies on image_stamp.h.
 #pragma once
 
 #include <algorithm>
 #include <map>
 #include <unordered_map>
 #include <vector>
+
+#include "compile/image_stamp.h"
 
 namespace zek {
 
@@ -19,9 +21,6 @@ std::vector<const Key*> KeysByIdentifier(const std::map<Key, unsigned>& table, u
     }
     return keys;
 }
-
-/// A table or list of no more than this many is walked at every look-up, so that whatever a host changes in it is seen.
-inline constexpr std::size_t kWalkedAtOnce = 64;
 
 /// Follows one table: made anew when the table's size or the count of our own changes differs from what it was made
 /// for. A host that changes a larger table itself is followed when it changes the table's size.

@@ -39,5 +39,6 @@ unsigned g_changes = 0;
 std::array<ReverseIndex<std::string>, 10> g_nameIndexes;
 ReverseIndex<unsigned> g_numberIndex;
 ImageIndex g_imageIndex;
+EntryIndex g_entryIndex;
 
 }  // namespace zek

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "compile/entry_index.h"
 #include "compile/image_index.h"
 #include "compile/reverse_index.h"
 
@@ -13,5 +14,6 @@ extern unsigned g_changes;
 extern std::array<ReverseIndex<std::string>, 10> g_nameIndexes;
 extern ReverseIndex<unsigned> g_numberIndex;
 extern ImageIndex g_imageIndex;
+extern EntryIndex g_entryIndex;
 
 }  // namespace zek

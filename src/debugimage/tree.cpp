@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "debugimage/state.h"
+#include "model/state.h"
 
 namespace zek {
 
@@ -85,6 +86,7 @@ void TakeEntry(ByteReader& in, CZEKEntry& entry) {
     ByteReader common = in.Block();
     TakeObject(common, entry);
     ByteReader data = in.Block();
+    ++g_modelChanges;
     TakeEntryData(data, entry.m_ZekEntryData);
 }
 

@@ -7,6 +7,7 @@
 #include "check/vocabulary.h"
 #include "debugimage/debug_image.h"
 #include "interface/answer.h"
+#include "interface/visible_entries.h"
 #include "model/section.h"
 #include "model/value_shapes.h"
 
@@ -85,11 +86,9 @@ CZEKSection* gdGetSectByIndex(unsigned kind, unsigned index) {
 
 CZEKEntry* gdGetEntryByIndex(CZEKSection* section, unsigned index) {
     if (!section) return AnswerGd<CZEKEntry*>(zek::kNoSection, nullptr);
-    std::size_t counted = 0;
-    for (CZEKEntry* entry : section->m_vpEntry) {
-        if (zek::HoldsData(*entry) && counted++ == index) return AnswerGd(zek::kNoError, entry);
-    }
-    return AnswerGc<CZEKEntry*>(counted > 0 ? zek::kOutOfRange : zek::kNoEntry, nullptr);
+    const std::vector<CZEKEntry*>& visible = zek::g_visibleEntries.Of(*section);
+    if (index < visible.size()) return AnswerGd(zek::kNoError, visible[index]);
+    return AnswerGc<CZEKEntry*>(visible.empty() ? zek::kNoEntry : zek::kOutOfRange, nullptr);
 }
 
 unsigned gdGetSectID(CZEKSection* section) {

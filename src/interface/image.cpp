@@ -35,15 +35,6 @@ tagGCENTRY* AnswerEntry(tagGCENTRY& entry, unsigned* name) {
     return AnswerGc(kNoError, &entry);
 }
 
-/// The first entry that the test takes, or null with the code for a section with entries.
-template <class Test>
-tagGCENTRY* FirstCompiled(tagGCSECT* section, unsigned* name, ErrorCode noMatch, Test&& test) {
-    if (!section) return AnswerGc<tagGCENTRY*>(kNoSection, nullptr);
-    const auto entry = std::find_if(section->vEntries.begin(), section->vEntries.end(), test);
-    if (entry != section->vEntries.end()) return AnswerEntry(*entry, name);
-    return AnswerGc<tagGCENTRY*>(section->vEntries.empty() ? kNoEntry : noMatch, nullptr);
-}
-
 tagGCVALUE SelectedWord(const tagGCENTRY& entry, unsigned type, unsigned field) {
     const std::optional<std::size_t> word = WordOfField(type, field, entry.vdwValues.size());
     if (!word || entry.vdwValues[*word] == kIdUnresolved) return Nothing(kNoData);
@@ -100,15 +91,15 @@ tagGCENTRY* gcGetEntryByIndex(tagGCSECT* section, unsigned index, unsigned* name
 }
 
 tagGCENTRY* gcGetEntryByName(tagGCSECT* section, const std::string& name, unsigned* id) {
-    return zek::FirstCompiled(section, id, zek::kNoSuchName, [&name](const tagGCENTRY& entry) {
-        const tagGCVALUE own = GetTblData(entry.dwName);
-        return own.dwKind == 2 && name == own.pszName;
-    });
+    if (!section) return AnswerGc<tagGCENTRY*>(zek::kNoSection, nullptr);
+    if (tagGCENTRY* entry = zek::g_entryIndex.Named(*section, name)) return zek::AnswerEntry(*entry, id);
+    return AnswerGc<tagGCENTRY*>(section->vEntries.empty() ? zek::kNoEntry : zek::kNoSuchName, nullptr);
 }
 
 tagGCENTRY* gcGetEntryByType(tagGCSECT* section, unsigned name) {
-    return zek::FirstCompiled(section, nullptr, zek::kNoEntry,
-                              [name](const tagGCENTRY& entry) { return entry.dwName == name; });
+    if (!section) return AnswerGc<tagGCENTRY*>(zek::kNoSection, nullptr);
+    tagGCENTRY* entry = zek::g_entryIndex.WithName(*section, name);
+    return AnswerGc(entry ? zek::kNoError : zek::kNoEntry, entry);
 }
 
 unsigned gcGetValueCount(tagGCENTRY* entry) {

@@ -4,6 +4,7 @@
 
 #include "check/vocabulary.h"
 #include "model/section_kinds.h"
+#include "model/state.h"
 
 namespace zek {
 
@@ -94,6 +95,7 @@ void CZEKSection::Declare(zek::SectionList& list, const zek::SectionKind& kind) 
     if (std::find(m_svpHSection.begin(), m_svpHSection.end(), &list) == m_svpHSection.end())
         m_svpHSection.push_back(&list);
     list.push_back(this);
+    ++zek::g_modelChanges;
     m_vpEntry.reserve(kind.declared.size());
     for (const zek::DeclaredEntry& entry : kind.declared) {
         m_vpEntry.push_back(zek::NewEntry(entry.type, entry.notation).release());
@@ -106,6 +108,7 @@ void CZEKSection::Destory() {
         list->clear();
     }
     g_tblPreDefine.clear();
+    ++zek::g_modelChanges;
 }
 
 zek::SectionList* FindSectHead(unsigned type) {

@@ -8,6 +8,8 @@ std::vector<std::string> CZEKObj::m_svstrIncFiles;
 namespace zek {
 // Follows m_svstrIncFiles.
 FileIndex g_fileIndex;
+// Advances whenever our functions make a section, destroy the model, or give an entry its data.
+unsigned g_modelChanges = 0;
 }  // namespace zek
 
 // Each kind's list is entered when its first section is made, and stays; never emptied.

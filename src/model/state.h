@@ -6,5 +6,6 @@
 namespace zek {
 
 extern FileIndex g_fileIndex;
+extern unsigned g_modelChanges;
 
 }  // namespace zek

@@ -299,4 +299,25 @@ TEST_F(DebugQuery, InOneProcessGivesWhatAnotherChecked) {
     EXPECT_EQ(gdGetSectByIndex(4, 0), nullptr);
 }
 
+TEST_F(DebugQuery, CountsTheEntriesOfALongSectionAsThoseOfAShortOne) {
+    std::string source = "[SENSOR]\n";
+    for (int i = 0; i < 1000; ++i) source += "P_" + std::to_string(i) + " = x\n";
+    Source(source);
+    CZEKSection* sensor = gdGetSectByIndex(5, 0);
+    const auto keyAt = [&](unsigned index) { return gdGetEntryName(gdGetEntryByIndex(sensor, index)); };
+    EXPECT_STREQ(keyAt(0), "P_0");
+    EXPECT_STREQ(keyAt(999), "P_999");
+    EXPECT_STREQ(keyAt(500), "P_500");
+    EXPECT_EQ(SlotsAfter([&] { EXPECT_EQ(gdGetEntryByIndex(sensor, 1000), nullptr); }), "gc 4, gd 88");
+    // A declared entry that gets its data stands before them.
+    sensor->SetEntry("main.zek", "NAME", "S", 1);
+    EXPECT_STREQ(keyAt(0), "NAME");
+    EXPECT_STREQ(keyAt(1000), "P_999");
+    gdUnInit();
+    Source("[SENSOR]\nP_only = x\n");
+    sensor = gdGetSectByIndex(5, 0);
+    EXPECT_STREQ(keyAt(0), "P_only");
+    EXPECT_EQ(gdGetEntryByIndex(sensor, 1), nullptr);
+}
+
 }  // namespace zek::test

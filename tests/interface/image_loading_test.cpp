@@ -150,4 +150,28 @@ TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostChangesTheEndsOfALongList) 
     g_GCHead.clear();
 }
 
+TEST_F(ImageLoading, FindsTheEntriesOfALongSectionAsThoseOfAShortOne) {
+    std::string source = "[PROPERTY]\n";
+    for (int i = 0; i < 1000; ++i) source += "key " + std::to_string(i) + " = x\n";
+    ASSERT_EQ(Check(source), 1U);
+    ASSERT_EQ(gccOutput("long.meta"), 1U);
+    ASSERT_EQ(gcInit("long.meta", nullptr), 1U);
+    tagGCSECT* section = gcGetSectByIndex(0x01000002, 0);
+    unsigned name = 0;
+    for (unsigned i : {0U, 64U, 999U}) {
+        SCOPED_TRACE(i);
+        tagGCENTRY* entry = &section->vEntries[i];
+        EXPECT_EQ(gcGetEntryByName(section, "key " + std::to_string(i), &name), entry);
+        EXPECT_EQ(name, 0x03000000U + i);
+        EXPECT_EQ(gcGetEntryByType(section, name), entry);
+    }
+    EXPECT_EQ(CodeAfter([&] { EXPECT_EQ(gcGetEntryByName(section, "key 1000", &name), nullptr); }), 7U);
+    EXPECT_EQ(name, 0x03000000U + 999);
+    EXPECT_EQ(CodeAfter([&] { EXPECT_EQ(gcGetEntryByType(section, 0x02000015), nullptr); }), 2U);
+    // Entries of one name: the first is found. The section's entries have moved.
+    section->vEntries.insert(section->vEntries.begin(), section->vEntries.back());
+    EXPECT_EQ(gcGetEntryByName(section, "key 999", &name), &section->vEntries[0]);
+    EXPECT_EQ(gcGetEntryByType(section, name), &section->vEntries[0]);
+}
+
 }  // namespace zek::test

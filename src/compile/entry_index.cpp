@@ -1,0 +1,67 @@
+#include "compile/entry_index.h"
+
+#include <algorithm>
+
+#include "compile/compile.h"
+#include "compile/tables.h"
+
+namespace zek {
+
+namespace {
+
+template <class Map, class Key>
+tagGCENTRY* Find(const Map& map, const Key& key) {
+    const auto place = map.find(key);
+    return place == map.end() ? nullptr : place->second;
+}
+
+template <class Test>
+tagGCENTRY* Walk(tagGCSECT& section, Test&& test) {
+    const auto entry = std::find_if(section.vEntries.begin(), section.vEntries.end(), test);
+    return entry == section.vEntries.end() ? nullptr : &*entry;
+}
+
+}  // namespace
+
+tagGCENTRY* EntryIndex::Named(tagGCSECT& section, const std::string& name) {
+    if (const Entries* entries = Of(section)) return Find(entries->byText, name);
+    return Walk(section, [&name](const tagGCENTRY& entry) {
+        const tagGCVALUE own = GetTblData(entry.dwName);
+        return own.dwKind == 2 && name == own.pszName;
+    });
+}
+
+tagGCENTRY* EntryIndex::WithName(tagGCSECT& section, unsigned identifier) {
+    if (const Entries* entries = Of(section)) return Find(entries->byIdentifier, identifier);
+    return Walk(section, [identifier](const tagGCENTRY& entry) { return entry.dwName == identifier; });
+}
+
+EntryIndex::Entries* EntryIndex::Of(tagGCSECT& section) {
+    if (section.vEntries.size() <= kWalkedAtOnce) return nullptr;
+    if (const ImageStamp now = ImageStamp::Now(); stamp_ != now) {
+        stamp_ = now;
+        long_.clear();
+        for (const tagGCSECT* listed : g_GCHead) {
+            if (listed->vEntries.size() > kWalkedAtOnce) long_[listed];
+        }
+    }
+    const auto place = long_.find(&section);
+    if (place == long_.end()) return nullptr;
+    Entries& entries = place->second;
+    if (entries.first != section.vEntries.data() || entries.count != section.vEntries.size()) entries = Read(section);
+    return &entries;
+}
+
+EntryIndex::Entries EntryIndex::Read(tagGCSECT& section) {
+    Entries entries;
+    entries.first = section.vEntries.data();
+    entries.count = section.vEntries.size();
+    for (tagGCENTRY& entry : section.vEntries) {
+        entries.byIdentifier.try_emplace(entry.dwName, &entry);
+        const tagGCVALUE name = GetTblData(entry.dwName);
+        if (name.dwKind == 2) entries.byText.try_emplace(name.pszName, &entry);
+    }
+    return entries;
+}
+
+}  // namespace zek

@@ -1,0 +1,27 @@
+/// What an index over the loaded image was made of, to tell whether it is still good. Relies on the published records.
+#pragma once
+
+#include <cstddef>
+
+#include "zekcomp/records.h"
+
+namespace zek {
+
+/// Differs as soon as one of our functions has changed a table or the list of sections, or a host has changed a table's
+/// size, the list's size, or its first or last section.
+struct ImageStamp {
+    unsigned changes = 0;
+    std::size_t keys = 0;
+    std::size_t sections = 0;
+    const tagGCSECT* first = nullptr;
+    const tagGCSECT* last = nullptr;
+
+    static ImageStamp Now();
+    bool operator==(const ImageStamp&) const = default;
+};
+
+/// A table, list or section of no more than this many is walked at every look-up: that is quick, and whatever a host
+/// changes in it is seen.
+inline constexpr std::size_t kWalkedAtOnce = 64;
+
+}  // namespace zek
