@@ -30,6 +30,12 @@ TEST_F(Commands, ShowTheTreeOfTheReadme) {
     EXPECT_EQ(Read("stdout"), Block("README.md", "text zek tree"));
 }
 
+TEST_F(Commands, CheckAFaultySourceAsThePageShows) {
+    Write("faulty.zek", Block("docs/language.md", "zek faulty.zek"));
+    EXPECT_EQ(Zek("check faulty.zek"), 1);
+    EXPECT_EQ(Read("stderr"), Block("docs/language.md", "text zek check"));
+}
+
 TEST_F(Commands, WriteTheCompiledImageThatThePageShows) {
     Compile("docs/compiled-image.md", "board.zek");
     EXPECT_EQ(Shown("docs/compiled-image.md", "board.zki"), Written("board.zki"));
