@@ -34,7 +34,8 @@ std::vector<tagGCSECT*> g_GCHead;
 
 namespace zek {
 
-// Advances with every change that our functions make to a table or to g_GCHead; the indexes below follow it.
+// Advances with every change of our functions that numbers a key or replaces a table or g_GCHead; the indexes below
+// follow it.
 unsigned g_changes = 0;
 std::array<ReverseIndex<std::string>, 10> g_nameIndexes;
 ReverseIndex<unsigned> g_numberIndex;
