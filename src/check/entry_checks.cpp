@@ -47,7 +47,8 @@ std::uint64_t ArgumentNumber(const std::string& name) {
 /// Whether a key is the keyword of its entry, or the keyword of a family and a suffix that suits the family.
 bool IsNameOf(const CZEKEntry& entry, const std::string& keyword) {
     const std::string& key = entry.m_strName;
-    if (key == keyword) return true;
+    // The empty keyword is that of the free-named entries: an empty key is not their name.
+    if (key == keyword) return !key.empty();
     if (!IsFamily(entry) || !HasPrefix(key, keyword)) return false;
     switch (entry.m_dwType) {
         case kDefinition:

@@ -10,7 +10,8 @@ namespace zek {
 
 class FileIndex {
 public:
-    /// The first position of `file` in `files`, where it is appended when absent.
+    /// The position of `file` in `files`, where it is appended when absent. In a list in which it stands more than
+    /// once, the first, or the one where it was found before.
     unsigned PositionIn(std::vector<std::string>& files, const std::string& file);
 
 private:

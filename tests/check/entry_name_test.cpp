@@ -25,7 +25,8 @@ TEST_P(EntryKey, IsAKeywordOrASuffixThatSuitsItsFamily) {
 
 INSTANTIATE_TEST_SUITE_P(
     FreeName, EntryKey,
-    testing::Values(KeyRow{"Property", "PROPERTY", "a1", true},
+    testing::Values(KeyRow{"Property", "PROPERTY", "a1", true}, KeyRow{"EmptyProperty", "PROPERTY", "", false},
+                    KeyRow{"EmptyDefine", "DEFINE", "", false}, KeyRow{"EmptyRepeater", "REPEATER", "", false},
                     KeyRow{"PropertyBeginsWithDigit", "PROPERTY", "1a", false},
                     KeyRow{"PropertyBeginsWithMark", "PROPERTY", "_0", true}, KeyRow{"Define", "DEFINE", "A", true},
                     KeyRow{"DefineBeginsWithDigit", "DEFINE", "9", false},
