@@ -134,30 +134,77 @@ TEST_F(ZekMessages, VerboseShowsTheReadingToo) {
     EXPECT_EQ(Said("[DEFINE]\nB = 1\n"), "");
 }
 
-/// Both are c.zek to the library; the line, the section and the key tell them apart.
-TEST_F(ZekMessages, FilesOfOneNameAreToldApart) {
-    for (const char* folder : {"x", "y"}) {
-        std::filesystem::create_directory(folder);
-        Write(std::string(folder) + "/part.zek", "[INCLUDE]\nFILE = c.zek\n");
+/// Both x/c.zek and y/c.zek are c.zek to the library.
+class ZekFilesOfOneName : public ZekMessages {
+protected:
+    static std::string Said(const std::string& x, const std::string& y) {
+        for (const char* folder : {"x", "y"}) {
+            std::filesystem::create_directory(folder);
+            Write(std::string(folder) + "/part.zek", "[INCLUDE]\nFILE = c.zek\n");
+        }
+        Write("x/c.zek", x);
+        Write("y/c.zek", y);
+        return ZekMessages::Said("[INCLUDE]\nFILE = x/part.zek\nFILE = y/part.zek\n");
     }
-    Write("x/c.zek", "[GLOBAL]\nG_X = no\n");
-    Write("y/c.zek", "\n[GLOBAL]\nG_Y = no\n");
-    const std::string text = "[INCLUDE]\nFILE = x/part.zek\nFILE = y/part.zek\n";
-    EXPECT_EQ(Said(text),
+};
+
+TEST_F(ZekFilesOfOneName, AreToldApartByLineSectionKeyAndValue) {
+    EXPECT_EQ(Said("[GLOBAL]\nG_X = no\n", "\n[GLOBAL]\nG_X = no\n"),
               "x/c.zek:2: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
-              "y/c.zek:3: error: [GLOBAL]:G_Y, Value operator type(no) is invalid.\n"
+              "y/c.zek:3: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
               "a.zek: 2 errors\n");
-    Write("y/c.zek", "[GLOBAL]\nG_X = nor this\n");
-    EXPECT_EQ(Said(text),
+    EXPECT_EQ(Said("[PROPERTY]\nG_X = no\n", "[GLOBAL]\nG_X = no\n"),
+              "y/c.zek:2: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\na.zek: 1 error\n");
+    EXPECT_EQ(Said("[GLOBAL]\nG_X = no\n", "[GLOBAL]\nG_Y = no\n"),
               "x/c.zek:2: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
-              "y/c.zek:2: note: or here; both files were included as c.zek\n"
-              "x/c.zek:2: error: [GLOBAL]:G_X, Value operator type(nor this) is invalid.\n"
-              "y/c.zek:2: note: or here; both files were included as c.zek\n"
+              "y/c.zek:2: error: [GLOBAL]:G_Y, Value operator type(no) is invalid.\n"
               "a.zek: 2 errors\n");
-    // What is said while a file is being read is about that file.
-    Write("y/c.zek", "[DEFINE]\n1A = 1\n");
-    Write("x/c.zek", "[DEFINE]\nA = 1\n");
-    EXPECT_TRUE(Said(text).starts_with("y/c.zek:2: error: [DEFINE]:1A, Entry name is invalid.\n"));
+    EXPECT_EQ(Said("[GLOBAL]\nG_X = no\n", "[GLOBAL]\nG_X = nor this\n"),
+              "x/c.zek:2: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
+              "y/c.zek:2: error: [GLOBAL]:G_X, Value operator type(nor this) is invalid.\n"
+              "a.zek: 2 errors\n");
+}
+
+TEST_F(ZekFilesOfOneName, ShareTheMessagesWhereEachHasOne) {
+    EXPECT_EQ(Said("[GLOBAL]\nG_X = no\n", "[GLOBAL]\nG_X = no\n"),
+              "x/c.zek:2: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
+              "y/c.zek:2: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
+              "a.zek: 2 errors\n");
+    // The library comes to the included section first.
+    EXPECT_EQ(Said("[INCLUDE]\nFILE = ../y/part.zek\n[GLOBAL]\nG_X = no\n", "\n\n[GLOBAL]\nG_X = no\n"),
+              "x/../y/c.zek:4: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
+              "x/c.zek:4: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
+              "y/c.zek:4: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
+              "a.zek: 3 errors\n");
+}
+
+TEST_F(ZekFilesOfOneName, AreAllNamedWhereNothingTellsThemApart) {
+    // Only the second lacks something, but the first says the same there.
+    EXPECT_EQ(Said("[DEFINE]\nW = 1\n[GLOBAL]\nG_X = W,1\n", "[DEFINE]\nV = 1\n[GLOBAL]\nG_X = W\n"),
+              "x/c.zek:4: error: [GLOBAL]:G_X, Not enough sub-strings for value type W.\n"
+              "y/c.zek:4: note: or here; both files were included as c.zek\n"
+              "a.zek: 1 error\n");
+}
+
+TEST_F(ZekFilesOfOneName, EarlierPlaceIsTheOtherOne) {
+    EXPECT_EQ(Said("[PROPERTY]\nA = 1\n", "[PROPERTY]\nA = 2\n"),
+              "y/c.zek:2: error: [PROPERTY], Entry A is redefined.It has been defined in Line[x/c.zek:2].\n"
+              "a.zek: 1 error\n");
+    const std::string first = "[TABLE]\nNAME = A\nTYPE = 1\n";
+    const std::string second = "[TABLE]\nNAME = B\nTYPE = 1\n";
+    const std::string third = "[TABLE]\nTYPE = 1\nNAME = B\n";
+    EXPECT_EQ(Said(first + third, second),
+              "y/c.zek:2: error: [TABLE], NAME B is redefined.It has been defined in Line[x/c.zek:6].\n"
+              "a.zek: 1 error\n");
+    EXPECT_EQ(Said(first, second + third),
+              "y/c.zek:6: error: [TABLE], NAME B is redefined.It has been defined in Line[y/c.zek:2].\n"
+              "a.zek: 1 error\n");
+}
+
+/// What is said while a file is being read is about that file.
+TEST_F(ZekFilesOfOneName, AreKnownWhileTheyAreRead) {
+    EXPECT_TRUE(Said("[DEFINE]\nA = 1\n", "[DEFINE]\n1A = 1\n")
+                    .starts_with("y/c.zek:2: error: [DEFINE]:1A, Entry name is invalid.\n"));
 }
 
 TEST_F(ZekMessages, AreSafeForATerminal) {

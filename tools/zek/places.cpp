@@ -15,27 +15,65 @@ std::string FirstText(const std::string& value) {
     return value.substr(quote + 1, closing == std::string::npos ? closing : closing - quote - 1);
 }
 
+/// Whether a text is a sub-string of a value: between commas, quotes or its ends, but for blanks.
+bool IsSubString(const std::string& value, const std::string& text) {
+    const auto isBound = [&](std::size_t at) { return at == value.npos || value[at] == ',' || value[at] == '"'; };
+    for (std::size_t at = 0; (at = value.find(text, at)) != value.npos; ++at) {
+        const std::size_t before = at == 0 ? value.npos : value.find_last_not_of(" \t", at - 1);
+        if (isBound(before) && isBound(value.find_first_not_of(" \t", at + text.size()))) return true;
+    }
+    return false;
+}
+
+bool Fits(const SourceLine& line, const Wanted& wanted) {
+    if (!wanted.section.empty() && line.section->name != wanted.section) return false;
+    if (!wanted.key.empty() && (!line.item || line.item->key != wanted.key)) return false;
+    return std::all_of(wanted.texts.begin(), wanted.texts.end(),
+                       [&](const std::string& text) { return line.item && IsSubString(line.item->value, text); });
+}
+
 }  // namespace
 
 Places::Places(const std::vector<SourceFile>& files, SourceIndex& index) : files_(files), index_(index) {
-    for (const SourceFile& file : files) {
-        std::vector<std::string>& paths = pathsByName_[NameInMessages(file.name)];
-        if (std::find(paths.begin(), paths.end(), file.path) == paths.end()) paths.push_back(file.path);
-    }
+    for (std::size_t i = 0; i < files.size(); ++i) openings_[NameInMessages(files[i].name)].push_back(i);
 }
 
 std::vector<Place> Places::Of(const Wanted& wanted) {
     if (wanted.line == 0 && !files_.empty()) return {{files_.front().path, 0}};
-    const auto known = pathsByName_.find(wanted.name);
-    if (known == pathsByName_.end()) return {{wanted.name, wanted.line}};
-    std::vector<Place> all;
-    std::vector<Place> fitting;
-    for (const std::string& path : known->second) {
-        all.push_back({path, wanted.line});
-        if (known->second.size() == 1) break;
-        if (index_.Stands(path, wanted.line, wanted.section, wanted.key)) fitting.push_back(all.back());
+    const auto known = openings_.find(wanted.name);
+    if (known == openings_.end()) return {{wanted.name, wanted.line}};
+    const std::vector<std::size_t>& openings = known->second;
+    if (IsOneFile(openings)) return {{files_[openings[0]].path, wanted.line}};
+    std::vector<Place> places = Fitting(wanted, openings);
+    // A text need not stand in the value as the message has it.
+    if (places.empty()) places = Fitting({wanted.name, wanted.line, wanted.section, wanted.key, {}}, openings);
+    if (!places.empty()) return places;
+    for (const std::size_t opening : openings) places.push_back({files_[opening].path, wanted.line});
+    return places;
+}
+
+bool Places::IsOneFile(const std::vector<std::size_t>& openings) const {
+    return std::all_of(openings.begin(), openings.end(),
+                       [&](std::size_t opening) { return files_[opening].path == files_[openings[0]].path; });
+}
+
+std::vector<Place> Places::Fitting(const Wanted& wanted, const std::vector<std::size_t>& openings) {
+    SectionsRead();
+    std::vector<std::pair<Order, std::size_t>> fitting;
+    for (const std::size_t opening : openings) {
+        const std::optional<SourceLine> line = index_.At(files_[opening].path, wanted.line);
+        if (line && Fits(*line, wanted)) fitting.emplace_back(OrderOf(opening, *line), opening);
     }
-    return fitting.empty() ? all : fitting;
+    std::sort(fitting.begin(), fitting.end());
+    std::vector<Place> places;
+    for (const auto& [order, opening] : fitting) places.push_back({files_[opening].path, wanted.line});
+    return places;
+}
+
+Places::Order Places::OrderOf(std::size_t opening, const SourceLine& line) const {
+    // One that was not met in the reading again comes last.
+    if (line.position >= positions_[opening].size()) return {read_.size(), opening};
+    return {kinds_.at(line.section->name), positions_[opening][line.position]};
 }
 
 const std::vector<Place>& Places::SectionsWithout(const std::string& section, const std::string& key) {
@@ -52,6 +90,8 @@ const std::vector<Place>& Places::SectionsWithout(const std::string& section, co
 void Places::ReadAgain(std::size_t position, const std::vector<std::vector<std::size_t>>& included) {
     auto next = included[position].begin();
     for (const SourceSection& section : index_.Sections(files_[position].path)) {
+        kinds_.try_emplace(section.name, read_.size());
+        positions_[position].push_back(read_.size());
         read_.push_back({&files_[position].path, &section});
         if (section.name != "INCLUDE") continue;
         for (const SourceItem& item : section.items) {
@@ -66,6 +106,7 @@ const std::vector<Places::ReadSection>& Places::SectionsRead() {
     if (!read_.empty() || files_.empty()) return read_;
     std::vector<std::vector<std::size_t>> included(files_.size());
     for (std::size_t i = 1; i < files_.size(); ++i) included[files_[i].includer].push_back(i);
+    positions_.resize(files_.size());
     ReadAgain(0, included);
     return read_;
 }

@@ -16,14 +16,17 @@ namespace zek::tool {
 struct Place {
     std::string path;
     unsigned line = 0;
+
+    bool operator==(const Place&) const = default;
 };
 
 /// What a message says of the place.
 struct Wanted {
-    std::string name;     ///< the file as the library calls it
-    unsigned line = 0;    ///< 0: the main source, the library gives no line
-    std::string section;  ///< empty: any
-    std::string key;      ///< empty: any
+    std::string name;                ///< the file as the library calls it
+    unsigned line = 0;               ///< 0: the main source, the library gives no line
+    std::string section;             ///< empty: any
+    std::string key;                 ///< empty: any
+    std::vector<std::string> texts;  ///< what the message quotes of the value
 };
 
 class Places {
@@ -31,7 +34,8 @@ public:
     /// Both must outlive this.
     Places(const std::vector<SourceFile>& files, SourceIndex& index);
 
-    /// All places that it can be, at least one; more than one only where nothing tells them apart.
+    /// All places that it can be, at least one, in the order in which the library comes to them. A file that was
+    /// read several times counts as often, where another has its name.
     std::vector<Place> Of(const Wanted& wanted);
 
     /// The headers of all sections of that name without an item of that key, in the order in which they were read.
@@ -43,14 +47,22 @@ private:
         const SourceSection* section;
     };
 
+    /// The order in which the library checks sections: that of the kinds, then that of the reading.
+    using Order = std::pair<std::size_t, std::size_t>;
+
+    bool IsOneFile(const std::vector<std::size_t>& openings) const;
+    std::vector<Place> Fitting(const Wanted& wanted, const std::vector<std::size_t>& openings);
+    Order OrderOf(std::size_t opening, const SourceLine& line) const;
     void ReadAgain(std::size_t position, const std::vector<std::vector<std::size_t>>& included);
     const std::vector<ReadSection>& SectionsRead();
 
     const std::vector<SourceFile>& files_;
     SourceIndex& index_;
-    std::map<std::string, std::vector<std::string>> pathsByName_;
+    std::map<std::string, std::vector<std::size_t>> openings_;  // by the name in messages: positions in files_
     std::map<std::pair<std::string, std::string>, std::vector<Place>> without_;
     std::vector<ReadSection> read_;
+    std::vector<std::vector<std::size_t>> positions_;  // in read_, of each file's sections
+    std::map<std::string, std::size_t> kinds_;         // the position of the first section of each name
 };
 
 }  // namespace zek::tool

@@ -12,6 +12,7 @@ namespace {
 constexpr std::string_view kErrorAt = "Error[%s:%u]";
 constexpr std::string_view kWarningAt = "Warning[%s:%u]";
 constexpr std::string_view kEarlierPlace = "Line[%s:%u]";
+constexpr std::size_t kEarlierArgument = 4;  ///< the position of its file among the arguments
 
 bool IsChatter(const Message& message) { return message.Is(kLoadParserFailed) || message.Is(kNoMoreSections); }
 
@@ -33,10 +34,26 @@ std::string_view Rest(std::string_view format, std::string_view prefix) {
 
 /// What the message says of its place; which names it has is told by how its format begins.
 Wanted WantedBy(const Message& message, std::string_view rest) {
-    Wanted wanted = {message.Text(0), message.Number(1), {}, {}};
+    Wanted wanted = {message.Text(0), message.Number(1), {}, {}, {}};
     if (rest.starts_with("[%s]")) wanted.section = message.Text(2);
-    if (rest.starts_with("[%s]:%s")) wanted.key = message.Text(3);
+    if (rest.starts_with("[%s], Entry %s")) wanted.key = message.Text(3);
+    for (const std::string key : {"NAME", "ID"}) {
+        if (!rest.starts_with("[%s], " + key + " %s")) continue;
+        wanted.key = key;
+        wanted.texts = {message.Text(3)};
+    }
+    if (rest.starts_with("[%s]:%s")) {
+        wanted.key = message.Text(3);
+        // What else a message says of an item is quoted from its value.
+        for (std::size_t i = 4; i < message.arguments.size(); ++i) wanted.texts.push_back(message.Text(i));
+    }
     return wanted;
+}
+
+/// What stands in Line[%s:%u].
+Wanted EarlierWantedBy(const Message& message, const Wanted& wanted) {
+    return {message.Text(kEarlierArgument), message.Number(kEarlierArgument + 1), wanted.section, wanted.key,
+            wanted.texts};
 }
 
 std::string Shown(const Place& place) { return Printable(place.path) + ':' + std::to_string(place.line); }
@@ -55,6 +72,7 @@ void Report::Add(const std::vector<Message>& reading, const std::vector<Message>
     std::set<std::string_view> repeated;
     for (const Message& message : checking) {
         repeated.insert(message.text);
+        ++checked_[message.text];
         if (message.Is(kEntryMissing)) ++missing_[{message.Text(2), message.Text(3)}];
     }
     for (const Message& message : reading) AddOne(message, repeated.contains(message.text));
@@ -118,13 +136,32 @@ void Report::AddLocated(const Message& message, Severity severity) {
     const Wanted wanted = WantedBy(message, rest);
     std::vector<Place> places = {{message.path, wanted.line}};
     // While a file is being read the message is about that very file.
-    if (message.path.empty() || wanted.line == 0) places = places_.Of(wanted);
+    if (message.path.empty() || wanted.line == 0) places = PlacesOf(message, wanted, rest);
     AddLine(Shown(places[0]), severity, Filled(message, rest, 2));
     if (options_.raw) return;
     for (std::size_t i = 1; i < places.size(); ++i) {
         text_ += Shown(places[i]) + ": note: or here; both files were included as " + Printable(wanted.name) + '\n';
     }
     if (message.Is(kEntryMissing)) NoteMissing(wanted.section, wanted.key);
+}
+
+std::vector<Place> Report::PlacesOf(const Message& message, const Wanted& wanted, std::string_view rest) {
+    std::vector<Place> places = places_.Of(wanted);
+    if (places.size() == 1) return places;
+    const bool hasEarlier = rest.find(kEarlierPlace) != rest.npos;
+    if (hasEarlier && message.Text(kEarlierArgument) == wanted.name &&
+        message.Number(kEarlierArgument + 1) == wanted.line) {
+        const auto earlier = std::find(places.begin(), places.end(), places_.Of(EarlierWantedBy(message, wanted))[0]);
+        if (earlier != places.end()) places.erase(earlier);
+    }
+    // Where as many say the same as there are places, each has its own.
+    const std::size_t shown = checkedShown_[message.text]++;
+    if (places.size() == checked_[message.text] && shown < places.size()) return {places[shown]};
+    std::vector<Place> different;
+    for (const Place& place : places) {
+        if (std::find(different.begin(), different.end(), place) == different.end()) different.push_back(place);
+    }
+    return different;
 }
 
 void Report::NoteMissing(const std::string& section, const std::string& key) {
@@ -140,8 +177,8 @@ std::string Report::Filled(const Message& message, std::string_view format, std:
     std::string text;
     while (!format.empty()) {
         if (format.starts_with(kEarlierPlace)) {
-            const Place place =
-                places_.Of({message.Text(argument), message.Number(argument + 1), message.Text(2), {}})[0];
+            const Wanted wanted = WantedBy(message, Rest(message.format, kErrorAt));
+            const Place place = places_.Of(EarlierWantedBy(message, wanted))[0];
             text += "Line[" + place.path + ':' + std::to_string(place.line) + ']';
             format.remove_prefix(kEarlierPlace.size());
             argument += 2;

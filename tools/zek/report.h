@@ -41,6 +41,8 @@ private:
     void AddLoss(const Message& message);
     void AddLocated(const Message& message, Severity severity);
     void AddLine(const std::string& place, Severity severity, const std::string& text);
+    /// The places that a message of the check may be about, those of its twins taken away where they are known.
+    std::vector<Place> PlacesOf(const Message& message, const Wanted& wanted, std::string_view rest);
     void NoteMissing(const std::string& section, const std::string& key);
     std::string LossText(const Message& message, std::string& place);
     /// The text of a format from its `position`, whose first conversion takes the argument at `argument`.
@@ -52,6 +54,8 @@ private:
     Places places_;
     std::map<std::pair<std::string, std::string>, std::size_t> missing_;       // messages about a missing entry, in all
     std::map<std::pair<std::string, std::string>, std::size_t> missingShown_;  // of these, so far
+    std::map<std::string, std::size_t> checked_;                               // messages of the check, by their text
+    std::map<std::string, std::size_t> checkedShown_;                          // of these, so far
     std::string text_;
     unsigned errors_ = 0;
     unsigned warnings_ = 0;

@@ -47,18 +47,19 @@ const std::vector<SourceSection>& SourceIndex::Sections(const std::string& path)
     return known != files_.end() ? known->second : files_.emplace(path, Read(path)).first->second;
 }
 
-bool SourceIndex::Stands(const std::string& path, unsigned line, const std::string& section, const std::string& key) {
+std::optional<SourceLine> SourceIndex::At(const std::string& path, unsigned line) {
     // Sections, and the items of a section, stand on rising lines.
     const std::vector<SourceSection>& sections = Sections(path);
     const auto behind = std::upper_bound(sections.begin(), sections.end(), line,
                                          [](unsigned wanted, const SourceSection& a) { return wanted < a.line; });
-    if (behind == sections.begin()) return false;
-    const SourceSection& found = *std::prev(behind);
-    if (!section.empty() && found.name != section) return false;
-    if (key.empty() && found.line == line) return true;
-    const auto item = std::lower_bound(found.items.begin(), found.items.end(), line,
+    if (behind == sections.begin()) return std::nullopt;
+    const auto section = std::prev(behind);
+    SourceLine found = {static_cast<std::size_t>(section - sections.begin()), &*section, nullptr};
+    const auto item = std::lower_bound(section->items.begin(), section->items.end(), line,
                                        [](const SourceItem& a, unsigned wanted) { return a.line < wanted; });
-    return item != found.items.end() && item->line == line && (key.empty() || item->key == key);
+    if (item != section->items.end() && item->line == line) found.item = &*item;
+    if (!found.item && section->line != line) return std::nullopt;
+    return found;
 }
 
 std::optional<unsigned> SourceIndex::LineOfSection(const std::string& path, unsigned position,

@@ -25,6 +25,12 @@ struct SourceSection {
     bool HasKey(const std::string& key) const;
 };
 
+struct SourceLine {
+    std::size_t position = 0;  ///< of the section in its file
+    const SourceSection* section = nullptr;
+    const SourceItem* item = nullptr;  ///< null for a header
+};
+
 class SourceIndex {
 public:
     explicit SourceIndex(const ParserLibrary& library) : library_(library) {}
@@ -32,9 +38,8 @@ public:
     /// The sections of a file in order; none when it cannot be read again.
     const std::vector<SourceSection>& Sections(const std::string& path);
 
-    /// Whether a section of that name, or an item in one, stands on the line. With a key, only an item of that key
-    /// counts. An empty section name stands for any.
-    bool Stands(const std::string& path, unsigned line, const std::string& section, const std::string& key);
+    /// What stands on a line of a file; nothing where it is neither a header nor an item.
+    std::optional<SourceLine> At(const std::string& path, unsigned line);
 
     /// The line of a file's section at a position (from 0), when its name is that one.
     std::optional<unsigned> LineOfSection(const std::string& path, unsigned position, const std::string& name);
