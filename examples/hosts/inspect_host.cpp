@@ -49,8 +49,9 @@ int main(int count, char** words) {
     }
     const bool loaded = Load(words[1]);
     if (loaded) {
-        // No text of a value is longer than the image that it comes from, but for a number's.
-        std::vector<char> text(std::filesystem::file_size(words[1]) + sizeof "0xffffffff");
+        // No value of a whole image has a longer text than the image, but for a number. In a damaged one a list may run
+        // on into bytes that are missing, at most 1 MiB of them.
+        std::vector<char> text(std::filesystem::file_size(words[1]) + (std::size_t{1} << 20));
         unsigned kind = 1;
         for (const char* name : kKinds) {
             for (unsigned i = 0; CZEKSection* section = gdGetSectByIndex(kind, i); ++i) {

@@ -44,6 +44,7 @@ ZEK_API const char* gdGetSectPName(CZEKSection* section);
 ZEK_API const char* gdGetEntryName(CZEKEntry* entry);
 
 /// Writes the entry's value as text, NUL-terminated, to `out`, whose room the caller makes large enough for the longest
-/// value; the empty text for an entry without data. 1, with the slot left as it was; 0 with gd 2 for a null entry.
+/// value: for what gdInit read, the size of the image and 1 MiB more is enough. The empty text for an entry without
+/// data. 1, with the slot left as it was; 0 with gd 2 for a null entry.
 ZEK_API unsigned gdGetValue(CZEKEntry* entry, char* out);
 }
