@@ -27,6 +27,38 @@ TEST_F(ZekUsage, HelpNamesTheCommandsAndTheExitCodes) {
     }
 }
 
+TEST_F(ZekUsage, HelpCallsThingsByOneName) {
+    const std::string help = Zek({"--help"}).out;
+    EXPECT_NE(help.find("Usage: zek [OPTIONS] COMMAND\n"), std::string::npos) << help;
+    EXPECT_NE(help.find("\nCommands:\n  compile "), std::string::npos) << help;
+    for (const std::string command : {"compile", "check"}) {
+        const std::string text = Zek({command, "--help"}).out;
+        EXPECT_NE(text.find("\n  -I,--include DIR            Look"), std::string::npos) << text;
+    }
+}
+
+TEST_F(ZekUsage, WrongCommandLineIsToldAsItIs) {
+    const struct {
+        Strings arguments;
+        std::string why;
+    } rows[] = {
+        {{}, "a command is required"},
+        {{"frobnicate", "a.zek"}, "there is no command frobnicate"},
+        {{"--frobnicate"}, "there is no option --frobnicate, and a command is required"},
+        {{"compile"}, "SOURCE is required"},
+        {{"check", "a.zek", "--frobnicate"}, "The following argument was not expected: --frobnicate"},
+        {{"compile", "a.zek", "-o", ""}, "a file name is empty"},
+        // Nothing that a terminal would obey.
+        {{"--\x1b[31mfoo", "x"}, "there is no option --\\x1b[31mfoo, and a command is required"},
+        {{"\x1b[31m\n"}, "there is no command \\x1b[31m\\x0a"},
+        {{"check", "x", "--\xff\x1b"}, "The following argument was not expected: --\\xff\\x1b"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        EXPECT_EQ(Zek(row.arguments).err, "zek: " + row.why + "\nRun with --help for more information.\n");
+    }
+}
+
 TEST_F(ZekUsage, VersionIsThatOfTheProject) {
     const Result version = Zek({"--version"});
     EXPECT_EQ(version.code, 0);

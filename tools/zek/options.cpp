@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "failure.h"
+#include "printable.h"
 
 namespace zek::tool {
 namespace {
@@ -16,6 +17,7 @@ constexpr char kExample[] =
     "Exit codes: 0 fine, 1 the source has errors, 2 wrong command line or a file that cannot be read or written,\n"
     "3 not a valid image. Messages go to standard error.\n"
     "'zek COMMAND --help' tells more about a command.";
+constexpr char kMoreHelp[] = "\nRun with --help for more information.\n";
 constexpr char kCompileExample[] =
     "Example:\n"
     "  zek compile board.zek -o out/board.zki -g out/board.zkd -I common\n"
@@ -44,10 +46,11 @@ constexpr char kTreeExample[] =
 
 void AddSourceOptions(CLI::App& command, Options& options) {
     command
-        .add_option("-I,--include", options.includes,
-                    "Look for includes in this folder too; may be given several times")
+        .add_option_function<std::string>(
+            "-I,--include", [&options](const std::string& folder) { options.includes.push_back(folder); },
+            "Look for includes in this folder too; may be given several times")
         ->type_name("DIR")
-        ->allow_extra_args(false);
+        ->trigger_on_parse();
     command.add_flag("--raw", options.report.raw, "Show messages as the library sends them");
     command.add_flag("--verbose", options.report.verbose, "Show also what the library says of the reading itself");
 }
@@ -56,6 +59,7 @@ CLI::App& AddCommand(CLI::App& app, Options& options, Command command, const std
                      const std::string& about, const std::string& example) {
     CLI::App& added = *app.add_subcommand(name, about);
     added.footer(example);
+    added.group("Commands");
     added.callback([&options, command] { options.command = command; });
     return added;
 }
@@ -110,6 +114,16 @@ std::vector<std::string> Arguments(int argc, char** argv) {
     return arguments;
 }
 
+/// What is wrong with the command line.
+std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
+    const bool lacksCommand = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError);
+    if (!lacksCommand || !app.get_subcommands().empty()) return error.what();
+    const std::vector<std::string> unknown = app.remaining();
+    if (unknown.empty()) return "a command is required";
+    return unknown[0].starts_with('-') ? "there is no option " + unknown[0] + ", and a command is required"
+                                       : "there is no command " + unknown[0];
+}
+
 }  // namespace
 
 CommandLine ReadCommandLine(int argc, char** argv) {
@@ -117,6 +131,7 @@ CommandLine ReadCommandLine(int argc, char** argv) {
     CLI::App app(kAbout, "zek");
     app.footer(kExample);
     app.set_version_flag("--version", std::string("zek ") + ZEK_TOOL_VERSION);
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.require_subcommand(1);
     AddCommands(app, line.options);
     try {
@@ -127,7 +142,7 @@ CommandLine ReadCommandLine(int argc, char** argv) {
         std::ostringstream err;
         // The library has exit codes of its own for everything that is wrong.
         line.code = app.exit(error, out, err) == 0 ? kFine : kUsageOrFiles;
-        line.text = line.code == kFine ? out.str() : "zek: " + err.str();
+        line.text = line.code == kFine ? out.str() : Printable("zek: " + WhatIsWrong(app, error)) + kMoreHelp;
         line.options.command = Command::kNone;
     }
     return line;
