@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include "zek/command.h"
 
 namespace zek::test {
@@ -125,6 +127,41 @@ TEST_F(ZekInclude, UnreadableFileIsAnErrorWithTheReason) {
               "boards/main.zek:3: error: [INCLUDE]:FILE, dangling cannot be read: boards/dangling: No such file or "
               "directory\n"
               "boards/main.zek: 2 errors\n");
+}
+
+TEST_F(ZekInclude, MissingFileIsCalledAsItWasAskedFor) {
+    Write("boards/main.zek", "[INCLUDE]\nFILE = \"a b.zek\", more\nFILE = /missing/c.zek\n");
+    const std::string warning =
+        "boards/main.zek:2: warning: [INCLUDE]:FILE, More than one sub-string and get the first one as sub-string.\n";
+    EXPECT_EQ(Said(), warning +
+                          "boards/main.zek:2: error: [INCLUDE]:FILE, a b.zek was not found; looked in: boards, ., " +
+                          BuiltIn() + "\nboards/main.zek:3: error: [INCLUDE]:FILE, /missing/c.zek does not exist\n" +
+                          warning + "boards/main.zek: 2 errors, 2 warnings\n");
+}
+
+TEST_F(ZekInclude, FolderThatCannotBeSearchedIsNamedWithTheReason) {
+    Write("boards/main.zek", Include("b.zek"));
+    Write("file", "");
+    std::filesystem::create_symlink("loop", "loop");
+    EXPECT_EQ(Said({"-I", "file", "-I", "one", "-I", "loop"}),
+              "boards/main.zek:2: error: [INCLUDE]:FILE, b.zek was not found; looked in: boards, ., file (Not a "
+              "directory), one, loop (Too many levels of symbolic links), " +
+                  BuiltIn() + "\nboards/main.zek: 1 error\n");
+}
+
+TEST_F(ZekInclude, PipeThatIsRefusedIsToldWithTheLimits) {
+    const std::string limits =
+        ": a pipe or device is refused when it gives more than 256 MiB, keeps silent for two seconds, or, being a "
+        "pipe, "
+        "ends without a byte\n";
+    // Nobody writes to it.
+    ASSERT_EQ(mkfifo("boards/pipe", 0600), 0);
+    Write("boards/main.zek", Include("pipe"));
+    EXPECT_EQ(Said(), "boards/main.zek:2: error: [INCLUDE]:FILE, pipe cannot be read: boards/pipe" + limits +
+                          "boards/main.zek: 1 error\n");
+    const Result result = Zek({"check", "boards/pipe"});
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.err, "zek: cannot read boards/pipe" + limits);
 }
 
 TEST_F(ZekInclude, FileThatIncludesItselfIsAnErrorWithTheChain) {

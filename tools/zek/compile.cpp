@@ -66,7 +66,8 @@ CheckedSource Check(const std::string& source, const Options& options) {
     const ParserLibrary parser = RequireParser();
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()));
     if (!gccCompStart(source)) {
-        throw Failure(kUsageOrFiles, "cannot read " + source + ": the parser library refuses it");
+        const std::string why = parser.HasHook() ? WhyRefused(MainSource(source)) : "the parser library refuses it";
+        throw Failure(kUsageOrFiles, "cannot read " + source + ": " + why);
     }
     gccParse();
     reading.Stop();

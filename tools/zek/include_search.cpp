@@ -1,6 +1,9 @@
 #include "include_search.h"
 
+#include <sys/stat.h>
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <utility>
@@ -19,6 +22,13 @@ std::optional<std::string> StandsIn(const std::vector<std::string>& folders, con
     return std::nullopt;
 }
 
+/// Such as " (Permission denied)"; empty where it is just that nothing stands there.
+std::string WhyNot(const std::string& path) {
+    struct stat info {};
+    if (lstat(path.c_str(), &info) == 0 || errno == ENOENT) return {};
+    return std::string(" (") + std::strerror(errno) + ')';
+}
+
 }  // namespace
 
 IncludeSearch::IncludeSearch(std::vector<std::string> folders, std::string builtIn) : folders_{std::string()} {
@@ -34,8 +44,10 @@ IncludeFound IncludeSearch::Find(const std::string& name, const std::string& inc
     }
     std::optional<std::string> path = StandsIn(places, name);
     if (!path && name.find('\\') != std::string::npos) path = StandsIn(places, WithSlashes(name));
-    std::replace(places.begin(), places.end(), std::string(), std::string("."));
-    return {path.value_or(std::string()), std::move(places)};
+    if (path) return {*path, {}};
+    if (name.starts_with('/')) return {};
+    for (std::string& folder : places) folder = (folder.empty() ? "." : folder) + WhyNot(InFolder(folder, name));
+    return {{}, std::move(places)};
 }
 
 std::string BuiltInFolder() {

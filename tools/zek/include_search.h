@@ -8,8 +8,10 @@ namespace zek::tool {
 
 /// The search for one name.
 struct IncludeFound {
-    std::string path;                  ///< empty when nothing of that name stands anywhere
-    std::vector<std::string> folders;  ///< where it was looked for, in order; "." is the current folder
+    std::string path;  ///< empty when nothing of that name stands anywhere
+    /// Where it was looked for in vain, in order; "." is the current folder. The reason of the system follows in
+    /// parentheses where it is another than that nothing of the name stands there. Empty for an absolute name.
+    std::vector<std::string> folders;
 };
 
 /// Looks beside the including file, in the current folder, in the folders given, then in the built-in one. The first

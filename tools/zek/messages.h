@@ -17,7 +17,8 @@ struct Message {
     /// The arguments of the format, in order. Empty where it has other conversions than %s and %u.
     std::vector<std::variant<std::string, unsigned>> arguments;
     std::string path;    ///< the file that was being read, as it was opened; empty when none was or it is not known
-    std::string reason;  ///< why a file could not be loaded, where that is known
+    std::string name;    ///< the file that could not be loaded, as it was asked for; empty when that is not known
+    std::string reason;  ///< why it could not, where that is known
 
     bool Is(std::string_view known) const { return format == known; }
     /// The argument at a position; empty, or 0, where there is none of that type.

@@ -119,8 +119,9 @@ std::string Report::LossText(const Message& message, std::string& place) {
     if (message.Is(kFileNotLoaded)) {
         place += ':' + std::to_string(message.Number(1));
         const std::string reason = message.reason.empty() ? "cannot be loaded" : message.reason;
+        const std::string file = message.name.empty() ? message.Text(4) : message.name;
         return '[' + Printable(message.Text(2)) + "]:" + Printable(message.Text(3)) + ", " +
-               Printable(message.Text(4) + ' ' + reason);
+               Printable(file + ' ' + reason);
     }
     if (message.Is(kSectionNameFailed)) return "section " + std::to_string(message.Number(0)) + " cannot be read";
     const std::string name = message.Text(1);

@@ -1,5 +1,6 @@
 #include "source_reading.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <algorithm>
@@ -14,6 +15,10 @@ namespace {
 
 /// The parser library refuses to go deeper, without asking the hook.
 constexpr std::size_t kMostOpen = 256;
+constexpr off_t kLongestFile = 0xFFFFFFFE;
+constexpr char kStreamLimits[] =
+    "a pipe or device is refused when it gives more than 256 MiB, keeps silent for two seconds, or, being a pipe, ends "
+    "without a byte";
 
 /// The reason why a path that stands cannot be read as a source; empty when it can.
 std::string WhyUnreadable(const std::string& path, struct stat& info) {
@@ -21,6 +26,14 @@ std::string WhyUnreadable(const std::string& path, struct stat& info) {
     if (S_ISDIR(info.st_mode)) return std::strerror(EISDIR);
     if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
     return {};
+}
+
+/// What a search that found nothing has to say.
+std::string NotFound(const IncludeFound& found) {
+    if (found.folders.empty()) return "does not exist";
+    std::string tried;
+    for (const std::string& folder : found.folders) tried += (tried.empty() ? "" : ", ") + folder;
+    return "was not found; looked in: " + tried;
 }
 
 }  // namespace
@@ -32,6 +45,16 @@ std::string NameInMessages(const std::string& name) {
 
 std::string BackslashFolder(const std::string& name) {
     return name.substr(0, name.size() - NameInMessages(name).size());
+}
+
+std::string WhyRefused(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0) return std::strerror(errno);
+    struct stat info {};
+    const bool known = fstat(descriptor, &info) == 0;
+    close(descriptor);
+    if (!known || !S_ISREG(info.st_mode)) return kStreamLimits;
+    return info.st_size > kLongestFile ? "it is longer than 4 GiB - 2 bytes" : "the parser library refuses it";
 }
 
 SourceReading::SourceReading(const ParserLibrary& library, IncludeSearch search)
@@ -58,26 +81,23 @@ bool SourceReading::Decide(const std::string& name, const std::string& includer,
     } else {
         open_.back().begun = true;
         const IncludeFound found = FindInclude(name);
-        if (found.path.empty()) {
-            std::string tried;
-            for (const std::string& folder : found.folders) tried += (tried.empty() ? "" : ", ") + folder;
-            return Refuse("was not found; looked in: " + tried);
-        }
+        if (found.path.empty()) return Refuse(name, NotFound(found));
         path = found.path;
     }
     struct stat info {};
     const std::string reason = WhyUnreadable(path, info);
-    if (!reason.empty()) return Refuse("cannot be read: " + path + ": " + reason);
+    if (!reason.empty()) return Refuse(name, "cannot be read: " + path + ": " + reason);
     const std::size_t position = files_.size();
     const SourceFile file = {name, path, info.st_dev, info.st_ino, open_.empty() ? position : open_.back().position};
     const std::string chain = ChainTo(file);
-    if (!chain.empty()) return Refuse("includes itself: " + chain);
+    if (!chain.empty()) return Refuse(name, "includes itself: " + chain);
     files_.push_back(file);
     open_.push_back({position});
     return true;
 }
 
-bool SourceReading::Refuse(const std::string& reason) {
+bool SourceReading::Refuse(const std::string& name, const std::string& reason) {
+    refused_ = name;
     refusal_ = reason;
     return false;
 }
@@ -106,24 +126,26 @@ std::string SourceReading::ChainTo(const SourceFile& file) const {
 
 void SourceReading::Hear(Message& message) noexcept {
     if (open_.empty()) return;
-    if (message.Is(kFileNotLoaded)) message.reason = ReasonOfFailure();
+    if (message.Is(kFileNotLoaded)) Explain(message);
     if (open_.empty()) return;
     message.path = Current().path;
     open_.back().begun = true;
     if (message.Is(kNoMoreSections)) open_.pop_back();
 }
 
-std::string SourceReading::ReasonOfFailure() {
-    if (!refusal_.empty()) return std::exchange(refusal_, {});
-    if (open_.size() >= kMostOpen) {
-        return "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another";
+void SourceReading::Explain(Message& failure) {
+    if (!refusal_.empty()) {
+        failure.name = std::exchange(refused_, {});
+        failure.reason = std::exchange(refusal_, {});
+    } else if (open_.size() >= kMostOpen) {
+        failure.reason = "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another";
+    } else if (!open_.back().begun) {
+        // Let pass, but the reading failed all the same.
+        failure.name = Current().name;
+        failure.reason = "cannot be read: " + Current().path + ": " + WhyRefused(Current().path);
+        open_.pop_back();
+        files_.pop_back();
     }
-    if (open_.back().begun) return {};
-    // Let pass, but the reading failed all the same.
-    const std::string path = Current().path;
-    open_.pop_back();
-    files_.pop_back();
-    return "cannot be read: " + path;
 }
 
 }  // namespace zek::tool

@@ -29,6 +29,9 @@ std::string NameInMessages(const std::string& name);
 /// The part up to that backslash, which the compiler puts before the names that the file includes.
 std::string BackslashFolder(const std::string& name);
 
+/// Why our parser library refuses a file that is there and may be read: the reason of the system, or its own limits.
+std::string WhyRefused(const std::string& path);
+
 class SourceReading : public MessageListener {
 public:
     /// Takes the library's hook, where it has one, and the messages, until it is destroyed or Stop is called.
@@ -42,7 +45,7 @@ public:
     /// Every opening of a file, in order; the main source first. Empty when the parser library has no hook.
     const std::vector<SourceFile>& Files() const { return files_; }
 
-    /// Fills `path`, and `reason` where an include could not be loaded.
+    /// Fills `path`, and `name` and `reason` where an include could not be loaded.
     void Hear(Message& message) noexcept override;
 
 private:
@@ -53,16 +56,17 @@ private:
 
     static bool Asked(void* context, const std::string& name, const std::string& includer, std::string& path);
     bool Decide(const std::string& name, const std::string& includer, std::string& path);
-    bool Refuse(const std::string& reason);
+    bool Refuse(const std::string& name, const std::string& reason);
     IncludeFound FindInclude(const std::string& name) const;
     std::string ChainTo(const SourceFile& file) const;
-    std::string ReasonOfFailure();
+    void Explain(Message& failure);
     const SourceFile& Current() const { return files_[open_.back().position]; }
 
     ParserLibrary library_;
     IncludeSearch search_;
     std::vector<SourceFile> files_;
     std::vector<Open> open_;  // the file being read last, behind those that include it
+    std::string refused_;     // the name that the hook refused last, and why
     std::string refusal_;
 };
 
