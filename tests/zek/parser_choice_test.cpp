@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include "zek/command.h"
 
 namespace zek::test {
@@ -27,6 +29,18 @@ TEST_F(ZekParserChoice, InstalledCopyGetsTheHook) {
               "Parse::No more sections(total = 2).\n"
               "parts/b.zek:2: warning: [PROPERTY]:Mark, More than one sub-string and get the first one as sub-string.\n"
               "a.zek: 1 error, 1 warning\n");
+}
+
+/// What the library says of a copy that it cannot load is not lost where the command ends early.
+TEST_F(ZekParserChoice, FailedLoadIsToldBeforeTheCommandGivesUp) {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    const Setting setting = Installed("/missing");
+    const std::string loading = "Parse::load rsparsea(/usr/tavr/lib/libzekrsparser.so.0) failed.\n";
+    const Result plain = Zek({"check", "pipe"}, setting);
+    EXPECT_EQ(plain.code, 2);
+    EXPECT_TRUE(plain.err.starts_with("zek: cannot read pipe: ")) << plain.err;
+    EXPECT_EQ(Zek({"check", "pipe", "--verbose"}, setting).err, loading + plain.err);
+    EXPECT_EQ(Zek({"check", "pipe", "--verbose", "--raw"}, setting).err, loading + plain.err);
 }
 
 TEST_F(ZekParserChoice, AnotherMakersLibraryServesWithANote) {

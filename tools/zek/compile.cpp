@@ -35,13 +35,23 @@ void RequireReadable(const std::string& source) {
     if (access(path.c_str(), R_OK) != 0) throw SystemFailure("cannot read " + source);
 }
 
-ParserLibrary RequireParser() {
+/// Tells what the library has said so far, which is all that it will say, and ends the command.
+[[noreturn]] void GiveUp(const std::string& source, const Options& options, const std::string& why) {
+    const std::vector<SourceFile> none;
+    SourceIndex index{ParserLibrary()};
+    Report report(options.report, source, none, index);
+    report.Add(TakeMessages(), {});
+    Tell(report.Text());
+    throw Failure(kUsageOrFiles, why);
+}
+
+ParserLibrary RequireParser(const std::string& source, const Options& options) {
     ParserLibrary parser = ServingParser();
     if (parser.path.empty()) {
-        throw Failure(kUsageOrFiles, "there is no section-file parser library to read sources with");
+        GiveUp(source, options, "there is no section-file parser library to read sources with");
     }
     if (!parser.Serves()) {
-        throw Failure(kUsageOrFiles, parser.path + " lacks functions of a section-file parser library");
+        GiveUp(source, options, parser.path + " lacks functions of a section-file parser library");
     }
     if (!parser.HasHook()) Tell("zek: note: " + parser.path + kAnotherParser);
     return parser;
@@ -63,11 +73,11 @@ struct CheckedSource {
 /// Reads and checks a source and tells what there is to tell. The model stays for the outputs.
 CheckedSource Check(const std::string& source, const Options& options) {
     RequireReadable(source);
-    const ParserLibrary parser = RequireParser();
+    const ParserLibrary parser = RequireParser(source, options);
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()));
     if (!gccCompStart(source)) {
         const std::string why = parser.HasHook() ? WhyRefused(MainSource(source)) : "the parser library refuses it";
-        throw Failure(kUsageOrFiles, "cannot read " + source + ": " + why);
+        GiveUp(source, options, "cannot read " + source + ": " + why);
     }
     gccParse();
     reading.Stop();
