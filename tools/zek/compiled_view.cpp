@@ -1,6 +1,7 @@
 #include "compiled_view.h"
 
 #include "printable.h"
+#include "section_keywords.h"
 #include "zekcomp/identifiers.h"
 #include "zekcomp/image.h"
 
@@ -19,9 +20,6 @@ constexpr const char* kKeywords[] = {
     nullptr,     "VERSION",  "TYPE",        "FLAG",   "SOUTHBRIDGE",  "NORTHBRIDGE",  "ZEKLOOP",      "CHILDGROUP",
     "ID",        "INITFLAG", "CONTROLMASK", "THEORY", "THRESHOLD_FH", "THRESHOLD_WH", "THRESHOLD_FL", "THRESHOLD_WL",
     "ARGNUMBER", "PID",      nullptr,       "MODEL",  "PARENT",       "NAME",         "SENSORS"};
-
-constexpr const char* kSections[] = {"QUORZEK", "PROPERTY", "SYSTEM",    "GROUP",  "SENSOR",  "DEVICE",
-                                     "ACTION",  "TABLE",    "TAVRGROUP", "GLOBAL", "REPEATER"};
 
 struct WordClass {
     unsigned id;
@@ -82,7 +80,7 @@ std::string KeyOf(unsigned id, unsigned section) {
 
 ShownSection Shown(unsigned kind, unsigned index) {
     ShownSection shown;
-    shown.keyword = kSections[kind - kImageQuorzek];
+    shown.keyword = kSectionKeywords[kind - kImageQuorzek];
     shown.index = index;
     tagGCSECT* section = gcGetSectByIndex(kind, index);
     const unsigned count = gcGetEntryCount(section);

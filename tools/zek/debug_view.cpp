@@ -1,16 +1,14 @@
 #include "debug_view.h"
 
+#include <iterator>
 #include <memory>
 
+#include "section_keywords.h"
 #include "zekcomp/debug_image.h"
 #include "zekcomp/errors.h"
 
 namespace zek::tool {
 namespace {
-
-/// By kind, from 1. INCLUDE sections are not read back.
-constexpr const char* kSections[] = {"QUORZEK", "PROPERTY",  "SYSTEM", "GROUP",    "SENSOR", "DEVICE", "ACTION",
-                                     "TABLE",   "TAVRGROUP", "GLOBAL", "REPEATER", "DEFINE", "IFDEF"};
 
 /// Room for the longest value of an image, its NUL included; the query does not take the size. Every character shown
 /// stands in the image, but for a comma before each string, which takes four bytes there, and up to ten for a number,
@@ -21,7 +19,7 @@ std::optional<std::string> Optional(const char* text) { return text ? std::optio
 
 ShownSection Shown(unsigned kind, unsigned index, CZEKSection* section, char* room) {
     ShownSection shown;
-    shown.keyword = kSections[kind - 1];
+    shown.keyword = kSectionKeywords[kind - 1];
     shown.index = index;
     shown.name = Optional(gdGetSectName(section));
     shown.parent = Optional(gdGetSectPName(section));
@@ -41,7 +39,7 @@ ShownSection Shown(unsigned kind, unsigned index, CZEKSection* section, char* ro
 void ForEachDebugSection(std::size_t imageSize, const std::function<void(const ShownSection&)>& show) {
     // Not initialised, so only what is used takes memory.
     const std::unique_ptr<char[]> room(new char[RoomFor(imageSize)]);
-    for (unsigned kind = 1; kind <= std::size(kSections); ++kind) {
+    for (unsigned kind = 1; kind <= std::size(kSectionKeywords); ++kind) {
         for (unsigned i = 0; CZEKSection* section = gdGetSectByIndex(kind, i); ++i) {
             show(Shown(kind, i, section, room.get()));
         }
