@@ -2,7 +2,11 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include "compile.h"
+#include "failure.h"
+#include "image.h"
 #include "image_bytes.h"
+#include "memory_file.h"
 #include "parser_library.h"
 #include "printable.h"
 
@@ -72,6 +76,32 @@ TEST(ZekImageBytes, GiveThePredefinedNamesThatAreThere) {
     EXPECT_TRUE(PredefinedNames(image.substr(0, 0x80 + 13)).empty());
     const std::string claimsMore = image.substr(0, 0x80 + 14).replace(0x80, 4, Word(0xFFFFFFFF));
     EXPECT_EQ(PredefinedNames(claimsMore), (std::map<std::string, unsigned>{{"AB", 7}}));
+}
+
+/// The texts of the sections that an image shows for a keyword.
+std::vector<std::string> ShownOf(const Image& image, std::string_view keyword) {
+    std::vector<std::string> shown;
+    image.ForEachSectionOf(keyword, [&](const ShownSection& section) {
+        shown.push_back(std::string(section.keyword) + ' ' + section.name.value_or("-"));
+    });
+    return shown;
+}
+
+TEST(ZekImage, GivesTheSectionsOfOneKind) {
+    const MemoryFile source("[DEFINE]\nA = 1\n[TABLE]\nNAME = One\nTYPE = 1\n[TABLE]\nNAME = Two\nTYPE = 1\n");
+    const MemoryFile images[2];
+    Options options;
+    options.files = {source.Name()};
+    options.image = images[0].Name();
+    options.debugImage = images[1].Name();
+    ASSERT_EQ(RunCompile(options), kFine);
+    for (const MemoryFile& file : images) {
+        const Image image(file.Name());
+        EXPECT_EQ(ShownOf(image, "TABLE"), (std::vector<std::string>{"TABLE One", "TABLE Two"}));
+        EXPECT_EQ(ShownOf(image, "SENSOR"), std::vector<std::string>());
+        const bool debug = image.Kind() == ImageKind::kDebug;
+        EXPECT_EQ(ShownOf(image, "DEFINE").size(), debug ? 1u : 0u);
+    }
 }
 
 TEST(ZekParserLibrary, LinkedCopyServesWhereNoneIsInstalled) {

@@ -98,11 +98,10 @@ ShownSection Shown(unsigned kind, unsigned index) {
 
 }  // namespace
 
-void ForEachCompiledSection(const std::function<void(const ShownSection&)>& show) {
-    for (unsigned kind = kImageQuorzek; kind <= kImageRepeater; ++kind) {
-        const unsigned count = gcGetSectCount(kind);
-        for (unsigned i = 0; i < count; ++i) show(Shown(kind, i));
-    }
+void ForEachCompiledSection(unsigned position, const std::function<void(const ShownSection&)>& show) {
+    const unsigned kind = kImageQuorzek + position;
+    const unsigned count = gcGetSectCount(kind);
+    for (unsigned i = 0; i < count; ++i) show(Shown(kind, i));
 }
 
 void ForEachCompiledTable(const std::function<void(const ShownTable&)>& show) {

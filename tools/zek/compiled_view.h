@@ -7,7 +7,8 @@
 
 namespace zek::tool {
 
-void ForEachCompiledSection(const std::function<void(const ShownSection&)>& show);
+/// Those of one kind: a position in kSectionKeywords.
+void ForEachCompiledSection(unsigned position, const std::function<void(const ShownSection&)>& show);
 void ForEachCompiledTable(const std::function<void(const ShownTable&)>& show);
 void ForEachCompiledBlock(const std::function<void(const ShownBlock&)>& show);
 

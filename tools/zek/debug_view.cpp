@@ -1,6 +1,5 @@
 #include "debug_view.h"
 
-#include <iterator>
 #include <memory>
 
 #include "section_keywords.h"
@@ -36,13 +35,13 @@ ShownSection Shown(unsigned kind, unsigned index, CZEKSection* section, char* ro
 
 }  // namespace
 
-void ForEachDebugSection(std::size_t imageSize, const std::function<void(const ShownSection&)>& show) {
+void ForEachDebugSection(unsigned position, std::size_t imageSize,
+                         const std::function<void(const ShownSection&)>& show) {
     // Not initialised, so only what is used takes memory.
     const std::unique_ptr<char[]> room(new char[RoomFor(imageSize)]);
-    for (unsigned kind = 1; kind <= std::size(kSectionKeywords); ++kind) {
-        for (unsigned i = 0; CZEKSection* section = gdGetSectByIndex(kind, i); ++i) {
-            show(Shown(kind, i, section, room.get()));
-        }
+    const unsigned kind = position + 1;
+    for (unsigned i = 0; CZEKSection* section = gdGetSectByIndex(kind, i); ++i) {
+        show(Shown(kind, i, section, room.get()));
     }
 }
 

@@ -7,7 +7,9 @@
 
 namespace zek::tool {
 
-/// `imageSize` is the number of bytes that the image was loaded from.
-void ForEachDebugSection(std::size_t imageSize, const std::function<void(const ShownSection&)>& show);
+/// Those of one kind: a position in kSectionKeywords. `imageSize` is the number of bytes that the image was loaded
+/// from.
+void ForEachDebugSection(unsigned position, std::size_t imageSize,
+                         const std::function<void(const ShownSection&)>& show);
 
 }  // namespace zek::tool

@@ -81,14 +81,13 @@ ShownView View(const Values& values, const ShownSection& section) {
 Hardware HardwareOf(const Image& image) {
     Hardware hardware;
     const Values values(image);
-    image.ForEachSection([&](const ShownSection& section) {
-        const std::string keyword = section.keyword;
-        if (keyword == "GROUP") {
-            hardware.groups.push_back({values.First(section, "NAME").text, values.First(section, "PARENT").text});
-        }
-        if (keyword == "SENSOR") hardware.sensors.push_back(Sensor(values, section));
-        if (keyword == "TAVRGROUP") hardware.views.push_back(View(values, section));
+    image.ForEachSectionOf("GROUP", [&](const ShownSection& section) {
+        hardware.groups.push_back({values.First(section, "NAME").text, values.First(section, "PARENT").text});
     });
+    image.ForEachSectionOf("SENSOR",
+                           [&](const ShownSection& section) { hardware.sensors.push_back(Sensor(values, section)); });
+    image.ForEachSectionOf("TAVRGROUP",
+                           [&](const ShownSection& section) { hardware.views.push_back(View(values, section)); });
     return hardware;
 }
 

@@ -1,6 +1,7 @@
 #include "image.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 
 #include "compiled_view.h"
@@ -8,6 +9,7 @@
 #include "failure.h"
 #include "memory_file.h"
 #include "printable.h"
+#include "section_keywords.h"
 #include "zekcomp/zekcomp.h"
 
 namespace zek::tool {
@@ -66,8 +68,14 @@ Image::Image(const std::string& file) {
 Image::~Image() { Unload(kind_); }
 
 void Image::ForEachSection(const std::function<void(const ShownSection&)>& show) const {
-    if (kind_ == ImageKind::kCompiled) return ForEachCompiledSection(show);
-    ForEachDebugSection(size_, show);
+    for (const char* keyword : kSectionKeywords) ForEachSectionOf(keyword, show);
+}
+
+void Image::ForEachSectionOf(std::string_view keyword, const std::function<void(const ShownSection&)>& show) const {
+    const auto found = std::find(std::begin(kSectionKeywords), std::end(kSectionKeywords), keyword);
+    const auto position = static_cast<unsigned>(found - std::begin(kSectionKeywords));
+    if (kind_ == ImageKind::kDebug) return ForEachDebugSection(position, size_, show);
+    if (kImageQuorzek + position <= kImageRepeater) ForEachCompiledSection(position, show);
 }
 
 unsigned Image::UnknownSections() const {

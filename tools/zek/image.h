@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "image_bytes.h"
@@ -67,6 +68,8 @@ public:
 
     /// Every section, kind by kind.
     void ForEachSection(const std::function<void(const ShownSection&)>& show) const;
+    /// The sections of one kind; the others are not read.
+    void ForEachSectionOf(std::string_view keyword, const std::function<void(const ShownSection&)>& show) const;
     /// Compiled image: how many sections are of no known kind.
     unsigned UnknownSections() const;
     /// Compiled image: every table of names and numbers in the order of the file.
