@@ -138,26 +138,6 @@ TEST_F(ImageReading, LeavesTablesWithoutARecordAsTheyWere) {
     EXPECT_EQ(g_tblTableData.size(), 256U);
 }
 
-TEST_F(ImageReading, OfTablesOfTheSameSizeForgetsWhatWasResolvedBefore) {
-    const auto resolved = [] {
-        std::string text;
-        for (unsigned i = 0; i < 3; ++i) {
-            text += GetTblData(0x12000000 + i).pszName;
-            text += std::to_string(GetTblData(0x11000000 + i).qwNumber);
-        }
-        return text;
-    };
-    EXPECT_EQ(ReadBytes(Image({}, {Record(0x12000000, Names({"a", "b", "c"})), Record(0x11000000, Joined({1, 2, 3}))})),
-              kRead);
-    EXPECT_EQ(resolved(), "a1b2c3");
-    EXPECT_EQ(ReadBytes(Image({}, {Record(0x12000000, Names({"c", "a", "b"})), Record(0x11000000, Joined({2, 3, 1}))})),
-              kRead);
-    EXPECT_EQ(resolved(), "c2a3b1");
-    EXPECT_EQ(ReadBytes(Image({}, {Record(0x12000000, Names({"a", "c", "b"})), Record(0x11000000, Joined({2, 1, 3}))})),
-              kRead);
-    EXPECT_EQ(resolved(), "a2c1b3");
-}
-
 TEST_F(ImageReading, EmptiesTheListOfSectionsWithoutFreeingThem) {
     ASSERT_EQ(ReadBytes(Image({kOneSection}, {})), kRead);
     const tagGCSECT* before = g_GCHead.at(0);

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "compile/image_bytes.h"
 
 namespace zek::test {
@@ -93,6 +95,27 @@ TEST_F(TableRecord, IsReadIntoTheTableThatItsTagNames) {
     g_tblTableData.assign(1000, 1);
     EXPECT_EQ(TakeRecord(Record(0x1b000000, "odd")), 11);
     EXPECT_EQ(g_tblTableData, (std::vector<unsigned char>{'o', 'd', 'd'}));
+}
+
+TEST_F(TableRecord, OfTheSameSizeIsSeenByTheNextLookUp) {
+    // So many keys that a look-up keeps an index.
+    constexpr unsigned kCount = 100;
+    std::vector<std::string> names;
+    std::vector<unsigned> numbers;
+    for (unsigned i = 0; i < kCount; ++i) {
+        names.push_back(std::to_string(i));
+        numbers.push_back(i);
+    }
+    for (unsigned turn = 0; turn < 3; ++turn) {
+        TakeRecord(Record(0x12000000, Names(names)));
+        for (unsigned i = 0; i < kCount; ++i) EXPECT_STREQ(GetTblData(0x12000000 + i).pszName, names[i].c_str());
+        std::rotate(names.begin(), names.begin() + 1, names.end());
+    }
+    for (unsigned turn = 0; turn < 3; ++turn) {
+        TakeRecord(Record(0x11000000, Joined(numbers)));
+        for (unsigned i = 0; i < kCount; ++i) EXPECT_EQ(GetTblData(0x11000000 + i).qwNumber, numbers[i]);
+        std::rotate(numbers.begin(), numbers.begin() + 1, numbers.end());
+    }
 }
 
 TEST_F(TableRecord, OfLengthZeroEmptiesItsTable) {
