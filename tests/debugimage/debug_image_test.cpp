@@ -173,6 +173,14 @@ TEST_F(DebugImageReading, OfAnotherVersionIsReported) {
     EXPECT_EQ(ModelText(), "");
 }
 
+TEST_F(DebugImageReading, EndsBehindTheLastGroup) {
+    const std::string more = Word(1) + Block(EmptyWithFiles(3, "SYSTEM", {"f"}));
+    EXPECT_EQ(Loaded(DebugImage({}, {}) + more), "1");
+    EXPECT_EQ(ModelText(), "");
+    EXPECT_EQ(Loaded(DebugImage({}, {{EmptyWithFiles(2, "PROPERTY", {"f"})}}) + more), "1");
+    EXPECT_EQ(ModelText(), "PROPERTY@1 f:\n");
+}
+
 TEST_F(DebugImageReading, KeepsTheNamesThatAreAlreadyDefined) {
     AddPredDefineValue("b", 7);
     EXPECT_EQ(Loaded(DebugImage({{"a", 1}, {"b", 2}, {"a", 3}, {"c", 4}}, {})), "1");
