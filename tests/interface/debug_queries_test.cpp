@@ -115,7 +115,7 @@ TEST_F(DebugQuery, AfterTheTearDownAnswersAsForAKindNeverMade) {
 }
 
 TEST_F(DebugQuery, GivesTheEntriesThatHoldDataByPosition) {
-    Source("[SENSOR]\nNAME=a\nVALUE=1\nP_x=1\n[SENSOR]\n[DEFINE]\n");
+    Source("[SENSOR]\nNAME=a\nVALUE=1\nP_x=1\n[SENSOR]\n[DEFINE]\n[GROUP]\nNAME=b\n");
     CZEKSection* sensor = gdGetSectByIndex(5, 0);
     const char* const keys[] = {"NAME", "VALUE", "P_x"};
     for (unsigned i = 0; i < 3; ++i) {
@@ -129,6 +129,7 @@ TEST_F(DebugQuery, GivesTheEntriesThatHoldDataByPosition) {
     };
     EXPECT_EQ(failing(sensor, 3), "gc 4, gd 88");
     EXPECT_EQ(failing(sensor, 0xFFFFFFFF), "gc 4, gd 88");
+    EXPECT_EQ(failing(gdGetSectByIndex(4, 0), 1), "gc 4, gd 88") << "one entry, a second asked for";
     EXPECT_EQ(failing(gdGetSectByIndex(5, 1), 0), "gc 2, gd 88") << "only declared entries, none given";
     EXPECT_EQ(failing(gdGetSectByIndex(12, 0), 0), "gc 2, gd 88") << "no entries at all";
     EXPECT_EQ(failing(nullptr, 0), "gc 77, gd 1");
