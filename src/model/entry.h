@@ -42,48 +42,34 @@ public:
     std::vector<std::string> m_vstrSubStr;  ///< the pieces of the value as written
 };
 
+/// What every kind has: the two constructors (with and without type id and notation) and a first pass of its own.
+#define ZEK_ENTRY_KIND(Kind)                   \
+public:                                        \
+    Kind();                                    \
+    Kind(unsigned type, tagNOTATION notation); \
+    ~Kind() override;                          \
+    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
+
+/// What every kind has that refers to other sections.
+#define ZEK_REFERRING_ENTRY_KIND(Kind) \
+    ZEK_ENTRY_KIND(Kind)               \
+    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
+
 class ZEK_API CGEDWORD : public CZEKEntry {
-public:
-    CGEDWORD();
-    CGEDWORD(unsigned type, tagNOTATION notation);
-    ~CGEDWORD() override;
-    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
+    ZEK_ENTRY_KIND(CGEDWORD)
 };
-
 class ZEK_API CGESTRING : public CZEKEntry {
-public:
-    CGESTRING();
-    CGESTRING(unsigned type, tagNOTATION notation);
-    ~CGESTRING() override;
-    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
-    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
+    ZEK_REFERRING_ENTRY_KIND(CGESTRING)
 };
-
 class ZEK_API CGESTRINGLIST : public CZEKEntry {
-public:
-    CGESTRINGLIST();
-    CGESTRINGLIST(unsigned type, tagNOTATION notation);
-    ~CGESTRINGLIST() override;
-    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
-    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
+    ZEK_REFERRING_ENTRY_KIND(CGESTRINGLIST)
 };
-
 class ZEK_API CGEREPEATER : public CZEKEntry {
-public:
-    CGEREPEATER();
-    CGEREPEATER(unsigned type, tagNOTATION notation);
-    ~CGEREPEATER() override;
-    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
-    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
+    ZEK_REFERRING_ENTRY_KIND(CGEREPEATER)
 };
-
 class ZEK_API CGEVALUE : public CZEKEntry {
+    ZEK_REFERRING_ENTRY_KIND(CGEVALUE)
 public:
-    CGEVALUE();
-    CGEVALUE(unsigned type, tagNOTATION notation);
-    ~CGEVALUE() override;
-    unsigned IsValid(CZEKObj* parent, unsigned flag) override;
-    unsigned IsValidEx(CZEKObj* parent, unsigned flag) override;
     /// One operand: a VALUE_ name, an argument up to `maxArg`, a global, else a number or predefined name.
     unsigned IsValidSubValue(const std::string& text, CZEKObj* parent, unsigned flag, unsigned maxArg);
     /// A VALUE_ entry of the same section.
