@@ -4,7 +4,6 @@
 #include <unordered_map>
 
 #include "debugimage/state.h"
-#include "model/state.h"
 
 namespace zek {
 
@@ -86,7 +85,6 @@ void TakeEntry(ByteReader& in, CZEKEntry& entry) {
     ByteReader common = in.Block();
     TakeObject(common, entry);
     ByteReader data = in.Block();
-    ++g_modelChanges;
     TakeEntryData(data, entry.m_ZekEntryData);
 }
 

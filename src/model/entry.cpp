@@ -2,7 +2,6 @@
 
 #include "model/messages.h"
 #include "model/output.h"
-#include "model/state.h"
 
 namespace zek {
 
@@ -58,7 +57,6 @@ void CZEKEntry::Init(const std::string& file, const std::string& key, const std:
     m_strName = key;
     m_dwLine = line;
     m_ZekEntryData.Create(m_dwType);
-    ++zek::g_modelChanges;
     if (!zek::HoldsData(*this)) LOG(zek::kEntryDataFailed, m_dwType);
     m_vstrSubStr = zek::SubStringsOf(value);
 }

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "model/state.h"
 #include "model/type_ids.h"
 
 namespace zek {
@@ -104,6 +105,7 @@ CZekEntryData& CZekEntryData::operator=(const CZekEntryData& other) {
 CZekEntryData::~CZekEntryData() { Destory(); }
 
 void CZekEntryData::Create(unsigned int type) {
+    ++zek::g_modelChanges;
     m_dwType = type;
     if (zek::EntryClass(type) == zek::kNumberClass) m_pData = new unsigned(0);
     if (zek::EntryClass(type) == zek::kValueClass) m_pData = new CGeValue;
@@ -115,6 +117,7 @@ unsigned CZekEntryData::GetType() const { return m_dwType; }
 void* CZekEntryData::GetData() const { return m_pData; }
 
 void CZekEntryData::Destory() {
+    ++zek::g_modelChanges;
     delete zek::NumberOf(*this);
     delete zek::ValueOf(*this);
     if (const zek::PayloadShape* shape = zek::ShapeOfClass(m_dwType)) zek::FreePayload(m_pData, *shape);

@@ -8,7 +8,7 @@ std::vector<std::string> CZEKObj::m_svstrIncFiles;
 namespace zek {
 // Follows m_svstrIncFiles.
 FileIndex g_fileIndex;
-// Advances whenever our functions make a section, destroy the model, or give an entry its data.
+// Advances whenever a section is made, the model is destroyed, or typed data is allocated or freed.
 unsigned g_modelChanges = 0;
 }  // namespace zek
 

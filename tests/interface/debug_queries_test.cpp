@@ -314,6 +314,8 @@ TEST_F(DebugQuery, CountsTheEntriesOfALongSectionAsThoseOfAShortOne) {
     sensor->SetEntry("main.zek", "NAME", "S", 1);
     EXPECT_STREQ(keyAt(0), "NAME");
     EXPECT_STREQ(keyAt(1000), "P_999");
+    gdGetEntryByIndex(sensor, 1)->m_ZekEntryData.Destory();
+    EXPECT_STREQ(keyAt(1), "P_1");
     gdUnInit();
     Source("[SENSOR]\nP_only = x\n");
     sensor = gdGetSectByIndex(5, 0);
