@@ -2,17 +2,34 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include "check/messages.h"
 #include "compile.h"
 #include "failure.h"
+#include "frontend/messages.h"
 #include "image.h"
 #include "image_bytes.h"
+#include "known_messages.h"
 #include "memory_file.h"
+#include "model/messages.h"
 #include "parser_library.h"
 #include "printable.h"
 
 namespace zek::tool {
 
 namespace {
+
+TEST(ZekKnownMessages, AreTheLibrarysOwn) {
+    EXPECT_STREQ(kLoadParserFailed, zek::kLoadParserFailed);
+    EXPECT_STREQ(kNoMoreSections, zek::kNoMoreSections);
+    EXPECT_STREQ(kAddItemFailed, zek::kAddItemFailed);
+    EXPECT_STREQ(kSectionNameFailed, zek::kSectionNameFailed);
+    EXPECT_STREQ(kCreateSectionFailed, zek::kCreateSectionFailed);
+    EXPECT_STREQ(kFileNotLoaded, zek::kFileNotLoaded);
+    EXPECT_STREQ(kNoSuchSensor, zek::kNoSuchSensor);
+    EXPECT_STREQ(kSmbusAddress, zek::kSmbusAddress);
+    EXPECT_STREQ(kSmbusType, zek::kSmbusType);
+    EXPECT_STREQ(kEntryMissing, zek::kEntryMissing);
+}
 
 TEST(ZekText, IsUtf8OnlyInItsShortestFormAndRange) {
     for (const char* text : {"", "plain", "\xc3\xbc", "\xe2\x82\xac", "\xf0\x9f\x8c\xa1", "\xf4\x8f\xbf\xbf"}) {
