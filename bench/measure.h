@@ -1,0 +1,35 @@
+/// Running a command as a process of its own and what that takes. Relies on nothing of the project.
+///
+/// The peak memory of a process counts from its fork, so a program that measures keeps small itself: it generates,
+/// compiles and loads nothing, but has other programs do it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zek::bench {
+
+/// A program, looked for in PATH unless it has a slash, and its arguments.
+using Command = std::vector<std::string>;
+
+/// What one run took, or the medians of several runs.
+struct Run {
+    double seconds = 0;     ///< from before the fork until the end is known
+    double cpuSeconds = 0;  ///< of user and system together
+    double peakBytes = 0;   ///< the most resident memory at any time
+    double faults = 0;      ///< page faults that needed no reading
+    int exitCode = 0;       ///< 128 + N for signal N; of several runs the highest
+};
+
+/// Runs a command once, with nothing to read. What it prints goes to the file `output`, which is made anew, or nowhere
+/// where that is empty; what it says on standard error goes where that of this process does. Throws std::system_error
+/// when there can be no process; a program that cannot be started has exit code 127.
+Run RunOnce(const Command& command, const std::string& output = {});
+
+/// The middle value, or the mean of the two in the middle. `values` must not be empty.
+double Median(std::vector<double> values);
+
+/// The medians of runs, each number by itself. `runs` must not be empty.
+Run Medians(const std::vector<Run>& runs);
+
+}  // namespace zek::bench
