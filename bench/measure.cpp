@@ -17,19 +17,18 @@ double Seconds(const timeval& time) {
 }
 
 /// Opens a file as a standard stream of the child; false where that cannot be.
-bool Redirect(const char* file, int flags, int stream) {
-    const int opened = open(file, flags, 0666);
+bool Redirect(const std::string& file, int flags, int stream) {
+    const int opened = open(file.empty() ? "/dev/null" : file.c_str(), flags, 0666);
     return opened >= 0 && dup2(opened, stream) == stream;
 }
 
 /// Becomes the command; comes back only where that cannot be.
-void Become(const Command& command, const std::string& output) {
+void Become(const Command& command) {
     std::vector<char*> words;
-    for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));
+    for (const std::string& word : command.words) words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);
-    if (!Redirect("/dev/null", O_RDONLY, STDIN_FILENO)) return;
-    const char* file = output.empty() ? "/dev/null" : output.c_str();
-    if (!Redirect(file, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO)) return;
+    if (!Redirect(command.input, O_RDONLY, STDIN_FILENO)) return;
+    if (!Redirect(command.output, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO)) return;
     execvp(words[0], words.data());
 }
 
@@ -37,12 +36,12 @@ int ExitCode(int status) { return WIFEXITED(status) ? WEXITSTATUS(status) : 128 
 
 }  // namespace
 
-Run RunOnce(const Command& command, const std::string& output) {
+Run RunOnce(const Command& command) {
     const auto begin = std::chrono::steady_clock::now();
     const pid_t child = fork();
     if (child < 0) throw std::system_error(errno, std::generic_category(), "fork");
     if (child == 0) {
-        Become(command, output);
+        Become(command);
         _exit(127);
     }
     int status = 0;

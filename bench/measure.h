@@ -9,8 +9,12 @@
 
 namespace zek::bench {
 
-/// A program, looked for in PATH unless it has a slash, and its arguments.
-using Command = std::vector<std::string>;
+/// What is run, and where its standard input and output are. Standard error stays that of this process.
+struct Command {
+    std::vector<std::string> words;  ///< the program, looked for in PATH unless it has a slash, and its arguments
+    std::string input = {};          ///< the file that it reads; empty for nothing to read
+    std::string output = {};         ///< the file that it prints to, made anew; empty for nowhere
+};
 
 /// What one run took, or the medians of several runs.
 struct Run {
@@ -21,10 +25,9 @@ struct Run {
     int exitCode = 0;       ///< 128 + N for signal N; of several runs the highest
 };
 
-/// Runs a command once, with nothing to read. What it prints goes to the file `output`, which is made anew, or nowhere
-/// where that is empty; what it says on standard error goes where that of this process does. Throws std::system_error
-/// when there can be no process; a program that cannot be started has exit code 127.
-Run RunOnce(const Command& command, const std::string& output = {});
+/// Runs a command once. Throws std::system_error when there can be no process; a program or a file that is not to be
+/// had gives exit code 127.
+Run RunOnce(const Command& command);
 
 /// The middle value, or the mean of the two in the middle. `values` must not be empty.
 double Median(std::vector<double> values);

@@ -17,8 +17,9 @@ int main(int count, char** words) {
         std::fprintf(stderr, "usage: zek_measure [-n RUNS] COMMAND [ARGUMENT]...\n");
         return 2;
     }
+    const Command command = {.words = {words + first, words + count}};
     std::vector<Run> runs;
-    for (int i = 0; i < times; ++i) runs.push_back(RunOnce({words + first, words + count}));
+    for (int i = 0; i < times; ++i) runs.push_back(RunOnce(command));
     const Run median = Medians(runs);
     std::printf("wall %.6f s, user and system %.6f s, peak %.0f KiB, %.0f faults, exit code %d\n", median.seconds,
                 median.cpuSeconds, median.peakBytes / 1024, median.faults, median.exitCode);
