@@ -1,0 +1,25 @@
+/// Sources to measure with, of any size and the same on every machine. Relies on nothing.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zek::bench {
+
+/// The sizes that every shape may have.
+inline constexpr unsigned kSmallestBoard = 10;
+inline constexpr unsigned kLargestBoard = 1'000'000;
+
+/// The text of a source. `size` is the number of sensors of a "board" and of whatever else a shape has many of; the
+/// text grows with it in proportion. Every source but "errors" compiles without any message. The same arguments give
+/// the same bytes. Throws std::invalid_argument for an unknown shape and for a size out of the bounds above.
+std::string ZekSource(std::string_view shape, unsigned size, std::uint64_t seed = 1);
+
+/// The names of all shapes; "board" is the first.
+std::vector<std::string_view> ShapeNames();
+/// What the size of a shape counts. Throws std::invalid_argument for an unknown shape.
+std::string_view WhatSizeCounts(std::string_view shape);
+
+}  // namespace zek::bench
