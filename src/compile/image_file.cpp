@@ -139,7 +139,7 @@ unsigned Fail(ErrorCode code) {
 unsigned WriteMeta(const std::string& file) {
     std::ofstream stream = zek::CreateFile(file);
     if (!stream) return 0;
-    zek::Bytes image;
+    zek::ByteBuffer image;
     zek::ByteWriter out(image);
     zek::PutFileHeader(out, zek::kMagic, ZEK_VERSION, zek::kBody);
     zek::PutSections(out);
@@ -149,8 +149,8 @@ unsigned WriteMeta(const std::string& file) {
 }
 
 unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info) {
-    const std::optional<zek::Bytes> bytes = zek::ReadImage(file, zek::kMagic);
+    const std::optional<zek::ByteBuffer> bytes = zek::ReadImage(file, zek::kMagic);
     if (!bytes) return zek::Fail(zek::kCannotOpen);
-    if (!zek::HasMagic(*bytes, zek::kMagic)) return zek::Fail(zek::kBadMagic);
+    if (!zek::HasMagic(bytes->View(), zek::kMagic)) return zek::Fail(zek::kBadMagic);
     return zek::TakeImage(zek::ByteReader(*bytes), info) ? 1 : zek::Fail(zek::kBadVersion);
 }

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "compile/state.h"
+#include "model/files.h"
 
 namespace zek {
 
@@ -73,10 +74,10 @@ void PutRecord(ByteWriter& out, const std::map<Key, unsigned>& table, unsigned c
 
 template <class Key>
 void WriteRecord(std::ofstream& out, const std::map<Key, unsigned>& table, unsigned counter) {
-    Bytes record;
+    ByteBuffer record;
     ByteWriter writer(record);
     PutRecord(writer, table, counter);
-    out.write(reinterpret_cast<const char*>(record.data()), static_cast<std::streamsize>(record.size()));
+    WriteBytes(out, record);
 }
 
 /// The names of a body; one whose length runs past the end of the bytes gives the names that are there, since a length
@@ -105,25 +106,23 @@ void TakeTableData(ByteReader& in) {
     g_tblTableData.assign(body.begin(), body.end());
 }
 
-/// The stream's next `length` bytes, or those that are left.
-Bytes NextBytes(std::ifstream& in, std::size_t length) {
+/// Appends the stream's next `length` bytes, or those that are left.
+void AppendNext(std::ifstream& in, std::size_t length, ByteBuffer& bytes) {
     const auto here = in.tellg();
     in.seekg(0, std::ios::end);
     const auto left = static_cast<std::size_t>(in.tellg() - here);
     in.seekg(here);
-    Bytes bytes(in ? std::min(length, left) : 0);
-    in.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    return bytes;
+    const std::size_t count = in ? std::min(length, left) : 0;
+    in.read(reinterpret_cast<char*>(bytes.Extend(count)), static_cast<std::streamsize>(count));
+    bytes.Shrink(count - static_cast<std::size_t>(in.gcount()));
 }
 
 /// Takes a record's body from a stream that stands at its length.
 template <class Take>
 void TakeFromStream(std::ifstream& in, Take&& take) {
-    Bytes record = NextBytes(in, 4);
-    if (record.size() == 4) {
-        const Bytes body = NextBytes(in, ByteReader(record).U32());
-        record.insert(record.end(), body.begin(), body.end());
-    }
+    ByteBuffer record;
+    AppendNext(in, 4, record);
+    if (record.Size() == 4) AppendNext(in, ByteReader(record).U32(), record);
     try {
         ByteReader reader(record);
         take(reader);
@@ -227,8 +226,9 @@ void WriteTbl(std::ofstream& out, std::map<std::string, unsigned>& table, unsign
 }
 
 void ReadTbl(std::ifstream& in) {
-    const zek::Bytes tag = zek::NextBytes(in, 4);
-    if (tag.size() < 4) return in.setstate(std::ios::failbit);
+    zek::ByteBuffer tag;
+    zek::AppendNext(in, 4, tag);
+    if (tag.Size() < 4) return in.setstate(std::ios::failbit);
     const zek::IdentifierTable* table = zek::TableOf(zek::ByteReader(tag).U32());
     if (table) zek::TakeFromStream(in, [table](zek::ByteReader& reader) { zek::TakeTable(reader, *table); });
 }

@@ -17,11 +17,12 @@ namespace zek {
 namespace {
 
 constexpr std::string_view kMagic = "QUOR ZEK metaD.";
+constexpr std::size_t kPiece = std::size_t{1} << 18;
 
 /// Reads a file that may end anywhere: a word that is not there whole is 0, and from then on the file has ended.
 class EndlessReader {
 public:
-    explicit EndlessReader(const Bytes& bytes) : in_(bytes) {}
+    explicit EndlessReader(const ByteBuffer& bytes) : in_(bytes) {}
 
     bool Ended() const { return ended_; }
     void Seek(std::size_t position) { in_.Seek(position); }
@@ -48,12 +49,20 @@ void PutNames(ByteWriter& out) {
     }
 }
 
-void PutSections(ByteWriter& out) {
+/// Writes the sections in pieces: the whole image in memory would double what the model takes.
+void WriteSections(std::ofstream& stream, ByteBuffer& piece) {
+    ByteWriter out(piece);
     out.U32(static_cast<unsigned>(CZEKSection::m_svpHSection.size()));
     for (const SectionList* list : CZEKSection::m_svpHSection) {
         out.U32(static_cast<unsigned>(list->size()));
-        for (const CZEKSection* section : *list) out.Block([&] { PutSection(out, *section); });
+        for (const CZEKSection* section : *list) {
+            out.Block([&] { PutSection(out, *section); });
+            if (piece.Size() < kPiece) continue;
+            WriteBytes(stream, piece);
+            piece.Clear();
+        }
     }
+    WriteBytes(stream, piece);
 }
 
 /// A name that is already defined keeps its value. A record that the file's end cuts is taken as the empty name with 0.
@@ -98,22 +107,21 @@ unsigned WriteMetaD(const std::string& file) {
         LOG(zek::kDebugCreateFailed, file.c_str());
         return 0;
     }
-    zek::Bytes image;
+    zek::ByteBuffer image;
     zek::ByteWriter out(image);
     zek::PutFileHeader(out, zek::kMagic, ZEKD_VERSION, ZEKD_DATA_OFFSET);
     zek::PutNames(out);
-    zek::PutSections(out);
-    zek::WriteBytes(stream, image);
+    zek::WriteSections(stream, image);
     return 1;
 }
 
 unsigned ReadMetaD(const std::string& file, tagMETAFILEINFO* info) {
-    const std::optional<zek::Bytes> bytes = zek::ReadImage(file, zek::kMagic);
+    const std::optional<zek::ByteBuffer> bytes = zek::ReadImage(file, zek::kMagic);
     if (!bytes) {
         LOG(zek::kDebugOpenFailed, file.c_str());
         return 0;
     }
-    if (!zek::HasMagic(*bytes, zek::kMagic)) {
+    if (!zek::HasMagic(bytes->View(), zek::kMagic)) {
         LOG(zek::kDebugInvalid, file.c_str());
         return 0;
     }

@@ -2,8 +2,12 @@
 /// words into bytes and takes them out again. Relies on the standard library.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -11,29 +15,66 @@
 
 namespace zek {
 
-using Bytes = std::vector<unsigned char>;
 using TextList = std::vector<std::string>;
 
-/// Appends to a vector of bytes that the caller owns.
+/// Bytes in one block that grows at its end. New room is not cleared, so that what is about to be overwritten costs
+/// nothing; large blocks grow without being copied.
+class ByteBuffer {
+public:
+    const unsigned char* Data() const { return data_.get(); }
+    std::size_t Size() const { return size_; }
+    std::string_view View() const { return {reinterpret_cast<const char*>(data_.get()), size_}; }
+
+    /// Appends `count` bytes, which the caller fills.
+    unsigned char* Extend(std::size_t count) {
+        if (room_ - size_ < count) Grow(count);
+        unsigned char* const added = data_.get() + size_;
+        size_ += count;
+        return added;
+    }
+    /// Takes the last `count` bytes away.
+    void Shrink(std::size_t count) { size_ -= count; }
+    /// Empties the buffer and keeps its room.
+    void Clear() { size_ = 0; }
+    unsigned char* At(std::size_t offset) { return data_.get() + offset; }
+
+private:
+    struct Free {
+        void operator()(unsigned char* data) const { std::free(data); }
+    };
+
+    void Grow(std::size_t count) {
+        const std::size_t room = std::max(size_ + count, 2 * room_);
+        auto* const data = static_cast<unsigned char*>(std::realloc(data_.get(), room));
+        if (!data) throw std::bad_alloc();
+        static_cast<void>(data_.release());
+        data_.reset(data);
+        room_ = room;
+    }
+
+    std::unique_ptr<unsigned char, Free> data_;
+    std::size_t size_ = 0;
+    std::size_t room_ = 0;
+};
+
+/// Appends to a buffer that the caller owns.
 class ByteWriter {
 public:
-    explicit ByteWriter(Bytes& out) : out_(out) {}
+    explicit ByteWriter(ByteBuffer& out) : out_(out) {}
 
-    std::size_t Position() const { return out_.size(); }
+    std::size_t Position() const { return out_.Size(); }
 
     void Raw(std::string_view bytes) {
-        const std::size_t end = out_.size();
-        Zeros(bytes.size());
-        if (!bytes.empty()) std::memcpy(&out_[end], bytes.data(), bytes.size());
+        if (!bytes.empty()) std::memcpy(out_.Extend(bytes.size()), bytes.data(), bytes.size());
     }
-    void Zeros(std::size_t count) { out_.resize(out_.size() + count); }
-    void U32(unsigned word) {
-        Zeros(4);
-        SetU32(out_.size() - 4, word);
+    void Zeros(std::size_t count) {
+        if (count) std::memset(out_.Extend(count), 0, count);
     }
+    void U32(unsigned word) { Put(out_.Extend(4), word); }
     void Str(std::string_view text) {
-        U32(static_cast<unsigned>(text.size()));
-        Raw(text);
+        unsigned char* const added = out_.Extend(4 + text.size());
+        Put(added, static_cast<unsigned>(text.size()));
+        if (!text.empty()) std::memcpy(added + 4, text.data(), text.size());
     }
     void List(const TextList& list) {
         U32(static_cast<unsigned>(list.size()));
@@ -42,18 +83,20 @@ public:
     /// A length, then what `fill` appends.
     template <class Fill>
     void Block(Fill&& fill) {
-        const std::size_t length = out_.size();
-        Zeros(4);
+        const std::size_t length = out_.Size();
+        out_.Extend(4);
         fill();
-        SetU32(length, static_cast<unsigned>(out_.size() - length - 4));
+        SetU32(length, static_cast<unsigned>(out_.Size() - length - 4));
     }
     /// Overwrites the word at `offset`.
-    void SetU32(std::size_t offset, unsigned word) {
-        for (std::size_t i = 0; i < 4; ++i) out_[offset + i] = static_cast<unsigned char>(word >> (8 * i));
-    }
+    void SetU32(std::size_t offset, unsigned word) { Put(out_.At(offset), word); }
 
 private:
-    Bytes& out_;
+    static void Put(unsigned char* to, unsigned word) {
+        for (std::size_t i = 0; i < 4; ++i) to[i] = static_cast<unsigned char>(word >> (8 * i));
+    }
+
+    ByteBuffer& out_;
 };
 
 /// Takes words, texts and blocks from bytes that the caller keeps alive. Every read past the end throws
@@ -63,7 +106,9 @@ private:
 /// them.
 class ByteReader {
 public:
-    explicit ByteReader(const Bytes& bytes) : ByteReader(bytes.data(), bytes.size(), bytes.size()) {}
+    explicit ByteReader(const ByteBuffer& bytes) : ByteReader(bytes.Data(), bytes.Size(), bytes.Size()) {}
+    explicit ByteReader(const std::vector<unsigned char>& bytes)
+        : ByteReader(bytes.data(), bytes.size(), bytes.size()) {}
     ByteReader(const unsigned char* data, std::size_t present, std::size_t size)
         : data_(data), present_(present), size_(size) {}
 
@@ -74,16 +119,19 @@ public:
 
     unsigned U32() {
         Require(Left() >= 4);
-        unsigned word = 0;
-        for (std::size_t i = 0; i < 4; ++i) word |= static_cast<unsigned>(At(position_ + i)) << (8 * i);
+        const std::size_t at = position_;
         position_ += 4;
-        return word;
+        // The usual case apart: the compiler makes one load of it.
+        if (position_ <= present_) return Word([this, at](std::size_t i) { return data_[at + i]; });
+        return Word([this, at](std::size_t i) { return at + i < present_ ? data_[at + i] : 0; });
     }
     std::string Text(std::size_t length) {
         Require(length <= Left() && length <= PresentLeft() + kMostZeros);
-        std::string text(length, '\0');
-        const std::size_t present = length < PresentLeft() ? length : PresentLeft();
-        if (present) std::memcpy(text.data(), data_ + position_, present);
+        std::string text;
+        if (const std::size_t present = std::min(length, PresentLeft())) {
+            text.assign(reinterpret_cast<const char*>(data_ + position_), present);
+        }
+        text.resize(length);
         position_ += length;
         return text;
     }
@@ -121,7 +169,12 @@ private:
         if (!inside) throw std::out_of_range("vector::_M_range_check");
     }
     std::size_t PresentLeft() const { return position_ < present_ ? present_ - position_ : 0; }
-    unsigned char At(std::size_t index) const { return index < present_ ? data_[index] : 0; }
+    template <class ByteAt>
+    static unsigned Word(ByteAt&& byteAt) {
+        unsigned word = 0;
+        for (std::size_t i = 0; i < 4; ++i) word |= static_cast<unsigned>(byteAt(i)) << (8 * i);
+        return word;
+    }
 
     const unsigned char* data_;
     std::size_t present_;
@@ -129,12 +182,13 @@ private:
     std::size_t position_ = 0;
 };
 
-/// Fills an emptied vector with what `put` appends to a writer.
+/// Fills a vector, its content before lost, with what `put` appends to a writer.
 template <class Put>
-void FillBuffer(Bytes& out, Put&& put) {
-    out.clear();
-    ByteWriter writer(out);
+void FillBuffer(std::vector<unsigned char>& out, Put&& put) {
+    ByteBuffer buffer;
+    ByteWriter writer(buffer);
     put(writer);
+    out.assign(buffer.Data(), buffer.Data() + buffer.Size());
 }
 
 }  // namespace zek

@@ -21,9 +21,8 @@ inline void PutFileHeader(ByteWriter& out, std::string_view magic, unsigned vers
 }
 
 /// Whether the file begins with the magic, read as a NUL-terminated text; what is missing counts as zeros.
-inline bool HasMagic(const Bytes& bytes, std::string_view magic) {
-    const std::size_t size = bytes.size() < kMagicSize ? bytes.size() : kMagicSize;
-    const std::string_view head(reinterpret_cast<const char*>(bytes.data()), size);
+inline bool HasMagic(std::string_view bytes, std::string_view magic) {
+    const std::string_view head = bytes.substr(0, kMagicSize);
     return head.substr(0, head.find('\0')) == magic;
 }
 

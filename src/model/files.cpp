@@ -14,35 +14,36 @@ namespace {
 constexpr std::size_t kMostOfStream = std::size_t{256} << 20;
 constexpr std::size_t kChunk = std::size_t{1} << 16;
 
-/// Reads until `room` bytes are there or the file ends.
-void Fill(int fd, Bytes& bytes, std::size_t room) {
-    std::size_t size = bytes.size();
-    if (room <= size) return;
-    bytes.resize(room);
-    while (size < room) {
-        const ssize_t got = read(fd, bytes.data() + size, room - size);
+/// Reads until the buffer holds `size` bytes or the file ends.
+void Fill(int fd, ByteBuffer& bytes, std::size_t size) {
+    if (size <= bytes.Size()) return;
+    std::size_t missing = size - bytes.Size();
+    unsigned char* to = bytes.Extend(missing);
+    while (missing > 0) {
+        const ssize_t got = read(fd, to, missing);
         if (got < 0 && errno == EINTR) continue;
         if (got <= 0) break;
-        size += static_cast<std::size_t>(got);
+        to += got;
+        missing -= static_cast<std::size_t>(got);
     }
-    bytes.resize(size);
+    bytes.Shrink(missing);
 }
 
 /// Reads the rest of what is no regular file, whose size nobody knows.
-void FillFromStream(int fd, Bytes& bytes) {
-    std::size_t room = bytes.size();
-    while (bytes.size() == room && room < kMostOfStream) Fill(fd, bytes, room += kChunk);
+void FillFromStream(int fd, ByteBuffer& bytes) {
+    std::size_t size = bytes.Size();
+    while (bytes.Size() == size && size < kMostOfStream) Fill(fd, bytes, size += kChunk);
 }
 
 }  // namespace
 
-std::optional<Bytes> ReadImage(const std::string& file, std::string_view magic) {
+std::optional<ByteBuffer> ReadImage(const std::string& file, std::string_view magic) {
     const int fd = open(file.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) return std::nullopt;
-    Bytes bytes;
+    ByteBuffer bytes;
     Fill(fd, bytes, kMagicSize);
     struct stat info = {};
-    if (HasMagic(bytes, magic) && fstat(fd, &info) == 0) {
+    if (HasMagic(bytes.View(), magic) && fstat(fd, &info) == 0) {
         if (S_ISREG(info.st_mode)) {
             Fill(fd, bytes, static_cast<std::size_t>(info.st_size));
         } else {
@@ -55,8 +56,9 @@ std::optional<Bytes> ReadImage(const std::string& file, std::string_view magic) 
 
 std::ofstream CreateFile(const std::string& file) { return std::ofstream(file, std::ios::binary | std::ios::trunc); }
 
-void WriteBytes(std::ofstream& out, const Bytes& bytes) {
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+void WriteBytes(std::ofstream& out, const ByteBuffer& bytes) {
+    const std::string_view all = bytes.View();
+    out.write(all.data(), static_cast<std::streamsize>(all.size()));
 }
 
 }  // namespace zek

@@ -1,4 +1,4 @@
-/// Whole files: read in one call, written in one call. Relies on bytes.h.
+/// Files: an image is read in one call; a new one is written in as many pieces as its writer likes. Relies on bytes.h.
 #pragma once
 
 #include <fstream>
@@ -12,12 +12,12 @@ namespace zek {
 
 /// All bytes of a file that begins with the magic (see HasMagic); of another only its first bytes; nothing when it
 /// cannot be opened. What is no regular file is read up to its end, at most 256 MiB.
-std::optional<Bytes> ReadImage(const std::string& file, std::string_view magic);
+std::optional<ByteBuffer> ReadImage(const std::string& file, std::string_view magic);
 
 /// A file created or emptied for writing; the stream is bad when it cannot be opened.
 std::ofstream CreateFile(const std::string& file);
 
-/// Writes all bytes in one call. Errors are not examined: hosts look at the file themselves.
-void WriteBytes(std::ofstream& out, const Bytes& bytes);
+/// Writes all bytes. Errors are not examined: hosts look at the file themselves.
+void WriteBytes(std::ofstream& out, const ByteBuffer& bytes);
 
 }  // namespace zek
