@@ -48,7 +48,7 @@ unsigned CGESTRING::IsValid(CZEKObj* parent, unsigned flag) {
         return 0;
     }
     if ((m_dwType & zek::kNumericMask) != zek::kNumericText) return 1;
-    if (zek::IsPredefined(text) || zek::IsNumber(text)) return 1;
+    if (zek::IsNumber(text) || zek::IsPredefined(text)) return 1;
     LOG(zek::kNotANumber, WHERE(*this, *parent), text.c_str());
     return 0;
 }
@@ -76,7 +76,7 @@ unsigned CGESTRINGLIST::IsValid(CZEKObj* parent, unsigned flag) {
     if ((m_dwType & zek::kNumericMask) == zek::kNumericList) return 1;
     unsigned valid = 1;
     for (const std::string& text : list) {
-        if (zek::IsPredefined(text) || zek::IsNumber(text)) continue;
+        if (zek::IsNumber(text) || zek::IsPredefined(text)) continue;
         LOG(zek::kNotANumber, WHERE(*this, *parent), text.c_str());
         valid = 0;
     }

@@ -1,11 +1,40 @@
 #include "check/vocabulary.h"
 
-#include <cstdlib>
 #include <cstring>
 
 namespace {
 
 constexpr std::size_t kLongestNumber = 10;
+
+// Own loops, since numbers are most of what a description holds and the C library's reading asks the locale.
+
+/// The value of a decimal digit, or a number above 9.
+unsigned DigitOf(char character) { return static_cast<unsigned char>(character) - unsigned{'0'}; }
+
+/// The low 32 bits of the number that the digits at the beginning are, behind white space and a sign; 0 without digits.
+unsigned Decimal(const char* text) {
+    while (*text == ' ' || (*text >= '\t' && *text <= '\r')) ++text;
+    const bool negative = *text == '-';
+    if (negative || *text == '+') ++text;
+    unsigned number = 0;
+    for (; DigitOf(*text) <= 9; ++text) number = number * 10 + DigitOf(*text);
+    return negative ? 0 - number : number;
+}
+
+/// The same for hexadecimal digits, without white space and sign.
+unsigned Hexadecimal(const char* text) {
+    unsigned number = 0;
+    for (;; ++text) {
+        const unsigned letter = (static_cast<unsigned char>(*text) | 0x20U) - 'a';
+        if (DigitOf(*text) <= 9) {
+            number = number * 16 + DigitOf(*text);
+        } else if (letter <= 5) {
+            number = number * 16 + letter + 10;
+        } else {
+            return number;
+        }
+    }
+}
 
 }  // namespace
 
@@ -30,12 +59,13 @@ const std::array<tagNTMAP, 17> g_NTMapOper = {{
 }};
 
 unsigned StringToLong(const std::string& text, unsigned int* value) {
+    const char* const begin = text.c_str();
+    if (text.size() > kLongestNumber && !std::memchr(begin, 0, kLongestNumber + 1)) return 0;
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
-    if (std::strlen(text.c_str()) > kLongestNumber) return 0;
-    *value = static_cast<unsigned>(std::strtoul(text.c_str(), nullptr, hexadecimal ? 16 : 10));
+    *value = hexadecimal ? Hexadecimal(begin + 2) : Decimal(begin);
     if (*value != 0) return 1;
     // Zero must be written: the first digit is a 0. Behind a bare "0x", as behind the end of any text, stands a NUL.
-    return text.c_str()[hexadecimal ? 2 : 0] == '0';
+    return begin[hexadecimal ? 2 : 0] == '0';
 }
 
 unsigned GetOperator(const std::string& text) {

@@ -1,10 +1,13 @@
 // The one number syntax of the language.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <string>
 
 #include "check/vocabulary.h"
+#include "yardstick/random.h"
 
 namespace zek::test {
 
@@ -26,6 +29,22 @@ void ExpectRows(std::initializer_list<NumberRow> rows) {
         EXPECT_EQ(StringToLong(row.text, &value), row.result);
         EXPECT_EQ(value, row.stored.value_or(kUntouched));
     }
+}
+
+/// The number syntax as the C library reads it; a text that is too long leaves the value as it was.
+unsigned PlainNumber(const std::string& text, unsigned& value) {
+    const char* const begin = text.c_str();
+    const bool hexadecimal = std::strncmp(begin, "0x", 2) == 0 || std::strncmp(begin, "0X", 2) == 0;
+    if (std::strlen(begin) > 10) return 0;
+    value = static_cast<unsigned>(std::strtoul(begin, nullptr, hexadecimal ? 16 : 10));
+    return value != 0 || begin[hexadecimal ? 2 : 0] == '0';
+}
+
+/// Whether the library and the plain reading agree on the result and on what is stored.
+bool IsReadAsPlainly(const std::string& text) {
+    unsigned plain = 0xDEADBEEF;
+    unsigned value = plain;
+    return StringToLong(text, &value) == PlainNumber(text, plain) && value == plain;
 }
 
 }  // namespace
@@ -112,6 +131,34 @@ TEST(Number, EndsAtItsFirstNul) {
     ExpectRows(
         {{"7\0and much more behind"s, 1, 7}, {"1234567890\0"s, 1, 1234567890}, {"0\0x1"s, 1, 0}, {"0x1\0F"s, 1, 1}});
     ExpectRows({{"\0"s, 0, 0}, {"\0007"s, 0, 0}, {"0x\0000"s, 0, 0}, {"12345678901\0"s, 0, {}}});
+}
+
+TEST(Number, IsReadAsTheCLibraryReadsEveryShortText) {
+    const std::string alphabet = "019aFgxX+- \r.\0"s;
+    std::size_t texts = 1;
+    for (std::size_t length = 1; length <= 5; ++length) {
+        texts *= alphabet.size();
+        for (std::size_t i = 0; i < texts; ++i) {
+            std::string text;
+            for (std::size_t rest = i; text.size() < length; rest /= alphabet.size())
+                text += alphabet[rest % alphabet.size()];
+            ASSERT_TRUE(IsReadAsPlainly(text)) << "text '" << text << "'";
+        }
+    }
+}
+
+TEST(Number, IsReadAsTheCLibraryReadsLongerTexts) {
+    const std::string digits = "00112345678999abcdefABCDEF"s;
+    const std::string others = "+-xX \t\n\v\f\r\x08\x0E/:@G`g\x80\xFF\0"s;
+    Random random(1);
+    for (unsigned i = 0; i < 300000; ++i) {
+        std::string text = random.Chance(30) ? "0x" : random.Chance(10) ? "-" : "";
+        for (unsigned length = random.Below(13); text.size() < length;) {
+            const std::string& from = random.Chance(5) ? others : digits;
+            text += from[random.Below(static_cast<unsigned>(from.size()))];
+        }
+        ASSERT_TRUE(IsReadAsPlainly(text)) << "text '" << text << "'";
+    }
 }
 
 }  // namespace zek::test
