@@ -2,37 +2,60 @@
 
 #include "board.h"
 #include "boards.h"
-#include "text.h"
+#include "lopsided.h"
+#include "mistakes.h"
 #include "zek_text.h"
 
 namespace zek::bench {
 namespace {
 
-constexpr std::size_t kBytesForSensor = 440;  ///< a little more than a sensor takes, so that the text is moved once
+constexpr unsigned kEvery = 10;  ///< so many sections of a board with mistakes have one of them
 
-std::string WholeBoard(unsigned size, std::uint64_t seed) {
-    std::string out;
-    out.reserve(size * kBytesForSensor);
-    const Board board(size, seed);
-    ZekText text(out, seed);
+/// Writes the sections of a board; `change` may alter each before.
+template <class Change>
+void WriteSections(ZekText& text, const Board& board, const Change& change) {
     Section section;
     for (unsigned kind = 0; kind < kKindNames.size(); ++kind) {
         for (unsigned i = 0; i < board.Count(Kind{kind}); ++i) {
             board.Fill(Kind{kind}, i, section);
+            change(section);
             text.Write(section);
         }
     }
-    return out;
+}
+
+void WriteBoard(ZekText& text, unsigned size, std::uint64_t seed) {
+    WriteSections(text, Board(size, seed), [](const Section&) {});
+}
+
+void WriteErrors(ZekText& text, unsigned size, std::uint64_t seed) {
+    unsigned number = 0;
+    WriteSections(text, Board(size, seed), [&number](Section& section) {
+        if (++number % kEvery == 0) AddMistake(section, number / kEvery);
+    });
 }
 
 struct Shape {
     std::string_view name;
     std::string_view counts;
-    std::string (*make)(unsigned size, std::uint64_t seed);
+    void (*write)(ZekText& text, unsigned size, std::uint64_t seed);
 };
 
 constexpr Shape kShapes[] = {
-    {"board", "sensors of a board with everything in proportion", WholeBoard},
+    {"board", "sensors of a board that has everything in proportion", WriteBoard},
+    {"errors", "sensors of a board with a mistake in every tenth section", WriteErrors},
+    {"properties", "keys of one [PROPERTY]", WriteProperties},
+    {"action", "working values of one [ACTION], each using one before it", WriteAction},
+    {"sensors-list", "sensors in one SENSORS list", WriteSensorsList},
+    {"tails", "sections whose long names differ in their last characters only", WriteTails},
+    {"globals", "globals, each using two before it", WriteGlobals},
+    {"tables", "tables, and as many globals that use them", WriteTables},
+    {"actions", "actions, each calling one before it", WriteActions},
+    {"repeaters", "repeaters of as many actions", WriteRepeaters},
+    {"defines", "words, and as many globals that use them", WriteDefines},
+    {"groups", "groups, half of them one below the other", WriteGroups},
+    {"views", "views of one sensor each, one below the other", WriteViews},
+    {"rows", "rows of one [TABLE]", WriteRows},
 };
 
 const Shape& Find(std::string_view name) {
@@ -46,7 +69,10 @@ const Shape& Find(std::string_view name) {
 
 std::string ZekSource(std::string_view shape, unsigned size, std::uint64_t seed) {
     if (size < kSmallestBoard || size > kLargestBoard) throw std::invalid_argument("the size is out of bounds");
-    return Find(shape).make(size, seed);
+    std::string out;
+    ZekText text(out, seed);
+    Find(shape).write(text, size, seed);
+    return out;
 }
 
 std::vector<std::string_view> ShapeNames() {
