@@ -1,0 +1,21 @@
+/// Runs zek_calls and reads what it measured. Relies on figures.h.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "compare/figures.h"
+
+namespace zek::bench {
+
+/// How zek_calls is run.
+struct CallsEffort {
+    std::vector<unsigned> sizes;  ///< of the boards, in sensors
+    unsigned repetitions = 3;     ///< of which the median counts
+    std::string seconds = "0.1";  ///< that each repetition takes at least
+};
+
+/// The time of each call by its name, as "ns" of processor time, for boards of each size.
+FiguresBySize MeasureCalls(const std::string& folder, const CallsEffort& effort);
+
+}  // namespace zek::bench

@@ -1,0 +1,30 @@
+/// Measured numbers, by what was run and what was measured of it. Relies on measure.h.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace zek::bench {
+
+/// Every number is given several times, once for each run, and asked for as the median.
+class Figures {
+public:
+    void Add(const std::string& job, const std::string& quantity, double value);
+
+    bool Has(const std::string& job, const std::string& quantity) const;
+
+    /// Throws std::out_of_range for what was not measured.
+    double Get(const std::string& job, const std::string& quantity) const;
+
+private:
+    std::map<std::pair<std::string, std::string>, std::vector<double>> values_;
+};
+
+/// What was measured of the boards of each size (sensors), smallest first.
+using FiguresBySize = std::map<unsigned, Figures>;
+
+/// How a time grows with the size: 1 where twice the size takes twice the time.
+double Exponent(double smallSize, double smallTime, double largeSize, double largeTime);
+
+}  // namespace zek::bench

@@ -1,0 +1,143 @@
+#include "compare/report.h"
+
+#include <algorithm>
+
+#include "compare/table.h"
+
+namespace zek::bench {
+
+const std::vector<PhaseName> kPhases = {
+    {"zek", "start"},          {"zek", "parse"}, {"zek", "check"},     {"zek", "debug image"},
+    {"zek", "compiled image"}, {"zek", "end"},   {"gcInit", "gcInit"}, {"gdInit", "gdInit"},
+};
+
+namespace {
+
+constexpr double kMicro = 1e6;
+constexpr double kMega = 1e6;
+
+/// What the queries are called in the figures, in the order of the table; `beside` is what each is held against.
+struct CallRow {
+    const char* name;
+    const char* beside;
+};
+
+constexpr CallRow kCalls[] = {
+    {"gcGetSectByID", nullptr},
+    {"gcGetSectByIndex", nullptr},
+    {"gcGetEntryByType", nullptr},
+    {"gcGetEntryByType, walk", nullptr},
+    {"gcGetEntryByType, memory", nullptr},
+    {"gcGetValueByIndex", nullptr},
+    {"gcGetValueByIndex, walk", nullptr},
+    {"gcGetValueByIndex, memory", nullptr},
+    {"gcGetValueByID", nullptr},
+    {"gcGetValueByID, walk", nullptr},
+    {"gcGetSectByName", "hash look-up"},
+    {"gcGetSectByName, absent", "hash look-up, absent"},
+    {"hash look-up", nullptr},
+    {"hash look-up, absent", nullptr},
+    {"gdGetSectByIndex", nullptr},
+    {"gdGetEntryByIndex", nullptr},
+    {"gdGetValue", nullptr},
+    {"gdGetValue, walk", nullptr},
+};
+
+void AddTool(Table& table, unsigned size, const std::string& tool, const Figures& figures) {
+    if (!figures.Has(tool, "wall")) return;
+    const double seconds = figures.Get(tool, "wall");
+    const double bytes = figures.Get(tool, "bytes");
+    const double peak = figures.Get(tool, "peak");
+    table.Add({Count(size) + ", " + tool, Number(seconds * 1e3), Number(seconds * kMicro / size),
+               Number(bytes / seconds / kMega), Number(seconds / figures.Get("zek", "wall")), Number(peak / kMega),
+               Number(peak / bytes), Count(static_cast<unsigned long>(figures.Get(tool, "faults")))});
+}
+
+/// The head of a table that has a column for each size, with something before and behind these.
+std::vector<std::string> Head(const std::string& first, const FiguresBySize& sizes, const std::string& last) {
+    std::vector<std::string> head = {first};
+    for (const auto& [size, figures] : sizes) head.push_back(Count(size));
+    if (!last.empty()) head.push_back(last);
+    return head;
+}
+
+void AddFloor(Table& table, const FiguresBySize& boards, const std::string& job, const std::string& what) {
+    std::vector<std::string> row = {what};
+    for (const auto& [size, figures] : boards) {
+        row.push_back(Number(figures.Get(job, "bytes") / figures.Get(job, "seconds") / kMega));
+    }
+    table.Add(row);
+}
+
+void AddShape(Table& table, const std::string& shape, const FiguresBySize& sizes) {
+    std::vector<std::string> row = {shape, Count(sizes.rbegin()->first)};
+    for (const auto& [size, figures] : sizes) row.push_back(Number(figures.Get("zek", "work") * 1e3));
+    const auto& [small, first] = *sizes.begin();
+    const auto& [large, last] = *sizes.rbegin();
+    const double bytes = last.Get("zek", "bytes");
+    row.push_back(Number(Exponent(small, first.Get("zek", "work"), large, last.Get("zek", "work"))));
+    row.push_back(Number(bytes / last.Get("zek", "work") / kMega));
+    row.push_back(Number(last.Get("zek", "peak") / bytes));
+    table.Add(row);
+}
+
+}  // namespace
+
+std::string ToolsTable(const FiguresBySize& boards) {
+    Table table(
+        {"Sensors, tool", "ms", "µs per sensor", "MB/s", "times zek", "peak MB", "peak per byte", "page faults"});
+    for (const auto& [size, figures] : boards) {
+        for (const char* tool : {"zek", "flatc", "protoc", "dtc"}) AddTool(table, size, tool, figures);
+    }
+    return table.Text();
+}
+
+std::string PhasesTable(const FiguresBySize& boards) {
+    Table table(Head("µs per sensor", boards, "exponent"));
+    const auto& [small, first] = *boards.begin();
+    const auto& [large, last] = *boards.rbegin();
+    const auto add = [&](const std::string& name, const std::string& job, const std::string& quantity) {
+        std::vector<std::string> row = {name};
+        for (const auto& [size, figures] : boards) {
+            row.push_back(Number(figures.Get(job, quantity) * kMicro / size));
+        }
+        row.push_back(Number(Exponent(small, first.Get(job, quantity), large, last.Get(job, quantity))));
+        table.Add(row);
+    };
+    for (const PhaseName& phase : kPhases) add(phase.quantity, phase.job, phase.quantity);
+    add("whole process of the compile", "zek", "wall");
+    return table.Text();
+}
+
+std::string FloorTable(const FiguresBySize& boards) {
+    Table table(Head("MB/s", boards, ""));
+    AddFloor(table, boards, "read", "read into fresh memory");
+    AddFloor(table, boards, "copy", "copy in memory");
+    AddFloor(table, boards, "scan", "scan into sections and items");
+    AddFloor(table, boards, "enumerate", "parse and enumerate, by the parser library");
+    AddFloor(table, boards, "touch", "write to each page of fresh memory");
+    return table.Text();
+}
+
+std::string CallsTable(const FiguresBySize& calls) {
+    Table table(Head("ns", calls, "times a hash look-up"));
+    for (const CallRow& call : kCalls) {
+        std::vector<std::string> row = {call.name};
+        double times = 0;
+        for (const auto& [size, figures] : calls) {
+            row.push_back(Number(figures.Get(call.name, "ns")));
+            if (call.beside) times = std::max(times, figures.Get(call.name, "ns") / figures.Get(call.beside, "ns"));
+        }
+        row.push_back(call.beside ? Number(times) : "");
+        table.Add(row);
+    }
+    return table.Text();
+}
+
+std::string ShapesTable(const FiguresByShape& shapes) {
+    Table table({"Shape", "size n", "ms at n/4", "ms at n/2", "ms at n", "exponent", "MB/s", "peak per byte"});
+    for (const auto& [shape, sizes] : shapes) AddShape(table, shape, sizes);
+    return table.Text();
+}
+
+}  // namespace zek::bench

@@ -1,0 +1,162 @@
+#include "compare/targets.h"
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+#include "compare/report.h"
+#include "compare/table.h"
+
+namespace zek::bench {
+namespace {
+
+/// The scan of a text of 10,000 sensors, in MB/s, on the machine that the targets in MB/s were set for.
+constexpr double kScanOfTheTargets = 860;
+constexpr double kMega = 1e6;
+
+class TargetTable {
+public:
+    void AtMost(const std::string& what, double value, double must, double goal) {
+        Add(what, value, must, goal, value <= must, value <= goal);
+    }
+    void AtLeast(const std::string& what, double value, double must, double goal) {
+        Add(what, value, must, goal, value >= must, value >= goal);
+    }
+    std::string Text() const { return table_.Text(); }
+
+private:
+    void Add(const std::string& what, double value, double must, double goal, bool reachesMust, bool reachesGoal) {
+        table_.Add({what, Number(value), Number(must), Number(goal),
+                    reachesGoal   ? "reached"
+                    : reachesMust ? "must reached"
+                                  : "**missed**"});
+    }
+
+    Table table_{{"What", "measured", "must", "go for", ""}};
+};
+
+/// The largest of what a figure is at every size.
+double Worst(const FiguresBySize& sizes, const std::function<double(const Figures&)>& figure) {
+    double worst = 0;
+    for (const auto& [size, figures] : sizes) worst = std::max(worst, figure(figures));
+    return worst;
+}
+
+double GrowthOf(const FiguresBySize& boards, const std::string& job, const std::string& quantity) {
+    const auto& [small, first] = *boards.begin();
+    const auto& [large, last] = *boards.rbegin();
+    return Exponent(small, first.Get(job, quantity), large, last.Get(job, quantity));
+}
+
+void AddTools(TargetTable& table, const FiguresBySize& boards) {
+    const auto add = [&](const std::string& tool, double must, double goal) {
+        for (const auto& [size, figures] : boards) {
+            if (size > 100'000 || !figures.Has(tool, "wall")) continue;
+            table.AtLeast("compile, times as fast as " + tool + ", " + Count(size) + " sensors",
+                          figures.Get(tool, "wall") / figures.Get("zek", "wall"), must, goal);
+        }
+    };
+    add("flatc", 1.3, 2);
+    add("dtc", 8, 12);
+}
+
+double SecondsOf(const Figures& figures, const std::vector<std::string>& phases) {
+    double seconds = 0;
+    for (const std::string& phase : phases) seconds += figures.Get("zek", phase);
+    return seconds;
+}
+
+void AddSpeed(TargetTable& table, const FiguresBySize& boards) {
+    const auto& [size, figures] = *boards.begin();
+    const double bytes = figures.Get("zek", "bytes");
+    const double speed = bytes / SecondsOf(figures, {"start", "parse", "check", "compiled image"}) / kMega;
+    const double scan = figures.Get("scan", "bytes") / figures.Get("scan", "seconds") / kMega;
+    const std::string what = "parse, check, compiled image, MB/s, " + Count(size) + " sensors";
+    table.AtLeast(what, speed, 60, 80);
+    table.AtLeast(what + ", as if the scan were " + Number(kScanOfTheTargets), speed * kScanOfTheTargets / scan, 60,
+                  80);
+}
+
+void AddGrowth(TargetTable& table, const FiguresBySize& boards) {
+    if (boards.size() < 2) return;
+    table.AtMost("growth of the whole process, exponent", GrowthOf(boards, "zek", "wall"), 1.07, 1.04);
+    double worst = 0;
+    std::string name;
+    for (const PhaseName& phase : kPhases) {
+        const double growth = GrowthOf(boards, phase.job, phase.quantity);
+        if (growth <= worst) continue;
+        worst = growth;
+        name = phase.quantity;
+    }
+    table.AtMost("growth of the phase that grows most (" + name + "), exponent", worst, 1.12, 1.08);
+}
+
+void AddImages(TargetTable& table, const FiguresBySize& boards) {
+    table.AtMost(
+        "peak memory per byte of source",
+        Worst(boards, [](const Figures& figures) { return figures.Get("zek", "peak") / figures.Get("zek", "bytes"); }),
+        12, 9);
+    table.AtMost("gcInit, times reading the file into fresh memory",
+                 Worst(boards,
+                       [](const Figures& figures) {
+                           return figures.Get("gcInit", "gcInit") / figures.Get("read image", "seconds");
+                       }),
+                 15, 11);
+    table.AtLeast("gccOutputD, MB/s of its own output",
+                  1 / Worst(boards,
+                            [](const Figures& figures) {
+                                return figures.Get("zek", "debug image") / figures.Get("gdInit", "bytes") * kMega;
+                            }),
+                  300, 600);
+    table.AtMost(
+        "gdInit, times parse, check and debug image",
+        Worst(
+            boards,
+            [](const Figures& figures) {
+                return figures.Get("gdInit", "gdInit") / SecondsOf(figures, {"start", "parse", "check", "debug image"});
+            }),
+        1, 0.6);
+}
+
+void AddCalls(TargetTable& table, const FiguresBySize& calls) {
+    const auto add = [&](const std::string& call, double must, double goal) {
+        table.AtMost(call + ", ns", Worst(calls, [&](const Figures& figures) { return figures.Get(call, "ns"); }), must,
+                     goal);
+    };
+    const auto addName = [&](const std::string& call, const std::string& yardstick) {
+        table.AtMost(
+            call + ", hash look-ups",
+            Worst(calls,
+                  [&](const Figures& figures) { return figures.Get(call, "ns") / figures.Get(yardstick, "ns"); }),
+            2, 1.4);
+    };
+    addName("gcGetSectByName", "hash look-up");
+    addName("gcGetSectByName, absent", "hash look-up, absent");
+    add("gcGetSectByID", 40, 20);
+    add("gcGetSectByIndex", 20, 10);
+    add("gcGetEntryByType", 20, 10);
+    add("gcGetEntryByType, walk", 20, 10);
+    add("gcGetValueByIndex", 20, 10);
+    add("gcGetValueByIndex, walk", 20, 10);
+    add("gcGetValueByID", 20, 10);
+    add("gcGetValueByID, walk", 20, 10);
+    add("gdGetValue", 60, 30);
+    add("gdGetValue, walk", 60, 30);
+    add("gdGetSectByIndex", 60, 30);
+    add("gdGetEntryByIndex", 60, 30);
+}
+
+}  // namespace
+
+std::string TargetsTable(const Measured& measured) {
+    TargetTable table;
+    AddTools(table, measured.boards);
+    AddSpeed(table, measured.boards);
+    AddGrowth(table, measured.boards);
+    AddImages(table, measured.boards);
+    if (!measured.calls.empty()) AddCalls(table, measured.calls);
+    table.AtMost("library load, ms", measured.load.Get("load", "seconds") * 1e3, 1, 0.3);
+    return table.Text();
+}
+
+}  // namespace zek::bench
