@@ -1,7 +1,9 @@
 // The checks that all kinds of entries share.
 #include "check/entry_checks.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <stdexcept>
 
 #include "check/cross_references.h"
@@ -45,7 +47,7 @@ std::uint64_t ArgumentNumber(const std::string& name) {
 }
 
 /// Whether a key is the keyword of its entry, or the keyword of a family and a suffix that suits the family.
-bool IsNameOf(const CZEKEntry& entry, const std::string& keyword) {
+bool IsNameOf(const CZEKEntry& entry, std::string_view keyword) {
     const std::string& key = entry.m_strName;
     // The empty keyword is that of the free-named entries: an empty key is not their name.
     if (key == keyword) return !key.empty();
@@ -80,15 +82,25 @@ void ReleaseSubStrings(CZEKEntry& entry, unsigned flag) {
     if (flag == 0) std::vector<std::string>().swap(entry.m_vstrSubStr);
 }
 
-std::optional<std::string> TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag) {
+void MoveOrCopyList(CZEKEntry& entry, std::size_t first, std::size_t count, unsigned flag, TextList& list) {
+    const auto begin = entry.m_vstrSubStr.begin() + static_cast<std::ptrdiff_t>(first);
+    const auto end = begin + static_cast<std::ptrdiff_t>(std::min(entry.m_vstrSubStr.size() - first, count));
+    if (flag == 0) {
+        list.assign(std::move_iterator(begin), std::move_iterator(end));
+    } else {
+        list.assign(begin, end);
+    }
+}
+
+bool TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag, std::string& text) {
     if (entry.m_vstrSubStr.empty()) {
         LOG(kNoSubString, WHERE(entry, *parent));
-        return {};
+        return false;
     }
     if (entry.m_vstrSubStr.size() > 1) LOG(kMoreSubStrings, WHERE(entry, *parent));
-    std::string first = entry.m_vstrSubStr.front();
+    MoveOrCopy(entry.m_vstrSubStr.front(), flag, text);
     ReleaseSubStrings(entry, flag);
-    return first;
+    return true;
 }
 
 }  // namespace zek
@@ -111,7 +123,7 @@ unsigned CZEKEntry::ChkEntryName(CZEKObj* parent, unsigned) {
 }
 
 unsigned CZEKEntry::ChkDigital(const std::string& text, CZEKObj* parent, unsigned) {
-    if (zek::IsNumber(text) || zek::IsPredefined(text)) return 1;
+    if (zek::IsNumberOrName(text)) return 1;
     LOG(zek::kNotANumber, WHERE(*this, *parent), text.c_str());
     return 0;
 }

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "model/entry.h"
 
@@ -15,9 +16,22 @@ std::optional<unsigned> DecidedAtOnce(CZEKEntry& entry, CZEKObj* parent, unsigne
 /// Lets go of the sub-strings, unless the check is made while the source is read.
 void ReleaseSubStrings(CZEKEntry& entry, unsigned flag);
 
-/// The one sub-string that a number or text takes, the first when there are more, which is a warning; nothing,
+/// Puts a sub-string where the typed data has its text: the string itself when the sub-strings are let go of
+/// afterwards, which spares the copy, else a copy.
+inline void MoveOrCopy(std::string& subString, unsigned flag, std::string& text) {
+    if (flag == 0) {
+        text = std::move(subString);
+    } else {
+        text = subString;
+    }
+}
+
+/// The same for the rest of the sub-strings, from the one at `first` on, as many as `count` at most.
+void MoveOrCopyList(CZEKEntry& entry, std::size_t first, std::size_t count, unsigned flag, TextList& list);
+
+/// Takes the one sub-string that a number or text takes, the first when there are more, which is a warning; false,
 /// reported, when there is none. Lets go of the sub-strings.
-std::optional<std::string> TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag);
+bool TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag, std::string& text);
 
 /// Whether the text is longer than the prefix and begins with it.
 bool HasPrefix(const std::string& text, std::string_view prefix);

@@ -15,6 +15,9 @@ bool IsParentKnown(const CZEKObj& section, const std::string& parent) {
     return References()->FirstNamed(kGroupSection, parent).section != nullptr;
 }
 
+/// Whether a text of this type is looked up among the sections.
+bool Refers(unsigned type) { return type == kParent || type == kPID || type == kID; }
+
 bool IsPIDKnown(const std::string& pid) {
     const unsigned id = NumberOr0(pid);
     return id == 0 || References()->IsTavrGroupID(id);
@@ -28,32 +31,31 @@ unsigned CGEDWORD::IsValid(CZEKObj* parent, unsigned flag) {
     if (const auto decided = zek::DecidedAtOnce(*this, parent, flag, zek::kNumberClass)) return *decided;
     unsigned& number = *zek::NumberOf(m_ZekEntryData);
     number = 0;
-    const std::optional<std::string> text = zek::TakeSubString(*this, parent, flag);
-    if (!text) return 0;
-    if (GetPreDefinedValue(*text, &number) || StringToLong(*text, &number)) return 1;
-    if (m_dwType == zek::kDefinition && text->empty()) return 1;
-    LOG(zek::kNotANumber, WHERE(*this, *parent), text->c_str());
+    std::string text;
+    if (!zek::TakeSubString(*this, parent, flag, text)) return 0;
+    if (GetPreDefinedValue(text, &number) || StringToLong(text, &number)) return 1;
+    if (m_dwType == zek::kDefinition && text.empty()) return 1;
+    LOG(zek::kNotANumber, WHERE(*this, *parent), text.c_str());
     return 0;
 }
 
 unsigned CGESTRING::IsValid(CZEKObj* parent, unsigned flag) {
     if (const auto decided = zek::DecidedAtOnce(*this, parent, flag, zek::kTextClass)) return *decided;
-    const std::optional<std::string> first = zek::TakeSubString(*this, parent, flag);
-    if (!first) return 0;
     std::string& text = *zek::TextOf(m_ZekEntryData);
-    text = *first;
+    if (!zek::TakeSubString(*this, parent, flag, text)) return 0;
+    const bool numeric = (m_dwType & zek::kNumericMask) == zek::kNumericText;
+    if (!text.empty() && (!numeric || zek::IsNumberOrName(text))) return 1;
     if (parent->m_strName == "SYSTEM" && m_strName == "MODEL") return 1;
     if (text.empty()) {
         LOG(zek::kNoSubString, WHERE(*this, *parent));
-        return 0;
+    } else {
+        LOG(zek::kNotANumber, WHERE(*this, *parent), text.c_str());
     }
-    if ((m_dwType & zek::kNumericMask) != zek::kNumericText) return 1;
-    if (zek::IsNumber(text) || zek::IsPredefined(text)) return 1;
-    LOG(zek::kNotANumber, WHERE(*this, *parent), text.c_str());
     return 0;
 }
 
 unsigned CGESTRING::IsValidEx(CZEKObj* parent, unsigned) {
+    if (!zek::Refers(m_dwType)) return 1;
     const std::string* text = zek::TextOf(*this);
     if (!text) return 1;
     const auto report = [&](bool known, const auto& message) {
@@ -71,12 +73,12 @@ unsigned CGESTRING::IsValidEx(CZEKObj* parent, unsigned) {
 unsigned CGESTRINGLIST::IsValid(CZEKObj* parent, unsigned flag) {
     if (const auto decided = zek::DecidedAtOnce(*this, parent, flag, zek::kListClass)) return *decided;
     zek::TextList& list = *zek::ListOf(m_ZekEntryData);
-    list = m_vstrSubStr;
+    zek::MoveOrCopyList(*this, 0, m_vstrSubStr.size(), flag, list);
     zek::ReleaseSubStrings(*this, flag);
     if ((m_dwType & zek::kNumericMask) == zek::kNumericList) return 1;
     unsigned valid = 1;
     for (const std::string& text : list) {
-        if (zek::IsNumber(text) || zek::IsPredefined(text)) continue;
+        if (zek::IsNumberOrName(text)) continue;
         LOG(zek::kNotANumber, WHERE(*this, *parent), text.c_str());
         valid = 0;
     }
@@ -84,8 +86,8 @@ unsigned CGESTRINGLIST::IsValid(CZEKObj* parent, unsigned flag) {
 }
 
 unsigned CGESTRINGLIST::IsValidEx(CZEKObj* parent, unsigned) {
-    const zek::TextList* list = zek::ListOf(m_ZekEntryData);
-    if (!list || m_dwType != zek::kSensors) return 1;
+    const zek::TextList* list = m_dwType == zek::kSensors ? zek::ListOf(m_ZekEntryData) : nullptr;
+    if (!list) return 1;
     // Unknown sensors never fail the check, and none behind the first known one is looked at: hosts rely on both.
     for (const std::string& id : *list) {
         if (zek::References()->IsSensorID(zek::NumberOr0(id))) return 1;
@@ -101,9 +103,8 @@ unsigned CGEREPEATER::IsValid(CZEKObj* parent, unsigned flag) {
         return 0;
     }
     const zek::Payload item = zek::RepeaterOf(m_ZekEntryData);
-    item.strings[0] = m_vstrSubStr[0];
-    item.strings[1] = m_vstrSubStr[1];
-    item.list->assign(m_vstrSubStr.begin() + 2, m_vstrSubStr.end());
+    for (std::size_t i = 0; i < 2; ++i) zek::MoveOrCopy(m_vstrSubStr[i], flag, item.strings[i]);
+    zek::MoveOrCopyList(*this, 2, m_vstrSubStr.size() - 2, flag, *item.list);
     zek::ReleaseSubStrings(*this, flag);
     return 1;
 }

@@ -56,12 +56,9 @@ ValueCheck::Outcome ValueCheck::Convert(const ValueShape& shape) {
     if (!IsCountSound(shape.fewest, shape.most)) return kTooFew;
     const Payload payload = PayloadOf(value);
     if (shape.type == kOperation) return ConvertOperation(payload);
-    auto text = entry.m_vstrSubStr.begin() + 1;
-    for (std::string& string : payload.strings) string = *text++;
-    if (payload.list) {
-        const auto rest = static_cast<std::size_t>(entry.m_vstrSubStr.end() - text);
-        payload.list->assign(text, text + static_cast<std::ptrdiff_t>(std::min(rest, MostElements(shape))));
-    }
+    std::size_t next = 1;  // behind the type word
+    for (std::string& string : payload.strings) MoveOrCopy(entry.m_vstrSubStr[next++], flag, string);
+    if (payload.list) MoveOrCopyList(entry, next, MostElements(shape), flag, *payload.list);
     return IsBusAccess(shape) && !IsBaseAddressSound(payload) ? kFailed : kSound;
 }
 
@@ -74,7 +71,7 @@ ValueCheck::Outcome ValueCheck::ConvertOperation(const Payload& payload) {
         LOG(kBadOperator, WHERE(entry, section), operatorText.c_str());
         return kFailed;
     }
-    for (std::size_t i = 2; i < count; ++i) payload.strings[i - 1] = entry.m_vstrSubStr[i];
+    for (std::size_t i = 2; i < count; ++i) MoveOrCopy(entry.m_vstrSubStr[i], flag, payload.strings[i - 1]);
     return kSound;
 }
 

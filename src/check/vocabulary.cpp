@@ -103,9 +103,9 @@ bool IsNumber(const std::string& text) {
     return StringToLong(text, &ignored);
 }
 
-bool IsPredefined(const std::string& text) {
+bool IsNumberOrName(const std::string& text) {
     unsigned ignored = 0;
-    return GetPreDefinedValue(text, &ignored);
+    return StringToLong(text, &ignored) || GetPreDefinedValue(text, &ignored);
 }
 
 }  // namespace zek

@@ -40,6 +40,7 @@ unsigned NumberOr0(const std::string& text);
 /// The number that a text is, else the value of the predefined name, else 0.
 unsigned NumberOrNameOr0(const std::string& text);
 bool IsNumber(const std::string& text);
-bool IsPredefined(const std::string& text);
+/// Whether the text is a number or a predefined name.
+bool IsNumberOrName(const std::string& text);
 
 }  // namespace zek
