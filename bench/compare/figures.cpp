@@ -21,8 +21,10 @@ double Figures::Get(const std::string& job, const std::string& quantity) const {
     return Median(found->second);
 }
 
-double Exponent(double smallSize, double smallTime, double largeSize, double largeTime) {
-    return std::log(largeTime / smallTime) / std::log(largeSize / smallSize);
+double Growth(const FiguresBySize& sizes, const std::string& job, const std::string& quantity) {
+    const auto& [small, first] = *sizes.begin();
+    const auto& [large, last] = *sizes.rbegin();
+    return std::log(last.Get(job, quantity) / first.Get(job, quantity)) / std::log(1.0 * large / small);
 }
 
 }  // namespace zek::bench

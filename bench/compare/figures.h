@@ -24,7 +24,8 @@ private:
 /// What was measured of the boards of each size (sensors), smallest first.
 using FiguresBySize = std::map<unsigned, Figures>;
 
-/// How a time grows with the size: 1 where twice the size takes twice the time.
-double Exponent(double smallSize, double smallTime, double largeSize, double largeTime);
+/// How a quantity of a job grows from the smallest to the largest size, as an exponent: 1 where twice the size takes
+/// twice as much. There are at least two sizes.
+double Growth(const FiguresBySize& sizes, const std::string& job, const std::string& quantity);
 
 }  // namespace zek::bench

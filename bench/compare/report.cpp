@@ -69,13 +69,28 @@ void AddFloor(Table& table, const FiguresBySize& boards, const std::string& job,
     table.Add(row);
 }
 
+/// The phase of a compilation that grows most, of those that take a twentieth of the largest one.
+std::string SteepestPhase(const FiguresBySize& sizes) {
+    const Figures& last = sizes.rbegin()->second;
+    std::string steepest;
+    double most = 0;
+    for (const PhaseName& phase : kPhases) {
+        if (!last.Has("zek", phase.quantity)) continue;
+        if (last.Get("zek", phase.quantity) < last.Get("zek", "work") / 20) continue;
+        const double growth = Growth(sizes, "zek", phase.quantity);
+        if (growth > most) steepest = std::string(phase.quantity) + ' ' + Number(growth);
+        most = std::max(most, growth);
+    }
+    return steepest;
+}
+
 void AddShape(Table& table, const std::string& shape, const FiguresBySize& sizes) {
-    std::vector<std::string> row = {shape, Count(sizes.rbegin()->first)};
-    for (const auto& [size, figures] : sizes) row.push_back(Number(figures.Get("zek", "work") * 1e3));
-    const auto& [small, first] = *sizes.begin();
     const auto& [large, last] = *sizes.rbegin();
     const double bytes = last.Get("zek", "bytes");
-    row.push_back(Number(Exponent(small, first.Get("zek", "work"), large, last.Get("zek", "work"))));
+    std::vector<std::string> row = {shape, Count(large)};
+    for (const auto& [size, figures] : sizes) row.push_back(Number(figures.Get("zek", "work") * 1e3));
+    row.push_back(Number(Growth(sizes, "zek", "work")));
+    row.push_back(SteepestPhase(sizes));
     row.push_back(Number(bytes / last.Get("zek", "work") / kMega));
     row.push_back(Number(last.Get("zek", "peak") / bytes));
     table.Add(row);
@@ -94,14 +109,12 @@ std::string ToolsTable(const FiguresBySize& boards) {
 
 std::string PhasesTable(const FiguresBySize& boards) {
     Table table(Head("µs per sensor", boards, "exponent"));
-    const auto& [small, first] = *boards.begin();
-    const auto& [large, last] = *boards.rbegin();
     const auto add = [&](const std::string& name, const std::string& job, const std::string& quantity) {
         std::vector<std::string> row = {name};
         for (const auto& [size, figures] : boards) {
             row.push_back(Number(figures.Get(job, quantity) * kMicro / size));
         }
-        row.push_back(Number(Exponent(small, first.Get(job, quantity), large, last.Get(job, quantity))));
+        row.push_back(boards.size() > 1 ? Number(Growth(boards, job, quantity)) : "");
         table.Add(row);
     };
     for (const PhaseName& phase : kPhases) add(phase.quantity, phase.job, phase.quantity);
@@ -135,7 +148,8 @@ std::string CallsTable(const FiguresBySize& calls) {
 }
 
 std::string ShapesTable(const FiguresByShape& shapes) {
-    Table table({"Shape", "size n", "ms at n/4", "ms at n/2", "ms at n", "exponent", "MB/s", "peak per byte"});
+    Table table({"Shape", "size n", "ms at n/4", "ms at n/2", "ms at n", "exponent", "steepest phase", "MB/s",
+                 "peak per byte"});
     for (const auto& [shape, sizes] : shapes) AddShape(table, shape, sizes);
     return table.Text();
 }

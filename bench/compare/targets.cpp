@@ -42,12 +42,6 @@ double Worst(const FiguresBySize& sizes, const std::function<double(const Figure
     return worst;
 }
 
-double GrowthOf(const FiguresBySize& boards, const std::string& job, const std::string& quantity) {
-    const auto& [small, first] = *boards.begin();
-    const auto& [large, last] = *boards.rbegin();
-    return Exponent(small, first.Get(job, quantity), large, last.Get(job, quantity));
-}
-
 void AddTools(TargetTable& table, const FiguresBySize& boards) {
     const auto add = [&](const std::string& tool, double must, double goal) {
         for (const auto& [size, figures] : boards) {
@@ -79,11 +73,11 @@ void AddSpeed(TargetTable& table, const FiguresBySize& boards) {
 
 void AddGrowth(TargetTable& table, const FiguresBySize& boards) {
     if (boards.size() < 2) return;
-    table.AtMost("growth of the whole process, exponent", GrowthOf(boards, "zek", "wall"), 1.07, 1.04);
+    table.AtMost("growth of the whole process, exponent", Growth(boards, "zek", "wall"), 1.07, 1.04);
     double worst = 0;
     std::string name;
     for (const PhaseName& phase : kPhases) {
-        const double growth = GrowthOf(boards, phase.job, phase.quantity);
+        const double growth = Growth(boards, phase.job, phase.quantity);
         if (growth <= worst) continue;
         worst = growth;
         name = phase.quantity;
