@@ -1,5 +1,5 @@
-/// A monitored machine of any size, worked out section by section from a seed: nothing of it is held in memory, every
-/// notation writes the same. Relies on section.h.
+/// A monitored machine of any size, worked out section by section from a seed: nothing of it is held in memory, and
+/// every format is written from the same sections. Relies on section.h.
 #pragma once
 
 #include <cstdint>

@@ -22,4 +22,12 @@ std::vector<std::string_view> ShapeNames();
 /// What the size of a shape counts. Throws std::invalid_argument for an unknown shape.
 std::string_view WhatSizeCounts(std::string_view shape);
 
+/// A "board" in one of several formats: "zek" as above, "json", "proto" and "dts" for flatc, protoc and dtc with the
+/// same content (board.fbs and board.proto are the schemas). Throws std::invalid_argument for an unknown format and for
+/// a size out of bounds.
+std::string BoardIn(std::string_view format, unsigned sensors, std::uint64_t seed = 1);
+
+/// The names of all formats; "zek" is the first.
+std::vector<std::string_view> FormatNames();
+
 }  // namespace zek::bench

@@ -108,7 +108,7 @@ inline constexpr ItemRule kDeviceValues[] = {{"VALUE_INIT", 25, kSetUps}, {"VALU
                                              {"VALUE_OFF", 40, kBits},    {"VALUE_IPMI", 20, kRequests}};
 
 inline constexpr std::string_view kPlaces[] = {"row %d, slot %d", "U%d", "bay %d; left", "tray %d"};
-inline constexpr std::string_view kParts[] = {"PN-%d-%d", "%x%x", "7E%d rev %d"};
+inline constexpr std::string_view kParts[] = {"PN-%d-%d", "SN%d%d", "7E%d rev %d"};
 inline constexpr std::string_view kLabels[] = {"J%d", "Sensor %d of segment %d", "TP%d"};
 inline constexpr std::string_view kNotes[] = {"calibrated at %d", "see drawing %d-%d, sheet 2", "not hot-pluggable"};
 inline constexpr std::string_view kColours[] = {"blue", "amber", "green"};

@@ -1,4 +1,4 @@
-/// One section of a board without a notation, to be written in any. Relies on nothing.
+/// One section of a board, to be written in any format. Relies on nothing.
 #pragma once
 
 #include <array>
@@ -26,7 +26,7 @@ enum class Kind : unsigned {
 
 struct KindName {
     std::string_view keyword;
-    std::string_view field;  ///< what notations without keywords call it
+    std::string_view field;  ///< what formats without keywords call it
 };
 
 inline constexpr std::array<KindName, 12> kKindNames = {{
@@ -102,7 +102,7 @@ static_assert(kKeyNames.size() == static_cast<unsigned>(Key::kPid) + 1, "a row f
 
 inline const KeyName& NameOf(Key key) { return kKeyNames[static_cast<unsigned>(key)]; }
 
-/// How an item with a fixed key is written where the notation leaves the choice.
+/// How an item with a fixed key is written where the format leaves the choice.
 enum class Form {
     kText,
     kDecimal,

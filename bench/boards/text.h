@@ -4,6 +4,7 @@
 #include <charconv>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zek::bench {
 
@@ -32,6 +33,24 @@ inline std::string Numbered(std::string_view text, unsigned number) {
     std::string result(text);
     AppendNumber(result, number);
     return result;
+}
+
+inline void AppendNumbers(std::string& out, const std::vector<unsigned>& numbers, std::string_view separator) {
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        if (i > 0) out += separator;
+        AppendNumber(out, numbers[i]);
+    }
+}
+
+inline void AppendQuoted(std::string& out, std::string_view text) { Append(out, '"', text, '"'); }
+
+/// Appends texts that are joined by commas, each in quotes.
+inline void AppendQuotedTexts(std::string& out, std::string_view joined) {
+    out += '"';
+    for (const char character : joined) {
+        character == ',' ? Append(out, "\",\"") : Append(out, character);
+    }
+    out += '"';
 }
 
 }  // namespace zek::bench

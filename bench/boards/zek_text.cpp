@@ -6,15 +6,15 @@ namespace zek::bench {
 namespace {
 
 constexpr unsigned kStyle = 192;  ///< what random numbers are drawn for
-constexpr std::size_t kSensorsInLine = 20;
+constexpr std::size_t kSensorsInLine = 40;
 
 constexpr std::string_view kComments[] = {"as on the drawing", "checked on the bench", "low byte first",
                                           "see the data sheet"};
 
 /// Appends a text so that it is one sub-string and no comment.
-void AppendQuoted(std::string& out, std::string_view text) {
+void AppendSubString(std::string& out, std::string_view text) {
     const bool quotes = text.find_first_of(",;#") != std::string_view::npos;
-    quotes ? Append(out, '"', text, '"') : Append(out, text);
+    quotes ? AppendQuoted(out, text) : Append(out, text);
 }
 
 }  // namespace
@@ -70,7 +70,7 @@ void ZekText::Write(const Section& section) {
     }
     for (const Property& property : section.properties) {
         Key(property.key);
-        AppendQuoted(out_, property.text);
+        AppendSubString(out_, property.text);
         EndItem();
     }
 }
@@ -78,7 +78,7 @@ void ZekText::Write(const Section& section) {
 void ZekText::WriteField(const Field& field) {
     Key(NameOf(field.key).keyword);
     switch (field.form) {
-        case Form::kText: AppendQuoted(out_, field.text); break;
+        case Form::kText: AppendSubString(out_, field.text); break;
         case Form::kDecimal: AppendNumber(out_, field.number); break;
         case Form::kHex: AppendHex(out_, field.number); break;
         case Form::kWord: out_ += field.text; break;

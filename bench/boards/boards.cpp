@@ -1,7 +1,9 @@
+#include "boards.h"
+
 #include <stdexcept>
 
 #include "board.h"
-#include "boards.h"
+#include "formats.h"
 #include "lopsided.h"
 #include "mistakes.h"
 #include "zek_text.h"
@@ -58,29 +60,56 @@ constexpr Shape kShapes[] = {
     {"rows", "rows of one [TABLE]", WriteRows},
 };
 
-const Shape& Find(std::string_view name) {
-    for (const Shape& shape : kShapes) {
-        if (shape.name == name) return shape;
+struct Format {
+    std::string_view name;
+    std::string (*board)(unsigned size, std::uint64_t seed);
+};
+
+constexpr Format kFormats[] = {
+    {"zek", [](unsigned size, std::uint64_t seed) { return ZekSource("board", size, seed); }},
+    {"json", [](unsigned size, std::uint64_t seed) { return BoardAsJson(Board(size, seed)); }},
+    {"proto", [](unsigned size, std::uint64_t seed) { return BoardAsProtoText(Board(size, seed)); }},
+    {"dts", [](unsigned size, std::uint64_t seed) { return BoardAsDts(Board(size, seed)); }},
+};
+
+template <class Row, std::size_t count>
+const Row& Find(const Row (&rows)[count], const char* what, std::string_view name) {
+    for (const Row& row : rows) {
+        if (row.name == name) return row;
     }
-    throw std::invalid_argument("there is no shape " + std::string(name));
+    throw std::invalid_argument(std::string("there is no ") + what + " " + std::string(name));
+}
+
+template <class Row, std::size_t count>
+std::vector<std::string_view> NamesOf(const Row (&rows)[count]) {
+    std::vector<std::string_view> names;
+    for (const Row& row : rows) names.push_back(row.name);
+    return names;
+}
+
+void CheckSize(unsigned size) {
+    if (size < kSmallestBoard || size > kLargestBoard) throw std::invalid_argument("the size is out of bounds");
 }
 
 }  // namespace
 
 std::string ZekSource(std::string_view shape, unsigned size, std::uint64_t seed) {
-    if (size < kSmallestBoard || size > kLargestBoard) throw std::invalid_argument("the size is out of bounds");
+    const Shape& found = Find(kShapes, "shape", shape);
+    CheckSize(size);
     std::string out;
     ZekText text(out, seed);
-    Find(shape).write(text, size, seed);
+    found.write(text, size, seed);
     return out;
 }
 
-std::vector<std::string_view> ShapeNames() {
-    std::vector<std::string_view> names;
-    for (const Shape& shape : kShapes) names.push_back(shape.name);
-    return names;
+std::string BoardIn(std::string_view format, unsigned sensors, std::uint64_t seed) {
+    const Format& found = Find(kFormats, "format", format);
+    CheckSize(sensors);
+    return found.board(sensors, seed);
 }
 
-std::string_view WhatSizeCounts(std::string_view shape) { return Find(shape).counts; }
+std::vector<std::string_view> ShapeNames() { return NamesOf(kShapes); }
+std::vector<std::string_view> FormatNames() { return NamesOf(kFormats); }
+std::string_view WhatSizeCounts(std::string_view shape) { return Find(kShapes, "shape", shape).counts; }
 
 }  // namespace zek::bench
