@@ -3,121 +3,133 @@
 #include <algorithm>
 
 #include "check/vocabulary.h"
+#include "model/section_kinds.h"
 
 namespace zek {
 
-namespace {
-
-template <class Map, class Key>
-Place FindPlace(const Map& map, const Key& key) {
-    const auto place = map.find(key);
-    return place == map.end() ? Place{} : place->second;
+Identity IdentityOf(const CZEKSection& section) {
+    Identity identity;
+    for (CZEKEntry* entry : section.m_vpEntry) {
+        if (entry->m_dwType == kName && !identity.name) identity.name = entry;
+        if (entry->m_dwType == kID && !identity.id) identity.id = entry;
+        if (identity.name && identity.id) break;
+    }
+    return identity;
 }
 
-}  // namespace
-
-CrossReferences::CrossReferences() {
-    for (unsigned type :
-         {kGroupSection, kSensorSection, kDeviceSection, kActionSection, kTableSection, kTavrGroupSection}) {
-        ReadNames(type);
-    }
-    for (unsigned type : {kPropertySection, kGlobalSection, kRepeaterSection}) ReadKeys(type);
-    ReadGroups();
-    ReadTavrGroups();
-    for (CZEKSection* section : SectionsOf(kSensorSection)) {
-        if (const std::string* id = TextOfEntry(*section, kID)) sensorIDs_.insert(NumberOrNameOr0(*id));
-    }
-    for (const CZEKSection* section : SectionsOf(kGlobalSection)) {
-        for (const CZEKEntry* entry : section->m_vpEntry) {
-            if (entry->m_dwType == kGlobal) globals_.insert(entry->m_strName);
-        }
+void CrossReferences::ReadModel() {
+    for (const SectionList* list : CZEKSection::m_svpHSection) {
+        Begin(*list);
+        for (CZEKSection* section : *list) Read(*section);
     }
 }
 
-void CrossReferences::ReadNames(unsigned sectionType) {
-    Kind& kind = kinds_[sectionType];
-    std::size_t position = 0;
-    for (CZEKSection* section : SectionsOf(sectionType)) {
-        if (const std::string* name = TextOfEntry(*section, kName)) {
-            kind.names.try_emplace(*name, Place{section, FirstEntry(*section, kName), position});
-        }
-        const std::string* id = TextOfEntry(*section, kID);
-        if (unsigned number = 0; id && StringToLong(*id, &number)) {
-            kind.ids.try_emplace(number, Place{section, FirstEntry(*section, kID), position});
-        }
-        ++position;
+void CrossReferences::Begin(const SectionList& list) {
+    type_ = list.empty() ? 0 : list.front()->m_dwType;
+    position_ = 0;
+    // A restored list can begin with a section of another type; of two lists of a type the first counts.
+    kind_ = KindOf(type_) && FindSectHead(type_) == &list ? &kinds_[RowOf(type_)] : nullptr;
+    if (kind_) kind_->sections = &list;
+}
+
+void CrossReferences::Read(CZEKSection& section) {
+    if (!kind_) return;
+    switch (type_) {
+        case kPropertySection:
+        case kGlobalSection:
+        case kRepeaterSection: ReadKeys(section); break;
+        case kGroupSection: ReadGroup(section); [[fallthrough]];
+        case kSensorSection:
+        case kDeviceSection:
+        case kActionSection:
+        case kTableSection: ReadIdentity(section); break;
+        case kTavrGroupSection:
+            ReadIdentity(section);
+            ReadSensorList(section);
+            break;
+        default: break;
+    }
+    ++position_;
+}
+
+void CrossReferences::ReadIdentity(const CZEKSection& section) {
+    const Identity identity = IdentityOf(section);
+    const std::size_t count = kind_->sections->size();
+    if (const std::string* name = TextOrNull(identity.name)) {
+        kind_->names.Reserve(count);
+        kind_->names.Add(*name, position_);
+    }
+    const std::string* id = TextOrNull(identity.id);
+    if (!id) return;
+    if (unsigned number = 0; StringToLong(*id, &number)) {
+        kind_->ids.Reserve(count);
+        kind_->ids.Add(number, position_);
+    } else {
+        kind_->otherIDs.Add(NumberOrNameOr0(*id), {});
     }
 }
 
-void CrossReferences::ReadKeys(unsigned sectionType) {
-    Kind& kind = kinds_[sectionType];
-    std::size_t position = 0;
-    for (CZEKSection* section : SectionsOf(sectionType)) {
-        for (CZEKEntry* entry : section->m_vpEntry) {
-            if (HoldsData(*entry)) kind.keys.try_emplace(entry->m_strName, Place{section, entry, position});
-        }
-        ++position;
+void CrossReferences::ReadKeys(CZEKSection& section) {
+    for (CZEKEntry* entry : section.m_vpEntry) {
+        if (HoldsData(*entry)) kind_->keys.Add(entry->m_strName, {{&section, position_}, entry});
+        if (type_ == kGlobalSection && entry->m_dwType == kGlobal) globals_.Add(entry->m_strName, {});
     }
 }
 
-void CrossReferences::ReadGroups() {
-    for (const CZEKSection* section : SectionsOf(kGroupSection)) {
-        // A group's name is its second entry, whatever that is.
-        const std::string* name = section->m_vpEntry.size() > 1 ? TextOf(*section->m_vpEntry[1]) : nullptr;
-        if (!name) continue;
-        const auto [line, added] = groupLines_.try_emplace(*name, section->m_dwLine);
-        if (!added) line->second = std::min(line->second, section->m_dwLine);
-    }
+void CrossReferences::ReadGroup(const CZEKSection& section) {
+    // A group's name is its second entry, whatever that is.
+    const std::string* name = section.m_vpEntry.size() > 1 ? TextOf(*section.m_vpEntry[1]) : nullptr;
+    if (!name) return;
+    unsigned& line = groupLines_.Add(*name, section.m_dwLine);
+    line = std::min(line, section.m_dwLine);
 }
 
-void CrossReferences::ReadTavrGroups() {
-    for (CZEKSection* section : SectionsOf(kTavrGroupSection)) {
-        if (const std::string* id = TextOfEntry(*section, kID)) tavrGroupIDs_.insert(NumberOrNameOr0(*id));
-        const CZEKEntry* sensors = FirstEntry(*section, kSensors);
-        const TextList* list = sensors ? ListOf(sensors->m_ZekEntryData) : nullptr;
-        if (!list) continue;
-        for (const std::string& id : *list) listedSensors_.insert(NumberOrNameOr0(id));
-    }
+void CrossReferences::ReadSensorList(CZEKSection& section) {
+    const CZEKEntry* sensors = FirstEntry(section, kSensors);
+    const TextList* list = sensors ? ListOf(sensors->m_ZekEntryData) : nullptr;
+    if (!list) return;
+    for (const std::string& id : *list) listedSensors_.Add(NumberOrNameOr0(id), {});
 }
 
-Place CrossReferences::FirstNamed(unsigned sectionType, const std::string& name) const {
-    return FindPlace(kinds_.at(sectionType).names, std::string_view(name));
+Place CrossReferences::FirstNamed(unsigned sectionType, std::string_view name) const {
+    const Kind& kind = At(sectionType);
+    const unsigned* position = kind.names.Find(name);
+    return position ? Place{(*kind.sections)[*position], *position} : Place{};
 }
 
 Place CrossReferences::FirstWithID(unsigned sectionType, unsigned id) const {
-    return FindPlace(kinds_.at(sectionType).ids, id);
+    const Kind& kind = At(sectionType);
+    const unsigned* position = kind.ids.Find(id);
+    return position ? Place{(*kind.sections)[*position], *position} : Place{};
 }
 
-Place CrossReferences::FirstKey(unsigned sectionType, const std::string& key) const {
-    return FindPlace(kinds_.at(sectionType).keys, std::string_view(key));
+const KeyPlace* CrossReferences::FirstKey(unsigned sectionType, std::string_view key) const {
+    return At(sectionType).keys.Find(key);
 }
 
-bool CrossReferences::IsGroupAbove(const std::string& name, unsigned line) const {
-    const auto place = groupLines_.find(name);
-    return place != groupLines_.end() && place->second < line;
+bool CrossReferences::IsGroupAbove(std::string_view name, unsigned line) const {
+    const unsigned* smallest = groupLines_.Find(name);
+    return smallest && *smallest < line;
 }
 
-bool CrossReferences::HasValue(const CZEKSection& section, const std::string& key) {
+bool CrossReferences::HasValue(const CZEKSection& section, std::string_view key) {
     if (valuesOf_ != &section) {
         valuesOf_ = &section;
-        values_.clear();
+        values_.Restart(section.m_vpEntry.size());
         for (const CZEKEntry* entry : section.m_vpEntry) {
-            if (entry->m_dwType == kActionValue) values_.insert(entry->m_strName);
+            if (entry->m_dwType == kActionValue) values_.Add(entry->m_strName, {});
         }
     }
-    return values_.contains(key);
+    return values_.Find(key);
 }
 
-References::References() {
-    if (g_crossReferences) return;
-    own_ = std::make_unique<CrossReferences>();
-    g_crossReferences = own_.get();
+void References::Use(CrossReferences* given) {
+    if (!given) {
+        own_ = std::make_unique<CrossReferences>();
+        own_->ReadModel();
+    }
+    g_crossReferences = given ? given : own_.get();
+    inUse_ = true;
 }
-
-References::~References() {
-    if (own_) g_crossReferences = nullptr;
-}
-
-CrossReferences* References::operator->() const { return g_crossReferences; }
 
 }  // namespace zek

@@ -2,13 +2,12 @@
 /// model because walking it for every reference would compare every section with every other. Relies on the model.
 #pragma once
 
-#include <cstddef>
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 
+#include "check/first_table.h"
 #include "model/section.h"
 
 namespace zek {
@@ -16,71 +15,115 @@ namespace zek {
 /// Where something stands first among the sections of a kind; `section` is null when nowhere.
 struct Place {
     CZEKSection* section = nullptr;
-    CZEKEntry* entry = nullptr;
-    std::size_t position = 0;  ///< of the section in its kind's list
+    unsigned position = 0;  ///< of the section in its kind's list
 };
 
-/// Reads the model once; good as long as the model does not change.
+/// Where a key stands first among the sections of a kind.
+struct KeyPlace {
+    Place place;
+    CZEKEntry* entry = nullptr;
+};
+
+/// The entries that identify a section: the first of each type, or null.
+struct Identity {
+    CZEKEntry* name = nullptr;
+    CZEKEntry* id = nullptr;
+};
+Identity IdentityOf(const CZEKSection& section);
+
+/// The text of an entry; null when there is no entry or it holds none.
+inline const std::string* TextOrNull(const CZEKEntry* entry) { return entry ? TextOf(*entry) : nullptr; }
+
+/// Read from the model once, either as a whole or section by section; good as long as the model does not change.
 class CrossReferences {
 public:
-    CrossReferences();
+    void ReadModel();
+    /// Begins a list of the model, whose sections are then read in order.
+    void Begin(const SectionList& list);
+    void Read(CZEKSection& section);
 
     /// The first section of the type whose NAME is this text.
-    Place FirstNamed(unsigned sectionType, const std::string& name) const;
+    Place FirstNamed(unsigned sectionType, std::string_view name) const;
     /// The first section of the type whose ID is this number, written as one.
     Place FirstWithID(unsigned sectionType, unsigned id) const;
-    /// The first entry with data and this key in the sections of the type ([PROPERTY], [GLOBAL] or [REPEATER]).
-    Place FirstKey(unsigned sectionType, const std::string& key) const;
+    /// The first entry with data and this key in the sections of the type ([PROPERTY], [GLOBAL] or [REPEATER]), or
+    /// null.
+    const KeyPlace* FirstKey(unsigned sectionType, std::string_view key) const;
 
-    bool IsGlobal(const std::string& key) const { return globals_.contains(key); }
+    bool IsGlobal(std::string_view key) const { return globals_.Find(key); }
     /// Whether a group of this name begins on a line number below `line`, whatever its file.
-    bool IsGroupAbove(const std::string& name, unsigned line) const;
-    bool IsTavrGroupID(unsigned id) const { return tavrGroupIDs_.contains(id); }
-    bool IsSensorID(unsigned id) const { return sensorIDs_.contains(id); }
+    bool IsGroupAbove(std::string_view name, unsigned line) const;
+    bool IsTavrGroupID(unsigned id) const { return At(kTavrGroupSection).HasID(id); }
+    bool IsSensorID(unsigned id) const { return At(kSensorSection).HasID(id); }
     /// Whether a SENSORS list holds this number.
-    bool IsListedSensor(unsigned id) const { return listedSensors_.contains(id); }
+    bool IsListedSensor(unsigned id) const { return listedSensors_.Find(id); }
     /// Whether the section has a VALUE_ entry of this key.
-    bool HasValue(const CZEKSection& section, const std::string& key);
+    bool HasValue(const CZEKSection& section, std::string_view key);
+
+    /// Room for the keys of one section and their positions, kept from one section to the next: a table of its own for
+    /// each would be most of the work.
+    FirstTable<std::string_view, unsigned> keysOfSection;
 
 private:
-    using Keys = std::unordered_set<std::string_view>;
+    struct Nothing {};
+    using Texts = FirstTable<std::string_view, Nothing>;
+    using Numbers = FirstTable<unsigned, Nothing>;
+
     struct Kind {
-        std::unordered_map<std::string_view, Place> names;
-        std::unordered_map<unsigned, Place> ids;
-        std::unordered_map<std::string_view, Place> keys;
+        bool HasID(unsigned id) const { return ids.Find(id) || otherIDs.Find(id); }
+
+        const SectionList* sections = nullptr;
+        FirstTable<std::string_view, unsigned> names;  ///< to the position in `sections`
+        FirstTable<unsigned, unsigned> ids;            ///< the same
+        Numbers otherIDs;                              ///< the values of IDs that are not written as numbers
+        FirstTable<std::string_view, KeyPlace> keys;
     };
 
-    void ReadNames(unsigned sectionType);
-    void ReadKeys(unsigned sectionType);
-    void ReadGroups();
-    void ReadTavrGroups();
+    static std::size_t RowOf(unsigned sectionType) { return (sectionType & kSectionOrdinalMask) - 1; }
+    const Kind& At(unsigned sectionType) const { return kinds_[RowOf(sectionType)]; }
 
-    std::unordered_map<unsigned, Kind> kinds_;                   ///< by section type
-    std::unordered_map<std::string_view, unsigned> groupLines_;  ///< the smallest line of the groups of a name
-    Keys globals_;
-    std::unordered_set<unsigned> tavrGroupIDs_;
-    std::unordered_set<unsigned> sensorIDs_;
-    std::unordered_set<unsigned> listedSensors_;
+    void ReadIdentity(const CZEKSection& section);
+    void ReadKeys(CZEKSection& section);
+    void ReadGroup(const CZEKSection& section);
+    void ReadSensorList(CZEKSection& section);
+
+    std::array<Kind, 14> kinds_;                         ///< by section type
+    FirstTable<std::string_view, unsigned> groupLines_;  ///< the smallest line of the groups of a name
+    Texts globals_;
+    Numbers listedSensors_;
+
+    Kind* kind_ = nullptr;   ///< of the list that is read; null when nothing refers to its sections
+    unsigned type_ = 0;      ///< the same
+    unsigned position_ = 0;  ///< of the next section in the list
+
     const CZEKSection* valuesOf_ = nullptr;  ///< the section that HasValue was asked about last
-    Keys values_;                            ///< and its VALUE_ keys
+    Texts values_;                           ///< and its VALUE_ keys
 };
 
-/// The cross-references of the model for as long as this lives: those of the running second pass, else made for this
-/// use.
+/// What a References in use refers to, else null.
+extern CrossReferences* g_crossReferences;
+
+/// The cross-references of the model for as long as this lives: those in use already, else the given ones, else some
+/// made for this use.
 class References {
 public:
-    References();
-    ~References();
+    References() : References(nullptr) {}
+    explicit References(CrossReferences* given) {
+        if (!g_crossReferences) Use(given);
+    }
+    ~References() {
+        if (inUse_) g_crossReferences = nullptr;
+    }
     References(const References&) = delete;
     References& operator=(const References&) = delete;
 
-    CrossReferences* operator->() const;
+    CrossReferences* operator->() const { return g_crossReferences; }
 
 private:
-    std::unique_ptr<CrossReferences> own_;
-};
+    void Use(CrossReferences* given);
 
-/// What a References in use made, else null.
-extern CrossReferences* g_crossReferences;
+    std::unique_ptr<CrossReferences> own_;
+    bool inUse_ = false;
+};
 
 }  // namespace zek

@@ -1,7 +1,7 @@
 #include "check/section_checks.h"
 
 #include <map>
-#include <unordered_map>
+#include <vector>
 
 #include "check/cross_references.h"
 #include "check/messages.h"
@@ -12,14 +12,6 @@
 namespace zek {
 
 namespace {
-
-bool CheckSections(unsigned (CZEKSection::*check)(unsigned)) {
-    unsigned valid = 1;
-    for (const SectionList* list : CZEKSection::m_svpHSection) {
-        for (CZEKSection* section : *list) valid &= (section->*check)(0);
-    }
-    return valid != 0;
-}
 
 bool IsOnlyOne(CZEKSection& section) {
     const SectionList& sections = SectionsOf(section.m_dwType);
@@ -32,18 +24,19 @@ bool IsOnlyOne(CZEKSection& section) {
 /// No key stands in an earlier section of the kind; the first section that clashes is reported.
 bool AreKeysNew(CZEKSection& section) {
     const References references;
-    CZEKEntry* repeated = nullptr;
-    Place earliest;
-    for (CZEKEntry* entry : section.m_vpEntry) {
+    const CZEKEntry* repeated = nullptr;
+    const KeyPlace* earliest = nullptr;
+    for (const CZEKEntry* entry : section.m_vpEntry) {
         if (!HoldsData(*entry)) continue;
-        const Place first = references->FirstKey(section.m_dwType, entry->m_strName);
-        if (!first.section || first.section == &section || (repeated && first.position >= earliest.position)) continue;
+        const KeyPlace* first = references->FirstKey(section.m_dwType, entry->m_strName);
+        if (!first || first->place.section == &section) continue;
+        if (earliest && first->place.position >= earliest->place.position) continue;
         repeated = entry;
         earliest = first;
     }
     if (!repeated) return true;
     LOG(kEntryDefinedBefore, section.GetFile(0).c_str(), repeated->m_dwLine, section.m_strName.c_str(),
-        repeated->m_strName.c_str(), earliest.entry->GetFile(0).c_str(), earliest.entry->m_dwLine);
+        repeated->m_strName.c_str(), earliest->entry->GetFile(0).c_str(), earliest->entry->m_dwLine);
     return false;
 }
 
@@ -51,7 +44,7 @@ bool AreKeysNew(CZEKSection& section) {
 bool IsParentAbove(CZEKSection& section) {
     // The parent is the first entry; a group without a parent text counts as one with an empty text.
     const std::string* text = section.m_vpEntry.empty() ? nullptr : TextOf(*section.m_vpEntry[0]);
-    const std::string parent = text ? *text : "";
+    const std::string_view parent = text ? std::string_view(*text) : "";
     if (parent == "0" || References()->IsGroupAbove(parent, section.m_dwLine)) return true;
     LOG(kParentNotDefined, section.GetFile(0).c_str(), section.m_dwLine);
     return false;
@@ -62,8 +55,9 @@ bool IsParentAbove(CZEKSection& section) {
 bool AreNameAndIDNew(CZEKSection& section) {
     const References references;
     const auto unlessOwn = [&section](Place place) { return place.section == &section ? Place{} : place; };
-    const std::string* name = TextOfEntry(section, kName);
-    const std::string* id = TextOfEntry(section, kID);
+    const Identity own = IdentityOf(section);
+    const std::string* name = TextOrNull(own.name);
+    const std::string* id = TextOrNull(own.id);
     Place sameName;
     Place sameID;
     if (name) sameName = unlessOwn(references->FirstNamed(section.m_dwType, *name));
@@ -72,10 +66,10 @@ bool AreNameAndIDNew(CZEKSection& section) {
     }
     if (!sameName.section && !sameID.section) return true;
     const bool byName = sameName.section && (!sameID.section || sameName.position <= sameID.position);
-    const Place& first = byName ? sameName : sameID;
-    LOG(byName ? kNameRedefined : kIDRedefined, section.GetFile(0).c_str(),
-        FirstEntry(section, byName ? kName : kID)->m_dwLine, section.m_strName.c_str(), (byName ? name : id)->c_str(),
-        first.entry->GetFile(0).c_str(), first.entry->m_dwLine);
+    const Identity first = IdentityOf(byName ? *sameName.section : *sameID.section);
+    CZEKEntry& before = byName ? *first.name : *first.id;
+    LOG(byName ? kNameRedefined : kIDRedefined, section.GetFile(0).c_str(), (byName ? own.name : own.id)->m_dwLine,
+        section.m_strName.c_str(), (byName ? name : id)->c_str(), before.GetFile(0).c_str(), before.m_dwLine);
     return false;
 }
 
@@ -99,13 +93,17 @@ bool IsNewInItsKind(CZEKSection& section) {
 
 /// No key twice in the section. Each repetition is reported once, those of the first repeated key first.
 bool AreKeysUnique(CZEKSection& section) {
-    std::unordered_map<std::string_view, std::size_t> firsts;
-    std::map<std::size_t, std::vector<const CZEKEntry*>> repetitions;  // by the position of the first
-    for (std::size_t i = 0; i < section.m_vpEntry.size(); ++i) {
-        const CZEKEntry& entry = *section.m_vpEntry[i];
-        if (!HoldsData(entry)) continue;
-        const auto [first, added] = firsts.try_emplace(entry.m_strName, i);
-        if (!added) repetitions[first->second].push_back(&entry);
+    const References references;
+    auto& firsts = references->keysOfSection;
+    firsts.Restart(section.m_vpEntry.size());
+    std::map<unsigned, std::vector<const CZEKEntry*>> repetitions;  // by the position of the first
+    unsigned position = 0;
+    for (const CZEKEntry* entry : section.m_vpEntry) {
+        if (HoldsData(*entry)) {
+            const unsigned first = firsts.Add(entry->m_strName, position);
+            if (first != position) repetitions[first].push_back(entry);
+        }
+        ++position;
     }
     for (const auto& [first, entries] : repetitions) {
         for (const CZEKEntry* entry : entries) {
@@ -116,12 +114,33 @@ bool AreKeysUnique(CZEKSection& section) {
     return repetitions.empty();
 }
 
+/// Reads the cross-references of each section along with it, while the section is at hand.
+bool MakeFirstPass(CrossReferences& references) {
+    unsigned valid = 1;
+    for (const SectionList* list : CZEKSection::m_svpHSection) {
+        references.Begin(*list);
+        for (CZEKSection* section : *list) {
+            valid &= section->IsValid(0);
+            if (valid) references.Read(*section);
+        }
+    }
+    return valid != 0;
+}
+
+bool MakeSecondPass(CrossReferences& read) {
+    const References references(&read);
+    unsigned valid = 1;
+    for (const SectionList* list : CZEKSection::m_svpHSection) {
+        for (CZEKSection* section : *list) valid &= section->IsValidEx(0);
+    }
+    return valid != 0;
+}
+
 }  // namespace
 
 bool CheckModel() {
-    if (!CheckSections(&CZEKSection::IsValid)) return false;
-    const References references;
-    return CheckSections(&CZEKSection::IsValidEx);
+    CrossReferences references;
+    return MakeFirstPass(references) && MakeSecondPass(references);
 }
 
 }  // namespace zek
