@@ -233,6 +233,7 @@ void Board::ExpandPlace(char place, Scope scope, Random& random, std::string& ou
         case 'x': return AppendHex(out, random.Below(256));
         case 'p': return AppendHex(out, 0x0A00 + random.Below(0x100));
         case 'o': return Append(out, random.Pick<std::string_view>(kOperators));
+        case 'm': return Append(out, random.Pick<std::string_view>(kComparisons));
         case 'w': return Append(out, WordOf(random.Below((Count(Kind::kDefine) - 1) * kWordsInSection)));
         case 'g': return Append(out, GlobalOf(random.Below(scope.globals)));
         case 't': return Append(out, TableName(random.Below(Count(Kind::kTable))));

@@ -1,8 +1,9 @@
 /// What the sections of a board are made of: words, names, and patterns of values. Relies on section.h.
 ///
 /// A pattern is the text of a value or a property with these places to fill:
-///     %d a decimal number      %x a byte, hexadecimal   %p an I/O port       %o an operator
-///     %w a word                %g a global              %t a table
+///     %d a decimal number    %x a byte, hexadecimal    %p an I/O port
+///     %o an operator         %m a comparison           %w a word
+///     %g a global            %t a table
 ///     %c an action with as many arguments as it takes; %C the same, the last argument being ARG1
 #pragma once
 
@@ -71,6 +72,7 @@ inline constexpr std::string_view kGlobalNames[] = {"G_Inlet", "G_Limit", "G_Dut
 inline constexpr std::string_view kRepeaterNames[] = {"RampUp", "RampDown", "Retry_", "SweepFans"};
 
 inline constexpr std::string_view kOperators[] = {"+", "-", "*", "/", "|", "&", "%", "^", ">>", "<<", "pow"};
+inline constexpr std::string_view kComparisons[] = {"==", ">", ">=", "!=", "<", "<="};
 
 /// An item that a section may have.
 struct ItemRule {
@@ -86,8 +88,8 @@ inline constexpr std::string_view kReads[] = {
     "VT_READ,%w,16,BUSTYPE_SMBUS,%w",          "VT_READ,%x,8,BUSTYPE_SMBUS,%w",
     "VT_READ,%x,8,BUSTYPE_SMBUS,%w",           "VT_READ_BITS,%p,%x,BUSTYPE_SIMPLEIOPORT,0",
     "VT_SMBUS_RECEIVE,%w,8,BUSTYPE_SMBUS,0x00"};
-inline constexpr std::string_view kOperations[] = {"VT_CALC,%o,%g,%d",      "VT_CALC,%o,%g,%w", "VT_CALC,%o,%w,%x",
-                                                   "VT_CALC,>,%g,%d,%x,%g", "VT_TABLE,%t,%g",   "VT_CALL,%c"};
+inline constexpr std::string_view kOperations[] = {"VT_CALC,%o,%g,%d",       "VT_CALC,%o,%g,%w", "VT_CALC,%o,%w,%x",
+                                                   "VT_CALC,%m,%g,%d,%x,%g", "VT_TABLE,%t,%g",   "VT_CALL,%c"};
 inline constexpr std::string_view kRequests[] = {"VT_IPMI,%x,%x,%d", "VT_IPMI,%x,%x,%x,%w", "VT_IPMI,%x,%x"};
 inline constexpr std::string_view kSegments[] = {"VT_CALL,%c", "VT_SMBUS_SEND,%w,8,BUSTYPE_SMBUS,0x00,%x"};
 inline constexpr std::string_view kCalls[] = {"VT_CALL,%C", "VT_CALL,%c"};

@@ -106,8 +106,8 @@ std::string RowKey(unsigned index) {
 void WriteProperties(ZekText& text, unsigned size, std::uint64_t seed) {
     Random random = RandomFor(seed);
     WriteInSections(text, "PROPERTY", size, size, [&](unsigned i) {
-        text.Item(Numbered(random.OneIn(2) ? "Setting" : "Serial_number_of_part_", i),
-                  Numbered("SN-", random.Below(1U << 30)));
+        const std::string key = Numbered(random.OneIn(2) ? "Setting" : "Serial_number_of_part_", i);
+        text.Item(key, Numbered("SN-", random.Below(1U << 30)));
     });
 }
 
@@ -148,7 +148,8 @@ void WriteTails(ZekText& text, unsigned size, std::uint64_t seed) {
     }
     const std::vector<unsigned> ids = AllFromOne(size - 3 * some - 1);
     for (const unsigned id : ids) {
-        WriteSensor(text, name(random.Below(some)), name(id), id, "VT_CALL," + name(random.Below(some)) + ",5");
+        const std::string group = name(random.Below(some));
+        WriteSensor(text, group, name(id), id, "VT_CALL," + name(random.Below(some)) + ",5");
     }
     WriteView(text, 1, 0, ids);
 }
@@ -157,8 +158,9 @@ void WriteGlobals(ZekText& text, unsigned size, std::uint64_t seed) {
     Random random = RandomFor(seed);
     WriteLanguage(text, seed);
     WriteInSections(text, "GLOBAL", 16, size, [&](unsigned i) {
-        const auto before = [&] { return Numbered("G_Reading", random.Below(i)); };
-        text.Item(Numbered("G_Reading", i), i == 0 ? "VT_VALUE,1" : "VT_CALC,+," + before() + "," + before());
+        std::string value = i == 0 ? "VT_VALUE,1" : "VT_CALC,+";
+        for (unsigned operand = 0; i > 0 && operand < 2; ++operand) value += Numbered(",G_Reading", random.Below(i));
+        text.Item(Numbered("G_Reading", i), value);
     });
 }
 
