@@ -1,6 +1,7 @@
 #include "board.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "content.h"
@@ -14,43 +15,33 @@ constexpr unsigned kWordsInSection = 8;
 constexpr unsigned kGlobalsInSection = 6;
 constexpr unsigned kRepeatersInSection = 4;
 
-/// So many sensors have one section of the kind; 0 for the kinds of which there is one at all.
-constexpr std::array<unsigned, 12> kSensorsForOne = {0, 32, 0, 160, 48, 20, 48, 80, 10, 1, 18, 14};
-static_assert(kSensorsForOne.size() == kKindNames.size(), "a number for each kind");
-
-/// What random numbers are drawn for, beside the contents of the kinds of sections.
-constexpr unsigned kNames = 64;
-constexpr unsigned kPatterns = 128;
-
 unsigned InProportion(unsigned index, unsigned count, unsigned of) {
     return static_cast<unsigned>(std::uint64_t{index} * of / count);
 }
 
 }  // namespace
 
+constexpr Board::KindRow Board::kKinds[] = {
+    {0, &Board::FillQuorzek}, {32, &Board::FillDefine}, {0, &Board::FillSystem},  {160, &Board::FillProperty},
+    {48, &Board::FillTable},  {20, &Board::FillAction}, {48, &Board::FillGlobal}, {80, &Board::FillRepeater},
+    {10, &Board::FillGroup},  {1, &Board::FillSensor},  {18, &Board::FillDevice}, {14, &Board::FillView},
+};
+
+const Board::KindRow& Board::RowOf(Kind kind) {
+    static_assert(std::size(kKinds) == kKindNames.size(), "a row for each kind");
+    return kKinds[static_cast<unsigned>(kind)];
+}
+
 unsigned Board::Count(Kind kind) const {
-    const unsigned sensorsForOne = kSensorsForOne[static_cast<unsigned>(kind)];
+    const unsigned sensorsForOne = RowOf(kind).sensorsForOne;
     const unsigned count = sensorsForOne ? std::max(1U, sensors_ / sensorsForOne) : 1;
     return kind == Kind::kDefine ? count + 1 : count;  // the first defines the words of the language
 }
 
 void Board::Fill(Kind kind, unsigned index, Section& section) const {
-    Random random(seed_, static_cast<unsigned>(kind), index);
+    Random random(seed_, kContents + static_cast<unsigned>(kind), index);
     section.Begin(kind, index);
-    switch (kind) {
-        case Kind::kQuorzek: section.Text(Key::kVersion, "1.0"); break;
-        case Kind::kDefine: FillDefine(section, random); break;
-        case Kind::kSystem: FillSystem(section, random); break;
-        case Kind::kProperty: FillProperty(section, random); break;
-        case Kind::kTable: FillTable(section, random); break;
-        case Kind::kAction: FillAction(section, random); break;
-        case Kind::kGlobal: FillGlobal(section, random); break;
-        case Kind::kRepeater: FillRepeater(section, random); break;
-        case Kind::kGroup: FillGroup(section, random); break;
-        case Kind::kSensor: FillSensor(section, random); break;
-        case Kind::kDevice: FillDevice(section, random); break;
-        case Kind::kTavrGroup: FillView(section, random); break;
-    }
+    (this->*RowOf(kind).fill)(section, random);
 }
 
 unsigned Board::FirstChildOf(unsigned group) const { return group * kChildren + 1; }
@@ -65,6 +56,8 @@ unsigned Board::FirstOfGroup(Kind kind, unsigned group) const {
     const unsigned groups = Count(Kind::kGroup);
     return static_cast<unsigned>((std::uint64_t{group} * Count(kind) + groups - 1) / groups);
 }
+
+void Board::FillQuorzek(Section& section, Random& /*random*/) const { section.Text(Key::kVersion, "1.0"); }
 
 void Board::FillDefine(Section& section, Random& random) const {
     if (section.index > 0) {

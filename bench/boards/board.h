@@ -37,6 +37,15 @@ private:
         unsigned globals;
     };
 
+    /// What there is of a kind, in the order of the kinds.
+    struct KindRow {
+        unsigned sensorsForOne;  ///< so many sensors have one section; 0 where there is one at all
+        void (Board::*fill)(Section& section, Random& random) const;
+    };
+    static const KindRow kKinds[];
+    static const KindRow& RowOf(Kind kind);
+
+    void FillQuorzek(Section& section, Random& random) const;
     void FillGroup(Section& section, Random& random) const;
     void FillSensor(Section& section, Random& random) const;
     void FillDevice(Section& section, Random& random) const;

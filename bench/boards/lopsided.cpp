@@ -11,9 +11,7 @@
 namespace zek::bench {
 namespace {
 
-constexpr unsigned kShapes = 193;  ///< what random numbers are drawn for
-
-Random RandomFor(std::uint64_t seed) { return Random(seed, kShapes, 0); }
+Random RandomFor(std::uint64_t seed) { return Random(seed, kLopsided, 0); }
 
 /// The words of the language, which every source with values needs.
 void WriteLanguage(ZekText& text, std::uint64_t seed) {

@@ -7,10 +7,19 @@
 
 namespace zek::bench {
 
+/// What random numbers are drawn for.
+enum Stream : unsigned {
+    kContents = 0,    ///< a section; plus its kind
+    kNames = 64,      ///< a name; plus the kind that it is one of
+    kPatterns = 128,  ///< what an action is like
+    kStyle,           ///< how the text of a source is laid out
+    kLopsided,        ///< sources that are no boards
+};
+
 /// A sequence (splitmix64) that is fixed by the seed and by what it is drawn for.
 class Random {
 public:
-    /// `stream` and `index` tell apart what is drawn with one seed, such as kinds of sections and their numbers.
+    /// `stream` is a Stream; `index` tells its sequences apart.
     Random(std::uint64_t seed, unsigned stream, unsigned index)
         : state_(Mix(seed + kStep) ^ Mix((std::uint64_t{stream} << 32 | index) + 2 * kStep)) {}
 

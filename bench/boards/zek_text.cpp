@@ -5,7 +5,6 @@
 namespace zek::bench {
 namespace {
 
-constexpr unsigned kStyle = 192;  ///< what random numbers are drawn for
 constexpr std::size_t kSensorsInLine = 40;
 
 constexpr std::string_view kComments[] = {"as on the drawing", "checked on the bench", "low byte first",
