@@ -53,20 +53,10 @@ inline constexpr std::array<tagNTMAP, 37> kKeywords = {{
 static_assert(kKeywords.back().dwID == kRepeaterItem, "every row is filled");
 
 /// The first row of a keyword, or null. The empty keyword is that of the free-named entries.
-constexpr const tagNTMAP* RowOfKeyword(std::string_view keyword) {
-    for (const tagNTMAP& row : kKeywords) {
-        if (keyword == row.pszName) return &row;
-    }
-    return nullptr;
-}
+const tagNTMAP* RowOfKeyword(std::string_view keyword);
 
 /// The first row of a type id, or null.
-constexpr const tagNTMAP* KeywordOf(unsigned type) {
-    for (const tagNTMAP& row : kKeywords) {
-        if (row.dwID == type) return &row;
-    }
-    return nullptr;
-}
+const tagNTMAP* KeywordOf(unsigned type);
 
 }  // namespace zek
 
