@@ -6,8 +6,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <numeric>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
@@ -33,10 +33,17 @@ std::vector<T> Shuffled(std::vector<T> values) {
     return values;
 }
 
+/// In which order things are asked about.
+enum class Order { kRandom, kWalk, kFew };
+
+constexpr std::size_t kFew = 64;
+
 template <class T>
-const std::vector<T>& NotEmpty(const std::vector<T>& values, const char* what) {
-    if (values.empty()) throw std::runtime_error(std::string("the image has no ") + what);
-    return values;
+std::vector<T> Ordered(const std::vector<T>& values, Order order) {
+    if (order == Order::kWalk) return values;
+    std::vector<T> shuffled = Shuffled(values);
+    if (order == Order::kFew && shuffled.size() > kFew) shuffled.erase(shuffled.begin() + kFew, shuffled.end());
+    return shuffled;
 }
 
 /// Asks about each of some things in turn.
@@ -83,7 +90,7 @@ const ImageHandles& LoadedImage(const std::string& image) {
     if (!gcInit(image, nullptr)) throw std::runtime_error("cannot load " + image);
     const unsigned count = gcGetSectCount(kImageSensor);
     for (unsigned i = 0; i < count; ++i) Add(handles, gcGetSectByIndex(kImageSensor, i));
-    NotEmpty(handles.reads, "value with a base");
+    if (handles.reads.empty()) throw std::runtime_error("no values with a base in " + image);
     loaded = image;
     return handles;
 }
@@ -92,7 +99,6 @@ const ImageHandles& LoadedImage(const std::string& image) {
 struct DebugHandles {
     std::vector<CZEKSection*> sensors;
     std::vector<CZEKEntry*> entries;
-    std::vector<std::pair<CZEKSection*, unsigned>> places;  ///< every entry of each sensor, sensors in random order
 };
 
 const DebugHandles& LoadedDebugImage(const std::string& debug) {
@@ -105,12 +111,10 @@ const DebugHandles& LoadedDebugImage(const std::string& debug) {
     for (unsigned i = 0; CZEKSection* sensor = gdGetSectByIndex(kDebugSensor, i); ++i) {
         handles.sensors.push_back(sensor);
     }
-    for (CZEKSection* sensor : Shuffled(NotEmpty(handles.sensors, "sensor"))) {
-        for (unsigned i = 0; CZEKEntry* entry = gdGetEntryByIndex(sensor, i); ++i) {
-            handles.entries.push_back(entry);
-            handles.places.emplace_back(sensor, i);
-        }
+    for (CZEKSection* sensor : handles.sensors) {
+        for (unsigned i = 0; CZEKEntry* entry = gdGetEntryByIndex(sensor, i); ++i) handles.entries.push_back(entry);
     }
+    if (handles.entries.empty()) throw std::runtime_error("no sensors in " + debug);
     loaded = debug;
     return handles;
 }
@@ -123,129 +127,137 @@ std::vector<unsigned> Indexes(std::size_t count) {
 
 using benchmark::State;
 
-void SectionByID(State& state, const ImageHandles& image) {
-    Ask(state, Shuffled(image.ids), [](unsigned id) { return gcGetSectByID(kImageSensor, id); });
+void SectionByID(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.ids, order), [](unsigned id) { return gcGetSectByID(kImageSensor, id); });
 }
 
-void SectionByIndex(State& state, const ImageHandles& image) {
-    Ask(state, Shuffled(Indexes(image.sensors.size())), [](unsigned i) { return gcGetSectByIndex(kImageSensor, i); });
+void SectionByIndex(State& state, const ImageHandles& image, Order order) {
+    const std::vector<unsigned> indexes = Ordered(Indexes(image.sensors.size()), order);
+    Ask(state, indexes, [](unsigned index) { return gcGetSectByIndex(kImageSensor, index); });
 }
 
-tagGCENTRY* IDEntry(tagGCSECT* sensor) { return gcGetEntryByType(sensor, kIdID); }
+tagGCSECT* SensorOf(const std::string& name) { return gcGetSectByName(kImageSensor, name); }
 
-void EntryByType(State& state, const ImageHandles& image) { Ask(state, Shuffled(image.sensors), IDEntry); }
+void SectionByName(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.names, order), SensorOf);
+}
 
-void EntryByTypeWalk(State& state, const ImageHandles& image) { Ask(state, image.sensors, IDEntry); }
+void SectionByAbsentName(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.absent, order), SensorOf);
+}
+
+void HashLookUp(State& state, const ImageHandles& image, Order order) {
+    const auto lookUp = [&image](const std::string& name) { return image.table.find(name); };
+    Ask(state, Ordered(image.names, order), lookUp);
+}
+
+void HashLookUpOfAbsentName(State& state, const ImageHandles& image, Order order) {
+    const auto lookUp = [&image](const std::string& name) { return image.table.find(name); };
+    Ask(state, Ordered(image.absent, order), lookUp);
+}
+
+void EntryByType(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.sensors, order), [](tagGCSECT* sensor) { return gcGetEntryByType(sensor, kIdID); });
+}
 
 /// The name identifiers of the entries up to the ID.
-void EntryByTypeMemory(State& state, const ImageHandles& image) {
-    Ask(state, Shuffled(image.sensors), [](const tagGCSECT* sensor) {
+void EntryByTypeMemory(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.sensors, order), [](const tagGCSECT* sensor) {
         const auto isID = [](const tagGCENTRY& entry) { return entry.dwName == kIdID; };
         return std::find_if(sensor->vEntries.begin(), sensor->vEntries.end(), isID);
     });
 }
 
-tagGCVALUE FirstValue(tagGCENTRY* entry) { return gcGetValueByIndex(entry, 0); }
-
-void ValueByIndex(State& state, const ImageHandles& image) { Ask(state, Shuffled(image.entries), FirstValue); }
-
-void ValueByIndexWalk(State& state, const ImageHandles& image) { Ask(state, image.entries, FirstValue); }
+void ValueByIndex(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.entries, order), [](tagGCENTRY* entry) { return gcGetValueByIndex(entry, 0); });
+}
 
 /// The word alone, without what it stands for.
-void ValueByIndexMemory(State& state, const ImageHandles& image) {
-    Ask(state, Shuffled(image.entries), [](const tagGCENTRY* entry) { return entry->vdwValues.front(); });
+void ValueByIndexMemory(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.entries, order), [](const tagGCENTRY* entry) { return entry->vdwValues.front(); });
 }
 
-tagGCVALUE Base(tagGCENTRY* entry) { return gcGetValueByID(entry, kBaseField); }
-
-void ValueByID(State& state, const ImageHandles& image) { Ask(state, Shuffled(image.reads), Base); }
-
-void ValueByIDWalk(State& state, const ImageHandles& image) { Ask(state, image.reads, Base); }
-
-tagGCSECT* SensorOf(const std::string& name) { return gcGetSectByName(kImageSensor, name); }
-
-void SectionByName(State& state, const ImageHandles& image) { Ask(state, Shuffled(image.names), SensorOf); }
-
-void SectionByAbsentName(State& state, const ImageHandles& image) { Ask(state, Shuffled(image.absent), SensorOf); }
-
-void HashLookUp(State& state, const ImageHandles& image) {
-    Ask(state, Shuffled(image.names), [&image](const std::string& name) { return image.table.find(name); });
+void ValueByID(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.reads, order), [](tagGCENTRY* entry) { return gcGetValueByID(entry, kBaseField); });
 }
 
-void HashLookUpOfAbsentName(State& state, const ImageHandles& image) {
-    Ask(state, Shuffled(image.absent), [&image](const std::string& name) { return image.table.find(name); });
+void DebugSectionByIndex(State& state, const DebugHandles& image, Order order) {
+    const std::vector<unsigned> indexes = Ordered(Indexes(image.sensors.size()), order);
+    Ask(state, indexes, [](unsigned index) { return gdGetSectByIndex(kDebugSensor, index); });
 }
 
-void DebugSectionByIndex(State& state, const DebugHandles& image) {
-    Ask(state, Shuffled(Indexes(image.sensors.size())), [](unsigned i) { return gdGetSectByIndex(kDebugSensor, i); });
+/// Every entry of one sensor in turn, then those of the next one.
+void DebugEntryByIndex(State& state, const DebugHandles& image, Order order) {
+    std::vector<std::pair<CZEKSection*, unsigned>> places;
+    for (CZEKSection* sensor : Ordered(image.sensors, order)) {
+        for (unsigned i = 0; gdGetEntryByIndex(sensor, i); ++i) places.emplace_back(sensor, i);
+    }
+    Ask(state, places, [](const auto& place) { return gdGetEntryByIndex(place.first, place.second); });
 }
 
-/// Every entry of one sensor in turn, then those of another one.
-void DebugEntryByIndex(State& state, const DebugHandles& image) {
-    Ask(state, image.places, [](const auto& place) { return gdGetEntryByIndex(place.first, place.second); });
-}
-
-void DebugValue(State& state, const DebugHandles& image) {
+void DebugValue(State& state, const DebugHandles& image, Order order) {
     std::vector<char> text(std::size_t{1} << 20);
-    Ask(state, Shuffled(image.entries), [&text](CZEKEntry* entry) { return gdGetValue(entry, text.data()); });
+    Ask(state, Ordered(image.entries, order), [&text](CZEKEntry* entry) { return gdGetValue(entry, text.data()); });
 }
 
-void DebugValueWalk(State& state, const DebugHandles& image) {
-    std::vector<char> text(std::size_t{1} << 20);
-    Ask(state, image.entries, [&text](CZEKEntry* entry) { return gdGetValue(entry, text.data()); });
+template <class Handles>
+struct Row {
+    const char* name;
+    void (*run)(State& state, const Handles& image, Order order);
+    Order order;
+};
+
+constexpr Row<ImageHandles> kImageRows[] = {
+    {"gcGetSectByID", SectionByID, Order::kRandom},
+    {"gcGetSectByID, few", SectionByID, Order::kFew},
+    {"gcGetSectByIndex", SectionByIndex, Order::kRandom},
+    {"gcGetSectByIndex, few", SectionByIndex, Order::kFew},
+    {"gcGetEntryByType", EntryByType, Order::kRandom},
+    {"gcGetEntryByType, walk", EntryByType, Order::kWalk},
+    {"gcGetEntryByType, few", EntryByType, Order::kFew},
+    {"gcGetEntryByType, memory", EntryByTypeMemory, Order::kRandom},
+    {"gcGetValueByIndex", ValueByIndex, Order::kRandom},
+    {"gcGetValueByIndex, walk", ValueByIndex, Order::kWalk},
+    {"gcGetValueByIndex, few", ValueByIndex, Order::kFew},
+    {"gcGetValueByIndex, memory", ValueByIndexMemory, Order::kRandom},
+    {"gcGetValueByID", ValueByID, Order::kRandom},
+    {"gcGetValueByID, walk", ValueByID, Order::kWalk},
+    {"gcGetValueByID, few", ValueByID, Order::kFew},
+    {"gcGetSectByName", SectionByName, Order::kRandom},
+    {"hash look-up", HashLookUp, Order::kRandom},
+    {"gcGetSectByName, absent", SectionByAbsentName, Order::kRandom},
+    {"hash look-up, absent", HashLookUpOfAbsentName, Order::kRandom},
+};
+
+constexpr Row<DebugHandles> kDebugRows[] = {
+    {"gdGetSectByIndex", DebugSectionByIndex, Order::kRandom},
+    {"gdGetSectByIndex, few", DebugSectionByIndex, Order::kFew},
+    {"gdGetEntryByIndex", DebugEntryByIndex, Order::kRandom},
+    {"gdGetEntryByIndex, walk", DebugEntryByIndex, Order::kWalk},
+    {"gdGetEntryByIndex, few", DebugEntryByIndex, Order::kFew},
+    {"gdGetValue", DebugValue, Order::kRandom},
+    {"gdGetValue, walk", DebugValue, Order::kWalk},
+    {"gdGetValue, few", DebugValue, Order::kFew},
+};
+
+/// Registers every query of one image.
+template <class Handles>
+void Register(std::span<const Row<Handles>> rows, unsigned size, const std::string& file,
+              const Handles& (*load)(const std::string& file)) {
+    for (const Row<Handles>& row : rows) {
+        const std::string name = std::string(row.name) + '/' + std::to_string(size);
+        benchmark::RegisterBenchmark(name.c_str(),
+                                     [row, file, load](State& state) { row.run(state, load(file), row.order); });
+    }
 }
 
-struct ImageBenchmark {
-    const char* name;
-    void (*run)(State& state, const ImageHandles& image);
-};
-
-constexpr ImageBenchmark kImageBenchmarks[] = {
-    {"gcGetSectByID", SectionByID},
-    {"gcGetSectByIndex", SectionByIndex},
-    {"gcGetEntryByType", EntryByType},
-    {"gcGetEntryByType, walk", EntryByTypeWalk},
-    {"gcGetEntryByType, memory", EntryByTypeMemory},
-    {"gcGetValueByIndex", ValueByIndex},
-    {"gcGetValueByIndex, walk", ValueByIndexWalk},
-    {"gcGetValueByIndex, memory", ValueByIndexMemory},
-    {"gcGetValueByID", ValueByID},
-    {"gcGetValueByID, walk", ValueByIDWalk},
-    {"gcGetSectByName", SectionByName},
-    {"hash look-up", HashLookUp},
-    {"gcGetSectByName, absent", SectionByAbsentName},
-    {"hash look-up, absent", HashLookUpOfAbsentName},
-};
-
-struct DebugBenchmark {
-    const char* name;
-    void (*run)(State& state, const DebugHandles& image);
-};
-
-constexpr DebugBenchmark kDebugBenchmarks[] = {
-    {"gdGetSectByIndex", DebugSectionByIndex},
-    {"gdGetEntryByIndex", DebugEntryByIndex},
-    {"gdGetValue", DebugValue},
-    {"gdGetValue, walk", DebugValueWalk},
-};
-
-std::string NameWithSize(const char* name, unsigned size) { return std::string(name) + '/' + std::to_string(size); }
-
-/// Registers every query of an image of each size; size by size, so that each image is loaded once.
-void Register(const std::string& folder, const std::vector<unsigned>& sizes) {
+/// Makes a board of each size and registers every query of its images; image by image, so that each is loaded once.
+void Prepare(const std::string& folder, const std::vector<unsigned>& sizes) {
     for (const unsigned size : sizes) {
-        const std::string image = FilesOf(folder, "board", size).image;
-        for (const ImageBenchmark& row : kImageBenchmarks) {
-            benchmark::RegisterBenchmark(NameWithSize(row.name, size).c_str(),
-                                         [&row, image](State& state) { row.run(state, LoadedImage(image)); });
-        }
+        Register<ImageHandles>(kImageRows, size, MakeBoard(folder, "board", size).image, LoadedImage);
     }
     for (const unsigned size : sizes) {
-        const std::string debug = FilesOf(folder, "board", size).debug;
-        for (const DebugBenchmark& row : kDebugBenchmarks) {
-            benchmark::RegisterBenchmark(NameWithSize(row.name, size).c_str(),
-                                         [&row, debug](State& state) { row.run(state, LoadedDebugImage(debug)); });
-        }
+        Register<DebugHandles>(kDebugRows, size, FilesOf(folder, "board", size).debug, LoadedDebugImage);
     }
 }
 
@@ -261,8 +273,7 @@ int main(int count, char** words) try {
     const std::string folder = words[1];
     std::vector<unsigned> sizes;
     for (int i = 2; i < count; ++i) sizes.push_back(static_cast<unsigned>(std::stoul(words[i])));
-    for (const unsigned size : sizes) zek::bench::MakeBoard(folder, "board", size);
-    zek::bench::Register(folder, sizes);
+    zek::bench::Prepare(folder, sizes);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 } catch (const std::exception& error) {

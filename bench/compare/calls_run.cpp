@@ -1,5 +1,6 @@
 #include "compare/calls_run.h"
 
+#include <algorithm>
 #include <fstream>
 
 #include <nlohmann/json.hpp>
@@ -8,24 +9,26 @@
 
 namespace zek::bench {
 
-FiguresBySize MeasureCalls(const std::string& folder, const CallsEffort& effort) {
-    const std::string results = folder + "/calls.json";
-    Command command = {{Program("zek_calls"), folder}};
+Calls MeasureCalls(const std::string& folder, const CallsEffort& effort) {
+    Command command = {.words = {Program("zek_calls"), folder}, .output = folder + "/calls.json"};
     for (const unsigned size : effort.sizes) command.words.push_back(std::to_string(size));
-    command.words.insert(command.words.end(), {"--benchmark_min_time=" + effort.seconds, "--benchmark_out_format=json",
-                                               "--benchmark_repetitions=" + std::to_string(effort.repetitions),
-                                               "--benchmark_out=" + results});
+    command.words.push_back("--benchmark_min_time=" + effort.seconds);
+    command.words.push_back("--benchmark_repetitions=" + std::to_string(effort.repetitions));
+    command.words.push_back("--benchmark_format=json");
     Must(command);
-    std::ifstream in(results);
-    FiguresBySize figures;
-    for (const auto& benchmark : nlohmann::json::parse(in).at("benchmarks")) {
-        if (benchmark.at("run_type") != "iteration") continue;
-        const std::string name = benchmark.at("run_name");
-        const std::size_t slash = name.rfind('/');
-        const auto size = static_cast<unsigned>(std::stoul(name.substr(slash + 1)));
-        figures[size].Add(name.substr(0, slash), "ns", benchmark.at("cpu_time"));
+    std::ifstream in(command.output);
+    const nlohmann::json results = nlohmann::json::parse(in);
+    Calls calls;
+    for (const auto& result : results.at("benchmarks")) {
+        if (result.at("run_type") != "iteration") continue;
+        const std::string run = result.at("run_name");
+        const std::size_t slash = run.rfind('/');
+        const std::string name = run.substr(0, slash);
+        const auto size = static_cast<unsigned>(std::stoul(run.substr(slash + 1)));
+        calls.figures[size].Add(name, "ns", result.at("cpu_time"));
+        if (std::find(calls.names.begin(), calls.names.end(), name) == calls.names.end()) calls.names.push_back(name);
     }
-    return figures;
+    return calls;
 }
 
 }  // namespace zek::bench

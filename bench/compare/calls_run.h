@@ -15,7 +15,12 @@ struct CallsEffort {
     std::string seconds = "0.1";  ///< that each repetition takes at least
 };
 
-/// The time of each call by its name, as "ns" of processor time, for boards of each size.
-FiguresBySize MeasureCalls(const std::string& folder, const CallsEffort& effort);
+/// What zek_calls measured.
+struct Calls {
+    std::vector<std::string> names;  ///< of the calls, in their order
+    FiguresBySize figures;           ///< by these names as "ns" of processor time, for boards of each size
+};
+
+Calls MeasureCalls(const std::string& folder, const CallsEffort& effort);
 
 }  // namespace zek::bench

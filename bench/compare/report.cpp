@@ -16,33 +16,6 @@ namespace {
 constexpr double kMicro = 1e6;
 constexpr double kMega = 1e6;
 
-/// What the queries are called in the figures, in the order of the table; `beside` is what each is held against.
-struct CallRow {
-    const char* name;
-    const char* beside;
-};
-
-constexpr CallRow kCalls[] = {
-    {"gcGetSectByID", nullptr},
-    {"gcGetSectByIndex", nullptr},
-    {"gcGetEntryByType", nullptr},
-    {"gcGetEntryByType, walk", nullptr},
-    {"gcGetEntryByType, memory", nullptr},
-    {"gcGetValueByIndex", nullptr},
-    {"gcGetValueByIndex, walk", nullptr},
-    {"gcGetValueByIndex, memory", nullptr},
-    {"gcGetValueByID", nullptr},
-    {"gcGetValueByID, walk", nullptr},
-    {"gcGetSectByName", "hash look-up"},
-    {"gcGetSectByName, absent", "hash look-up, absent"},
-    {"hash look-up", nullptr},
-    {"hash look-up, absent", nullptr},
-    {"gdGetSectByIndex", nullptr},
-    {"gdGetEntryByIndex", nullptr},
-    {"gdGetValue", nullptr},
-    {"gdGetValue, walk", nullptr},
-};
-
 void AddTool(Table& table, unsigned size, const std::string& tool, const Figures& figures) {
     if (!figures.Has(tool, "wall")) return;
     const double seconds = figures.Get(tool, "wall");
@@ -132,16 +105,11 @@ std::string FloorTable(const FiguresBySize& boards) {
     return table.Text();
 }
 
-std::string CallsTable(const FiguresBySize& calls) {
-    Table table(Head("ns", calls, "times a hash look-up"));
-    for (const CallRow& call : kCalls) {
-        std::vector<std::string> row = {call.name};
-        double times = 0;
-        for (const auto& [size, figures] : calls) {
-            row.push_back(Number(figures.Get(call.name, "ns")));
-            if (call.beside) times = std::max(times, figures.Get(call.name, "ns") / figures.Get(call.beside, "ns"));
-        }
-        row.push_back(call.beside ? Number(times) : "");
+std::string CallsTable(const Calls& calls) {
+    Table table(Head("ns", calls.figures, ""));
+    for (const std::string& name : calls.names) {
+        std::vector<std::string> row = {name};
+        for (const auto& [size, figures] : calls.figures) row.push_back(Number(figures.Get(name, "ns")));
         table.Add(row);
     }
     return table.Text();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "compare/calls_run.h"
 #include "compare/figures.h"
 #include "compare/shapes.h"
 
@@ -26,7 +27,7 @@ std::string PhasesTable(const FiguresBySize& boards);
 std::string FloorTable(const FiguresBySize& boards);
 
 /// The queries, in nanoseconds, at each size.
-std::string CallsTable(const FiguresBySize& calls);
+std::string CallsTable(const Calls& calls);
 
 /// The lopsided shapes.
 std::string ShapesTable(const FiguresByShape& shapes);

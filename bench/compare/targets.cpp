@@ -126,18 +126,15 @@ void AddCalls(TargetTable& table, const FiguresBySize& calls) {
     };
     addName("gcGetSectByName", "hash look-up");
     addName("gcGetSectByName, absent", "hash look-up, absent");
-    add("gcGetSectByID", 40, 20);
-    add("gcGetSectByIndex", 20, 10);
-    add("gcGetEntryByType", 20, 10);
-    add("gcGetEntryByType, walk", 20, 10);
-    add("gcGetValueByIndex", 20, 10);
-    add("gcGetValueByIndex, walk", 20, 10);
-    add("gcGetValueByID", 20, 10);
-    add("gcGetValueByID, walk", 20, 10);
-    add("gdGetValue", 60, 30);
-    add("gdGetValue, walk", 60, 30);
-    add("gdGetSectByIndex", 60, 30);
-    add("gdGetEntryByIndex", 60, 30);
+    for (const char* order : {"", ", few"}) {
+        add(std::string("gcGetSectByID") + order, 40, 20);
+        for (const char* call : {"gcGetSectByIndex", "gcGetEntryByType", "gcGetValueByIndex", "gcGetValueByID"}) {
+            add(std::string(call) + order, 20, 10);
+        }
+        for (const char* call : {"gdGetSectByIndex", "gdGetEntryByIndex", "gdGetValue"}) {
+            add(std::string(call) + order, 60, 30);
+        }
+    }
 }
 
 }  // namespace
@@ -148,7 +145,7 @@ std::string TargetsTable(const Measured& measured) {
     AddSpeed(table, measured.boards);
     AddGrowth(table, measured.boards);
     AddImages(table, measured.boards);
-    if (!measured.calls.empty()) AddCalls(table, measured.calls);
+    if (!measured.calls.names.empty()) AddCalls(table, measured.calls.figures);
     table.AtMost("library load, ms", measured.load.Get("load", "seconds") * 1e3, 1, 0.3);
     return table.Text();
 }

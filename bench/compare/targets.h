@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "compare/calls_run.h"
 #include "compare/figures.h"
 
 namespace zek::bench {
@@ -10,7 +11,7 @@ namespace zek::bench {
 /// What was measured.
 struct Measured {
     FiguresBySize boards;  ///< at least one, and with or without the other tools
-    FiguresBySize calls;   ///< empty where they were left out
+    Calls calls;           ///< empty where they were left out
     Figures load;
 };
 
