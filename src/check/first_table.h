@@ -18,9 +18,10 @@ inline unsigned HashOf(unsigned number) {
     return (eight ^ (eight >> 16)) << 3 | (number & 7U);
 }
 
-/// Keys with the value that each was added with first; a text is not owned. All rows lie in one block, in the order in
-/// which they were added, since a node for each would cost more time and memory than the row.
-template <class Key, class Value>
+/// Keys with the value that each was added with first. All rows lie in one block, in the order in which they were
+/// added, since a node for each would cost more time and memory than the row. `Kept` is what a row holds of its key: a
+/// view of a text is good as long as the text lives, a string is a copy.
+template <class Key, class Value, class Kept = Key>
 class FirstTable {
 public:
     /// Makes room for so many keys in a table without any; more may be added.
@@ -36,13 +37,15 @@ public:
         Reserve(count);
     }
 
+    std::size_t Size() const { return rows_.size(); }
+
     /// The value of the key, which is this one when the key is new.
     Value& Add(Key key, const Value& value) {
         if (rows_.size() >= RoomOf(slots_.size())) Grow();
         const unsigned hash = HashOf(key);
         Slot& slot = slots_[SlotOf(key, hash)];
         if (slot.row == 0) {
-            rows_.push_back({key, value});
+            rows_.push_back({Kept(key), value});
             slot = {hash, static_cast<unsigned>(rows_.size())};
         }
         return rows_[slot.row - 1].value;
@@ -57,7 +60,7 @@ public:
 
 private:
     struct Row {
-        Key key;
+        Kept key;
         Value value;
     };
     struct Slot {

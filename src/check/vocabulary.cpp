@@ -75,15 +75,6 @@ unsigned GetOperator(const std::string& text) {
     return 0;
 }
 
-void AddPredDefineValue(const std::string& name, unsigned int value) { g_tblPreDefine[name] = value; }
-
-unsigned GetPreDefinedValue(const std::string& name, unsigned int* value) {
-    const auto place = g_tblPreDefine.find(name);
-    if (place == g_tblPreDefine.end()) return 0;
-    *value = place->second;
-    return 1;
-}
-
 namespace zek {
 
 unsigned NumberOr0(const std::string& text) {

@@ -40,6 +40,8 @@ unsigned NumberOr0(const std::string& text);
 /// The number that a text is, else the value of the predefined name, else 0.
 unsigned NumberOrNameOr0(const std::string& text);
 bool IsNumber(const std::string& text);
+/// To be called by what changes g_tblPreDefine in another way than AddPredDefineValue, so that look-ups follow.
+void ForgetPredefinedIndex();
 /// Whether the text is a number or a predefined name.
 bool IsNumberOrName(const std::string& text);
 

@@ -73,6 +73,7 @@ void TakeNames(EndlessReader& in) {
         if (in.Ended()) name.clear();
         g_tblPreDefine.emplace(std::move(name), value);
     }
+    ForgetPredefinedIndex();
 }
 
 /// A section that is not restored still brings the list of source files when it is the first of the file.

@@ -108,6 +108,7 @@ void CZEKSection::Destory() {
         list->clear();
     }
     g_tblPreDefine.clear();
+    zek::ForgetPredefinedIndex();
     ++zek::g_modelChanges;
 }
 

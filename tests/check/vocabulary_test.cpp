@@ -2,6 +2,7 @@
 #include "check/vocabulary.h"
 
 #include "check/check_test.h"
+#include "yardstick/random.h"
 
 namespace zek::test {
 
@@ -92,6 +93,77 @@ TEST_F(PredefinedNames, AreNotDefinedByAnItemThatFails) {
     EXPECT_EQ(Check("[DEFINE]\nA=junk\n1B=1\nC=\nD=4\n"), 0U);
     EXPECT_EQ(Errors(), failed + failed) << "once while it is read and once by the check";
     EXPECT_EQ(g_tblPreDefine, (std::map<std::string, unsigned>{{"D", 4}}));
+}
+
+namespace {
+
+/// So many that look-ups do not ask the table itself.
+constexpr unsigned kMany = 200;
+
+std::string NameOf(unsigned number) { return "A_NAME_THAT_IS_NOT_SHORT_" + std::to_string(number); }
+
+/// Defines many names, the first of them NameOf(first), and makes a look-up.
+void DefineMany(unsigned first) {
+    for (unsigned i = first; i < first + kMany; ++i) AddPredDefineValue(NameOf(i), i);
+    unsigned value = 0;
+    ASSERT_EQ(GetPreDefinedValue(NameOf(first), &value), 1U);
+}
+
+/// Looks every name up and expects what the table holds.
+void ExpectLookUpsAsInTheTable() {
+    for (unsigned i = 0; i < 3 * kMany; ++i) {
+        SCOPED_TRACE(NameOf(i));
+        const auto place = g_tblPreDefine.find(NameOf(i));
+        unsigned value = 99999;
+        ASSERT_EQ(GetPreDefinedValue(NameOf(i), &value), unsigned{place != g_tblPreDefine.end()});
+        ASSERT_EQ(value, place == g_tblPreDefine.end() ? 99999 : place->second);
+    }
+}
+
+}  // namespace
+
+TEST_F(PredefinedNames, AreFoundAmongManyAsTheyAreDefined) {
+    Random random(1);
+    for (unsigned i = 0; i < 2 * kMany; ++i) {
+        AddPredDefineValue(NameOf(random.Below(2 * kMany)), i);
+        ExpectLookUpsAsInTheTable();
+    }
+    EXPECT_GT(g_tblPreDefine.size(), kMany);
+}
+
+TEST_F(PredefinedNames, AreFoundAfterAHostHasChangedTheTable) {
+    DefineMany(0);
+    g_tblPreDefine[NameOf(kMany)] = 1;
+    ExpectLookUpsAsInTheTable();
+    for (unsigned i = 0; i < kMany; i += 3) g_tblPreDefine.erase(NameOf(i));
+    ExpectLookUpsAsInTheTable();
+    // One for another: seen once one of our own functions has changed the table.
+    g_tblPreDefine.erase(NameOf(1));
+    g_tblPreDefine[NameOf(0)] = 2;
+    AddPredDefineValue(NameOf(1), 3);
+    ExpectLookUpsAsInTheTable();
+    g_tblPreDefine.erase(NameOf(1));
+    AddPredDefineValue(NameOf(2 * kMany), 4);
+    AddPredDefineValue(NameOf(2 * kMany + 1), 5);
+    ExpectLookUpsAsInTheTable();
+}
+
+TEST_F(PredefinedNames, OfAnEndedCompilationAreNotFound) {
+    DefineMany(0);
+    gccCompEnd();
+    for (unsigned i = kMany; i < 2 * kMany; ++i) g_tblPreDefine[NameOf(i)] = i;
+    ExpectLookUpsAsInTheTable();
+}
+
+TEST_F(PredefinedNames, OfADebugImageAreFound) {
+    DefineMany(0);
+    ASSERT_EQ(gccOutputD("names.zekd"), 1U);
+    gccCompEnd();
+    DefineMany(kMany);
+    g_tblPreDefine.clear();
+    ASSERT_EQ(gdInit("names.zekd", nullptr), 1U);
+    ASSERT_EQ(g_tblPreDefine.size(), kMany);
+    ExpectLookUpsAsInTheTable();
 }
 
 }  // namespace zek::test
