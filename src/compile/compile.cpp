@@ -1,7 +1,8 @@
 #include "compile/compile.h"
 
 #include <algorithm>
-#include <iterator>
+#include <array>
+#include <memory>
 
 #include "check/vocabulary.h"
 #include "compile/init_tables.h"
@@ -17,12 +18,20 @@ namespace {
 constexpr unsigned kLastCompiledSection = kRepeaterSection;
 constexpr unsigned kKeywordOrdinalMask = 0xFF;
 
-/// The entries whose name is their keyword's own number.
-constexpr unsigned kKeywordNamed[] = {kVersion,   kType,        kFlag,        kSouthbridge, kNorthbridge,
-                                      kZekLoop,   kChildGroup,  kID,          kInitFlag,    kControlMask,
-                                      kTheory,    kThresholdFH, kThresholdWH, kThresholdFL, kThresholdWL,
-                                      kArgNumber, kPID,         kModel,       kParent,      kName};
-static_assert(std::size(kKeywordNamed) == 20, "SENSORS has a number of its own");
+constexpr unsigned kNoEntryType = 0xFFFFFFFF;
+
+/// The entries whose name is their keyword's own number, each at that number.
+constexpr std::array<unsigned, 22> kKeywordNamed = {
+    kNoEntryType, kVersion,  kType,        kFlag,   kSouthbridge, kNorthbridge, kZekLoop,     kChildGroup,
+    kID,          kInitFlag, kControlMask, kTheory, kThresholdFH, kThresholdWH, kThresholdFL, kThresholdWL,
+    kArgNumber,   kPID,      kNoEntryType, kModel,  kParent,      kName};
+
+constexpr bool IsKeywordNamed(unsigned entryType) {
+    const unsigned ordinal = entryType & kKeywordOrdinalMask;
+    return ordinal < kKeywordNamed.size() && kKeywordNamed[ordinal] == entryType;
+}
+static_assert(std::count_if(kKeywordNamed.begin(), kKeywordNamed.end(), IsKeywordNamed) == 20,
+              "each stands at its number; SENSORS has a number of its own");
 
 class Words {
 public:
@@ -102,32 +111,58 @@ void PushRepeater(Words words, const Payload& item) {
 
 /// Takes the entries up to the first without a name: that one and what stands behind it is dropped, which hosts rely
 /// on.
-void CompileEntries(const CZEKSection& section, tagGCSECT& compiled) {
+void CompileEntries(const CZEKSection& section, tagGCENTRY& compiled, CompiledSections& out) {
     for (const CZEKEntry* entry : section.m_vpEntry) {
         const CZekEntryData& data = entry->m_ZekEntryData;
         // Data of another class than its entry's stands only in a damaged debug image.
         if (!HoldsData(*entry) || EntryClass(data.m_dwType) != EntryClass(entry->m_dwType)) continue;
         const unsigned name = GetEntryName(entry->m_dwType, entry->m_strName);
         if (name == 0) return;
-        tagGCENTRY& added = compiled.vEntries.emplace_back();
-        added.dwName = name;
-        SetEntryValues(section.m_dwType, entry->m_dwType, data.m_pData, added);
+        compiled.dwName = name;
+        compiled.vdwValues.clear();
+        SetEntryValues(section.m_dwType, entry->m_dwType, data.m_pData, compiled);
+        out.Entry(compiled);
     }
 }
 
+constexpr bool IsCompiled(unsigned sectionType) {
+    return sectionType >= kQuorzekSection && sectionType <= kLastCompiledSection;
+}
+
+constexpr unsigned IdentifierOf(unsigned sectionType) {
+    return kImageSectionClass | (sectionType & kSectionOrdinalMask);
+}
+
+/// Appends to g_GCHead.
+class SectionRecords : public CompiledSections {
+public:
+    void Section(unsigned identifier) override {
+        auto section = std::make_unique<tagGCSECT>();
+        section->dwSect = identifier;
+        g_GCHead.push_back(section.get());
+        section.release();
+    }
+    void Entry(const tagGCENTRY& entry) override { g_GCHead.back()->vEntries.push_back(entry); }
+};
+
 }  // namespace
+
+void CompileModel(CompiledSections& out) {
+    tagGCENTRY compiled;
+    for (const SectionList* list : CZEKSection::m_svpHSection) {
+        for (const CZEKSection* section : *list) {
+            if (!IsCompiled(section->m_dwType)) break;
+            out.Section(IdentifierOf(section->m_dwType));
+            CompileEntries(*section, compiled, out);
+        }
+    }
+}
 
 }  // namespace zek
 
 unsigned Compile() {
-    for (const zek::SectionList* list : CZEKSection::m_svpHSection) {
-        for (const CZEKSection* section : *list) {
-            tagGCSECT* compiled = CreateGCSect(section->m_dwType);
-            if (!compiled) break;
-            g_GCHead.push_back(compiled);
-            zek::CompileEntries(*section, *compiled);
-        }
-    }
+    zek::SectionRecords records;
+    zek::CompileModel(records);
     ++zek::g_changes;
     return 1;
 }
@@ -139,19 +174,16 @@ void CompDestory() {
 }
 
 tagGCSECT* CreateGCSect(unsigned sectionType) {
-    if (sectionType < zek::kQuorzekSection || sectionType > zek::kLastCompiledSection) return nullptr;
+    if (!zek::IsCompiled(sectionType)) return nullptr;
     auto* section = new tagGCSECT;
-    section->dwSect = zek::kImageSectionClass | (sectionType & zek::kSectionOrdinalMask);
+    section->dwSect = zek::IdentifierOf(sectionType);
     return section;
 }
 
 unsigned GetEntryName(unsigned entryType, const std::string& key) {
     // SENSORS has a number of its own, not its keyword's low byte: hosts rely on it.
     if (entryType == zek::kSensors) return zek::kIdSensors;
-    if (std::find(std::begin(zek::kKeywordNamed), std::end(zek::kKeywordNamed), entryType) !=
-        std::end(zek::kKeywordNamed)) {
-        return zek::kIdKeyword | (entryType & zek::kKeywordOrdinalMask);
-    }
+    if (zek::IsKeywordNamed(entryType)) return zek::kIdKeyword | (entryType & zek::kKeywordOrdinalMask);
     const zek::NameRule* rule = zek::NameRuleOf(entryType);
     return rule ? zek::LookUp(rule->classWord, zek::WithoutPrefix(key, rule->prefix)) : 0;
 }
@@ -174,8 +206,8 @@ unsigned GetValueVal(std::string& text) {
     unsigned number = 0;
     if (StringToLong(text, &number) || GetPreDefinedValue(text, &number)) return zek::Number(number);
     if (text == "VALUE") return zek::LookUp(zek::kIdValue, "");
-    if (text.starts_with("VALUE_")) return zek::LookUp(zek::kIdValue, text.substr(6));
-    if (text.starts_with("G_")) return zek::LookUp(zek::kIdGlobal, text.substr(2));
+    if (text.starts_with("VALUE_")) return zek::LookUp(zek::kIdValue, std::string_view(text).substr(6));
+    if (text.starts_with("G_")) return zek::LookUp(zek::kIdGlobal, std::string_view(text).substr(2));
     if (text.starts_with("ARG") && StringToLong(text.substr(3), &number)) return zek::kIdArgument + number;
     return zek::kIdUnresolved;
 }

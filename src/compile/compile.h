@@ -7,7 +7,7 @@
 #include "zekcomp/api.h"
 #include "zekcomp/records.h"
 
-/// The compiled sections: those of a compilation while it is written, or those of the image that was loaded. Owns them.
+/// The compiled sections: those that Compile made, or those of the image that was loaded. Owns them.
 extern ZEK_API std::vector<tagGCSECT*> g_GCHead;
 
 /// Appends every section of the model to g_GCHead. Always 1.
@@ -27,3 +27,18 @@ ZEK_API void SetEntryValues(unsigned sectionType, unsigned entryType, void* data
 
 /// The word of an operand; 0xFFFFFFFF when it cannot be resolved, 0 for a name that is not numbered.
 ZEK_API unsigned GetValueVal(std::string& text);
+
+namespace zek {
+
+/// Takes the compiled sections, each followed by its entries. An entry is good during the call only.
+class CompiledSections {
+public:
+    virtual ~CompiledSections() = default;
+    virtual void Section(unsigned identifier) = 0;
+    virtual void Entry(const tagGCENTRY& entry) = 0;
+};
+
+/// Compiles every section of the model, in order.
+void CompileModel(CompiledSections& out);
+
+}  // namespace zek

@@ -4,6 +4,8 @@
 #include <stdexcept>
 
 #include "compile/compile.h"
+#include "compile/init_tables.h"
+#include "compile/numbering.h"
 #include "compile/state.h"
 #include "compile/tables.h"
 #include "model/file_header.h"
@@ -21,16 +23,38 @@ constexpr std::size_t kDirectory = 128;
 constexpr std::size_t kBody = 256;
 constexpr std::size_t kAlignment = 16;
 
-void PutSections(ByteWriter& out) {
-    out.U32(static_cast<unsigned>(g_GCHead.size()));
+/// Appends sections to the image as they come, with the counts before them brought up to date.
+class WrittenSections : public CompiledSections {
+public:
+    explicit WrittenSections(ByteWriter& out) : out_(out), sectionsAt_(out.Position()) { out.U32(0); }
+
+    void Section(unsigned identifier) override {
+        out_.SetU32(sectionsAt_, ++sections_);
+        out_.U32(identifier);
+        entriesAt_ = out_.Position();
+        entries_ = 0;
+        out_.U32(0);
+    }
+    void Entry(const tagGCENTRY& entry) override {
+        out_.SetU32(entriesAt_, ++entries_);
+        out_.U32(entry.dwName);
+        out_.U32(static_cast<unsigned>(entry.vdwValues.size()));
+        for (unsigned word : entry.vdwValues) out_.U32(word);
+    }
+
+private:
+    ByteWriter& out_;
+    std::size_t sectionsAt_;
+    std::size_t entriesAt_ = 0;
+    unsigned sections_ = 0;
+    unsigned entries_ = 0;
+};
+
+/// The sections that g_GCHead holds.
+void PutHeldSections(CompiledSections& out) {
     for (const tagGCSECT* section : g_GCHead) {
-        out.U32(section->dwSect);
-        out.U32(static_cast<unsigned>(section->vEntries.size()));
-        for (const tagGCENTRY& entry : section->vEntries) {
-            out.U32(entry.dwName);
-            out.U32(static_cast<unsigned>(entry.vdwValues.size()));
-            for (unsigned word : entry.vdwValues) out.U32(word);
-        }
+        out.Section(section->dwSect);
+        for (const tagGCENTRY& entry : section->vEntries) out.Entry(entry);
     }
 }
 
@@ -43,6 +67,21 @@ void PutTables(ByteWriter& out) {
         slot += 4;
         PutTable(out, table);
     }
+}
+
+/// Writes the sections that `put` gives, then the tables.
+template <class Put>
+unsigned WriteImage(const std::string& file, Put&& put) {
+    ByteBuffer image;
+    ByteWriter out(image);
+    PutFileHeader(out, kMagic, ZEK_VERSION, kBody);
+    WrittenSections sections(out);
+    put(sections);
+    PutTables(out);
+    std::ofstream stream = CreateFile(file);
+    if (!stream) return 0;
+    WriteBytes(stream, image);
+    return 1;
 }
 
 tagGCENTRY TakeEntry(ByteReader& in) {
@@ -134,19 +173,20 @@ unsigned Fail(ErrorCode code) {
 
 }  // namespace
 
+unsigned WriteModel(const std::string& file) {
+    Numbering numbering;
+    InitTblD();
+    const unsigned written = WriteImage(file, [](CompiledSections& sections) {
+        PutHeldSections(sections);
+        CompileModel(sections);
+    });
+    numbering.Enter();
+    return written;
+}
+
 }  // namespace zek
 
-unsigned WriteMeta(const std::string& file) {
-    std::ofstream stream = zek::CreateFile(file);
-    if (!stream) return 0;
-    zek::ByteBuffer image;
-    zek::ByteWriter out(image);
-    zek::PutFileHeader(out, zek::kMagic, ZEK_VERSION, zek::kBody);
-    zek::PutSections(out);
-    zek::PutTables(out);
-    zek::WriteBytes(stream, image);
-    return 1;
-}
+unsigned WriteMeta(const std::string& file) { return zek::WriteImage(file, zek::PutHeldSections); }
 
 unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info) {
     const std::optional<zek::ByteBuffer> bytes = zek::ReadImage(file, zek::kMagic);

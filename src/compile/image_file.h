@@ -14,3 +14,11 @@ ZEK_API unsigned WriteMeta(const std::string& file);
 /// null. 1, or 0 with the `gc` slot set: 12 the file cannot be opened, 13 it is no compiled image, 14 its version is
 /// another or it is cut short; what was read until then stays.
 ZEK_API unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info);
+
+namespace zek {
+
+/// Numbers and compiles the model and writes it behind the sections of g_GCHead, as InitTblD, Compile and WriteMeta do,
+/// without the records in between. The same results.
+unsigned WriteModel(const std::string& file);
+
+}  // namespace zek

@@ -76,7 +76,7 @@ const NameRule* NameRuleOf(unsigned entryType) {
     return rule == std::end(kNameRules) ? nullptr : rule;
 }
 
-std::string WithoutPrefix(const std::string& key, std::size_t prefix) {
+std::string_view WithoutPrefix(std::string_view key, std::size_t prefix) {
     return key.substr(std::min(prefix, key.size()));
 }
 

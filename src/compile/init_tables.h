@@ -1,7 +1,7 @@
 /// Numbering the names of the source model before it is compiled. Relies on tables.h and the model.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "zekcomp/api.h"
 
@@ -29,6 +29,6 @@ struct NameRule {
 const NameRule* NameRuleOf(unsigned entryType);
 
 /// The key without its first characters; empty when it is shorter.
-std::string WithoutPrefix(const std::string& key, std::size_t prefix);
+std::string_view WithoutPrefix(std::string_view key, std::size_t prefix);
 
 }  // namespace zek

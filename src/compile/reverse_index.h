@@ -11,13 +11,15 @@
 
 namespace zek {
 
-/// The keys of a table in the order of their identifiers, `count` of them from `first` on; null where no key has one.
-/// Of several keys with one identifier the first in key order stands.
-template <class Key>
-std::vector<const Key*> KeysByIdentifier(const std::map<Key, unsigned>& table, unsigned first, std::size_t count) {
+/// The keys of a table, or of rows of a key and an identifier, in the order of their identifiers, `count` of them from
+/// `first` on; null where no key has one. Of several keys with one identifier the first in key order stands.
+template <class Key, class Rows>
+std::vector<const Key*> KeysByIdentifier(const Rows& rows, unsigned first, std::size_t count) {
     std::vector<const Key*> keys(count);
-    for (const auto& [key, id] : table) {
-        if (id - first < count && !keys[id - first]) keys[id - first] = &key;
+    for (const auto& [key, id] : rows) {
+        if (id - first >= count) continue;
+        const Key*& place = keys[id - first];
+        if (!place || key < *place) place = &key;
     }
     return keys;
 }
@@ -47,7 +49,7 @@ private:
     }
 
     void Make(const std::map<Key, unsigned>& table, unsigned first) {
-        keys_ = KeysByIdentifier(table, first, table.size());
+        keys_ = KeysByIdentifier<Key>(table, first, table.size());
         strays_.clear();
         for (const auto& [key, id] : table) {
             if (id - first >= keys_.size()) strays_.try_emplace(id, &key);

@@ -29,7 +29,7 @@ unsigned g_idxGroup = zek::kIdGroup;
 unsigned g_idxAction = zek::kIdAction;
 unsigned g_idxTableName = zek::kIdTableName;
 
-// Filled by gccOutput while it runs and by gcInit; emptied by CompDestory, through gccOutput and gcUnInit.
+// Filled by Compile and by gcInit; emptied by CompDestory, through gccOutput and gcUnInit.
 std::vector<tagGCSECT*> g_GCHead;
 
 namespace zek {
@@ -41,5 +41,7 @@ std::array<ReverseIndex<std::string>, 10> g_nameIndexes;
 ReverseIndex<unsigned> g_numberIndex;
 ImageIndex g_imageIndex;
 EntryIndex g_entryIndex;
+// Set while gccOutput compiles.
+Numbering* g_numbering = nullptr;
 
 }  // namespace zek

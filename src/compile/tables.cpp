@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "compile/numbering.h"
 #include "compile/state.h"
 #include "model/files.h"
 
@@ -24,6 +25,18 @@ constexpr std::array<IdentifierTable, 10> kIdentifierTables = {{
 namespace {
 
 constexpr unsigned kNoNumber = 0xFFFFFFFF;
+
+constexpr unsigned kIdClassShift = 24;
+
+/// The row of each class, and of any other a number of no row.
+constexpr std::array<unsigned char, 256> kRowOfClass = [] {
+    std::array<unsigned char, 256> rows{};
+    rows.fill(kIdentifierTables.size());
+    for (unsigned char row = 0; row < kIdentifierTables.size(); ++row) {
+        rows[kIdentifierTables[row].classWord >> kIdClassShift] = row;
+    }
+    return rows;
+}();
 
 unsigned ClassOf(unsigned id) { return id & kIdClassMask; }
 
@@ -49,34 +62,36 @@ const unsigned* NumberOf(const IdentifierTable& table, unsigned id) {
 }
 
 /// A key without an identifier: the filler of a hole in the table.
-void PutKey(ByteWriter& out, const std::string* name) {
+template <class Name>
+void PutKey(ByteWriter& out, const Name* name) {
     if (name) out.Raw(*name);
     out.Zeros(1);
 }
 
 void PutKey(ByteWriter& out, const unsigned* number) { out.U32(number ? *number : kNoNumber); }
 
-std::size_t SizeOf(const std::string& name) { return name.size() + 1; }
+std::size_t SizeOf(std::string_view name) { return name.size() + 1; }
 
 std::size_t SizeOf(unsigned) { return 4; }
 
-template <class Key>
-void PutRecord(ByteWriter& out, const std::map<Key, unsigned>& table, unsigned counter) {
+/// Of a table, or of the rows that stand for it.
+template <class Key, class Rows>
+void PutRecord(ByteWriter& out, const Rows& rows, unsigned counter) {
     const unsigned classWord = ClassOf(counter);
     out.U32(classWord);
     if (counter == classWord) return out.U32(0);
     // The length counts the unnumbered keys too, which are not written: readers take what follows for more names.
     std::size_t length = 0;
-    for (const auto& [key, id] : table) length += SizeOf(key);
+    for (const auto& [key, id] : rows) length += SizeOf(key);
     out.U32(static_cast<unsigned>(length));
-    for (const Key* key : KeysByIdentifier(table, classWord, counter - classWord)) PutKey(out, key);
+    for (const Key* key : KeysByIdentifier<Key>(rows, classWord, counter - classWord)) PutKey(out, key);
 }
 
 template <class Key>
 void WriteRecord(std::ofstream& out, const std::map<Key, unsigned>& table, unsigned counter) {
     ByteBuffer record;
     ByteWriter writer(record);
-    PutRecord(writer, table, counter);
+    PutRecord<Key>(writer, table, counter);
     WriteBytes(out, record);
 }
 
@@ -134,23 +149,35 @@ void TakeFromStream(std::ifstream& in, Take&& take) {
 }  // namespace
 
 const IdentifierTable* TableOf(unsigned classWord) {
-    const auto row = std::find_if(kIdentifierTables.begin(), kIdentifierTables.end(),
-                                  [classWord](const IdentifierTable& table) { return table.classWord == classWord; });
-    return row == kIdentifierTables.end() ? nullptr : &*row;
+    const std::size_t row = kRowOfClass[classWord >> kIdClassShift];
+    return row < kIdentifierTables.size() && kIdentifierTables[row].classWord == classWord ? &kIdentifierTables[row]
+                                                                                           : nullptr;
 }
 
-unsigned Number(unsigned classWord, const std::string& name) {
+unsigned Number(unsigned classWord, std::string_view name) {
     const IdentifierTable& table = *TableOf(classWord);
-    return InsertTbl(*table.names, *table.counter, name, 1);
+    if (g_numbering) return g_numbering->Number(table, name);
+    return InsertTbl(*table.names, *table.counter, std::string(name), 1);
 }
 
-unsigned Number(unsigned number) { return InsertTbl(g_tblDword, g_idxDword, number, 1); }
+unsigned Number(unsigned number) {
+    return g_numbering ? g_numbering->Number(number) : InsertTbl(g_tblDword, g_idxDword, number, 1);
+}
 
-unsigned LookUp(unsigned classWord, const std::string& name) { return (*TableOf(classWord)->names)[name]; }
+unsigned LookUp(unsigned classWord, std::string_view name) {
+    const IdentifierTable& table = *TableOf(classWord);
+    return g_numbering ? g_numbering->LookUp(table, name) : (*table.names)[std::string(name)];
+}
 
 void PutTable(ByteWriter& out, const IdentifierTable& table) {
-    if (table.names) return PutRecord(out, *table.names, *table.counter);
-    if (table.numbers) return PutRecord(out, *table.numbers, *table.counter);
+    if (table.names) {
+        if (g_numbering) return PutRecord<std::string_view>(out, g_numbering->Names(table), *table.counter);
+        return PutRecord<std::string>(out, *table.names, *table.counter);
+    }
+    if (table.numbers) {
+        if (g_numbering) return PutRecord<unsigned>(out, g_numbering->Numbers(), *table.counter);
+        return PutRecord<unsigned>(out, *table.numbers, *table.counter);
+    }
     out.U32(table.classWord);
     out.U32(static_cast<unsigned>(g_tblTableData.size()));
     out.Raw({reinterpret_cast<const char*>(g_tblTableData.data()), g_tblTableData.size()});

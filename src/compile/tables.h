@@ -6,6 +6,7 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/bytes.h"
@@ -69,12 +70,12 @@ extern const std::array<IdentifierTable, 10> kIdentifierTables;
 const IdentifierTable* TableOf(unsigned classWord);
 
 /// The identifier of a name or number in the table of a class, given out when it is new.
-unsigned Number(unsigned classWord, const std::string& name);
+unsigned Number(unsigned classWord, std::string_view name);
 unsigned Number(unsigned number);
 
 /// The identifier of a name in the table of a class. A name that is not numbered stays so: it is added with 0, and the
 /// name counts in the length of the written table, which hosts know.
-unsigned LookUp(unsigned classWord, const std::string& name);
+unsigned LookUp(unsigned classWord, std::string_view name);
 
 /// Appends a table record.
 void PutTable(ByteWriter& out, const IdentifierTable& table);

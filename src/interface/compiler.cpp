@@ -3,7 +3,6 @@
 #include "check/section_checks.h"
 #include "compile/compile.h"
 #include "compile/image_file.h"
-#include "compile/init_tables.h"
 #include "debugimage/debug_image.h"
 #include "frontend/parse.h"
 
@@ -16,13 +15,9 @@ unsigned gccCheck() { return zek::CheckModel(); }
 unsigned gccOutputD(const std::string& file) { return WriteMetaD(file); }
 
 unsigned gccOutput(const std::string& file) {
-    // Every step runs whatever the ones before it gave, so that a failing compilation may still leave an image: hosts
-    // rely on it.
-    unsigned done = InitTblD();
-    done &= Compile();
-    done &= WriteMeta(file);
+    const unsigned written = zek::WriteModel(file);
     CompDestory();
-    return done & 1;
+    return written;
 }
 
 void gccCompEnd() { g_Parse.End(); }

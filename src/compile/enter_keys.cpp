@@ -1,0 +1,104 @@
+#include "compile/enter_keys.h"
+
+#include <algorithm>
+#include <compare>
+
+namespace zek {
+
+namespace {
+
+constexpr std::size_t kCharactersOfRank = 8;
+/// So few names are compared as a whole.
+constexpr std::size_t kFewNames = 16;
+
+using Names = std::span<const KeyedIdentifier<std::string_view>>;
+
+bool ByRank(const RankedKey& a, const RankedKey& b) {
+    return a.rank != b.rank ? a.rank < b.rank : a.position < b.position;
+}
+
+/// The characters of a name from `start` on; what is missing counts as NULs.
+std::uint64_t RankAt(std::size_t start, std::string_view name) {
+    std::uint64_t rank = 0;
+    for (std::size_t i = start; i < start + kCharactersOfRank; ++i) {
+        rank = rank << 8 | (i < name.size() ? static_cast<unsigned char>(name[i]) : 0U);
+    }
+    return rank;
+}
+
+/// Sorts some of the names, which have their first `start` characters in common.
+class NameSort {
+public:
+    explicit NameSort(Names names) : names_(names) {}
+
+    void From(std::size_t start, std::span<RankedKey> some) const {
+        if (some.size() <= kFewNames) return ByWholeName(some);
+        const std::size_t differing = start + Common(start, some);
+        for (RankedKey& ranked : some) ranked.rank = RankAt(differing, NameOf(ranked));
+        std::sort(some.begin(), some.end(), ByRank);
+        while (!some.empty()) {
+            const auto end = std::find_if(some.begin(), some.end(),
+                                          [&some](const RankedKey& other) { return other.rank != some[0].rank; });
+            const auto equal = some.first(static_cast<std::size_t>(end - some.begin()));
+            WithOneRank(differing + kCharactersOfRank, equal);
+            some = some.subspan(equal.size());
+        }
+    }
+
+private:
+    std::string_view NameOf(const RankedKey& ranked) const { return names_[ranked.position].key; }
+
+    /// The number of characters from `start` on that all have in common.
+    std::size_t Common(std::size_t start, std::span<const RankedKey> some) const {
+        std::string_view common = TailOf(some[0], start);
+        for (const RankedKey& ranked : some) {
+            const std::string_view tail = TailOf(ranked, start);
+            const auto end = std::mismatch(common.begin(), common.end(), tail.begin(), tail.end()).first;
+            common = {common.begin(), end};
+        }
+        return common.size();
+    }
+
+    std::string_view TailOf(const RankedKey& ranked, std::size_t start) const {
+        const std::string_view name = NameOf(ranked);
+        return name.substr(std::min(start, name.size()));
+    }
+
+    void WithOneRank(std::size_t end, std::span<RankedKey> some) const {
+        const auto goesOn = [this, end](const RankedKey& ranked) { return NameOf(ranked).size() > end; };
+        if (std::any_of(some.begin(), some.end(), goesOn)) return From(end, some);
+        // Up to NULs at their ends they are equal.
+        std::sort(some.begin(), some.end(), [this](const RankedKey& a, const RankedKey& b) {
+            const std::size_t size = NameOf(a).size();
+            const std::size_t other = NameOf(b).size();
+            return size != other ? size < other : a.position < b.position;
+        });
+    }
+
+    void ByWholeName(std::span<RankedKey> some) const {
+        std::sort(some.begin(), some.end(), [this](const RankedKey& a, const RankedKey& b) {
+            const auto order = NameOf(a) <=> NameOf(b);
+            return order != 0 ? order < 0 : a.position < b.position;
+        });
+    }
+
+    Names names_;
+};
+
+}  // namespace
+
+std::vector<RankedKey> InKeyOrder(Names names) {
+    std::vector<RankedKey> order(names.size());
+    for (std::size_t i = 0; i < order.size(); ++i) order[i].position = i;
+    NameSort(names).From(0, order);
+    return order;
+}
+
+std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<unsigned>> numbers) {
+    std::vector<RankedKey> order(numbers.size());
+    for (std::size_t i = 0; i < order.size(); ++i) order[i] = {numbers[i].key, i};
+    std::sort(order.begin(), order.end(), ByRank);
+    return order;
+}
+
+}  // namespace zek

@@ -1,0 +1,53 @@
+/// The keys of all tables while the model is compiled into an image. Stands beside the maps because the compiler asks
+/// for a key with nearly every word that it writes; nobody can look at the maps meanwhile, so new keys are entered
+/// there at the end, all at once. Relies on tables.h.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "compile/key_index.h"
+#include "compile/tables.h"
+
+namespace zek {
+
+/// While one exists, Number, LookUp and PutTable (tables.h) ask it instead of the maps. Texts of names must outlive it.
+class Numbering {
+public:
+    Numbering();
+    ~Numbering();
+    Numbering(const Numbering&) = delete;
+    Numbering& operator=(const Numbering&) = delete;
+
+    unsigned Number(const IdentifierTable& table, std::string_view name);
+    unsigned Number(unsigned number);
+    unsigned LookUp(const IdentifierTable& table, std::string_view name);
+
+    /// The keys of a table, those of its map and the new ones, in no order that matters.
+    std::span<const KeyedIdentifier<std::string_view>> Names(const IdentifierTable& table) const;
+    std::span<const KeyedIdentifier<unsigned>> Numbers() const { return numbers_.index.Rows(); }
+
+    /// Enters what was numbered or looked up into the maps. To be called once, at the end.
+    void Enter();
+
+private:
+    template <class Key, class View>
+    struct Keys {
+        KeyIndex<View> index;
+        std::vector<unsigned*> mapped;  ///< the values in the map of the first rows, which it had from the start
+
+        void TakeIn(std::map<Key, unsigned>& table);
+        void Enter(std::map<Key, unsigned>& table) const;
+    };
+
+    using NameKeys = Keys<std::string, std::string_view>;
+    NameKeys& KeysOf(const IdentifierTable& table) { return names_[RowOf(table)]; }
+    static std::size_t RowOf(const IdentifierTable& table);
+
+    std::array<NameKeys, kIdentifierTables.size()> names_;
+    Keys<unsigned, unsigned> numbers_;
+};
+
+}  // namespace zek

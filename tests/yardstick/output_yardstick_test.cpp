@@ -1,0 +1,97 @@
+// The image of generated sources that one call writes, against the one of the published steps, which number and compile
+// with the maps alone.
+#include "compile/compile.h"
+#include "compile/image_file.h"
+#include "compile/init_tables.h"
+#include "compile/tables.h"
+#include "yardstick/generated_source.h"
+
+namespace zek::test {
+
+namespace {
+
+/// Every table and counter.
+struct Tables {
+    std::vector<NameTable> names;
+    NumberTable numbers;
+    std::vector<unsigned char> data;
+    std::vector<unsigned> counters;
+
+    bool operator==(const Tables&) const = default;
+};
+
+const std::vector<NameTable*> kNameTables = {&g_tblProperty, &g_tblGlobal, &g_tblValue,  &g_tblRepeater,
+                                             &g_tblString,   &g_tblGroup,  &g_tblAction, &g_tblTableName};
+const std::vector<unsigned*> kCounters = {&g_idxProperty, &g_idxGlobal, &g_idxValue,  &g_idxRepeater, &g_idxDword,
+                                          &g_idxString,   &g_idxGroup,  &g_idxAction, &g_idxTableName};
+
+const std::vector<unsigned> kFirstCounters = {kIdProperty, kIdGlobal, kIdValue,  kIdRepeater, kIdNumber,
+                                              kIdString,   kIdGroup,  kIdAction, kIdTableName};
+
+Tables TablesNow() {
+    Tables tables{{}, g_tblDword, g_tblTableData, {}};
+    for (const NameTable* names : kNameTables) tables.names.push_back(*names);
+    for (const unsigned* counter : kCounters) tables.counters.push_back(*counter);
+    return tables;
+}
+
+void Restore(const Tables& tables) {
+    for (std::size_t i = 0; i < kNameTables.size(); ++i) *kNameTables[i] = tables.names[i];
+    for (std::size_t i = 0; i < kCounters.size(); ++i) *kCounters[i] = tables.counters[i];
+    g_tblDword = tables.numbers;
+    g_tblTableData = tables.data;
+}
+
+/// What a host may have done to the tables: keys without an identifier, identifiers given twice or beyond the counter.
+void Disturb(Random& random) {
+    for (NameTable* names : kNameTables) {
+        if (random.Chance(70)) continue;
+        (*names)["unnumbered"];
+        (*names)["own1"];
+        if (names->size() > 3) names->begin()->second = names->rbegin()->second;
+        (*names)["far"] = names->rbegin()->second + 5;
+    }
+    if (random.Chance(30)) g_tblDword[random.Below(10)] = 0;
+    if (random.Chance(30)) g_tblDword[random.Below(10)] = 0x11000002;
+}
+
+/// What gccOutput does, step by step; the sections that were loaded before stay.
+void OutputInSteps(const std::string& file) {
+    const std::size_t loaded = g_GCHead.size();
+    InitTblD();
+    Compile();
+    WriteMeta(file);
+    for (; g_GCHead.size() > loaded; g_GCHead.pop_back()) delete g_GCHead.back();
+}
+
+}  // namespace
+
+using OutputOfGeneratedSource = GeneratedSource;
+
+TEST_P(OutputOfGeneratedSource, IsWhatTheStepsGive) {
+    std::size_t bytes = 0;
+    ForEachSeed([&](unsigned seed) {
+        Random random(seed);
+        ASSERT_TRUE(Parse());
+        gccCheck();
+        if (random.Chance(20)) Restore(Tables{std::vector<NameTable>(kNameTables.size()), {}, {}, kFirstCounters});
+        if (random.Chance(50)) Disturb(random);
+        const Tables before = TablesNow();
+        OutputInSteps("steps");
+        const Tables after = TablesNow();
+        Restore(before);
+        ASSERT_EQ(gccOutput("image"), 1U);
+        EXPECT_TRUE(g_GCHead.empty());
+        EXPECT_TRUE(TablesNow() == after) << "the tables";
+        const std::string image = Read("image");
+        EXPECT_TRUE(WithoutTime(image) == WithoutTime(Read("steps"))) << "the bytes";
+        bytes += image.size();
+        gccCompEnd();
+        if (random.Chance(30)) gcInit("image", nullptr);
+    });
+    EXPECT_GE(bytes, kSeedsInShard * 1000) << "the images are worth comparing";
+}
+
+INSTANTIATE_TEST_SUITE_P(Shard, OutputOfGeneratedSource, testing::Range(0U, 4U));
+
+}  // namespace zek::test
