@@ -1,7 +1,11 @@
 #include "model/entry.h"
 
+#include <algorithm>
+#include <new>
+
 #include "model/messages.h"
 #include "model/output.h"
+#include "model/state.h"
 
 namespace zek {
 
@@ -12,6 +16,9 @@ namespace {
 std::vector<std::string> SubStringsOf(const std::string& value) {
     std::vector<std::string> pieces;
     if (value.empty()) return pieces;
+    if (value.find('"') == std::string::npos) {
+        pieces.reserve(static_cast<std::size_t>(std::count(value.begin(), value.end(), ',')) + 1);
+    }
     for (std::size_t start = 0;;) {
         std::size_t comma = value.find(',', start);
         const std::size_t quote = value.find('"', start);
@@ -29,28 +36,45 @@ std::vector<std::string> SubStringsOf(const std::string& value) {
 
 }  // namespace
 
+namespace {
+
+template <class Kind>
+std::unique_ptr<CZEKEntry> Make(unsigned type, tagNOTATION notation) {
+    return std::unique_ptr<CZEKEntry>(new (g_pool.Take(sizeof(Kind))) Kind(type, notation));
+}
+
+}  // namespace
+
 std::unique_ptr<CZEKEntry> NewEntry(unsigned type, unsigned notation) {
     const auto bits = static_cast<tagNOTATION>(notation);
     switch (EntryClass(type)) {
-        case kNumberClass: return std::make_unique<CGEDWORD>(type, bits);
-        case kTextClass: return std::make_unique<CGESTRING>(type, bits);
-        case kListClass: return std::make_unique<CGESTRINGLIST>(type, bits);
-        case kValueClass: return std::make_unique<CGEVALUE>(type, bits);
-        case kRepeaterClass: return std::make_unique<CGEREPEATER>(type, bits);
+        case kNumberClass: return Make<CGEDWORD>(type, bits);
+        case kTextClass: return Make<CGESTRING>(type, bits);
+        case kListClass: return Make<CGESTRINGLIST>(type, bits);
+        case kValueClass: return Make<CGEVALUE>(type, bits);
+        case kRepeaterClass: return Make<CGEREPEATER>(type, bits);
         default: return nullptr;
     }
 }
 
 }  // namespace zek
 
-CZEKEntry::CZEKEntry() = default;
+CZEKEntry::CZEKEntry() noexcept = default;
 
-CZEKEntry::CZEKEntry(unsigned type, tagNOTATION notation) {
+CZEKEntry::CZEKEntry(unsigned type, tagNOTATION notation) noexcept {
     m_dwType = type;
     m_eNotation = notation;
 }
 
 CZEKEntry::~CZEKEntry() = default;
+
+void CZEKEntry::operator delete(void* memory, std::size_t size) {
+    if (zek::g_pool.Owns(memory)) {
+        zek::g_pool.Give(memory, size);
+    } else {
+        ::operator delete(memory);
+    }
+}
 
 void CZEKEntry::Init(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
     SetFile(file);
@@ -61,9 +85,9 @@ void CZEKEntry::Init(const std::string& file, const std::string& key, const std:
     m_vstrSubStr = zek::SubStringsOf(value);
 }
 
-#define ZEK_DEFINE_ENTRY_KIND(Kind)                                                \
-    Kind::Kind() = default;                                                        \
-    Kind::Kind(unsigned type, tagNOTATION notation) : CZEKEntry(type, notation) {} \
+#define ZEK_DEFINE_ENTRY_KIND(Kind)                                                         \
+    Kind::Kind() noexcept = default;                                                        \
+    Kind::Kind(unsigned type, tagNOTATION notation) noexcept : CZEKEntry(type, notation) {} \
     Kind::~Kind() = default;
 
 ZEK_DEFINE_ENTRY_KIND(CGEDWORD)

@@ -11,8 +11,8 @@
 
 class ZEK_API CZEKEntry : public CZEKObj {
 public:
-    CZEKEntry();
-    CZEKEntry(unsigned type, tagNOTATION notation);
+    CZEKEntry() noexcept;
+    CZEKEntry(unsigned type, tagNOTATION notation) noexcept;
     ~CZEKEntry() override;
 
     /// First pass: the entry stands where it must, its key and value are well-formed; converts the sub-strings into the
@@ -40,14 +40,18 @@ public:
 
     CZekEntryData m_ZekEntryData;           ///< the converted value; empty until an item is stored
     std::vector<std::string> m_vstrSubStr;  ///< the pieces of the value as written
+
+    /// Entries that the library makes come from its pool, those of a host from the heap; each goes back to where it
+    /// came from.
+    static void operator delete(void* memory, std::size_t size);
 };
 
 /// What every kind has: the two constructors (with and without type id and notation) and a first pass of its own.
-#define ZEK_ENTRY_KIND(Kind)                   \
-public:                                        \
-    Kind();                                    \
-    Kind(unsigned type, tagNOTATION notation); \
-    ~Kind() override;                          \
+#define ZEK_ENTRY_KIND(Kind)                            \
+public:                                                 \
+    Kind() noexcept;                                    \
+    Kind(unsigned type, tagNOTATION notation) noexcept; \
+    ~Kind() override;                                   \
     unsigned IsValid(CZEKObj* parent, unsigned flag) override;
 
 /// What every kind has that refers to other sections.

@@ -1,6 +1,8 @@
 #include "model/entry_data.h"
 
 #include <iterator>
+#include <memory>
+#include <new>
 
 #include "model/state.h"
 #include "model/type_ids.h"
@@ -28,6 +30,18 @@ const PayloadShape* ShapeOfClass(unsigned type) {
         if (row.entryClass == EntryClass(type)) return &row.shape;
     }
     return nullptr;
+}
+
+template <class Data, class... Arguments>
+Data* NewInPool(Arguments... arguments) {
+    return new (g_pool.Take(sizeof(Data))) Data(arguments...);
+}
+
+template <class Data>
+void FreeInPool(Data* data) {
+    if (!data) return;
+    std::destroy_at(data);
+    g_pool.Give(data, sizeof(Data));
 }
 
 bool Holds(const CZekEntryData& data, unsigned entryClass) {
@@ -107,8 +121,8 @@ CZekEntryData::~CZekEntryData() { Destory(); }
 void CZekEntryData::Create(unsigned int type) {
     ++zek::g_modelChanges;
     m_dwType = type;
-    if (zek::EntryClass(type) == zek::kNumberClass) m_pData = new unsigned(0);
-    if (zek::EntryClass(type) == zek::kValueClass) m_pData = new CGeValue;
+    if (zek::EntryClass(type) == zek::kNumberClass) m_pData = zek::NewInPool<unsigned>(0U);
+    if (zek::EntryClass(type) == zek::kValueClass) m_pData = zek::NewInPool<CGeValue>();
     if (const zek::PayloadShape* shape = zek::ShapeOfClass(type)) m_pData = zek::NewPayload(*shape);
 }
 
@@ -118,8 +132,8 @@ void* CZekEntryData::GetData() const { return m_pData; }
 
 void CZekEntryData::Destory() {
     ++zek::g_modelChanges;
-    delete zek::NumberOf(*this);
-    delete zek::ValueOf(*this);
+    zek::FreeInPool(zek::NumberOf(*this));
+    zek::FreeInPool(zek::ValueOf(*this));
     if (const zek::PayloadShape* shape = zek::ShapeOfClass(m_dwType)) zek::FreePayload(m_pData, *shape);
     m_dwType = 0;
     m_pData = nullptr;

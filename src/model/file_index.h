@@ -16,6 +16,7 @@ public:
 
 private:
     std::unordered_map<std::string, unsigned> positions_;  ///< where each name stood when it was last looked for
+    unsigned last_ = 0;                                    ///< what was found last: mostly it is asked for again
 };
 
 }  // namespace zek

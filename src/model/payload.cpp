@@ -4,9 +4,16 @@
 #include <memory>
 #include <new>
 
+#include "model/state.h"
+
 namespace zek {
 
 namespace {
+
+std::size_t SizeOf(PayloadShape shape) {
+    const std::size_t size = shape.strings * sizeof(std::string) + (shape.list ? sizeof(TextList) : 0);
+    return std::max<std::size_t>(size, 1);
+}
 
 std::string* StringsAt(void* data) { return static_cast<std::string*>(data); }
 
@@ -17,8 +24,7 @@ TextList* ListAt(void* data, PayloadShape shape) {
 }  // namespace
 
 void* NewPayload(PayloadShape shape) {
-    const std::size_t size = shape.strings * sizeof(std::string) + (shape.list ? sizeof(TextList) : 0);
-    void* data = ::operator new(std::max<std::size_t>(size, 1));
+    void* data = g_pool.Take(SizeOf(shape));
     std::uninitialized_value_construct_n(StringsAt(data), shape.strings);
     if (shape.list) new (ListAt(data, shape)) TextList;
     return data;
@@ -28,7 +34,7 @@ void FreePayload(void* data, PayloadShape shape) {
     if (!data) return;
     std::destroy_n(StringsAt(data), shape.strings);
     if (shape.list) std::destroy_at(ListAt(data, shape));
-    ::operator delete(data);
+    g_pool.Give(data, SizeOf(shape));
 }
 
 Payload PayloadAt(void* data, PayloadShape shape) {

@@ -8,6 +8,8 @@ std::vector<std::string> CZEKObj::m_svstrIncFiles;
 namespace zek {
 // Follows m_svstrIncFiles.
 FileIndex g_fileIndex;
+// Holds every entry made here and all typed data; empty once they are freed, through gccCompEnd and gdUnInit.
+constinit Pool g_pool;
 // Advances whenever a section is made, the model is destroyed, or typed data is allocated or freed.
 unsigned g_modelChanges = 0;
 }  // namespace zek

@@ -1,0 +1,90 @@
+#include "model/pool.h"
+
+#include <sys/mman.h>
+#include <algorithm>
+#include <functional>
+#include <new>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define ZEK_POOL_ON_HEAP 1
+#else
+#define ZEK_POOL_ON_HEAP 0
+#endif
+
+namespace zek {
+
+namespace {
+
+/// Under AddressSanitizer every object is one of the heap, whose ends and whose life are watched.
+constexpr bool kOnHeap = ZEK_POOL_ON_HEAP;
+
+constexpr std::size_t kFirstBlock = std::size_t{1} << 14;
+constexpr std::size_t kLargePage = std::size_t{1} << 21;
+
+constexpr std::size_t AlignmentOf(std::size_t block) {
+    return block < 2 * kLargePage ? alignof(std::max_align_t) : kLargePage;
+}
+
+}  // namespace
+
+void* Pool::Take(std::size_t size) {
+    if (kOnHeap) return ::operator new(size);
+    const std::size_t grains = Grains(size);
+    Piece*& first = free_[grains];
+    void* memory = first;
+    if (first) {
+        first = first->next;
+    } else {
+        memory = Cut(grains * kGrain);
+    }
+    ++taken_;
+    return memory;
+}
+
+void Pool::Give(void* memory, std::size_t size) {
+    if (kOnHeap) return ::operator delete(memory);
+    Piece*& first = free_[Grains(size)];
+    first = new (memory) Piece{first};
+    if (--taken_ == 0) FreeBlocks();
+}
+
+bool Pool::Owns(const void* memory) const {
+    const std::less<const void*> before;
+    for (const Block* block = newest_; block; block = block->older) {
+        const char* end = reinterpret_cast<const char*>(block) + block->size;
+        if (!before(memory, block) && before(memory, end)) return true;
+    }
+    return false;
+}
+
+void* Pool::Cut(std::size_t size) {
+    if (left_ < size) AddBlock();
+    void* const memory = uncut_;
+    uncut_ += size;
+    left_ -= size;
+    return memory;
+}
+
+/// Blocks grow with the pool, so that they stay few. What is left of the last one is lost.
+void Pool::AddBlock() {
+    std::size_t size = std::max(kFirstBlock, total_ / 2);
+    const std::size_t alignment = AlignmentOf(size);
+    size = (size + alignment - 1) / alignment * alignment;
+    void* const memory = ::operator new (size, std::align_val_t{alignment});
+    // Only a wish: without large pages it takes longer and works the same.
+    if (alignment == kLargePage) static_cast<void>(madvise(memory, size, MADV_HUGEPAGE));
+    newest_ = new (memory) Block{newest_, size};
+    uncut_ = reinterpret_cast<char*>(newest_ + 1);
+    left_ = size - sizeof(Block);
+    total_ += size;
+}
+
+void Pool::FreeBlocks() {
+    while (Block* const block = newest_) {
+        newest_ = block->older;
+        ::operator delete (block, block->size, std::align_val_t{AlignmentOf(block->size)});
+    }
+    *this = {};
+}
+
+}  // namespace zek

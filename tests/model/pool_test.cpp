@@ -1,0 +1,86 @@
+#include "model/pool.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <set>
+#include <vector>
+
+#include "model/section.h"
+#include "support/process_test.h"
+
+namespace zek::test {
+
+// Under AddressSanitizer the pool hands every piece on to the heap, and owns none.
+#if !defined(__SANITIZE_ADDRESS__)
+
+namespace {
+
+struct Piece {
+    void* memory;
+    std::size_t size;
+};
+
+/// Pieces of all sizes, taken until the pool has several blocks, each filled with its own pattern.
+std::vector<Piece> TakeMany(Pool& pool) {
+    std::vector<Piece> pieces;
+    for (unsigned i = 0; i < 20000; ++i) {
+        const std::size_t size = i % Pool::kLargest + 1;
+        void* const memory = pool.Take(size);
+        std::memset(memory, static_cast<int>(i % 251), size);
+        pieces.push_back({memory, size});
+    }
+    return pieces;
+}
+
+}  // namespace
+
+TEST(Pool, GivesEveryPieceMemoryOfItsOwn) {
+    Pool pool;
+    const std::vector<Piece> pieces = TakeMany(pool);
+    for (unsigned i = 0; i < pieces.size(); ++i) {
+        const auto [memory, size] = pieces[i];
+        ASSERT_EQ(reinterpret_cast<std::uintptr_t>(memory) % alignof(void*), 0U);
+        const std::vector<unsigned char> expected(size, static_cast<unsigned char>(i % 251));
+        ASSERT_EQ(std::memcmp(memory, expected.data(), size), 0) << i;
+    }
+    for (const auto& [memory, size] : pieces) pool.Give(memory, size);
+}
+
+TEST(Pool, GivesOutAgainWhatWasGivenBack) {
+    Pool pool;
+    void* const kept = pool.Take(104);
+    void* const first = pool.Take(104);
+    pool.Give(first, 104);
+    EXPECT_NE(pool.Take(32), first);
+    EXPECT_EQ(pool.Take(97), first) << "of the same size in whole words";
+    EXPECT_NE(pool.Take(104), kept);
+}
+
+TEST(Pool, OwnsWhatWasTakenUntilAllIsGivenBack) {
+    Pool pool;
+    int elsewhere = 0;
+    const std::vector<Piece> pieces = TakeMany(pool);
+    EXPECT_FALSE(pool.Owns(&elsewhere));
+    for (const auto& [memory, size] : pieces) ASSERT_TRUE(pool.Owns(memory));
+    for (const auto& [memory, size] : pieces) pool.Give(memory, size);
+    for (const auto& [memory, size] : pieces) ASSERT_FALSE(pool.Owns(memory));
+}
+
+#endif
+
+class PooledEntry : public ProcessTest {};
+
+TEST_F(PooledEntry, MayBeDeletedAndReplacedByTheHost) {
+    for (int round = 0; round < 3; ++round) {
+        CZEKSection* group = CZEKSection::Create("main.zek", "GROUP", 1);
+        group->SetEntry("main.zek", "NAME", "a name of more than sixteen characters", 2);
+        delete group->m_vpEntry[1];
+        group->m_vpEntry[1] = new CGESTRING(kName, tagNOTATION{1});
+        group->SetEntry("main.zek", "NAME", "another name that is as long", 3);
+        EXPECT_EQ(group->m_vpEntry[1]->m_vstrSubStr, TextList{"another name that is as long"});
+        CZEKSection::Destory();
+    }
+}
+
+}  // namespace zek::test
