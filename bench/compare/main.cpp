@@ -60,6 +60,7 @@ void Compare(const Options& options) {
         Part("Shapes", ShapesTable(MeasureShapes(options.folder, options.shapes, std::min(options.effort.runs, 3U))));
     }
     Part("Targets", TargetsTable(measured));
+    if (options.sizes.front() < 10'000) std::printf("\nThe targets are meant for boards of 10,000 sensors and more.\n");
 }
 
 /// As little of everything as still runs through all of it.
