@@ -41,8 +41,11 @@ void CrossReferences::Read(CZEKSection& section) {
         case kGroupSection: ReadGroup(section); [[fallthrough]];
         case kSensorSection:
         case kDeviceSection:
-        case kActionSection:
         case kTableSection: ReadIdentity(section); break;
+        case kActionSection:
+            ReadIdentity(section);
+            ReadParamCount(section);
+            break;
         case kTavrGroupSection:
             ReadIdentity(section);
             ReadSensorList(section);
@@ -84,6 +87,11 @@ void CrossReferences::ReadGroup(const CZEKSection& section) {
     line = std::min(line, section.m_dwLine);
 }
 
+void CrossReferences::ReadParamCount(CZEKSection& section) {
+    const std::string* count = TextOfEntry(section, kArgNumber);
+    paramCounts_.push_back(count ? NumberOr0(*count) : 0);
+}
+
 void CrossReferences::ReadSensorList(CZEKSection& section) {
     const CZEKEntry* sensors = FirstEntry(section, kSensors);
     const TextList* list = sensors ? ListOf(sensors->m_ZekEntryData) : nullptr;
@@ -95,6 +103,11 @@ Place CrossReferences::FirstNamed(unsigned sectionType, std::string_view name) c
     const Kind& kind = At(sectionType);
     const unsigned* position = kind.names.Find(name);
     return position ? Place{(*kind.sections)[*position], *position} : Place{};
+}
+
+std::optional<unsigned> CrossReferences::ParamCount(std::string_view actionName) const {
+    const unsigned* position = At(kActionSection).names.Find(actionName);
+    return position ? std::optional(paramCounts_[*position]) : std::nullopt;
 }
 
 Place CrossReferences::FirstWithID(unsigned sectionType, unsigned id) const {

@@ -4,8 +4,10 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "check/first_table.h"
 #include "model/section.h"
@@ -44,6 +46,8 @@ public:
 
     /// The first section of the type whose NAME is this text.
     Place FirstNamed(unsigned sectionType, std::string_view name) const;
+    /// How many parameters the first action of this name takes; nothing when there is none.
+    std::optional<unsigned> ParamCount(std::string_view actionName) const;
     /// The first section of the type whose ID is this number, written as one.
     Place FirstWithID(unsigned sectionType, unsigned id) const;
     /// The first entry with data and this key in the sections of the type ([PROPERTY], [GLOBAL] or [REPEATER]), or
@@ -85,10 +89,12 @@ private:
     void ReadIdentity(const CZEKSection& section);
     void ReadKeys(CZEKSection& section);
     void ReadGroup(const CZEKSection& section);
+    void ReadParamCount(CZEKSection& section);
     void ReadSensorList(CZEKSection& section);
 
     std::array<Kind, 14> kinds_;                         ///< by section type
     FirstTable<std::string_view, unsigned> groupLines_;  ///< the smallest line of the groups of a name
+    std::vector<unsigned> paramCounts_;                  ///< of the actions
     Texts globals_;
     Numbers listedSensors_;
 

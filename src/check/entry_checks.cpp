@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <iterator>
 #include <stdexcept>
 
 #include "check/cross_references.h"
@@ -83,13 +82,13 @@ void ReleaseSubStrings(CZEKEntry& entry, unsigned flag) {
 }
 
 void MoveOrCopyList(CZEKEntry& entry, std::size_t first, std::size_t count, unsigned flag, TextList& list) {
-    const auto begin = entry.m_vstrSubStr.begin() + static_cast<std::ptrdiff_t>(first);
-    const auto end = begin + static_cast<std::ptrdiff_t>(std::min(entry.m_vstrSubStr.size() - first, count));
-    if (flag == 0) {
-        list.assign(std::move_iterator(begin), std::move_iterator(end));
-    } else {
-        list.assign(begin, end);
-    }
+    std::vector<std::string>& subStrings = entry.m_vstrSubStr;
+    const auto begin = subStrings.begin() + static_cast<std::ptrdiff_t>(first);
+    const auto end = begin + static_cast<std::ptrdiff_t>(std::min(subStrings.size() - first, count));
+    if (flag != 0) return list.assign(begin, end);
+    subStrings.erase(end, subStrings.end());
+    subStrings.erase(subStrings.begin(), begin);
+    list = std::move(subStrings);
 }
 
 bool TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag, std::string& text) {
@@ -154,12 +153,10 @@ unsigned CZEKEntry::ChkActionName(const std::string& name, CZEKObj* parent, unsi
 }
 
 unsigned CZEKEntry::ChkActionParamNum(const std::string& actionName, unsigned count, CZEKObj* parent, unsigned) {
-    CZEKSection* action = zek::References()->FirstNamed(zek::kActionSection, actionName).section;
-    if (!action) return 0;
-    const std::string* declared = zek::TextOfEntry(*action, zek::kArgNumber);
-    const unsigned needed = declared ? zek::NumberOr0(*declared) : 0;
-    if (count == needed) return 1;
-    LOG(zek::kParamCount, WHERE(*this, *parent), actionName.c_str(), needed, count);
+    const std::optional<unsigned> needed = zek::References()->ParamCount(actionName);
+    if (!needed) return 0;
+    if (count == *needed) return 1;
+    LOG(zek::kParamCount, WHERE(*this, *parent), actionName.c_str(), *needed, count);
     return 0;
 }
 

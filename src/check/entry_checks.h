@@ -26,7 +26,8 @@ inline void MoveOrCopy(std::string& subString, unsigned flag, std::string& text)
     }
 }
 
-/// The same for the rest of the sub-strings, from the one at `first` on, as many as `count` at most.
+/// The same for the rest of the sub-strings, from the one at `first` on, as many as `count` at most. None of the others
+/// is left when they are let go of afterwards: the list takes over their memory.
 void MoveOrCopyList(CZEKEntry& entry, std::size_t first, std::size_t count, unsigned flag, TextList& list);
 
 /// Takes the one sub-string that a number or text takes, the first when there are more, which is a warning; false,
