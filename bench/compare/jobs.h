@@ -17,14 +17,16 @@ struct Job {
     std::string reads = {};                ///< the file that it works on
     std::vector<std::string> writes = {};  ///< files that it makes, removed before each run
     unsigned runs = 1;
-    bool tells = false;    ///< whether it prints figures of its own, as JSON
-    bool mayFail = false;  ///< whether exit code 1 is a result as well
+    bool tells = false;          ///< whether it prints figures of its own, as JSON
+    bool mayFail = false;        ///< whether exit code 1 is a result as well
+    Figures* figures = nullptr;  ///< where its figures go
 };
 
-/// Runs every job once, then every job that has more than one run again, and so on. Each run adds "wall", "cpu"
-/// (seconds), "peak" (bytes), "faults" and "bytes" (that it works on), and what the process tells: "seconds", or the
-/// seconds of each phase by its name and "work" for their sum. Throws std::runtime_error when one fails.
-void RunInTurn(const std::vector<Job>& jobs, Figures& figures);
+/// Runs all jobs, spread evenly over the whole time: a job that has half as many runs as another one comes in every
+/// second round. Each run adds "wall", "cpu" (seconds), "peak" (bytes), "faults" and "bytes" (that it works on), and
+/// what the process tells: "seconds", or the seconds of each phase by its name and "work" for their sum. Throws
+/// std::runtime_error when one fails.
+void RunInTurn(const std::vector<Job>& jobs);
 
 /// How often things run.
 struct Effort {
@@ -33,15 +35,15 @@ struct Effort {
 };
 
 /// The work of this library on a board, with what the machine takes for the least of it.
-std::vector<Job> JobsOfBoard(const BoardFiles& files, unsigned size, const Effort& effort);
+std::vector<Job> JobsOfBoard(const BoardFiles& files, unsigned size, const Effort& effort, Figures& figures);
 
 /// Writes the same board for the other tools; gives what compiles it there. The larger a board the fewer tools.
-std::vector<Job> JobsOfTools(const std::string& folder, unsigned size, const Effort& effort);
+std::vector<Job> JobsOfTools(const std::string& folder, unsigned size, const Effort& effort, Figures& figures);
 
 /// Loading the library, with nothing to be done afterwards: its figures are those of the job "load".
-Job LoadJob(const std::string& folder, unsigned runs);
+Job LoadJob(const std::string& folder, unsigned runs, Figures& figures);
 
 /// Compiling alone: its figures are those of the job "zek".
-Job CompileJob(const BoardFiles& files, unsigned runs);
+Job CompileJob(const BoardFiles& files, unsigned runs, Figures& figures);
 
 }  // namespace zek::bench

@@ -1,8 +1,10 @@
 // Compares this library with other tools on the same boards, and its phases and calls with the least that there is to
 // do; prints tables. zek_compare --help tells the options.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <iterator>
 #include <string>
 
 #include "compare/calls_run.h"
@@ -33,14 +35,14 @@ void Part(const std::string& title, const std::string& text) {
 
 FiguresBySize MeasureBoards(const Options& options) {
     FiguresBySize figures;
+    std::vector<Job> jobs;
+    const auto add = [&jobs](std::vector<Job> more) { std::move(more.begin(), more.end(), std::back_inserter(jobs)); };
     for (const unsigned size : options.sizes) {
         const BoardFiles files = MakeBoard(options.folder, "board", size);
-        std::vector<Job> jobs = JobsOfBoard(files, size, options.effort);
-        if (options.tools) {
-            for (Job& job : JobsOfTools(options.folder, size, options.effort)) jobs.push_back(std::move(job));
-        }
-        RunInTurn(jobs, figures[size]);
+        add(JobsOfBoard(files, size, options.effort, figures[size]));
+        if (options.tools) add(JobsOfTools(options.folder, size, options.effort, figures[size]));
     }
+    RunInTurn(jobs);
     return figures;
 }
 
@@ -51,7 +53,7 @@ void Compare(const Options& options) {
     Part("Whole processes", ToolsTable(measured.boards));
     Part("Phases", PhasesTable(measured.boards));
     Part("The machine", FloorTable(measured.boards));
-    RunInTurn({LoadJob(options.folder, options.effort.runs)}, measured.load);
+    RunInTurn({LoadJob(options.folder, options.effort.runs, measured.load)});
     if (options.calls) {
         measured.calls = MeasureCalls(options.folder, options.callsEffort);
         Part("Calls", CallsTable(measured.calls));

@@ -22,14 +22,15 @@ FiguresByShape MeasureShapes(const std::string& folder, unsigned largest, unsign
     for (const std::string_view name : ShapeNames()) {
         const std::string shape(name);
         if (shape == "board") continue;
+        std::vector<Job> jobs;
         for (const unsigned part : {4U, 2U, 1U}) {
             const unsigned size = LargestOf(shape, largest) / part;
             const BoardFiles files = FilesOf(folder, shape, size);
             WriteBoard(files.source, shape, size);
-            Job job = CompileJob(files, runs);
-            job.mayFail = shape == "errors";
-            RunInTurn({job}, figures[shape][size]);
+            jobs.push_back(CompileJob(files, runs, figures[shape][size]));
+            jobs.back().mayFail = shape == "errors";
         }
+        RunInTurn(jobs);
     }
     return figures;
 }
