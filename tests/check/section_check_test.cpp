@@ -170,6 +170,19 @@ TEST_F(UnlistedSection, HasNoKeysInCommonWithAnyOther) {
     EXPECT_EQ(Errors(), "");
 }
 
+TEST_F(UnlistedSection, MayNotHaveTheNameOfAListedOne) {
+    Source("[TABLE]\nNAME=A\n[TABLE]\nNAME=B\n");
+    CZEKSection section(kTableSection, tagNOTATION{2});
+    section.Init("main.zek", "TABLE", 7);
+    section.m_vpEntry.push_back(new CGESTRING(kName, tagNOTATION{1}));
+    section.m_vpEntry[0]->Init("main.zek", "NAME", "B", 8);
+    EXPECT_EQ(section.m_vpEntry[0]->IsValid(&section, 0), 1U);
+    for (CZEKSection* table : *FindSectHead(kTableSection)) table->IsValid(0);
+    Messages();
+    EXPECT_EQ(section.IsValidEx(0), 0U);
+    EXPECT_EQ(Messages(), "Error[main.zek:8]: [TABLE], NAME B is redefined.It has been defined in Line[main.zek:4].\n");
+}
+
 TEST_F(UnlistedSection, IsOneTooManyOfItsKind) {
     Source("[SYSTEM]\n");
     CZEKSection section(kSystemSection, tagNOTATION{1});

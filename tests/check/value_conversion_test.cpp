@@ -37,6 +37,7 @@ protected:
         SCOPED_TRACE("value '" + value + "'");
         CGEVALUE entry(kOwnValue, tagNOTATION{kNotationFamilyValue});
         entry.Init("main.zek", "VALUE_X", value, 3);
+        const std::vector<std::string> subStrings = entry.m_vstrSubStr;
         EXPECT_EQ(entry.IsValid(section_, 0), result);
         std::string all;
         for (const std::string& message : messages) {
@@ -47,7 +48,7 @@ protected:
         std::vector<unsigned char> bytes;
         static_cast<CGeValue*>(entry.m_ZekEntryData.GetData())->GetBuffer(bytes);
         EXPECT_EQ(Dump(std::string(bytes.begin(), bytes.end())), Dump(stored));
-        EXPECT_EQ(!entry.m_vstrSubStr.empty(), kept) << "whether the sub-strings are kept";
+        EXPECT_EQ(entry.m_vstrSubStr, kept ? subStrings : std::vector<std::string>()) << "which sub-strings are kept";
     }
     CZEKSection* section_ = nullptr;
 };

@@ -256,6 +256,10 @@ std::vector<std::string> SourceGenerator::Sections() {
 std::string SourceGenerator::TypeWords() {
     std::string words = "[DEFINE]\nBUSTYPE_SMBUS=1\nBUSTYPE_SIMPLEIOPORT=2\nW0=0\nW1=1\nW2=2\nW300=300\n+5=9\n-1=3\n";
     for (const unsigned type : kTypes) words += "T" + std::to_string(type) + "=" + std::to_string(type) + "\n";
+    // So many that the table of words is no longer asked itself.
+    if (random_.Chance(25)) {
+        for (unsigned i = 0; i < 80; ++i) words += "MORE" + std::to_string(i) + "=" + std::to_string(i) + "\n";
+    }
     return words;
 }
 
