@@ -6,6 +6,7 @@
 
 #include "check/vocabulary.h"
 #include "compile/init_tables.h"
+#include "compile/numbering.h"
 #include "compile/state.h"
 #include "compile/tables.h"
 #include "model/section.h"
@@ -51,7 +52,9 @@ private:
 /// The number behind the text of a numeric key.
 unsigned NumericText(const std::string& text) {
     unsigned number = 0;
-    return GetPreDefinedValue(text, &number) || StringToLong(text, &number) ? number : kIdUnresolved;
+    const bool mayBeName = !g_numbering || g_numbering->MayBePredefined(text);
+    if (mayBeName && GetPreDefinedValue(text, &number)) return number;
+    return StringToLong(text, &number) ? number : kIdUnresolved;
 }
 
 /// The class of the table in which a text of this entry is looked up; 0 for texts that are strings of their own.

@@ -13,9 +13,9 @@ constexpr std::size_t kFewNames = 16;
 
 using Names = std::span<const KeyedIdentifier<std::string_view>>;
 
-bool ByRank(const RankedKey& a, const RankedKey& b) {
+constexpr auto kByRank = [](const RankedKey& a, const RankedKey& b) {
     return a.rank != b.rank ? a.rank < b.rank : a.position < b.position;
-}
+};
 
 /// The characters of a name from `start` on; what is missing counts as NULs.
 std::uint64_t RankAt(std::size_t start, std::string_view name) {
@@ -35,7 +35,7 @@ public:
         if (some.size() <= kFewNames) return ByWholeName(some);
         const std::size_t differing = start + Common(start, some);
         for (RankedKey& ranked : some) ranked.rank = RankAt(differing, NameOf(ranked));
-        std::sort(some.begin(), some.end(), ByRank);
+        std::sort(some.begin(), some.end(), kByRank);
         while (!some.empty()) {
             const auto end = std::find_if(some.begin(), some.end(),
                                           [&some](const RankedKey& other) { return other.rank != some[0].rank; });
@@ -97,7 +97,7 @@ std::vector<RankedKey> InKeyOrder(Names names) {
 std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<unsigned>> numbers) {
     std::vector<RankedKey> order(numbers.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = {numbers[i].key, i};
-    std::sort(order.begin(), order.end(), ByRank);
+    std::sort(order.begin(), order.end(), kByRank);
     return order;
 }
 

@@ -1,9 +1,12 @@
 /// Keys by their hash, each with an identifier. Relies on the standard library.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -18,13 +21,35 @@ inline std::uint32_t HashOf(unsigned number) {
     return static_cast<std::uint32_t>((number * kGoldenRatio) >> 32);
 }
 
+/// Copies of texts, one behind the other, so that going through many does not fetch a line of memory for each.
+class Texts {
+public:
+    std::string_view Keep(std::string_view text) {
+        if (text.size() > left_.size()) {
+            const std::size_t size = std::max(kBlock, text.size());
+            left_ = {blocks_.emplace_back(std::make_unique_for_overwrite<char[]>(size)).get(), size};
+        }
+        const std::string_view kept(left_.data(), text.size());
+        std::copy(text.begin(), text.end(), left_.begin());
+        left_ = left_.subspan(text.size());
+        return kept;
+    }
+    static unsigned Keep(unsigned number) { return number; }
+
+private:
+    static constexpr std::size_t kBlock = 1 << 16;
+
+    std::vector<std::unique_ptr<char[]>> blocks_;
+    std::span<char> left_;
+};
+
 template <class Key>
 struct KeyedIdentifier {
     Key key;
     unsigned id;
 };
 
-/// The keys in the order in which they were first asked for. Texts of keys belong to the caller.
+/// The keys in the order in which they were first asked for, with copies of their texts.
 template <class Key>
 class KeyIndex {
 public:
@@ -38,7 +63,7 @@ public:
             Slot& slot = slots_[at];
             if (slot.row == 0) {
                 slot = {hash, static_cast<std::uint32_t>(rows_.size() + 1)};
-                return rows_.emplace_back(Row{key, 0});
+                return rows_.emplace_back(Row{texts_.Keep(key), 0});
             }
             if (slot.hash == hash && rows_[slot.row - 1].key == key) return rows_[slot.row - 1];
         }
@@ -67,6 +92,7 @@ private:
         slots_ = std::move(grown);
     }
 
+    Texts texts_;
     std::vector<Row> rows_;
     std::vector<Slot> slots_;  ///< a power of two of them, or none
     std::size_t mask_ = 0;

@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "check/vocabulary.h"
 #include "compile/enter_keys.h"
 #include "compile/state.h"
 
@@ -33,7 +34,7 @@ void Numbering::Keys<Key, View>::Enter(std::map<Key, unsigned>& table) const {
     EnterKeys(table, std::span(index.Rows()).subspan(mapped.size()));
 }
 
-Numbering::Numbering() {
+Numbering::Numbering() : predefinedDigits_(g_tblPreDefine.lower_bound("0") != g_tblPreDefine.lower_bound(":")) {
     for (const IdentifierTable& table : kIdentifierTables) {
         if (table.names) KeysOf(table).TakeIn(*table.names);
     }

@@ -13,7 +13,7 @@
 
 namespace zek {
 
-/// While one exists, Number, LookUp and PutTable (tables.h) ask it instead of the maps. Texts of names must outlive it.
+/// While one exists, Number, LookUp and PutTable (tables.h) ask it instead of the maps.
 class Numbering {
 public:
     Numbering();
@@ -24,6 +24,12 @@ public:
     unsigned Number(const IdentifierTable& table, std::string_view name);
     unsigned Number(unsigned number);
     unsigned LookUp(const IdentifierTable& table, std::string_view name);
+
+    /// Whether the text may be a predefined name. Most texts that are asked about are numbers, and looking each up
+    /// among the names of a large description is a cache miss; few descriptions name anything so.
+    bool MayBePredefined(const std::string& text) const {
+        return predefinedDigits_ || text.empty() || text[0] < '0' || text[0] > '9';
+    }
 
     /// The keys of a table, those of its map and the new ones, in no order that matters.
     std::span<const KeyedIdentifier<std::string_view>> Names(const IdentifierTable& table) const;
@@ -48,6 +54,7 @@ private:
 
     std::array<NameKeys, kIdentifierTables.size()> names_;
     Keys<unsigned, unsigned> numbers_;
+    bool predefinedDigits_;  ///< whether a predefined name begins with a digit
 };
 
 }  // namespace zek

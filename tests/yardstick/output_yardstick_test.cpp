@@ -1,5 +1,6 @@
 // The image of generated sources that one call writes, against the one of the published steps, which number and compile
 // with the maps alone.
+#include "check/vocabulary.h"
 #include "compile/compile.h"
 #include "compile/image_file.h"
 #include "compile/init_tables.h"
@@ -42,7 +43,7 @@ void Restore(const Tables& tables) {
     g_tblTableData = tables.data;
 }
 
-/// What a host may have done to the tables: keys without an identifier, identifiers given twice or beyond the counter.
+/// What a host may have done: keys without an identifier, identifiers given twice or beyond the counter.
 void Disturb(Random& random) {
     for (NameTable* names : kNameTables) {
         if (random.Chance(70)) continue;
@@ -51,6 +52,8 @@ void Disturb(Random& random) {
         if (names->size() > 3) names->begin()->second = names->rbegin()->second;
         (*names)["far"] = names->rbegin()->second + 5;
     }
+    // No source can define a number; a host can.
+    if (random.Chance(20)) AddPredDefineValue(std::to_string(random.Below(10)), random.Below(1000));
     if (random.Chance(30)) g_tblDword[random.Below(10)] = 0;
     if (random.Chance(30)) g_tblDword[random.Below(10)] = 0x11000002;
 }
