@@ -5,17 +5,18 @@
 //     --image FILE        writes the compiled image there
 //     --load-image FILE   loads a compiled image at the end (gcInit)
 //     --load-debug FILE   loads a debug image at the end (gdInit)
-//     --json              prints the phases: seconds, page faults, and the peak of resident memory (bytes) until then
+//     --json              prints the phases: seconds of processor time, page faults, and the peak of resident memory
+//                         (bytes) until then
 //     --messages          prints the messages of the library on standard error
 // Without SOURCE nothing is compiled. Exit code 1 when a phase fails; those behind it are left out.
 #include <sys/resource.h>
-#include <chrono>
 #include <cstdarg>
 #include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "watch.h"
 #include "zekcomp/compiler.h"
 #include "zekcomp/debug_image.h"
 #include "zekcomp/image.h"
@@ -71,11 +72,11 @@ public:
     template <class Work>
     bool Run(const char* name, Work work) {
         const rusage before = Usage();
-        const auto begin = std::chrono::steady_clock::now();
+        const zek::bench::Watch watch;
         const bool done = work();
-        const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - begin;
+        const double seconds = watch.Seconds();
         const rusage after = Usage();
-        phases_.push_back({name, wall.count(), after.ru_minflt - before.ru_minflt, after.ru_maxrss * 1024});
+        phases_.push_back({name, seconds, after.ru_minflt - before.ru_minflt, after.ru_maxrss * 1024});
         return done;
     }
 

@@ -5,13 +5,12 @@
 //   zek_floor enumerate FILE   opens it in the parser library and asks for every section and item
 //   zek_floor touch FILE       writes to each page of as much fresh memory as the file is long
 //   zek_floor load LIBRARY     loads the library
-// Prints the seconds as JSON. Exit code 1 when it cannot be done.
+// Prints the seconds of processor time as JSON. Exit code 1 when it cannot be done.
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <chrono>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -22,6 +21,7 @@
 #include <vector>
 
 #include "scan.h"
+#include "watch.h"
 #include "zekcomp/output.h"
 #include "zekrsparser.h"
 
@@ -30,14 +30,7 @@ extern "C" void Output(unsigned, const char*, ...) {}
 
 namespace {
 
-/// Seconds since the first call.
-class Watch {
-public:
-    double Seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin_).count(); }
-
-private:
-    std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
-};
+using zek::bench::Watch;
 
 [[noreturn]] void Fail(const std::string& what) { throw std::runtime_error(what); }
 

@@ -17,7 +17,9 @@ struct PhaseName {
 };
 extern const std::vector<PhaseName> kPhases;
 
-/// The whole processes: this library beside the other tools, at each size.
+/// The whole processes: this library beside the other tools, at each size. What is worked out of times is so of the
+/// processor's: all of them have one thread and read what was just written, so that the wall clock only adds what else
+/// the machine does.
 std::string ToolsTable(const FiguresBySize& boards);
 
 /// Each phase at each size, and how it grows from the smallest to the largest.

@@ -45,9 +45,9 @@ double Worst(const FiguresBySize& sizes, const std::function<double(const Figure
 void AddTools(TargetTable& table, const FiguresBySize& boards) {
     const auto add = [&](const std::string& tool, double must, double goal) {
         for (const auto& [size, figures] : boards) {
-            if (size > 100'000 || !figures.Has(tool, "wall")) continue;
+            if (size > 100'000 || !figures.Has(tool, "cpu")) continue;
             table.AtLeast("compile, times as fast as " + tool + ", " + Count(size) + " sensors",
-                          figures.Get(tool, "wall") / figures.Get("zek", "wall"), must, goal);
+                          figures.Get(tool, "cpu") / figures.Get("zek", "cpu"), must, goal);
         }
     };
     add("flatc", 1.3, 2);
@@ -73,7 +73,7 @@ void AddSpeed(TargetTable& table, const FiguresBySize& boards) {
 
 void AddGrowth(TargetTable& table, const FiguresBySize& boards) {
     if (boards.size() < 2) return;
-    table.AtMost("growth of the whole process, exponent", Growth(boards, "zek", "wall"), 1.07, 1.04);
+    table.AtMost("growth of the whole process, exponent", Growth(boards, "zek", "cpu"), 1.07, 1.04);
     double worst = 0;
     std::string name;
     for (const PhaseName& phase : kPhases) {
