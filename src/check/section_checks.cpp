@@ -1,5 +1,8 @@
 #include "check/section_checks.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <map>
 #include <vector>
 
@@ -91,8 +94,37 @@ bool IsNewInItsKind(CZEKSection& section) {
     }
 }
 
+/// The most entries of a section whose keys are held against each other without hashing them whole.
+constexpr std::size_t kFew = 64;
+
+/// A slot for a key, by its length and its end: the beginnings of keys are alike.
+std::uint8_t SlotOf(std::string_view key) {
+    auto slot = static_cast<unsigned>(key.size());
+    for (const char character : key.substr(key.size() - std::min<std::size_t>(key.size(), 4))) {
+        slot = slot * 37 + static_cast<unsigned char>(character);
+    }
+    return static_cast<std::uint8_t>(slot ^ (slot >> 8));
+}
+
+/// Whether few entries have no key twice. Most sections are no larger, and this needs no memory.
+bool AreFewKeysUnique(const std::vector<CZEKEntry*>& entries) {
+    std::array<std::uint8_t, 256> positions{};  // by slot, from 1
+    std::uint8_t position = 0;
+    for (const CZEKEntry* entry : entries) {
+        ++position;
+        if (!HoldsData(*entry)) continue;
+        std::uint8_t slot = SlotOf(entry->m_strName);
+        for (; positions[slot] != 0; ++slot) {
+            if (entries[positions[slot] - 1U]->m_strName == entry->m_strName) return false;
+        }
+        positions[slot] = position;
+    }
+    return true;
+}
+
 /// No key twice in the section. Each repetition is reported once, those of the first repeated key first.
 bool AreKeysUnique(CZEKSection& section) {
+    if (section.m_vpEntry.size() <= kFew && AreFewKeysUnique(section.m_vpEntry)) return true;
     const References references;
     auto& firsts = references->keysOfSection;
     firsts.Restart(section.m_vpEntry.size());

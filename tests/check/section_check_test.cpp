@@ -127,6 +127,27 @@ INSTANTIATE_TEST_SUITE_P(
                    Repeated(7, "TABLE", "NAME") + Repeated(5, "TABLE", "TYPE") + Repeated(3, "TABLE", "7")}),
     RowName());
 
+/// A section with so many keys, no two alike, which begin with `begin` and end with `end`.
+std::string ManyKeys(unsigned count, const std::string& begin, const std::string& end) {
+    std::string text = "[PROPERTY]\n";
+    for (unsigned i = 0; i < count; ++i) text += begin + std::to_string(i) + end + "=1\n";
+    return text;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    AmongMany, KeyWithinASection,
+    testing::Values(CheckedRow{"AlikeAtTheEnd", ManyKeys(64, "K", "_THE_END") + ManyKeys(65, "L", "_THE_END"), 1, ""},
+                    CheckedRow{"AlikeAtTheBeginning",
+                               ManyKeys(64, "THE_BEGINNING_", "") + ManyKeys(300, "ANOTHER_", ""), 1, ""},
+                    CheckedRow{"InThe64thEntry", ManyKeys(63, "K", "_THE_END") + "K0_THE_END=2\n", 0,
+                               Repeated(65, "PROPERTY", "K0_THE_END")},
+                    CheckedRow{"InThe65thEntry", ManyKeys(64, "K", "_THE_END") + "K63_THE_END=2\n", 0,
+                               Repeated(66, "PROPERTY", "K63_THE_END")},
+                    CheckedRow{"InManyEntries", ManyKeys(300, "K", "") + "K299=2\nK0=2\nK299=3\n", 0,
+                               Repeated(303, "PROPERTY", "K0") + Repeated(302, "PROPERTY", "K299") +
+                                   Repeated(304, "PROPERTY", "K299")}),
+    RowName());
+
 using IncludeSection = CheckTest;
 
 TEST_F(IncludeSection, IsNotComparedWithAnything) {
