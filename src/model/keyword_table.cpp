@@ -6,34 +6,60 @@ namespace zek {
 
 namespace {
 
-/// The rows in the order of something that they are looked up by; rows that are equal in it stay in their order.
-template <class Compare>
-constexpr std::array<tagNTMAP, kKeywords.size()> Sorted(Compare&& before) {
-    std::array<tagNTMAP, kKeywords.size()> rows = kKeywords;
-    for (std::size_t i = 1; i < rows.size(); ++i) {
-        for (std::size_t j = i; j > 0 && before(rows[j], rows[j - 1]); --j) std::swap(rows[j], rows[j - 1]);
-    }
-    return rows;
+/// The rows of the keyword table by the hash of something: 1 + the row, 0 where none is. A row whose place is taken
+/// stands in the next free one, so that the first of equal rows is found first.
+using Places = std::array<unsigned char, 128>;
+
+constexpr unsigned HashOf(std::string_view keyword) {
+    if (keyword.empty()) return 0;
+    const auto first = static_cast<unsigned char>(keyword.front());
+    const auto last = static_cast<unsigned char>(keyword.back());
+    return static_cast<unsigned>(keyword.size()) * 9 + first * 3U + last;
 }
 
-constexpr std::string_view NameOf(const tagNTMAP& row) { return row.pszName; }
+constexpr unsigned HashOf(unsigned type) { return type + (type >> 12) * 7; }
 
-constexpr std::array kByKeyword = Sorted([](const tagNTMAP& a, const tagNTMAP& b) { return NameOf(a) < NameOf(b); });
-constexpr std::array kByType = Sorted([](const tagNTMAP& a, const tagNTMAP& b) { return a.dwID < b.dwID; });
+/// The keywords with their lengths.
+constexpr std::array kNames = [] {
+    std::array<std::string_view, kKeywords.size()> names;
+    std::transform(kKeywords.begin(), kKeywords.end(), names.begin(), [](const tagNTMAP& row) { return row.pszName; });
+    return names;
+}();
+
+constexpr std::array kTypes = [] {
+    std::array<unsigned, kKeywords.size()> types{};
+    std::transform(kKeywords.begin(), kKeywords.end(), types.begin(), [](const tagNTMAP& row) { return row.dwID; });
+    return types;
+}();
+
+template <class Keys>
+constexpr Places PlacesOf(const Keys& keys) {
+    Places places{};
+    for (unsigned row = 0; row < keys.size(); ++row) {
+        std::size_t place = HashOf(keys[row]) % places.size();
+        while (places[place]) place = (place + 1) % places.size();
+        places[place] = static_cast<unsigned char>(row + 1);
+    }
+    return places;
+}
+
+constexpr Places kByName = PlacesOf(kNames);
+constexpr Places kByType = PlacesOf(kTypes);
+
+template <class Keys, class Key>
+const tagNTMAP* Find(const Keys& keys, const Places& places, const Key& key) {
+    for (std::size_t place = HashOf(key) % places.size(); places[place]; place = (place + 1) % places.size()) {
+        const std::size_t row = places[place] - 1U;
+        if (keys[row] == key) return &kKeywords[row];
+    }
+    return nullptr;
+}
 
 }  // namespace
 
-const tagNTMAP* RowOfKeyword(std::string_view keyword) {
-    const auto* row = std::lower_bound(kByKeyword.begin(), kByKeyword.end(), keyword,
-                                       [](const tagNTMAP& a, std::string_view b) { return NameOf(a) < b; });
-    return row != kByKeyword.end() && NameOf(*row) == keyword ? row : nullptr;
-}
+const tagNTMAP* RowOfKeyword(std::string_view keyword) { return Find(kNames, kByName, keyword); }
 
-const tagNTMAP* KeywordOf(unsigned type) {
-    const auto* row = std::lower_bound(kByType.begin(), kByType.end(), type,
-                                       [](const tagNTMAP& a, unsigned b) { return a.dwID < b; });
-    return row != kByType.end() && row->dwID == type ? row : nullptr;
-}
+const tagNTMAP* KeywordOf(unsigned type) { return Find(kTypes, kByType, type); }
 
 }  // namespace zek
 
