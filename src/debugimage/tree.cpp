@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "debugimage/state.h"
+#include "model/absent_entries.h"
 
 namespace zek {
 
@@ -91,6 +92,7 @@ void TakeEntry(ByteReader& in, CZEKEntry& entry) {
 void TakeSection(ByteReader& in, CZEKSection& section) {
     ByteReader common = in.Block();
     TakeObject(common, section);
+    for (CZEKEntry*& entry : section.m_vpEntry) OwnEntry(entry);
     Twins twins(section);
     for (unsigned count = in.U32(); count > 0; --count) {
         ByteReader record = in.Block();
@@ -107,6 +109,7 @@ void TakeSection(ByteReader& in, CZEKSection& section) {
         section.m_vpEntry.push_back(entry.get());
         entry.release();
     }
+    ShareAbsentEntries(section);
 }
 
 unsigned TypeInBlock(ByteReader block) {

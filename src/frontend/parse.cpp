@@ -5,17 +5,19 @@
 #include <memory>
 
 #include "frontend/messages.h"
+#include "model/absent_entries.h"
 #include "model/output.h"
-#include "model/section.h"
 
 namespace zek {
 
 namespace {
 
+constexpr char kEnumSection[] = "RSEnumSection";
+constexpr char kGetSectInfo[] = "RSGetSectInfo";
 constexpr char kEnumItem[] = "RSEnumItem";
 constexpr char kParserPath[] = "/usr/tavr/lib/libzekrsparser.so.0";
 
-/// A function of the parser library, looked up anew for every call; a null library means the process's global scope.
+/// A function of the parser library, or null; a null library means the process's global scope.
 template <class Signature>
 Signature* Look(void* library, const char* name) {
     return reinterpret_cast<Signature*>(dlsym(library, name));
@@ -42,22 +44,95 @@ private:
     std::unique_ptr<char[]> long_;
 };
 
+using EnumSection = void*(void*, unsigned);
+using GetSectInfo = unsigned(void*, char*, unsigned*, unsigned*);
 using EnumItem = unsigned(void*, unsigned, char*, unsigned*, char*, unsigned*, unsigned*);
 
-/// Asks for an item: false, and nothing is changed but the line, when there is none.
-bool TakeItem(EnumItem* enumItem, void* section, unsigned index, std::string& key, std::string& value, unsigned& line) {
+// What the three give through their function, which is null where the library lacks it.
+void* TakeSection(EnumSection* enumSection, void* file, unsigned index) {
+    return enumSection ? enumSection(file, index) : nullptr;
+}
+
+unsigned TakeName(GetSectInfo* getSectInfo, void* section, std::string& name, unsigned& line) {
+    if (!getSectInfo) return 0;
+    TextBuffer text;
+    getSectInfo(section, nullptr, text.Size(), &line);
+    text.Allocate();
+    if (!getSectInfo(section, text.Data(), text.Size(), &line)) return 0;
+    text.CopyTo(name);
+    return 1;
+}
+
+unsigned TakeItem(EnumItem* enumItem, void* section, unsigned index, std::string& key, std::string& value,
+                  unsigned& line) {
+    if (!enumItem) return 0;
     TextBuffer keyText;
     TextBuffer valueText;
     enumItem(section, index, nullptr, keyText.Size(), nullptr, valueText.Size(), &line);
     keyText.Allocate();
     valueText.Allocate();
-    if (!enumItem(section, index, keyText.Data(), keyText.Size(), valueText.Data(), valueText.Size(), &line)) {
-        return false;
-    }
+    if (!enumItem(section, index, keyText.Data(), keyText.Size(), valueText.Data(), valueText.Size(), &line)) return 0;
     keyText.CopyTo(key);
     valueText.CopyTo(value);
-    return true;
+    return 1;
 }
+
+/// A function that is asked for many times while a file is read: looked up until it is found, since each look-up takes
+/// as long as all else that is done with an item.
+template <class Signature>
+class Kept {
+public:
+    Kept(void* library, const char* name) : library_(library), name_(name) {}
+
+    operator Signature*() {
+        if (!found_) found_ = Look<Signature>(library_, name_);
+        return found_;
+    }
+
+private:
+    void* library_;
+    const char* name_;
+    Signature* found_ = nullptr;
+};
+
+/// The reading of one open file.
+class Driver {
+public:
+    Driver(void* library, const std::string& file)
+        : file_(file),
+          enumSection_(library, kEnumSection),
+          getSectInfo_(library, kGetSectInfo),
+          enumItem_(library, kEnumItem) {}
+
+    /// Reads every section; gives their number.
+    unsigned ReadSections(void* handle) {
+        unsigned count = 0;
+        while (void* section = TakeSection(enumSection_, handle, count)) ReadSection(section, count++);
+        return count;
+    }
+
+private:
+    void ReadSection(void* handle, unsigned index) {
+        std::string name;
+        unsigned line = 0;
+        if (!TakeName(getSectInfo_, handle, name, line)) return LOG(kSectionNameFailed, index + 1, index);
+        CZEKSection* section = CZEKSection::Create(file_, name, line);
+        if (!section) return LOG(kCreateSectionFailed, index + 1, name.c_str());
+        for (unsigned item = 0; TakeItem(enumItem_, handle, item, key_, value_, line = 0); ++item) {
+            if (section->SetEntry(file_, key_, value_, line)) continue;
+            LOG(kAddItemFailed, item + 1, name.c_str());
+            LOG(kEntryIgnored, section->GetFile(0).c_str(), line, section->m_strName.c_str(), key_.c_str());
+        }
+        ShareAbsentEntries(*section);
+    }
+
+    const std::string& file_;
+    Kept<EnumSection> enumSection_;
+    Kept<GetSectInfo> getSectInfo_;
+    Kept<EnumItem> enumItem_;
+    std::string key_;
+    std::string value_;
+};
 
 }  // namespace
 
@@ -80,31 +155,10 @@ unsigned CZEKParse::Start(const std::string& file) {
 }
 
 void CZEKParse::Parse() {
-    unsigned count = 0;
-    for (void* handle = nullptr; (handle = RSEnumSection(m_hFile, count)) != nullptr; ++count)
-        ParseSection(handle, count);
-    LOG(zek::kNoMoreSections, count);
+    LOG(zek::kNoMoreSections, zek::Driver(m_hLibrary, m_strFile).ReadSections(m_hFile));
     if (m_hFile) RSCloseFile(m_hFile);
     m_hFile = nullptr;
     m_strFile.clear();
-}
-
-void CZEKParse::ParseSection(void* handle, unsigned index) {
-    std::string name;
-    unsigned line = 0;
-    if (!RSGetSectInfo(handle, name, line)) return LOG(zek::kSectionNameFailed, index + 1, index);
-    CZEKSection* section = CZEKSection::Create(m_strFile, name, line);
-    if (!section) return LOG(zek::kCreateSectionFailed, index + 1, name.c_str());
-    // Looked up once for all items of the section: a tenth of the reading time would go into looking it up for each.
-    const auto enumItem = zek::Look<zek::EnumItem>(m_hLibrary, zek::kEnumItem);
-    if (!enumItem) return;
-    std::string key;
-    std::string value;
-    for (unsigned item = 0; zek::TakeItem(enumItem, handle, item, key, value, line = 0); ++item) {
-        if (section->SetEntry(m_strFile, key, value, line)) continue;
-        LOG(zek::kAddItemFailed, item + 1, name.c_str());
-        LOG(zek::kEntryIgnored, section->GetFile(0).c_str(), line, section->m_strName.c_str(), key.c_str());
-    }
 }
 
 void CZEKParse::End() { CZEKSection::Destory(); }
@@ -120,24 +174,15 @@ unsigned CZEKParse::RSParse(void* file) {
 }
 
 void* CZEKParse::RSEnumSection(void* file, unsigned index) {
-    const auto function = zek::Look<void*(void*, unsigned)>(m_hLibrary, "RSEnumSection");
-    return function ? function(file, index) : nullptr;
+    return zek::TakeSection(zek::Look<zek::EnumSection>(m_hLibrary, zek::kEnumSection), file, index);
 }
 
 unsigned CZEKParse::RSGetSectInfo(void* section, std::string& name, unsigned& line) {
-    const auto function = zek::Look<unsigned(void*, char*, unsigned*, unsigned*)>(m_hLibrary, "RSGetSectInfo");
-    if (!function) return 0;
-    zek::TextBuffer text;
-    function(section, nullptr, text.Size(), &line);
-    text.Allocate();
-    if (!function(section, text.Data(), text.Size(), &line)) return 0;
-    text.CopyTo(name);
-    return 1;
+    return zek::TakeName(zek::Look<zek::GetSectInfo>(m_hLibrary, zek::kGetSectInfo), section, name, line);
 }
 
 unsigned CZEKParse::RSEnumItem(void* section, unsigned index, std::string& key, std::string& value, unsigned& line) {
-    const auto function = zek::Look<zek::EnumItem>(m_hLibrary, zek::kEnumItem);
-    return function && zek::TakeItem(function, section, index, key, value, line);
+    return zek::TakeItem(zek::Look<zek::EnumItem>(m_hLibrary, zek::kEnumItem), section, index, key, value, line);
 }
 
 void* CZEKParse::RSFindSection(void* file, const std::string& name) {

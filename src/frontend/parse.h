@@ -32,8 +32,6 @@ public:
     unsigned RSCloseFile(void*& file);
 
 private:
-    void ParseSection(void* handle, unsigned index);
-
     void* m_hLibrary = nullptr;
     void* m_hFile = nullptr;
     std::string m_strFile;

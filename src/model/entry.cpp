@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <new>
 
+#include "model/absent_entries.h"
 #include "model/messages.h"
 #include "model/output.h"
 #include "model/state.h"
@@ -14,11 +15,11 @@ namespace {
 /// Cuts a value at its commas. A piece with a double quote is what stands between that quote and the next one, commas
 /// included: text before the opening quote and behind the closing one is lost, which descriptions rely on.
 std::vector<std::string> SubStringsOf(const std::string& value) {
+    if (value.empty()) return {};
+    const bool quoted = value.find('"') != std::string::npos;
+    if (!quoted && value.find(',') == std::string::npos) return {1, value};
     std::vector<std::string> pieces;
-    if (value.empty()) return pieces;
-    if (value.find('"') == std::string::npos) {
-        pieces.reserve(static_cast<std::size_t>(std::count(value.begin(), value.end(), ',')) + 1);
-    }
+    if (!quoted) pieces.reserve(static_cast<std::size_t>(std::count(value.begin(), value.end(), ',')) + 1);
     for (std::size_t start = 0;;) {
         std::size_t comma = value.find(',', start);
         const std::size_t quote = value.find('"', start);
@@ -39,22 +40,30 @@ std::vector<std::string> SubStringsOf(const std::string& value) {
 namespace {
 
 template <class Kind>
-std::unique_ptr<CZEKEntry> Make(unsigned type, tagNOTATION notation) {
-    return std::unique_ptr<CZEKEntry>(new (g_pool.Take(sizeof(Kind))) Kind(type, notation));
+CZEKEntry* Construct(void* memory, unsigned type, tagNOTATION notation) {
+    static_assert(sizeof(Kind) == sizeof(CZEKEntry));
+    return new (memory) Kind(type, notation);
 }
 
 }  // namespace
 
-std::unique_ptr<CZEKEntry> NewEntry(unsigned type, unsigned notation) {
+CZEKEntry* ConstructEntry(void* memory, unsigned type, unsigned notation) {
     const auto bits = static_cast<tagNOTATION>(notation);
     switch (EntryClass(type)) {
-        case kNumberClass: return Make<CGEDWORD>(type, bits);
-        case kTextClass: return Make<CGESTRING>(type, bits);
-        case kListClass: return Make<CGESTRINGLIST>(type, bits);
-        case kValueClass: return Make<CGEVALUE>(type, bits);
-        case kRepeaterClass: return Make<CGEREPEATER>(type, bits);
+        case kNumberClass: return Construct<CGEDWORD>(memory, type, bits);
+        case kTextClass: return Construct<CGESTRING>(memory, type, bits);
+        case kListClass: return Construct<CGESTRINGLIST>(memory, type, bits);
+        case kValueClass: return Construct<CGEVALUE>(memory, type, bits);
+        case kRepeaterClass: return Construct<CGEREPEATER>(memory, type, bits);
         default: return nullptr;
     }
+}
+
+std::unique_ptr<CZEKEntry> NewEntry(unsigned type, unsigned notation) {
+    void* const memory = g_pool.Take(sizeof(CZEKEntry));
+    CZEKEntry* const entry = ConstructEntry(memory, type, notation);
+    if (!entry) g_pool.Give(memory, sizeof(CZEKEntry));
+    return std::unique_ptr<CZEKEntry>(entry);
 }
 
 }  // namespace zek
@@ -69,11 +78,9 @@ CZEKEntry::CZEKEntry(unsigned type, tagNOTATION notation) noexcept {
 CZEKEntry::~CZEKEntry() = default;
 
 void CZEKEntry::operator delete(void* memory, std::size_t size) {
-    if (zek::g_pool.Owns(memory)) {
-        zek::g_pool.Give(memory, size);
-    } else {
-        ::operator delete(memory);
-    }
+    if (zek::g_pool.Owns(memory)) return zek::g_pool.Give(memory, size);
+    if (zek::IsShared(memory)) return zek::RenewSharedEntry(memory);
+    ::operator delete(memory);
 }
 
 void CZEKEntry::Init(const std::string& file, const std::string& key, const std::string& value, unsigned line) {

@@ -82,7 +82,9 @@ public:
 
 namespace zek {
 
-/// A new entry of the kind that the type id names, or null for an unknown class.
+/// An entry of the kind that the type id names, made in memory that is large enough, or null for an unknown class.
+CZEKEntry* ConstructEntry(void* memory, unsigned type, unsigned notation);
+/// The same in memory of its own.
 std::unique_ptr<CZEKEntry> NewEntry(unsigned type, unsigned notation);
 
 /// The typed data as what it is; null when the entry holds nothing.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "check/vocabulary.h"
+#include "model/absent_entries.h"
 #include "model/section_kinds.h"
 #include "model/state.h"
 
@@ -10,18 +11,19 @@ namespace zek {
 
 namespace {
 
-/// The entry that the kind declared for a key, or null. Declared entries come first, so no other needs to be looked at.
-CZEKEntry* DeclaredEntryOf(const CZEKSection& section, const std::string& key) {
+/// The place of the entry that the kind declared for a key, or null. Declared entries come first, so no other needs to
+/// be looked at.
+CZEKEntry** DeclaredEntryOf(CZEKSection& section, const std::string& key) {
     const tagNTMAP* row = RowOfKeyword(key);
     if (!row) return nullptr;
     const SectionKind* kind = KindOf(section.m_dwType);
-    const auto& entries = section.m_vpEntry;
+    auto& entries = section.m_vpEntry;
     const std::size_t declared = kind ? std::min(kind->declared.size(), entries.size()) : entries.size();
     const auto end = entries.begin() + static_cast<std::ptrdiff_t>(declared);
     const auto entry = std::find_if(entries.begin(), end, [row](const CZEKEntry* candidate) {
         return candidate->m_dwType == row->dwID && !IsFamily(*candidate);
     });
-    return entry == end ? nullptr : *entry;
+    return entry == end ? nullptr : &*entry;
 }
 
 }  // namespace
@@ -30,16 +32,21 @@ CZEKEntry& AddEntry(CZEKSection& section, unsigned type, unsigned notation, cons
                     const std::string& key, const std::string& value, unsigned line) {
     std::unique_ptr<CZEKEntry> entry = NewEntry(type, notation);
     entry->Init(file, key, value, line);
-    section.m_vpEntry.push_back(entry.get());
+    std::vector<CZEKEntry*>& entries = section.m_vpEntry;
+    // By a quarter, not twice: most sections get a few entries more than they declare.
+    if (entries.size() == entries.capacity()) entries.reserve(entries.size() + entries.size() / 4 + 4);
+    entries.push_back(entry.get());
     return *entry.release();
 }
 
-CZEKEntry* FirstEntry(CZEKSection& section, unsigned type) {
-    unsigned first = 0;
-    return FindEntry(&section, type, first);
+CZEKEntry* FirstEntry(const CZEKSection& section, unsigned type) {
+    const auto& entries = section.m_vpEntry;
+    const auto entry = std::find_if(entries.begin(), entries.end(),
+                                    [type](const CZEKEntry* candidate) { return candidate->m_dwType == type; });
+    return entry == entries.end() ? nullptr : *entry;
 }
 
-std::string* TextOfEntry(CZEKSection& section, unsigned type) {
+std::string* TextOfEntry(const CZEKSection& section, unsigned type) {
     const CZEKEntry* entry = FirstEntry(section, type);
     return entry ? TextOf(*entry) : nullptr;
 }
@@ -60,7 +67,9 @@ CZEKSection::CZEKSection(unsigned type, tagNOTATION notation) {
 }
 
 CZEKSection::~CZEKSection() {
-    for (const CZEKEntry* entry : m_vpEntry) delete entry;
+    for (const CZEKEntry* entry : m_vpEntry) {
+        if (!zek::IsShared(entry)) delete entry;
+    }
 }
 
 CZEKSection* CZEKSection::Create(const std::string& file, const std::string& name, unsigned line) {
@@ -81,12 +90,12 @@ void CZEKSection::Init(const std::string& file, const std::string& name, unsigne
 
 unsigned CZEKSection::SetEntry(const std::string& file, const std::string& key, const std::string& value,
                                unsigned line) {
-    CZEKEntry* declared = zek::DeclaredEntryOf(*this, key);
+    CZEKEntry** declared = zek::DeclaredEntryOf(*this, key);
     if (!declared) return 0;
-    if (declared->m_strName.empty()) {
-        declared->Init(file, key, value, line);
+    if ((*declared)->m_strName.empty()) {
+        zek::OwnEntry(*declared).Init(file, key, value, line);
     } else {
-        zek::AddEntry(*this, declared->m_dwType, zek::kNotationRepeated, file, key, value, line);
+        zek::AddEntry(*this, (*declared)->m_dwType, zek::kNotationRepeated, file, key, value, line);
     }
     return 1;
 }

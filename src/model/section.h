@@ -46,7 +46,9 @@ public:
     /// The lists of the kinds, in the order in which a section of each was first made.
     static std::vector<zek::SectionList*> m_svpHSection;
 
-    std::vector<CZEKEntry*> m_vpEntry;  ///< owned; the declared entries first, then the added ones
+    /// Owned; the declared entries first, then the added ones. Those that were declared and not given are shared by the
+    /// sections of a kind once these are read: SetEntry fills them.
+    std::vector<CZEKEntry*> m_vpEntry;
 
 protected:
     /// The construction step of every kind: registers the kind, lists the section, declares the kind's entries.
@@ -128,9 +130,9 @@ ZEK_API CZEKEntry* FindEntry(CZEKSection* section, unsigned type, unsigned& inde
 namespace zek {
 
 /// The first entry of this type id, or null.
-CZEKEntry* FirstEntry(CZEKSection& section, unsigned type);
+CZEKEntry* FirstEntry(const CZEKSection& section, unsigned type);
 /// The text of that entry, or null when there is no such entry or it holds none.
-std::string* TextOfEntry(CZEKSection& section, unsigned type);
+std::string* TextOfEntry(const CZEKSection& section, unsigned type);
 
 /// The sections of a type id, in order; an empty range when there are none.
 const SectionList& SectionsOf(unsigned type);

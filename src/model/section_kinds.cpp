@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "model/absent_entries.h"
+
 namespace zek {
 
 namespace {
@@ -73,6 +75,8 @@ static_assert(std::all_of(kSectionKinds.begin(), kSectionKinds.end(),
                                      static_cast<std::size_t>(&kind - kSectionKinds.data());
                           }),
               "a row stands where its type id says");
+static_assert(std::all_of(kSectionKinds.begin(), kSectionKinds.end(),
+                          [](const SectionKind& kind) { return kind.declared.size() <= kMostDeclared; }));
 
 const SectionKind* KindOf(unsigned type) {
     const unsigned row = type - kSectionClass - 1;

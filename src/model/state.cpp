@@ -1,7 +1,7 @@
 // The process-wide variables of the model: who fills each, who empties it.
 #include "model/state.h"
 
-#include "model/section.h"
+#include "model/absent_entries.h"
 
 // Filled by SetFile and by the first debug image read; never emptied.
 std::vector<std::string> CZEKObj::m_svstrIncFiles;
@@ -10,6 +10,8 @@ namespace zek {
 FileIndex g_fileIndex;
 // Holds every entry made here and all typed data; empty once they are freed, through gccCompEnd and gdUnInit.
 constinit Pool g_pool;
+// Filled when a section is read; never emptied.
+constinit SharedEntries g_sharedEntries{};
 // Advances whenever a section is made, the model is destroyed, or typed data is allocated or freed.
 unsigned g_modelChanges = 0;
 }  // namespace zek

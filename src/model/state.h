@@ -6,8 +6,11 @@
 
 namespace zek {
 
+struct SharedEntries;
+
 extern FileIndex g_fileIndex;
 extern Pool g_pool;
+extern SharedEntries g_sharedEntries;
 extern unsigned g_modelChanges;
 
 }  // namespace zek
