@@ -2,20 +2,31 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <cstring>
 
 namespace zek::parser {
 namespace {
 
 constexpr std::size_t kFirstRoom = 64 << 10;
+constexpr std::size_t kLargePage = 2 << 20;
+
+std::unique_ptr<char[]> NewBytes(std::size_t size) {
+    auto bytes = std::make_unique_for_overwrite<char[]>(size);
+    // Only a wish: without large pages reading takes a little longer.
+    const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(bytes.get()) % kLargePage;
+    if (size >= 2 * kLargePage) madvise(bytes.get() + before, size - before, MADV_HUGEPAGE);
+    return bytes;
+}
 
 Text Enlarged(const Text& text, std::size_t room) {
-    Text larger{std::make_unique_for_overwrite<char[]>(room + 1), text.size};
+    Text larger{NewBytes(room + 1), text.size};
     std::memcpy(larger.bytes.get(), text.bytes.get(), text.size);
     return larger;
 }
@@ -38,7 +49,7 @@ std::optional<Text> InputFile::ReadWhole() {
 
     // One byte more than expected, so that the end of an ordinary file shows without enlarging the room.
     std::size_t room = expected ? expected + 1 : kFirstRoom;
-    Text text{std::make_unique_for_overwrite<char[]>(room + 1), 0};
+    Text text{NewBytes(room + 1), 0};
     for (;;) {
         const long count = ReadSome(text.bytes.get() + text.size, room - text.size);
         if (count < 0) return std::nullopt;

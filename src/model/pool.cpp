@@ -22,7 +22,7 @@ constexpr std::size_t kFirstBlock = std::size_t{1} << 14;
 constexpr std::size_t kLargePage = std::size_t{1} << 21;
 
 constexpr std::size_t AlignmentOf(std::size_t block) {
-    return block < 2 * kLargePage ? alignof(std::max_align_t) : kLargePage;
+    return block < kLargePage / 2 ? alignof(std::max_align_t) : kLargePage;
 }
 
 }  // namespace
