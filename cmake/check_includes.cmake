@@ -24,7 +24,7 @@ set(parse src/frontend/parse.h)
 set(directives src/model/directives.cpp)
 
 # Where an include is looked for once it does not stand beside the including file.
-set(searchFolders src include parser/include)
+set(searchFolders src include parser/include bench)
 
 # The room of a path; empty when it stands in none.
 function(room_of path result)
