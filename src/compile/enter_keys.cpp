@@ -40,7 +40,7 @@ public:
             const auto end = std::find_if(some.begin(), some.end(),
                                           [&some](const RankedKey& other) { return other.rank != some[0].rank; });
             const auto equal = some.first(static_cast<std::size_t>(end - some.begin()));
-            WithOneRank(differing + kCharactersOfRank, equal);
+            if (AnyGoesOn(differing + kCharactersOfRank, equal)) From(differing + kCharactersOfRank, equal);
             some = some.subspan(equal.size());
         }
     }
@@ -64,15 +64,10 @@ private:
         return name.substr(std::min(start, name.size()));
     }
 
-    void WithOneRank(std::size_t end, std::span<RankedKey> some) const {
-        const auto goesOn = [this, end](const RankedKey& ranked) { return NameOf(ranked).size() > end; };
-        if (std::any_of(some.begin(), some.end(), goesOn)) return From(end, some);
-        // Up to NULs at their ends they are equal.
-        std::sort(some.begin(), some.end(), [this](const RankedKey& a, const RankedKey& b) {
-            const std::size_t size = NameOf(a).size();
-            const std::size_t other = NameOf(b).size();
-            return size != other ? size < other : a.position < b.position;
-        });
+    /// Whether a name does not end with its rank, at `end`.
+    bool AnyGoesOn(std::size_t end, std::span<const RankedKey> some) const {
+        return std::any_of(some.begin(), some.end(),
+                           [this, end](const RankedKey& ranked) { return NameOf(ranked).size() > end; });
     }
 
     void ByWholeName(std::span<RankedKey> some) const {

@@ -5,6 +5,7 @@
 #include <map>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "compile/key_index.h"
@@ -18,7 +19,8 @@ struct RankedKey {
     std::size_t position;
 };
 
-/// The keys in key order; equal ones in the order in which they stand.
+/// The keys in key order; equal ones in the order in which they stand, and so, not in key order, names that differ only
+/// in NULs at their ends.
 std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<std::string_view>> names);
 std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<unsigned>> numbers);
 
@@ -32,5 +34,29 @@ void EnterKeys(std::map<Key, unsigned>& table, std::span<const KeyedIdentifier<V
         last = table.try_emplace(last, Key(row.key), row.id);
     }
 }
+
+/// Enters keys as they are read, many at a time; no more are kept than that, however many equal ones a damaged image
+/// has. Texts of keys must outlive it.
+template <class Key, class View>
+class EnteredKeys {
+public:
+    explicit EnteredKeys(std::map<Key, unsigned>& table) : table_(table) {}
+
+    void Add(View key, unsigned id) {
+        if (keys_.size() == kMost) Enter();
+        keys_.push_back({key, id});
+    }
+    /// Enters those that are left; to be called behind the last one.
+    void Enter() {
+        EnterKeys(table_, std::span(std::as_const(keys_)));
+        keys_.clear();
+    }
+
+private:
+    static constexpr std::size_t kMost = std::size_t{1} << 18;
+
+    std::map<Key, unsigned>& table_;
+    std::vector<KeyedIdentifier<View>> keys_;
+};
 
 }  // namespace zek

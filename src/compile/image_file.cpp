@@ -1,5 +1,6 @@
 #include "compile/image_file.h"
 
+#include <algorithm>
 #include <memory>
 #include <stdexcept>
 
@@ -84,24 +85,31 @@ unsigned WriteImage(const std::string& file, Put&& put) {
     return 1;
 }
 
-tagGCENTRY TakeEntry(ByteReader& in) {
-    tagGCENTRY entry;
-    entry.dwName = in.U32();
+/// Sections and entries take at least this many bytes, so that no count needs more room than the rest of the image.
+constexpr std::size_t kSmallestRecord = 8;
+
+std::size_t RoomFor(std::size_t count, const ByteReader& in) { return std::min(count, in.Left() / kSmallestRecord); }
+
+void TakeEntry(ByteReader& in, std::vector<tagGCENTRY>& entries) {
+    const unsigned name = in.U32();
     const std::size_t count = in.U32();
     ByteReader words = in.Sub(count * 4);
-    entry.vdwValues.reserve(count);
-    while (words.Left() > 0) entry.vdwValues.push_back(words.U32());
-    return entry;
+    tagGCENTRY& entry = entries.emplace_back(tagGCENTRY{name, std::vector<unsigned>(count)});
+    for (unsigned& word : entry.vdwValues) word = words.U32();
 }
 
 void TakeSections(ByteReader& in) {
-    for (unsigned sections = in.U32(); sections > 0; --sections) {
+    unsigned sections = in.U32();
+    g_GCHead.reserve(RoomFor(sections, in));
+    for (; sections > 0; --sections) {
         const unsigned identifier = in.U32();
         auto section = std::make_unique<tagGCSECT>();
         section->dwSect = identifier;
         g_GCHead.push_back(section.get());
         tagGCSECT& added = *section.release();
-        for (unsigned entries = in.U32(); entries > 0; --entries) added.vEntries.push_back(TakeEntry(in));
+        unsigned entries = in.U32();
+        added.vEntries.reserve(RoomFor(entries, in));
+        for (; entries > 0; --entries) TakeEntry(in, added.vEntries);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "compile/enter_keys.h"
 #include "compile/numbering.h"
 #include "compile/state.h"
 #include "model/files.h"
@@ -102,18 +103,22 @@ void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step
     ++g_changes;
     const std::size_t length = in.U32();
     const std::string body = in.Text(std::min(length, in.Left()));
+    EnteredKeys<std::string, std::string_view> keys(table);
     for (std::size_t start = 0; start < body.size(); counter += step) {
         const std::size_t end = std::min(body.find('\0', start), body.size());
-        table.try_emplace(body.substr(start, end - start), counter);
+        keys.Add(std::string_view(body).substr(start, end - start), counter);
         start = end + 1;
     }
+    keys.Enter();
 }
 
 void TakeBody(ByteReader& in, NumberTable& table, unsigned& counter, unsigned step) {
     table.clear();
     ++g_changes;
     ByteReader body = in.Block();
-    for (; body.Left() >= 4; counter += step) table.try_emplace(body.U32(), counter);
+    EnteredKeys<unsigned, unsigned> keys(table);
+    for (; body.Left() >= 4; counter += step) keys.Add(body.U32(), counter);
+    keys.Enter();
 }
 
 void TakeTableData(ByteReader& in) {
