@@ -15,15 +15,25 @@ bool HasFreeNames(unsigned identifier) {
     return identifier == kImageProperty || identifier == kImageGlobal || identifier == kImageRepeater;
 }
 
-}  // namespace
-
-ImageStamp ImageStamp::Now() {
-    if (g_GCHead.empty()) return {g_changes, KeysInTables(), 0, nullptr, nullptr};
-    return {g_changes, KeysInTables(), g_GCHead.size(), g_GCHead.front(), g_GCHead.back()};
+void KeepFirst(unsigned& kept, unsigned position) {
+    if (kept == 0) kept = position;
 }
 
+}  // namespace
+
+SectionsStamp SectionsStamp::Now() {
+    if (g_GCHead.empty()) return {g_changes, 0, nullptr, nullptr};
+    return {g_changes, g_GCHead.size(), g_GCHead.front(), g_GCHead.back()};
+}
+
+ImageStamp ImageStamp::Now() { return {SectionsStamp::Now(), KeysInTables()}; }
+
 ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
-    if (const ImageStamp now = ImageStamp::Now(); stamp_ != now || g_GCHead.size() <= kWalkedAtOnce) {
+    if (g_GCHead.size() <= kWalkedAtOnce) {
+        stamp_ = {};
+        return CollectOther(identifier);
+    }
+    if (const SectionsStamp now = SectionsStamp::Now(); stamp_ != now) {
         stamp_ = now;
         kinds_ = {};
         other_ = {};
@@ -35,55 +45,68 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
     }
     const unsigned ordinal = identifier - kImageSectionClass;
     if (ordinal < kinds_.size()) return kinds_[ordinal];
-    if (other_.identifier != identifier || other_.sections.empty()) {
-        other_ = {};
-        other_.identifier = identifier;
-        std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(other_.sections),
-                     [identifier](const tagGCSECT* section) { return section->dwSect == identifier; });
-    }
+    if (other_.identifier == identifier && !other_.sections.empty()) return other_;
+    return CollectOther(identifier);
+}
+
+ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
+    other_.identifier = identifier;
+    other_.names.reset();
+    other_.ids.reset();
+    other_.sections.clear();
+    std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(other_.sections),
+                 [identifier](const tagGCSECT* section) { return section->dwSect == identifier; });
     return other_;
 }
 
-void ImageIndex::ReadNames(Kind& kind) {
-    kind.names = std::make_unique<Names>();
-    for (tagGCSECT* section : kind.sections) {
+ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
+    Names names{{}, false, KeysInTables()};
+    for (unsigned position = 1; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             const bool byValue = entry.dwName == kIdName && !entry.vdwValues.empty();
             if (!byValue && !HasFreeNames(kind.identifier)) continue;
             // A candidate that is no name text counts as compared all the same.
-            kind.hasNames = true;
+            names.any = true;
             const tagGCVALUE name = GetTblData(byValue ? entry.vdwValues[0] : entry.dwName);
-            if (name.dwKind == 2) kind.names->try_emplace(name.pszName, section);
+            if (name.dwKind == 2) KeepFirst(names.keys.Of(name.pszName).id, position);
         }
+        ++position;
     }
+    return names;
 }
 
-void ImageIndex::ReadIDs(Kind& kind) {
-    kind.ids = std::make_unique<IDs>();
-    for (tagGCSECT* section : kind.sections) {
+ImageIndex::IDs ImageIndex::ReadIDs(const Kind& kind) {
+    IDs ids{{}, false, g_tblDword.size()};
+    for (unsigned position = 1; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             if (entry.dwName != kIdID || entry.vdwValues.empty()) continue;
-            kind.hasIDs = true;
+            ids.any = true;
             const tagGCVALUE id = GetTblData(entry.vdwValues[0]);
-            if (id.dwKind == 1) kind.ids->try_emplace(static_cast<unsigned>(id.qwNumber), section);
+            if (id.dwKind == 1) KeepFirst(ids.keys.Of(static_cast<unsigned>(id.qwNumber)).id, position);
         }
+        ++position;
     }
+    return ids;
+}
+
+template <class Key>
+Found ImageIndex::Find(const Kind& kind, Positions<Key>& positions, const Key& key) {
+    const unsigned position = positions.keys.Find(key);
+    return {position == 0 ? nullptr : kind.sections[position - 1], positions.any};
 }
 
 const std::vector<tagGCSECT*>& ImageIndex::Sections(unsigned identifier) { return KindOf(identifier).sections; }
 
 Found ImageIndex::Named(unsigned identifier, const std::string& name) {
     Kind& kind = KindOf(identifier);
-    if (!kind.names) ReadNames(kind);
-    const auto place = kind.names->find(name);
-    return {place == kind.names->end() ? nullptr : place->second, kind.hasNames};
+    if (!kind.names || kind.names->keysInTables != KeysInTables()) kind.names = ReadNames(kind);
+    return Find(kind, *kind.names, std::string_view(name));
 }
 
 Found ImageIndex::WithID(unsigned identifier, unsigned number) {
     Kind& kind = KindOf(identifier);
-    if (!kind.ids) ReadIDs(kind);
-    const auto place = kind.ids->find(number);
-    return {place == kind.ids->end() ? nullptr : place->second, kind.hasIDs};
+    if (!kind.ids || kind.ids->keysInTables != g_tblDword.size()) kind.ids = ReadIDs(kind);
+    return Find(kind, *kind.ids, number);
 }
 
 }  // namespace zek

@@ -3,12 +3,13 @@
 #pragma once
 
 #include <array>
-#include <memory>
+#include <optional>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
 #include "compile/image_stamp.h"
+#include "compile/key_index.h"
 
 namespace zek {
 
@@ -30,24 +31,32 @@ public:
     Found WithID(unsigned identifier, unsigned number);
 
 private:
-    using Names = std::unordered_map<std::string, tagGCSECT*>;
-    using IDs = std::unordered_map<unsigned, tagGCSECT*>;
+    /// Names or ids with the positions of the first sections that have them, counted from 1.
+    template <class Key>
+    struct Positions {
+        KeyIndex<Key> keys;
+        bool any = false;              ///< whether a section had anything to compare
+        std::size_t keysInTables = 0;  ///< when they were read
+    };
+    using Names = Positions<std::string_view>;
+    using IDs = Positions<unsigned>;
     struct Kind {
         unsigned identifier = 0;
         std::vector<tagGCSECT*> sections;
-        std::unique_ptr<Names> names;  ///< made when the first name is asked for
-        std::unique_ptr<IDs> ids;      ///< made when the first id is asked for
-        bool hasNames = false;
-        bool hasIDs = false;
+        std::optional<Names> names;  ///< read when the first name is asked for
+        std::optional<IDs> ids;      ///< read when the first id is asked for
     };
     /// The kind of an identifier, brought up to date.
     Kind& KindOf(unsigned identifier);
-    static void ReadNames(Kind& kind);
-    static void ReadIDs(Kind& kind);
+    Kind& CollectOther(unsigned identifier);
+    static Names ReadNames(const Kind& kind);
+    static IDs ReadIDs(const Kind& kind);
+    template <class Key>
+    static Found Find(const Kind& kind, Positions<Key>& positions, const Key& key);
 
-    ImageStamp stamp_;
+    SectionsStamp stamp_;
     std::array<Kind, 12> kinds_;  ///< by the ordinal of the identifiers that the compiler writes
-    Kind other_;                  ///< the kind of any other identifier, the one that was asked for last
+    Kind other_;                  ///< the kind of any other identifier, or of a short list: the last that was asked for
 };
 
 }  // namespace zek

@@ -7,14 +7,22 @@
 
 namespace zek {
 
-/// Differs as soon as one of our functions has changed a table or the list of sections, or a host has changed a table's
-/// size, the list's size, or its first or last section.
-struct ImageStamp {
+/// Differs as soon as one of our functions has changed a table or the list of sections, or a host has changed the
+/// list's size, or its first or last section.
+struct SectionsStamp {
     unsigned changes = 0;
-    std::size_t keys = 0;
     std::size_t sections = 0;
     const tagGCSECT* first = nullptr;
     const tagGCSECT* last = nullptr;
+
+    static SectionsStamp Now();
+    bool operator==(const SectionsStamp&) const = default;
+};
+
+/// Differs also when a host has changed a table's size.
+struct ImageStamp {
+    SectionsStamp sections;
+    std::size_t keys = 0;
 
     static ImageStamp Now();
     bool operator==(const ImageStamp&) const = default;

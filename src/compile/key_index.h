@@ -21,17 +21,19 @@ inline std::uint32_t HashOf(unsigned number) {
     return static_cast<std::uint32_t>((number * kGoldenRatio) >> 32);
 }
 
-/// Copies of texts, one behind the other, so that going through many does not fetch a line of memory for each.
+/// Copies of texts, each with a NUL behind it, one behind the other, so that going through many does not fetch a line
+/// of memory for each.
 class Texts {
 public:
     std::string_view Keep(std::string_view text) {
-        if (text.size() > left_.size()) {
-            const std::size_t size = std::max(kBlock, text.size());
-            left_ = {blocks_.emplace_back(std::make_unique_for_overwrite<char[]>(size)).get(), size};
+        const std::size_t size = text.size() + 1;
+        if (size > left_.size()) {
+            const std::size_t room = std::max(kBlock, size);
+            left_ = {blocks_.emplace_back(std::make_unique_for_overwrite<char[]>(room)).get(), room};
         }
+        *std::copy(text.begin(), text.end(), left_.begin()) = 0;
         const std::string_view kept(left_.data(), text.size());
-        std::copy(text.begin(), text.end(), left_.begin());
-        left_ = left_.subspan(text.size());
+        left_ = left_.subspan(size);
         return kept;
     }
     static unsigned Keep(unsigned number) { return number; }
@@ -59,14 +61,18 @@ public:
     Row& Of(const Key& key) {
         if (rows_.size() * 4 >= slots_.size() * 3) Grow();
         const std::uint32_t hash = HashOf(key);
-        for (std::size_t at = hash & mask_;; at = (at + 1) & mask_) {
-            Slot& slot = slots_[at];
-            if (slot.row == 0) {
-                slot = {hash, static_cast<std::uint32_t>(rows_.size() + 1)};
-                return rows_.emplace_back(Row{texts_.Keep(key), 0});
-            }
-            if (slot.hash == hash && rows_[slot.row - 1].key == key) return rows_[slot.row - 1];
+        Slot& slot = SlotOf(hash, key);
+        if (slot.row == 0) {
+            slot = {hash, static_cast<std::uint32_t>(rows_.size() + 1)};
+            rows_.push_back(Row{texts_.Keep(key), 0});
         }
+        return rows_[slot.row - 1];
+    }
+    /// The identifier of a key, or 0.
+    unsigned Find(const Key& key) {
+        if (rows_.empty()) return 0;
+        const Slot& slot = SlotOf(HashOf(key), key);
+        return slot.row == 0 ? 0 : rows_[slot.row - 1].id;
     }
 
     const std::vector<Row>& Rows() const { return rows_; }
@@ -78,6 +84,15 @@ private:
         std::uint32_t hash = 0;
         std::uint32_t row = 0;  ///< counted from 1; 0 for a free slot
     };
+
+    /// The slot of a key, or the free one in which it belongs.
+    Slot& SlotOf(std::uint32_t hash, const Key& key) {
+        std::size_t at = hash & mask_;
+        while (slots_[at].row != 0 && !(slots_[at].hash == hash && rows_[slots_[at].row - 1].key == key)) {
+            at = (at + 1) & mask_;
+        }
+        return slots_[at];
+    }
 
     /// Makes room at twice the size. The hashes are kept, so that no key is read again.
     void Grow() {

@@ -13,8 +13,8 @@ namespace zek {
 class Numbering;
 
 extern unsigned g_changes;
-extern std::array<ReverseIndex<std::string>, 10> g_nameIndexes;
-extern ReverseIndex<unsigned> g_numberIndex;
+extern std::array<NameIndex, 10> g_nameIndexes;
+extern NumberIndex g_numberIndex;
 extern ImageIndex g_imageIndex;
 extern EntryIndex g_entryIndex;
 extern Numbering* g_numbering;

@@ -52,14 +52,33 @@ unsigned Insert(std::map<Key, unsigned>& table, unsigned& counter, const Key& ke
     return id;
 }
 
-/// The name or number of an identifier in one of our tables, or null.
-const std::string* NameOf(const IdentifierTable& table, unsigned id) {
-    const auto position = static_cast<std::size_t>(&table - kIdentifierTables.data());
-    return g_nameIndexes[position].KeyOf(*table.names, table.classWord, id, g_changes);
+NameIndex& IndexOf(const IdentifierTable& table) {
+    return g_nameIndexes[static_cast<std::size_t>(&table - kIdentifierTables.data())];
 }
 
-const unsigned* NumberOf(const IdentifierTable& table, unsigned id) {
-    return g_numberIndex.KeyOf(*table.numbers, table.classWord, id, g_changes);
+/// The first key in key order with this identifier, or null.
+template <class Key>
+const Key* Walk(const std::map<Key, unsigned>& table, unsigned id) {
+    const auto place = std::find_if(table.begin(), table.end(), [id](const auto& pair) { return pair.second == id; });
+    return place == table.end() ? nullptr : &place->first;
+}
+
+/// The name of an identifier in one of our tables, or null.
+const char* NameOf(const IdentifierTable& table, unsigned id) {
+    if (table.names->size() > kWalkedAtOnce) {
+        return IndexOf(table).KeyOf(*table.names, table.classWord, id, g_changes);
+    }
+    const std::string* name = Walk(*table.names, id);
+    return name ? name->c_str() : nullptr;
+}
+
+/// The number of an identifier in our table, or kNoNumber.
+unsigned NumberOf(const IdentifierTable& table, unsigned id) {
+    if (table.numbers->size() > kWalkedAtOnce) {
+        return g_numberIndex.KeyOf(*table.numbers, table.classWord, id, g_changes);
+    }
+    const unsigned* number = Walk(*table.numbers, id);
+    return number ? *number : kNoNumber;
 }
 
 /// A key without an identifier: the filler of a hole in the table.
@@ -101,6 +120,9 @@ void WriteRecord(std::ofstream& out, const std::map<Key, unsigned>& table, unsig
 void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step) {
     table.clear();
     ++g_changes;
+    for (const IdentifierTable& row : kIdentifierTables) {
+        if (row.names == &table) IndexOf(row).Forget();
+    }
     const std::size_t length = in.U32();
     const std::string body = in.Text(std::min(length, in.Left()));
     EnteredKeys<std::string, std::string_view> keys(table);
@@ -212,17 +234,13 @@ unsigned InsertTbl(std::map<unsigned, unsigned>& table, unsigned& counter, const
 }
 
 unsigned GetTblData(std::map<unsigned, unsigned>& table, unsigned id) {
-    for (const auto& [number, own] : table) {
-        if (own == id) return number;
-    }
-    return zek::kNoNumber;
+    const unsigned* number = zek::Walk(table, id);
+    return number ? *number : zek::kNoNumber;
 }
 
 const char* GetTblData(std::map<std::string, unsigned>& table, unsigned id) {
-    for (const auto& [name, own] : table) {
-        if (own == id) return name.c_str();
-    }
-    return nullptr;
+    const std::string* name = zek::Walk(table, id);
+    return name ? name->c_str() : nullptr;
 }
 
 tagGCVALUE GetTblData(unsigned id) {
@@ -235,16 +253,16 @@ tagGCVALUE GetTblData(unsigned id) {
     }
     const zek::IdentifierTable* table = zek::TableOf(classWord);
     if (table && table->numbers) {
-        const unsigned* number = zek::NumberOf(*table, id);
+        const unsigned number = zek::NumberOf(*table, id);
         // The number 0xFFFFFFFF cannot be told from none: hosts rely on it.
-        if (!number || *number == zek::kNoNumber) return result;
+        if (number == zek::kNoNumber) return result;
         result.dwKind = 1;
-        result.qwNumber = *number;
+        result.qwNumber = number;
     } else if (table && table->names) {
-        const std::string* name = zek::NameOf(*table, id);
+        const char* name = zek::NameOf(*table, id);
         if (!name) return result;
         result.dwKind = 2;
-        result.pszName = name->c_str();
+        result.pszName = name;
     }
     return result;
 }

@@ -1,6 +1,7 @@
 /// Which word of a value entry a field code selects. Relies on nothing.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <iterator>
 #include <optional>
@@ -75,10 +76,24 @@ constexpr unsigned FieldsLike(unsigned type) {
     }
 }
 
+/// Where the rows of each type begin, by the low bits of the type; no row's number where there are none. The rows of a
+/// type stand together.
+inline constexpr auto kFirstFields = [] {
+    std::array<unsigned char, 128> first{};
+    first.fill(std::size(kValueFields));
+    for (std::size_t row = std::size(kValueFields); row-- > 0;) {
+        first[kValueFields[row].type % first.size()] = static_cast<unsigned char>(row);
+    }
+    return first;
+}();
+
 /// The word that a field selects in an entry of `count` words, or nothing.
 constexpr std::optional<std::size_t> WordOfField(unsigned type, unsigned field, std::size_t count) {
-    for (const ValueField& row : kValueFields) {
-        if (row.type != FieldsLike(type) || count < row.fewest || count > row.most) continue;
+    type = FieldsLike(type);
+    for (std::size_t i = kFirstFields[type % kFirstFields.size()]; i < std::size(kValueFields); ++i) {
+        const ValueField& row = kValueFields[i];
+        if (row.type != type) break;
+        if (count < row.fewest || count > row.most) continue;
         if (field < row.field || field - row.field > row.last) continue;
         const std::size_t word = row.word + (field - row.field);
         if (word < count) return word;

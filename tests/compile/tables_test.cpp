@@ -167,6 +167,21 @@ TEST_F(Identifier, OfALargeTableFollowsWhatTheTableBecomes) {
     EXPECT_EQ(GetTblData(0x12000007).dwKind, 0U) << "a hole";
 }
 
+TEST_F(Identifier, OfALargeTableGivesTextsThatOutliveTheKeysAndTheNextNumbering) {
+    for (int i = 0; i < 1000; ++i) InsertTbl(g_tblString, g_idxString, "name " + std::to_string(i), 1);
+    const char* kept = GetTblData(0x12000000 + 7).pszName;
+    g_tblString["far"] = 0x12FFFFFF;
+    const char* stray = GetTblData(0x12FFFFFF).pszName;
+    EXPECT_EQ(GetTblData(0x12000000 + 7).pszName, kept) << "read anew, the text stays where it is";
+    g_tblString.erase("name 7");
+    g_tblString["another"] = 0x12000007;
+    EXPECT_STREQ(GetTblData(0x12000000 + 7).pszName, "name 7") << "the size is the same";
+    InsertTbl(g_tblAction, g_idxAction, "of another table", 1);
+    EXPECT_STREQ(GetTblData(0x12000000 + 7).pszName, "another");
+    EXPECT_EQ(GetTblData(0x12FFFFFF).pszName, stray);
+    EXPECT_STREQ(kept, "name 7");
+}
+
 TEST_F(Identifier, OfASmallTableFollowsEveryChangeOfAHost) {
     g_tblString["abc"] = 0x12000000;
     EXPECT_STREQ(GetTblData(0x12000000).pszName, "abc");

@@ -27,7 +27,11 @@ void Expect(Result result, const plain::Answer<Result>& expected) {
 void ExpectValue(const tagGCVALUE& value, const tagGCVALUE& expected) {
     EXPECT_EQ(value.dwKind, expected.dwKind);
     EXPECT_EQ(value.dwID, expected.dwID);
-    EXPECT_EQ(value.qwNumber, expected.qwNumber);
+    if (value.dwKind == 2 && expected.dwKind == 2) {
+        EXPECT_STREQ(value.pszName, expected.pszName);
+    } else {
+        EXPECT_EQ(value.qwNumber, expected.qwNumber);
+    }
 }
 
 void ExpectValue(const tagGCVALUE& value, const plain::Answer<tagGCVALUE>& expected) {
