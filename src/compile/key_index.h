@@ -59,7 +59,7 @@ public:
 
     /// The row of a key; a new one has the identifier 0. Valid until the next call.
     Row& Of(const Key& key) {
-        if (rows_.size() * 4 >= slots_.size() * 3) Grow();
+        if (rows_.size() * 2 >= slots_.size()) Grow();
         const std::uint32_t hash = HashOf(key);
         Slot& slot = SlotOf(hash, key);
         if (slot.row == 0) {
