@@ -16,9 +16,10 @@ inline std::uint32_t HashOf(std::string_view name) {
     return static_cast<std::uint32_t>(std::hash<std::string_view>{}(name));
 }
 
+/// Eight numbers in a row share a line of slots, since ids and addresses come in rows.
 inline std::uint32_t HashOf(unsigned number) {
     constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;
-    return static_cast<std::uint32_t>((number * kGoldenRatio) >> 32);
+    return static_cast<std::uint32_t>(((number >> 3) * kGoldenRatio) >> 32) << 3 | (number & 7);
 }
 
 /// Copies of texts, each with a NUL behind it, one behind the other, so that going through many does not fetch a line
