@@ -15,7 +15,7 @@ struct Found {
     std::size_t valueBytes = 0;  ///< of all values, without the blanks around them and without comments
 };
 
-/// Scans a text. A line that ends in a backslash is not joined with the next one: generated boards have none.
+/// Scans a text. A line that ends in a backslash is not joined with the next one: plain boards have none.
 Found Scan(std::string_view text);
 
 }  // namespace zek::bench
