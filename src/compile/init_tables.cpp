@@ -64,8 +64,9 @@ void SetRow(TableBlock& block, const CZEKEntry& row) {
     const std::size_t dot = key.find('.');
     const unsigned low = NumberOr0(key.substr(0, dot));
     const unsigned high = dot == std::string::npos ? low : NumberOr0(key.substr(dot + 1));
+    const auto byte = static_cast<unsigned char>(NumberOr0(*text));
     const unsigned end = std::min(high, kTableBlockSize - 1);
-    for (unsigned i = low; i <= end; ++i) block[i] = static_cast<unsigned char>(NumberOr0(*text));
+    for (unsigned i = low; i <= end; ++i) block[i] = byte;
 }
 
 }  // namespace
@@ -135,7 +136,9 @@ unsigned InitTableDataD() {
     // The block is not cleared between tables: a byte that no row sets keeps the previous table's value. Hosts rely on
     // it.
     zek::TableBlock block{};
-    for (CZEKSection* section : zek::SectionsOf(zek::kTableSection)) {
+    const zek::SectionList& tables = zek::SectionsOf(zek::kTableSection);
+    g_tblTableData.reserve(tables.size() * zek::kTableBlockSize);
+    for (CZEKSection* section : tables) {
         const std::string* name = zek::TextOfEntry(*section, zek::kName);
         if (!name) continue;
         zek::Number(zek::kIdTableName, *name);
