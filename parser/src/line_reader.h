@@ -2,6 +2,7 @@
 // Works in place, since a line is never longer than the text that it comes from; relies on nothing else.
 #pragma once
 
+#include <array>
 #include <cstddef>
 
 namespace zek::parser {
@@ -44,11 +45,20 @@ private:
         bool continues;  // it ended in a backslash, which is no longer in it
     };
 
+    // Where a character stands next, searched for only once the reading is past it.
+    struct Upcoming {
+        char character;
+        char* place = nullptr;
+    };
+
     Part ReadPart();
+    char* FirstStop(char* start);
+    char* Find(char character, char* from) const;
 
     char* next_;
     char* end_;
     unsigned number_ = 0;  // of the part read last
+    std::array<Upcoming, 3> upcoming_{Upcoming{'"'}, Upcoming{';'}, Upcoming{'#'}};
 };
 
 }  // namespace zek::parser

@@ -16,7 +16,7 @@ struct ClassShape {
     PayloadShape shape;
 };
 
-/// The classes whose data is strings and a list.
+/// The classes whose data is strings and a list, one behind the other.
 constexpr ClassShape kClassShapes[] = {
     {kTextClass, {1, false}},
     {kListClass, {0, true}},
@@ -55,10 +55,12 @@ unsigned* NumberOf(const CZekEntryData& data) {
 }
 
 std::string* TextOf(const CZekEntryData& data) {
-    return Holds(data, kTextClass) ? PayloadOf(data).strings.data() : nullptr;
+    return Holds(data, kTextClass) ? static_cast<std::string*>(data.m_pData) : nullptr;
 }
 
-TextList* ListOf(const CZekEntryData& data) { return Holds(data, kListClass) ? PayloadOf(data).list : nullptr; }
+TextList* ListOf(const CZekEntryData& data) {
+    return Holds(data, kListClass) ? static_cast<TextList*>(data.m_pData) : nullptr;
+}
 
 CGeValue* ValueOf(const CZekEntryData& data) {
     return Holds(data, kValueClass) ? static_cast<CGeValue*>(data.m_pData) : nullptr;

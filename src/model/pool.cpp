@@ -2,6 +2,7 @@
 
 #include <sys/mman.h>
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <new>
 
@@ -21,8 +22,20 @@ constexpr bool kOnHeap = ZEK_POOL_ON_HEAP;
 constexpr std::size_t kFirstBlock = std::size_t{1} << 14;
 constexpr std::size_t kLargePage = std::size_t{1} << 21;
 
-constexpr std::size_t AlignmentOf(std::size_t block) {
-    return block < kLargePage / 2 ? alignof(std::max_align_t) : kLargePage;
+/// Whether a block is made of large pages. It then comes from the system, not from the heap, which it would keep busy.
+constexpr bool IsLarge(std::size_t block) { return block >= kLargePage; }
+
+/// Maps whole large pages.
+void* MapLargePages(std::size_t size) {
+    void* const mapped = mmap(nullptr, size + kLargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapped == MAP_FAILED) throw std::bad_alloc();
+    char* const first = static_cast<char*>(mapped);
+    const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(first) % kLargePage;
+    munmap(first, before);
+    if (before < kLargePage) munmap(first + before + size, kLargePage - before);
+    // Only a wish: without large pages it takes longer and works the same.
+    madvise(first + before, size, MADV_HUGEPAGE);
+    return first + before;
 }
 
 }  // namespace
@@ -68,11 +81,8 @@ void* Pool::Cut(std::size_t size) {
 /// Blocks grow with the pool, so that they stay few. What is left of the last one is lost.
 void Pool::AddBlock() {
     std::size_t size = std::max(kFirstBlock, total_ / 2);
-    const std::size_t alignment = AlignmentOf(size);
-    size = (size + alignment - 1) / alignment * alignment;
-    void* const memory = ::operator new (size, std::align_val_t{alignment});
-    // Only a wish: without large pages it takes longer and works the same.
-    if (alignment == kLargePage) static_cast<void>(madvise(memory, size, MADV_HUGEPAGE));
+    if (size >= kLargePage / 2) size = (size + kLargePage - 1) / kLargePage * kLargePage;
+    void* const memory = IsLarge(size) ? MapLargePages(size) : ::operator new(size);
     newest_ = new (memory) Block{newest_, size};
     uncut_ = reinterpret_cast<char*>(newest_ + 1);
     left_ = size - sizeof(Block);
@@ -82,7 +92,11 @@ void Pool::AddBlock() {
 void Pool::FreeBlocks() {
     while (Block* const block = newest_) {
         newest_ = block->older;
-        ::operator delete (block, block->size, std::align_val_t{AlignmentOf(block->size)});
+        if (IsLarge(block->size)) {
+            munmap(block, block->size);
+        } else {
+            ::operator delete(block);
+        }
     }
     *this = {};
 }
