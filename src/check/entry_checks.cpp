@@ -70,10 +70,13 @@ bool HasPrefix(const std::string& text, std::string_view prefix) {
 
 std::optional<unsigned> DecidedAtOnce(CZEKEntry& entry, CZEKObj* parent, unsigned flag, unsigned ownClass) {
     if (!HoldsData(entry)) return entry.ChkEntryExist(parent, flag);
-    if (!entry.ChkEntryName(parent, flag)) return 0;
+    const bool named = entry.ChkEntryName(parent, flag);
     // The data can be of another class than the entry only in a damaged debug image.
-    if (EntryClass(entry.m_dwType) == ownClass && EntryClass(entry.m_ZekEntryData.GetType()) == ownClass) return {};
-    LOG(kBadEntryClass, WHERE(entry, *parent));
+    const bool ofClass =
+        EntryClass(entry.m_dwType) == ownClass && EntryClass(entry.m_ZekEntryData.GetType()) == ownClass;
+    if (named && ofClass) return {};
+    if (named) LOG(kBadEntryClass, WHERE(entry, *parent));
+    CutSubStrings(entry);
     return 0;
 }
 
@@ -92,6 +95,8 @@ void MoveOrCopyList(CZEKEntry& entry, std::size_t first, std::size_t count, unsi
 }
 
 bool TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag, std::string& text) {
+    if (flag == 0 && TakeWhole(entry, text)) return true;
+    CutSubStrings(entry);
     if (entry.m_vstrSubStr.empty()) {
         LOG(kNoSubString, WHERE(entry, *parent));
         return false;

@@ -72,6 +72,7 @@ unsigned CGESTRING::IsValidEx(CZEKObj* parent, unsigned) {
 
 unsigned CGESTRINGLIST::IsValid(CZEKObj* parent, unsigned flag) {
     if (const auto decided = zek::DecidedAtOnce(*this, parent, flag, zek::kListClass)) return *decided;
+    zek::CutSubStrings(*this);
     zek::TextList& list = *zek::ListOf(m_ZekEntryData);
     zek::MoveOrCopyList(*this, 0, m_vstrSubStr.size(), flag, list);
     zek::ReleaseSubStrings(*this, flag);
@@ -98,6 +99,7 @@ unsigned CGESTRINGLIST::IsValidEx(CZEKObj* parent, unsigned) {
 
 unsigned CGEREPEATER::IsValid(CZEKObj* parent, unsigned flag) {
     if (const auto decided = zek::DecidedAtOnce(*this, parent, flag, zek::kRepeaterClass)) return *decided;
+    zek::CutSubStrings(*this);
     if (m_vstrSubStr.size() < 2) {
         LOG(m_vstrSubStr.empty() ? zek::kNoSubString : zek::kFewSubStrings, WHERE(*this, *parent));
         return 0;

@@ -145,6 +145,7 @@ void ValueCheck::ReportSmbus(const Payload& payload) {
 
 unsigned CGEVALUE::IsValid(CZEKObj* parent, unsigned flag) {
     if (const auto decided = zek::DecidedAtOnce(*this, parent, flag, zek::kValueClass)) return *decided;
+    zek::CutSubStrings(*this);
     if (m_vstrSubStr.empty()) {
         LOG(zek::kNoValueType, WHERE(*this, *parent));
         return 0;

@@ -7,6 +7,7 @@
 #include "frontend/messages.h"
 #include "model/absent_entries.h"
 #include "model/output.h"
+#include "model/state.h"
 
 namespace zek {
 
@@ -95,6 +96,18 @@ private:
     Signature* found_ = nullptr;
 };
 
+/// While a section of a large model is read, values wait to be cut.
+class ValuesWait {
+public:
+    ValuesWait() { g_valuesWait = IsModelLarge(); }
+    ~ValuesWait() { g_valuesWait = before_; }
+    ValuesWait(const ValuesWait&) = delete;
+    ValuesWait& operator=(const ValuesWait&) = delete;
+
+private:
+    bool before_ = g_valuesWait;
+};
+
 /// The reading of one open file.
 class Driver {
 public:
@@ -116,6 +129,7 @@ private:
         std::string name;
         unsigned line = 0;
         if (!TakeName(getSectInfo_, handle, name, line)) return LOG(kSectionNameFailed, index + 1, index);
+        const ValuesWait wait;
         CZEKSection* section = CZEKSection::Create(file_, name, line);
         if (!section) return LOG(kCreateSectionFailed, index + 1, name.c_str());
         for (unsigned item = 0; TakeItem(enumItem_, handle, item, key_, value_, line = 0); ++item) {

@@ -14,7 +14,7 @@ namespace {
 bool IsAbsent(const CZEKEntry& entry, const DeclaredEntry& declared) {
     return entry.m_dwType == declared.type && entry.m_eNotation == declared.notation && entry.m_dwLine == 0 &&
            entry.m_dwFile == 0 && entry.m_strName.empty() && entry.m_ZekEntryData.m_dwType == 0 && !HoldsData(entry) &&
-           entry.m_vstrSubStr.empty();
+           entry.m_vstrSubStr.empty() && entry.m_dwWaiting == 0;
 }
 
 CZEKEntry* Construct(std::size_t kind, std::size_t position) {
@@ -32,6 +32,7 @@ CZEKEntry* SharedEntry(std::size_t kind, std::size_t position) {
 }  // namespace
 
 void ShareAbsentEntries(CZEKSection& section) {
+    if (!IsModelLarge()) return;
     const SectionKind* kind = KindOf(section.m_dwType);
     const std::size_t declared = kind ? std::min(kind->declared.size(), section.m_vpEntry.size()) : 0;
     for (std::size_t i = 0; i < declared; ++i) {

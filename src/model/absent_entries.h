@@ -1,5 +1,5 @@
-/// The declared entries that the source never gives. A board has millions of them, all alike, so that once a section is
-/// read its own are replaced by those that all sections of its kind share. Relies on section.h.
+/// The declared entries that the source never gives. A board has millions of them, all alike, so that in a large model
+/// a section's own are replaced, once it is read, by those that all sections of its kind share. Relies on section.h.
 #pragma once
 
 #include <cstddef>

@@ -12,22 +12,34 @@ namespace zek {
 
 namespace {
 
+bool IsOneSubString(std::string_view value) {
+    return value.find(',') == std::string::npos && value.find('"') == std::string::npos;
+}
+
+std::string_view WaitingValueOf(const CZEKEntry& entry) { return g_waitingValues.At(entry.m_dwWaiting); }
+
+void StopWaiting(CZEKEntry& entry) {
+    if (entry.m_dwWaiting == 0) return;
+    entry.m_dwWaiting = 0;
+    g_waitingValues.Drop();
+}
+
 /// Cuts a value at its commas. A piece with a double quote is what stands between that quote and the next one, commas
 /// included: text before the opening quote and behind the closing one is lost, which descriptions rely on.
-std::vector<std::string> SubStringsOf(const std::string& value) {
+TextList SubStringsOf(std::string_view value) {
     if (value.empty()) return {};
+    if (IsOneSubString(value)) return {1, std::string(value)};
+    TextList pieces;
     const bool quoted = value.find('"') != std::string::npos;
-    if (!quoted && value.find(',') == std::string::npos) return {1, value};
-    std::vector<std::string> pieces;
     if (!quoted) pieces.reserve(static_cast<std::size_t>(std::count(value.begin(), value.end(), ',')) + 1);
     for (std::size_t start = 0;;) {
         std::size_t comma = value.find(',', start);
         const std::size_t quote = value.find('"', start);
         if (quote == std::string::npos || comma < quote) {
-            pieces.push_back(value.substr(start, comma - start));
+            pieces.emplace_back(value.substr(start, comma - start));
         } else {
             const std::size_t closing = value.find('"', quote + 1);
-            pieces.push_back(value.substr(quote + 1, closing - quote - 1));
+            pieces.emplace_back(value.substr(quote + 1, closing - quote - 1));
             comma = closing == std::string::npos ? closing : value.find(',', closing);
         }
         if (comma == std::string::npos) return pieces;
@@ -46,6 +58,19 @@ CZEKEntry* Construct(void* memory, unsigned type, tagNOTATION notation) {
 }
 
 }  // namespace
+
+void CutSubStrings(CZEKEntry& entry) {
+    if (entry.m_dwWaiting == 0) return;
+    entry.m_vstrSubStr = SubStringsOf(WaitingValueOf(entry));
+    StopWaiting(entry);
+}
+
+bool TakeWhole(CZEKEntry& entry, std::string& text) {
+    if (entry.m_dwWaiting == 0 || !IsOneSubString(WaitingValueOf(entry))) return false;
+    text = WaitingValueOf(entry);
+    StopWaiting(entry);
+    return true;
+}
 
 CZEKEntry* ConstructEntry(void* memory, unsigned type, unsigned notation) {
     const auto bits = static_cast<tagNOTATION>(notation);
@@ -75,7 +100,7 @@ CZEKEntry::CZEKEntry(unsigned type, tagNOTATION notation) noexcept {
     m_eNotation = notation;
 }
 
-CZEKEntry::~CZEKEntry() = default;
+CZEKEntry::~CZEKEntry() { zek::StopWaiting(*this); }
 
 void CZEKEntry::operator delete(void* memory, std::size_t size) {
     if (zek::g_pool.Owns(memory)) return zek::g_pool.Give(memory, size);
@@ -89,7 +114,9 @@ void CZEKEntry::Init(const std::string& file, const std::string& key, const std:
     m_dwLine = line;
     m_ZekEntryData.Create(m_dwType);
     if (!zek::HoldsData(*this)) LOG(zek::kEntryDataFailed, m_dwType);
-    m_vstrSubStr = zek::SubStringsOf(value);
+    zek::StopWaiting(*this);
+    if (zek::g_valuesWait && !value.empty()) m_dwWaiting = zek::g_waitingValues.Keep(value);
+    m_vstrSubStr = m_dwWaiting ? zek::TextList() : zek::SubStringsOf(value);
 }
 
 #define ZEK_DEFINE_ENTRY_KIND(Kind)                                                         \

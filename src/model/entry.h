@@ -38,8 +38,11 @@ public:
     /// Throws `std::out_of_range` when the buffer ends early; what was read before stays.
     void SetBuffer(const std::vector<unsigned char>& in);
 
-    CZekEntryData m_ZekEntryData;           ///< the converted value; empty until an item is stored
-    std::vector<std::string> m_vstrSubStr;  ///< the pieces of the value as written
+    unsigned m_dwWaiting = 0;      ///< where the value waits to be cut (waiting_values.h); 0 when it does not
+    CZekEntryData m_ZekEntryData;  ///< the converted value; empty until an item is stored
+    /// The pieces of the value as written. In a model of more than zek::kPlainModel sections, those of an item that was
+    /// read from a source are cut when the entry is checked, and none are there before.
+    std::vector<std::string> m_vstrSubStr;
 
     /// Entries that the library makes come from its pool, those of a host from the heap; each goes back to where it
     /// came from.
@@ -89,6 +92,11 @@ std::unique_ptr<CZEKEntry> NewEntry(unsigned type, unsigned notation);
 
 /// The typed data as what it is; null when the entry holds nothing.
 inline std::string* TextOf(const CZEKEntry& entry) { return TextOf(entry.m_ZekEntryData); }
+
+/// Cuts the value into the sub-strings if it waits for that.
+void CutSubStrings(CZEKEntry& entry);
+/// Takes a value that waits and is one sub-string, without cutting it; false for any other.
+bool TakeWhole(CZEKEntry& entry, std::string& text);
 
 inline bool HoldsData(const CZEKEntry& entry) { return entry.m_ZekEntryData.m_pData != nullptr; }
 inline bool IsFamily(const CZEKEntry& entry) { return (entry.m_eNotation & kFamily) != 0; }

@@ -51,6 +51,12 @@ std::string* TextOfEntry(const CZEKSection& section, unsigned type) {
     return entry ? TextOf(*entry) : nullptr;
 }
 
+bool IsModelLarge() {
+    std::size_t sections = 0;
+    for (const SectionList* list : CZEKSection::m_svpHSection) sections += list->size();
+    return sections > kPlainModel;
+}
+
 const SectionList& SectionsOf(unsigned type) {
     static constexpr SectionList kNone;
     const SectionList* list = FindSectHead(type);

@@ -2,6 +2,7 @@
 /// on entry.h.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -46,8 +47,8 @@ public:
     /// The lists of the kinds, in the order in which a section of each was first made.
     static std::vector<zek::SectionList*> m_svpHSection;
 
-    /// Owned; the declared entries first, then the added ones. Those that were declared and not given are shared by the
-    /// sections of a kind once these are read: SetEntry fills them.
+    /// Owned; the declared entries first, then the added ones. In a model of more than zek::kPlainModel sections, those
+    /// that were declared and not given are shared by the sections of a kind once these are read; SetEntry fills them.
     std::vector<CZEKEntry*> m_vpEntry;
 
 protected:
@@ -128,6 +129,12 @@ ZEK_API zek::SectionList* FindSectHead(unsigned type);
 ZEK_API CZEKEntry* FindEntry(CZEKSection* section, unsigned type, unsigned& index);
 
 namespace zek {
+
+/// A model of up to this many sections is kept plain: each section has its own entries, each entry its sub-strings, so
+/// that a host may look at them and change them. In a larger one absent_entries.h and waiting_values.h save memory.
+inline constexpr std::size_t kPlainModel = 1000;
+/// Whether the registry lists more sections than that.
+bool IsModelLarge();
 
 /// The first entry of this type id, or null.
 CZEKEntry* FirstEntry(const CZEKSection& section, unsigned type);

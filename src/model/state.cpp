@@ -12,6 +12,10 @@ FileIndex g_fileIndex;
 constinit Pool g_pool;
 // Filled when a section is read; never emptied.
 constinit SharedEntries g_sharedEntries{};
+// Filled while a large model is read; empty once its entries are checked or destroyed.
+WaitingValues g_waitingValues;
+// Set by the driver while it reads a section of a large model.
+bool g_valuesWait = false;
 // Advances whenever a section is made, the model is destroyed, or typed data is allocated or freed.
 unsigned g_modelChanges = 0;
 }  // namespace zek

@@ -1,8 +1,9 @@
-/// The process-wide variables of the model that no class publishes. Relies on file_index.h and pool.h.
+/// The process-wide variables of the model that no class publishes. Relies on the headers below.
 #pragma once
 
 #include "model/file_index.h"
 #include "model/pool.h"
+#include "model/waiting_values.h"
 
 namespace zek {
 
@@ -11,6 +12,8 @@ struct SharedEntries;
 extern FileIndex g_fileIndex;
 extern Pool g_pool;
 extern SharedEntries g_sharedEntries;
+extern WaitingValues g_waitingValues;
+extern bool g_valuesWait;
 extern unsigned g_modelChanges;
 
 }  // namespace zek

@@ -1,15 +1,16 @@
 #include <vector>
 
-#include "model/section.h"
+#include "support/large_model.h"
 #include "support/process_test.h"
 
 namespace zek::test {
 
-/// Two groups that were read from a source and lack everything but their names.
+/// Two groups that were read from a source into a large model and lack everything but their names.
 class AbsentEntry : public ProcessTest {
 protected:
     void SetUp() override {
         ProcessTest::SetUp();
+        MakeModelLarge("main.zek");
         Source("[GROUP]\nNAME=A\n[GROUP]\nNAME=B\n");
     }
     CZEKSection& A() { return *CGSGROUP::m_sHeader.at(0); }
@@ -24,6 +25,12 @@ TEST_F(AbsentEntry, IsSharedByTheSectionsOfAKindOnceTheyAreRead) {
     EXPECT_NE(A().m_vpEntry[0], made->m_vpEntry[0]) << "a host may fill the entries of a section that it made";
     EXPECT_EQ(A().m_vpEntry[0]->m_dwType, unsigned{kParent});
     EXPECT_EQ(A().m_vpEntry[0]->m_eNotation, 1U);
+}
+
+TEST_F(AbsentEntry, IsTheSectionsOwnInASmallModel) {
+    gccCompEnd();
+    Source("[GROUP]\nNAME=A\n[GROUP]\nNAME=B\n");
+    EXPECT_NE(A().m_vpEntry[0], B().m_vpEntry[0]);
 }
 
 TEST_F(AbsentEntry, IsFoundWhereItStands) {
