@@ -31,16 +31,13 @@ public:
 
     void Section(unsigned identifier) override {
         out_.SetU32(sectionsAt_, ++sections_);
-        out_.U32(identifier);
-        entriesAt_ = out_.Position();
+        out_.Words({identifier, 0});
+        entriesAt_ = out_.Position() - 4;
         entries_ = 0;
-        out_.U32(0);
     }
     void Entry(const tagGCENTRY& entry) override {
         out_.SetU32(entriesAt_, ++entries_);
-        out_.U32(entry.dwName);
-        out_.U32(static_cast<unsigned>(entry.vdwValues.size()));
-        for (unsigned word : entry.vdwValues) out_.U32(word);
+        out_.Words({entry.dwName, static_cast<unsigned>(entry.vdwValues.size())}, entry.vdwValues);
     }
 
 private:
@@ -93,9 +90,7 @@ std::size_t RoomFor(std::size_t count, const ByteReader& in) { return std::min(c
 void TakeEntry(ByteReader& in, std::vector<tagGCENTRY>& entries) {
     const unsigned name = in.U32();
     const std::size_t count = in.U32();
-    ByteReader words = in.Sub(count * 4);
-    tagGCENTRY& entry = entries.emplace_back(tagGCENTRY{name, std::vector<unsigned>(count)});
-    for (unsigned& word : entry.vdwValues) word = words.U32();
+    entries.push_back({name, in.Words(count)});
 }
 
 void TakeSections(ByteReader& in) {

@@ -50,10 +50,7 @@ private:
 }  // namespace
 
 void PutObject(ByteWriter& out, const CZEKObj& object) {
-    out.U32(object.m_dwType);
-    out.U32(object.m_eNotation);
-    out.U32(object.m_dwLine);
-    out.U32(object.m_dwFile);
+    out.Words({object.m_dwType, object.m_eNotation, object.m_dwLine, object.m_dwFile});
     out.Str(object.m_strName);
     if (g_fileListWritten) return;
     out.List(CZEKObj::m_svstrIncFiles);

@@ -6,8 +6,10 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <memory>
 #include <new>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -71,10 +73,16 @@ public:
         if (count) std::memset(out_.Extend(count), 0, count);
     }
     void U32(unsigned word) { Put(out_.Extend(4), word); }
+    /// The words of both, one behind the other.
+    void Words(std::initializer_list<unsigned> first, std::span<const unsigned> rest = {}) {
+        unsigned char* to = out_.Extend(4 * (first.size() + rest.size()));
+        for (unsigned word : first) to = Put(to, word);
+        for (unsigned word : rest) to = Put(to, word);
+    }
     void Str(std::string_view text) {
         unsigned char* const added = out_.Extend(4 + text.size());
-        Put(added, static_cast<unsigned>(text.size()));
-        if (!text.empty()) std::memcpy(added + 4, text.data(), text.size());
+        unsigned char* const bytes = Put(added, static_cast<unsigned>(text.size()));
+        if (!text.empty()) std::memcpy(bytes, text.data(), text.size());
     }
     void List(const TextList& list) {
         U32(static_cast<unsigned>(list.size()));
@@ -92,8 +100,14 @@ public:
     void SetU32(std::size_t offset, unsigned word) { Put(out_.At(offset), word); }
 
 private:
-    static void Put(unsigned char* to, unsigned word) {
-        for (std::size_t i = 0; i < 4; ++i) to[i] = static_cast<unsigned char>(word >> (8 * i));
+    /// Gives the position behind the word.
+    static unsigned char* Put(unsigned char* to, unsigned word) {
+        // Written out, so that the compiler makes one store of it.
+        to[0] = static_cast<unsigned char>(word);
+        to[1] = static_cast<unsigned char>(word >> 8);
+        to[2] = static_cast<unsigned char>(word >> 16);
+        to[3] = static_cast<unsigned char>(word >> 24);
+        return to + 4;
     }
 
     ByteBuffer& out_;
@@ -119,11 +133,18 @@ public:
 
     unsigned U32() {
         Require(Left() >= 4);
-        const std::size_t at = position_;
         position_ += 4;
-        // The usual case apart: the compiler makes one load of it.
-        if (position_ <= present_) return Word([this, at](std::size_t i) { return data_[at + i]; });
-        return Word([this, at](std::size_t i) { return at + i < present_ ? data_[at + i] : 0; });
+        return position_ <= present_ ? Word(data_ + position_ - 4) : CutWord();
+    }
+    /// So many words, one behind the other; takes none when the bytes end before the last.
+    std::vector<unsigned> Words(std::size_t count) {
+        Require(count <= Left() / 4 && 4 * count <= PresentLeft() + kMostZeros);
+        std::vector<unsigned> words(count);
+        const std::size_t present = std::min(count, PresentLeft() / 4);
+        for (std::size_t i = 0; i < present; ++i) words[i] = Word(data_ + position_ + 4 * i);
+        position_ += 4 * present;
+        for (std::size_t i = present; i < count; ++i) words[i] = U32();
+        return words;
     }
     std::string Text(std::size_t length) {
         Require(length <= Left() && length <= PresentLeft() + kMostZeros);
@@ -169,11 +190,15 @@ private:
         if (!inside) throw std::out_of_range("vector::_M_range_check");
     }
     std::size_t PresentLeft() const { return position_ < present_ ? present_ - position_ : 0; }
-    template <class ByteAt>
-    static unsigned Word(ByteAt&& byteAt) {
-        unsigned word = 0;
-        for (std::size_t i = 0; i < 4; ++i) word |= static_cast<unsigned>(byteAt(i)) << (8 * i);
-        return word;
+    static unsigned Word(const unsigned char* from) {
+        // Written out, so that the compiler makes one load of it.
+        return unsigned{from[0]} | unsigned{from[1]} << 8 | unsigned{from[2]} << 16 | unsigned{from[3]} << 24;
+    }
+    /// The word before this position, of which bytes are missing.
+    [[gnu::cold]] unsigned CutWord() const {
+        unsigned char bytes[4] = {};
+        for (std::size_t at = position_ - 4; at < present_; ++at) bytes[at + 4 - position_] = data_[at];
+        return Word(bytes);
     }
 
     const unsigned char* data_;
