@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "frontend/messages.h"
-#include "model/absent_entries.h"
 #include "model/output.h"
+#include "model/section.h"
 #include "model/state.h"
 
 namespace zek {
@@ -96,16 +96,16 @@ private:
     Signature* found_ = nullptr;
 };
 
-/// While a section of a large model is read, values wait to be cut.
-class ValuesWait {
+/// Tells the model while a section is read whether it is large.
+class ReadingLargeModel {
 public:
-    ValuesWait() { g_valuesWait = IsModelLarge(); }
-    ~ValuesWait() { g_valuesWait = before_; }
-    ValuesWait(const ValuesWait&) = delete;
-    ValuesWait& operator=(const ValuesWait&) = delete;
+    ReadingLargeModel() { g_readingLargeModel = IsModelLarge(); }
+    ~ReadingLargeModel() { g_readingLargeModel = before_; }
+    ReadingLargeModel(const ReadingLargeModel&) = delete;
+    ReadingLargeModel& operator=(const ReadingLargeModel&) = delete;
 
 private:
-    bool before_ = g_valuesWait;
+    bool before_ = g_readingLargeModel;
 };
 
 /// The reading of one open file.
@@ -129,7 +129,7 @@ private:
         std::string name;
         unsigned line = 0;
         if (!TakeName(getSectInfo_, handle, name, line)) return LOG(kSectionNameFailed, index + 1, index);
-        const ValuesWait wait;
+        const ReadingLargeModel reading;
         CZEKSection* section = CZEKSection::Create(file_, name, line);
         if (!section) return LOG(kCreateSectionFailed, index + 1, name.c_str());
         for (unsigned item = 0; TakeItem(enumItem_, handle, item, key_, value_, line = 0); ++item) {
@@ -137,7 +137,6 @@ private:
             LOG(kAddItemFailed, item + 1, name.c_str());
             LOG(kEntryIgnored, section->GetFile(0).c_str(), line, section->m_strName.c_str(), key_.c_str());
         }
-        ShareAbsentEntries(*section);
     }
 
     const std::string& file_;

@@ -22,14 +22,14 @@ CZEKEntry* Construct(std::size_t kind, std::size_t position) {
     return ConstructEntry(g_sharedEntries.memory[kind][position], declared.type, declared.notation);
 }
 
-/// The shared entry for one that a kind declares, made at first use.
-CZEKEntry* SharedEntry(std::size_t kind, std::size_t position) {
-    CZEKEntry*& entry = g_sharedEntries.entries[kind][position];
-    if (!entry) entry = Construct(kind, position);
+}  // namespace
+
+CZEKEntry* SharedEntry(const SectionKind& kind, std::size_t position) {
+    const auto row = static_cast<std::size_t>(&kind - kSectionKinds.data());
+    CZEKEntry*& entry = g_sharedEntries.entries[row][position];
+    if (!entry) entry = Construct(row, position);
     return entry;
 }
-
-}  // namespace
 
 void ShareAbsentEntries(CZEKSection& section) {
     if (!IsModelLarge()) return;
@@ -39,7 +39,7 @@ void ShareAbsentEntries(CZEKSection& section) {
         CZEKEntry*& place = section.m_vpEntry[i];
         if (!IsAbsent(*place, kind->declared[i]) || IsShared(place)) continue;
         delete place;
-        place = SharedEntry(static_cast<std::size_t>(kind - kSectionKinds.data()), i);
+        place = SharedEntry(*kind, i);
     }
 }
 

@@ -1,5 +1,6 @@
 /// The declared entries that the source never gives. A board has millions of them, all alike, so that in a large model
-/// a section's own are replaced, once it is read, by those that all sections of its kind share. Relies on section.h.
+/// all sections of a kind share them. What fills one, SetEntry and the reading of bytes, gives the section one of its
+/// own first. Relies on section.h.
 #pragma once
 
 #include <cstddef>
@@ -17,8 +18,10 @@ struct SharedEntries {
     alignas(CZEKEntry) std::byte memory[14][kMostDeclared][sizeof(CZEKEntry)];
 };
 
-/// Shares what the section declares and was not given; to be called when its items are read. What fills a shared entry,
-/// SetEntry and the reading of bytes, gives the section one of its own first.
+/// The shared entry for the one that a kind declares at a position; made at first use, never destroyed.
+CZEKEntry* SharedEntry(const SectionKind& kind, std::size_t position);
+
+/// Shares what a section that was read from bytes declares and was not given.
 void ShareAbsentEntries(CZEKSection& section);
 
 bool IsShared(const void* entry);

@@ -66,8 +66,10 @@ void CutSubStrings(CZEKEntry& entry) {
 }
 
 bool TakeWhole(CZEKEntry& entry, std::string& text) {
-    if (entry.m_dwWaiting == 0 || !IsOneSubString(WaitingValueOf(entry))) return false;
-    text = WaitingValueOf(entry);
+    if (entry.m_dwWaiting == 0) return false;
+    const std::string_view value = WaitingValueOf(entry);
+    if (!IsOneSubString(value)) return false;
+    text = value;
     StopWaiting(entry);
     return true;
 }
@@ -115,7 +117,7 @@ void CZEKEntry::Init(const std::string& file, const std::string& key, const std:
     m_ZekEntryData.Create(m_dwType);
     if (!zek::HoldsData(*this)) LOG(zek::kEntryDataFailed, m_dwType);
     zek::StopWaiting(*this);
-    if (zek::g_valuesWait && !value.empty()) m_dwWaiting = zek::g_waitingValues.Keep(value);
+    if (zek::g_readingLargeModel && !value.empty()) m_dwWaiting = zek::g_waitingValues.Keep(value);
     m_vstrSubStr = m_dwWaiting ? zek::TextList() : zek::SubStringsOf(value);
 }
 

@@ -112,8 +112,10 @@ void CZEKSection::Declare(zek::SectionList& list, const zek::SectionKind& kind) 
     list.push_back(this);
     ++zek::g_modelChanges;
     m_vpEntry.reserve(kind.declared.size());
-    for (const zek::DeclaredEntry& entry : kind.declared) {
-        m_vpEntry.push_back(zek::NewEntry(entry.type, entry.notation).release());
+    for (std::size_t i = 0; i < kind.declared.size(); ++i) {
+        const auto [type, notation] = kind.declared[i];
+        m_vpEntry.push_back(zek::g_readingLargeModel ? zek::SharedEntry(kind, i)
+                                                     : zek::NewEntry(type, notation).release());
     }
 }
 

@@ -48,7 +48,7 @@ public:
     static std::vector<zek::SectionList*> m_svpHSection;
 
     /// Owned; the declared entries first, then the added ones. In a model of more than zek::kPlainModel sections, those
-    /// that were declared and not given are shared by the sections of a kind once these are read; SetEntry fills them.
+    /// that were declared and not given are shared by the sections of a kind; SetEntry fills them.
     std::vector<CZEKEntry*> m_vpEntry;
 
 protected:

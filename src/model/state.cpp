@@ -14,8 +14,8 @@ constinit Pool g_pool;
 constinit SharedEntries g_sharedEntries{};
 // Filled while a large model is read; empty once its entries are checked or destroyed.
 WaitingValues g_waitingValues;
-// Set by the driver while it reads a section of a large model.
-bool g_valuesWait = false;
+// Set by the driver while it reads a section of a large model: its entries are shared, its values wait.
+bool g_readingLargeModel = false;
 // Advances whenever a section is made, the model is destroyed, or typed data is allocated or freed.
 unsigned g_modelChanges = 0;
 }  // namespace zek

@@ -13,7 +13,7 @@ extern FileIndex g_fileIndex;
 extern Pool g_pool;
 extern SharedEntries g_sharedEntries;
 extern WaitingValues g_waitingValues;
-extern bool g_valuesWait;
+extern bool g_readingLargeModel;
 extern unsigned g_modelChanges;
 
 }  // namespace zek
