@@ -1,4 +1,4 @@
-/// A table that keeps the first value of each name or number. Relies on the standard library.
+/// A table that keeps the first value of each name or number. Relies on large_pages.h.
 #pragma once
 
 #include <bit>
@@ -6,7 +6,8 @@
 #include <functional>
 #include <string_view>
 #include <utility>
-#include <vector>
+
+#include "model/large_pages.h"
 
 namespace zek {
 
@@ -84,7 +85,7 @@ private:
     }
 
     void Grow() {
-        const std::vector<Slot> old = std::move(slots_);
+        const LargeVector<Slot> old = std::move(slots_);
         MakeSlots(old.size());
         const std::size_t mask = slots_.size() - 1;
         for (const Slot& slot : old) {
@@ -95,8 +96,8 @@ private:
         }
     }
 
-    std::vector<Row> rows_;
-    std::vector<Slot> slots_;  ///< a power of two of them, none before the first key
+    LargeVector<Row> rows_;
+    LargeVector<Slot> slots_;  ///< a power of two of them, none before the first key
 };
 
 }  // namespace zek

@@ -1,4 +1,4 @@
-/// Keys by their hash, each with an identifier. Relies on the standard library.
+/// Keys by their hash, each with an identifier. Relies on large_pages.h.
 #pragma once
 
 #include <algorithm>
@@ -9,6 +9,8 @@
 #include <span>
 #include <string_view>
 #include <vector>
+
+#include "model/large_pages.h"
 
 namespace zek {
 
@@ -76,7 +78,7 @@ public:
         return slot.row == 0 ? 0 : rows_[slot.row - 1].id;
     }
 
-    const std::vector<Row>& Rows() const { return rows_; }
+    const LargeVector<Row>& Rows() const { return rows_; }
 
 private:
     static constexpr std::size_t kFewest = 64;
@@ -97,7 +99,7 @@ private:
 
     /// Makes room at twice the size. The hashes are kept, so that no key is read again.
     void Grow() {
-        std::vector<Slot> grown(slots_.empty() ? kFewest : slots_.size() * 2);
+        LargeVector<Slot> grown(slots_.empty() ? kFewest : slots_.size() * 2);
         mask_ = grown.size() - 1;
         for (const Slot& slot : slots_) {
             if (slot.row == 0) continue;
@@ -109,8 +111,8 @@ private:
     }
 
     Texts texts_;
-    std::vector<Row> rows_;
-    std::vector<Slot> slots_;  ///< a power of two of them, or none
+    LargeVector<Row> rows_;
+    LargeVector<Slot> slots_;  ///< a power of two of them, or none
     std::size_t mask_ = 0;
 };
 

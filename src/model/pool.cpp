@@ -1,10 +1,10 @@
 #include "model/pool.h"
 
-#include <sys/mman.h>
 #include <algorithm>
-#include <cstdint>
 #include <functional>
 #include <new>
+
+#include "model/large_pages.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define ZEK_POOL_ON_HEAP 1
@@ -20,23 +20,9 @@ namespace {
 constexpr bool kOnHeap = ZEK_POOL_ON_HEAP;
 
 constexpr std::size_t kFirstBlock = std::size_t{1} << 14;
-constexpr std::size_t kLargePage = std::size_t{1} << 21;
 
 /// Whether a block is made of large pages. It then comes from the system, not from the heap, which it would keep busy.
 constexpr bool IsLarge(std::size_t block) { return block >= kLargePage; }
-
-/// Maps whole large pages.
-void* MapLargePages(std::size_t size) {
-    void* const mapped = mmap(nullptr, size + kLargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (mapped == MAP_FAILED) throw std::bad_alloc();
-    char* const first = static_cast<char*>(mapped);
-    const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(first) % kLargePage;
-    munmap(first, before);
-    if (before < kLargePage) munmap(first + before + size, kLargePage - before);
-    // Only a wish: without large pages it takes longer and works the same.
-    madvise(first + before, size, MADV_HUGEPAGE);
-    return first + before;
-}
 
 }  // namespace
 
@@ -81,7 +67,7 @@ void* Pool::Cut(std::size_t size) {
 /// Blocks grow with the pool, so that they stay few. What is left of the last one is lost.
 void Pool::AddBlock() {
     std::size_t size = std::max(kFirstBlock, total_ / 2);
-    if (size >= kLargePage / 2) size = (size + kLargePage - 1) / kLargePage * kLargePage;
+    if (size >= kLargePage / 2) size = InLargePages(size);
     void* const memory = IsLarge(size) ? MapLargePages(size) : ::operator new(size);
     newest_ = new (memory) Block{newest_, size};
     uncut_ = reinterpret_cast<char*>(newest_ + 1);
@@ -93,7 +79,7 @@ void Pool::FreeBlocks() {
     while (Block* const block = newest_) {
         newest_ = block->older;
         if (IsLarge(block->size)) {
-            munmap(block, block->size);
+            UnmapLargePages(block, block->size);
         } else {
             ::operator delete(block);
         }
