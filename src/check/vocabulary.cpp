@@ -70,7 +70,8 @@ unsigned StringToLong(const std::string& text, unsigned int* value) {
 
 unsigned GetOperator(const std::string& text) {
     for (const tagNTMAP& row : g_NTMapOper) {
-        if (text == row.pszName) return row.dwID;
+        // The first character tells most of them apart.
+        if (*text.c_str() == *row.pszName && text == row.pszName) return row.dwID;
     }
     return 0;
 }

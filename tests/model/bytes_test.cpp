@@ -19,8 +19,8 @@ TEST(ByteWriter, PutsWordsBehindEachOtherLowByteFirst) {
     out.Words({0x80818283, 7}, rest);
     out.Words({});
     out.Words({0x0A0B0C0D});
-    EXPECT_EQ(BytesOf(buffer), (Bytes{0x83, 0x82, 0x81, 0x80, 7, 0, 0, 0, 4, 3, 2, 1,
-                                      0xFE, 0xFF, 0xFF, 0xFF, 0x0D, 0x0C, 0x0B, 0x0A}));
+    EXPECT_EQ(BytesOf(buffer),
+              (Bytes{0x83, 0x82, 0x81, 0x80, 7, 0, 0, 0, 4, 3, 2, 1, 0xFE, 0xFF, 0xFF, 0xFF, 0x0D, 0x0C, 0x0B, 0x0A}));
 }
 
 TEST(ByteReader, TakesWordsThatBeginAnywhere) {
