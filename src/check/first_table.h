@@ -1,23 +1,15 @@
-/// A table that keeps the first value of each name or number. Relies on large_pages.h.
+/// A table that keeps the first value of each name or number. Relies on hash.h and large_pages.h.
 #pragma once
 
 #include <bit>
 #include <cstddef>
-#include <functional>
 #include <string_view>
 #include <utility>
 
+#include "model/hash.h"
 #include "model/large_pages.h"
 
 namespace zek {
-
-inline unsigned HashOf(std::string_view text) { return static_cast<unsigned>(std::hash<std::string_view>{}(text)); }
-
-/// Neighbouring numbers stay neighbours, eight by eight: a description numbers its sections in order.
-inline unsigned HashOf(unsigned number) {
-    const unsigned eight = (number >> 3) * 0x9E3779B1U;
-    return (eight ^ (eight >> 16)) << 3 | (number & 7U);
-}
 
 /// Keys with the value that each was added with first. All rows lie in one block, in the order in which they were
 /// added, since a node for each would cost more time and memory than the row. `Kept` is what a row holds of its key: a

@@ -1,28 +1,18 @@
-/// Keys by their hash, each with an identifier. Relies on large_pages.h.
+/// Keys by their hash, each with an identifier. Relies on hash.h and large_pages.h.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
 
+#include "model/hash.h"
 #include "model/large_pages.h"
 
 namespace zek {
-
-inline std::uint32_t HashOf(std::string_view name) {
-    return static_cast<std::uint32_t>(std::hash<std::string_view>{}(name));
-}
-
-/// Eight numbers in a row share a line of slots, since ids and addresses come in rows.
-inline std::uint32_t HashOf(unsigned number) {
-    constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15;
-    return static_cast<std::uint32_t>(((number >> 3) * kGoldenRatio) >> 32) << 3 | (number & 7);
-}
 
 /// Copies of texts, each with a NUL behind it, one behind the other, so that going through many does not fetch a line
 /// of memory for each.

@@ -131,6 +131,23 @@ TEST_F(PredefinedNames, AreFoundAmongManyAsTheyAreDefined) {
     EXPECT_GT(g_tblPreDefine.size(), kMany);
 }
 
+TEST_F(PredefinedNames, AreFoundAmongManyHoweverTheyBegin) {
+    DefineMany(0);
+    const std::vector<std::string> names = {"", "\0"s, "\0\0"s, "A", "A\0"s, "B", "Bc", "\xFF", "\xFF\xFF", "7", "77"};
+    unsigned defined = 0;
+    for (const std::string& name : names) {
+        unsigned value = 99999;
+        EXPECT_EQ(GetPreDefinedValue(name, &value), 0U) << name;
+        AddPredDefineValue(name, ++defined);
+    }
+    for (unsigned i = 0; i < names.size(); ++i) {
+        SCOPED_TRACE(names[i]);
+        unsigned value = 99999;
+        EXPECT_EQ(GetPreDefinedValue(names[i], &value), 1U);
+        EXPECT_EQ(value, i + 1);
+    }
+}
+
 TEST_F(PredefinedNames, AreFoundAfterAHostHasChangedTheTable) {
     DefineMany(0);
     g_tblPreDefine[NameOf(kMany)] = 1;
