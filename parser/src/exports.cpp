@@ -57,24 +57,22 @@ void BeginEnumeration(SectionFile* file) {
 // One text on its way to the caller by the size protocol: first see whether it fits, then deliver it.
 class Delivery {
 public:
-    Delivery(const char* text, char* buffer, unsigned* size)
-        : text_(text), buffer_(buffer), size_(size), needed_(static_cast<unsigned>(std::strlen(text)) + 1) {}
+    Delivery(SizedText text, char* buffer, unsigned* size) : text_(text), buffer_(buffer), size_(size) {}
 
-    bool Fits() const { return size_ && (!buffer_ || *size_ >= needed_); }
+    bool Fits() const { return size_ && (!buffer_ || *size_ >= text_.size); }
 
     void Deliver() const {
         if (buffer_) {
-            std::memcpy(buffer_, text_, needed_);
+            std::memcpy(buffer_, text_.begin, text_.size);
         } else {
-            *size_ = needed_;
+            *size_ = text_.size;
         }
     }
 
 private:
-    const char* text_;
+    SizedText text_;
     char* buffer_;
     unsigned* size_;
-    unsigned needed_;
 };
 
 }  // namespace
@@ -100,7 +98,7 @@ void* RSEnumSection(void* file, unsigned index) {
 unsigned RSGetSectInfo(void* section, char* name, unsigned* size, unsigned* line) {
     if (!section) return 0;
     const auto* const found = static_cast<const Section*>(section);
-    const Delivery delivery(found->file->TextAt(found->name), name, size);
+    const Delivery delivery(found->file->NameOf(*found), name, size);
     if (!delivery.Fits()) return 0;
     delivery.Deliver();
     if (name && line) *line = found->line;
@@ -111,10 +109,10 @@ unsigned RSEnumItem(void* section, unsigned index, char* key, unsigned* keySize,
                     unsigned* line) {
     if (!section) return 0;
     const auto* const owner = static_cast<const Section*>(section);
-    const Item* const item = owner->file->ItemAt(*owner, index);
+    const ItemTexts* const item = owner->file->ItemAt(*owner, index);
     if (!item) return 0;
-    const Delivery keyDelivery(owner->file->TextAt(item->key), key, keySize);
-    const Delivery valueDelivery(owner->file->TextAt(item->value), value, valueSize);
+    const Delivery keyDelivery(item->key, key, keySize);
+    const Delivery valueDelivery(item->value, value, valueSize);
     if (!keyDelivery.Fits() || !valueDelivery.Fits()) return 0;
     keyDelivery.Deliver();
     valueDelivery.Deliver();

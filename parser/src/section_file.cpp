@@ -71,9 +71,25 @@ void SectionFile::AddSection(const char* name, unsigned line) {
 
 Section* SectionFile::SectionAt(unsigned index) { return index < sections_.size() ? &sections_[index] : nullptr; }
 
+const ItemTexts* SectionFile::ItemAt(const Section& section, unsigned index) {
+    if (index >= section.endItem - section.firstItem) return nullptr;
+    const std::uint32_t position = section.firstItem + index;
+    if (position != asked_) {
+        const Item& item = items_[position];
+        asked_ = position;
+        texts_ = {TextAt(item.key), TextAt(item.value), item.line};
+    }
+    return &texts_;
+}
+
+SizedText SectionFile::TextAt(std::uint32_t offset) const {
+    const char* const begin = text_.bytes.get() + offset;
+    return {begin, static_cast<unsigned>(std::strlen(begin)) + 1};
+}
+
 Section* SectionFile::FindSection(const std::string& name) {
     const auto found = std::find_if(sections_.begin(), sections_.end(),
-                                    [&](const Section& section) { return name == TextAt(section.name); });
+                                    [&](const Section& section) { return name == NameOf(section).begin; });
     return found != sections_.end() ? &*found : nullptr;
 }
 

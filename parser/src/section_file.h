@@ -20,9 +20,22 @@ struct Item {
     std::uint32_t line;
 };
 
+// A text that ends with a NUL, which its size counts.
+struct SizedText {
+    const char* begin;
+    unsigned size;
+};
+
+// An item with its texts.
+struct ItemTexts {
+    SizedText key;
+    SizedText value;
+    unsigned line;
+};
+
 // What a section handle points to. Its items are those from `firstItem` up to and without `endItem`.
 struct Section {
-    const SectionFile* file;
+    SectionFile* file;
     std::uint32_t name;
     std::uint32_t line;
     std::uint32_t firstItem;
@@ -46,13 +59,10 @@ public:
     Section* SectionAt(unsigned index);
     Section* FindSection(const std::string& name);
 
-    // The index-th item of one of this file's sections, null past the last.
-    const Item* ItemAt(const Section& section, unsigned index) const {
-        return index < section.endItem - section.firstItem ? &items_[section.firstItem + index] : nullptr;
-    }
+    // The index-th item of one of this file's sections, null past the last. Good until the next call.
+    const ItemTexts* ItemAt(const Section& section, unsigned index);
 
-    // The C string at an offset from a section or an item.
-    const char* TextAt(std::uint32_t offset) const { return text_.bytes.get() + offset; }
+    SizedText NameOf(const Section& section) const { return TextAt(section.name); }
 
 private:
     enum class Progress { kRead, kParsed, kFailed };
@@ -61,6 +71,7 @@ private:
     void AddHeader(const Line& line);
     void AddItem(const Line& line);
     void AddSection(const char* name, unsigned line);
+    SizedText TextAt(std::uint32_t offset) const;
     std::uint32_t OffsetOf(const char* p) const { return static_cast<std::uint32_t>(p - text_.bytes.get()); }
 
     std::string path_;
@@ -71,6 +82,9 @@ private:
     // Deques: they grow without copying or spare room, and the section handles stay where they are.
     std::deque<Section> sections_;
     std::deque<Item> items_;
+    // The position of the item that was asked for last: callers ask for its sizes, then for its texts.
+    std::uint32_t asked_ = 0xFFFFFFFF;
+    ItemTexts texts_{};
 };
 
 }  // namespace zek::parser
