@@ -30,6 +30,20 @@ TEST_F(ParseDriver, MakesSectionsAndEntriesInTheOrderAndOnTheLinesOfTheFile) {
     EXPECT_EQ(CGSTABLE::m_sHeader[1]->m_dwLine, 8U);
 }
 
+TEST_F(ParseDriver, TakesTextsOfAnyLengthWhole) {
+    for (const std::size_t size : {1U, 100U, 126U, 127U, 128U, 129U, 5000U}) {
+        SCOPED_TRACE(size);
+        const std::string key(size, 'K');
+        const std::string value(size, 'v');
+        Source("[PROPERTY]\n" + key + "=" + value + "\n" + key + "=\nK=" + value + "\n[" + key + "]\n");
+        EXPECT_EQ(DriverMessages(),
+                  "Create section(2, " + key + ") object failed.\nParse::No more sections(total = 2).\n");
+        EXPECT_EQ(EntriesOf(*CGSPROPERTY::m_sHeader.back()), "STRING 10020017 10 " + key + " 2 [" + value +
+                                                                 "]\nSTRING 10020017 10 " + key +
+                                                                 " 3\nSTRING 10020017 10 K 4 [" + value + "]\n");
+    }
+}
+
 TEST_F(ParseDriver, PassesOverASectionOfUnknownKeyword) {
     Source("[FOO]\nNAME=1\nOTHER=2\n[GROUP]\n[group]\n[GROUP\n[GROUP]\n");
     EXPECT_EQ(DriverMessages(),
