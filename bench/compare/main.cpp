@@ -28,7 +28,7 @@ struct Options {
     CallsEffort callsEffort = {.sizes = {1'000, 10'000, 100'000}};
 };
 
-void Part(const std::string& title, const std::string& text) {
+void Print(const std::string& title, const std::string& text) {
     std::printf("\n## %s\n\n%s", title.c_str(), text.c_str());
     std::fflush(stdout);
 }
@@ -50,18 +50,18 @@ void Compare(const Options& options) {
     std::filesystem::create_directories(options.folder);
     Measured measured;
     measured.boards = MeasureBoards(options);
-    Part("Whole processes", ToolsTable(measured.boards));
-    Part("Phases", PhasesTable(measured.boards));
-    Part("The machine", FloorTable(measured.boards));
+    Print("Whole processes", ToolsTable(measured.boards));
+    Print("Phases", PhasesTable(measured.boards));
+    Print("The machine", FloorTable(measured.boards));
     RunInTurn({LoadJob(options.folder, options.effort.runs, measured.load)});
     if (options.calls) {
         measured.calls = MeasureCalls(options.folder, options.callsEffort);
-        Part("Calls", CallsTable(measured.calls));
+        Print("Calls", CallsTable(measured.calls));
     }
     if (options.shapes) {
-        Part("Shapes", ShapesTable(MeasureShapes(options.folder, options.shapes, std::min(options.effort.runs, 3U))));
+        Print("Shapes", ShapesTable(MeasureShapes(options.folder, options.shapes, std::min(options.effort.runs, 3U))));
     }
-    Part("Targets", TargetsTable(measured));
+    Print("Targets", TargetsTable(measured));
     if (options.sizes.front() < 10'000) std::printf("\nThe targets are meant for boards of 10,000 sensors and more.\n");
 }
 
