@@ -13,6 +13,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zek {
@@ -23,6 +24,15 @@ using TextList = std::vector<std::string>;
 /// nothing; large blocks grow without being copied.
 class ByteBuffer {
 public:
+    ByteBuffer() = default;
+    ByteBuffer(ByteBuffer&& other) noexcept { *this = std::move(other); }
+    ByteBuffer& operator=(ByteBuffer&& other) noexcept {
+        data_ = std::move(other.data_);
+        size_ = std::exchange(other.size_, 0);
+        room_ = std::exchange(other.room_, 0);
+        return *this;
+    }
+
     const unsigned char* Data() const { return data_.get(); }
     std::size_t Size() const { return size_; }
     std::string_view View() const { return {reinterpret_cast<const char*>(data_.get()), size_}; }

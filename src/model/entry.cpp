@@ -30,11 +30,14 @@ TextList SubStringsOf(std::string_view value) {
     if (value.empty()) return {};
     if (IsOneSubString(value)) return {1, std::string(value)};
     TextList pieces;
-    const bool quoted = value.find('"') != std::string::npos;
-    if (!quoted) pieces.reserve(static_cast<std::size_t>(std::count(value.begin(), value.end(), ',')) + 1);
+    // Looked for again only behind a quoted piece: in a long list each search would go to its end.
+    std::size_t quote = value.find('"');
+    if (quote == std::string::npos) {
+        pieces.reserve(static_cast<std::size_t>(std::count(value.begin(), value.end(), ',')) + 1);
+    }
     for (std::size_t start = 0;;) {
         std::size_t comma = value.find(',', start);
-        const std::size_t quote = value.find('"', start);
+        if (quote < start) quote = value.find('"', start);
         if (quote == std::string::npos || comma < quote) {
             pieces.emplace_back(value.substr(start, comma - start));
         } else {
@@ -47,13 +50,9 @@ TextList SubStringsOf(std::string_view value) {
     }
 }
 
-}  // namespace
-
-namespace {
-
 template <class Kind>
 CZEKEntry* Construct(void* memory, unsigned type, tagNOTATION notation) {
-    static_assert(sizeof(Kind) == sizeof(CZEKEntry));
+    static_assert(sizeof(Kind) == sizeof(CZEKEntry) && sizeof(Kind) <= Pool::kLargest);
     return new (memory) Kind(type, notation);
 }
 
@@ -105,9 +104,8 @@ CZEKEntry::CZEKEntry(unsigned type, tagNOTATION notation) noexcept {
 CZEKEntry::~CZEKEntry() { zek::StopWaiting(*this); }
 
 void CZEKEntry::operator delete(void* memory, std::size_t size) {
-    if (zek::g_pool.Owns(memory)) return zek::g_pool.Give(memory, size);
     if (zek::IsShared(memory)) return zek::RenewSharedEntry(memory);
-    ::operator delete(memory);
+    zek::g_pool.Give(memory, size);
 }
 
 void CZEKEntry::Init(const std::string& file, const std::string& key, const std::string& value, unsigned line) {

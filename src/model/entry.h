@@ -38,7 +38,9 @@ public:
     /// Throws `std::out_of_range` when the buffer ends early; what was read before stays.
     void SetBuffer(const std::vector<unsigned char>& in);
 
-    unsigned m_dwWaiting = 0;      ///< where the value waits to be cut (waiting_values.h); 0 when it does not
+    /// Where the value waits to be cut (waiting_values.h); 0 when it does not. It fills the room that the base leaves,
+    /// so that the members below stand where they always stood.
+    unsigned m_dwWaiting = 0;
     CZekEntryData m_ZekEntryData;  ///< the converted value; empty until an item is stored
     /// The pieces of the value as written. In a model of more than zek::kPlainModel sections, those of an item that was
     /// read from a source are cut when the entry is checked, and none are there before.

@@ -10,14 +10,14 @@ namespace {
 /// stands in the next free one, so that the first of equal rows is found first.
 using Places = std::array<unsigned char, 128>;
 
-constexpr unsigned HashOf(std::string_view keyword) {
+constexpr unsigned PlaceOf(std::string_view keyword) {
     if (keyword.empty()) return 0;
     const auto first = static_cast<unsigned char>(keyword.front());
     const auto last = static_cast<unsigned char>(keyword.back());
     return static_cast<unsigned>(keyword.size()) * 9 + first * 3U + last;
 }
 
-constexpr unsigned HashOf(unsigned type) { return type + (type >> 12) * 7; }
+constexpr unsigned PlaceOf(unsigned type) { return type + (type >> 12) * 7; }
 
 /// The keywords with their lengths.
 constexpr std::array kNames = [] {
@@ -36,7 +36,7 @@ template <class Keys>
 constexpr Places PlacesOf(const Keys& keys) {
     Places places{};
     for (unsigned row = 0; row < keys.size(); ++row) {
-        std::size_t place = HashOf(keys[row]) % places.size();
+        std::size_t place = PlaceOf(keys[row]) % places.size();
         while (places[place]) place = (place + 1) % places.size();
         places[place] = static_cast<unsigned char>(row + 1);
     }
@@ -48,7 +48,7 @@ constexpr Places kByType = PlacesOf(kTypes);
 
 template <class Keys, class Key>
 const tagNTMAP* Find(const Keys& keys, const Places& places, const Key& key) {
-    for (std::size_t place = HashOf(key) % places.size(); places[place]; place = (place + 1) % places.size()) {
+    for (std::size_t place = PlaceOf(key) % places.size(); places[place]; place = (place + 1) % places.size()) {
         const std::size_t row = places[place] - 1U;
         if (keys[row] == key) return &kKeywords[row];
     }

@@ -10,7 +10,7 @@ namespace zek {
 FileIndex g_fileIndex;
 // Holds every entry made here and all typed data; empty once they are freed, through gccCompEnd and gdUnInit.
 constinit Pool g_pool;
-// Filled when a section is read; never emptied.
+// Filled when a section is read into a large model; never emptied.
 constinit SharedEntries g_sharedEntries{};
 // Filled while a large model is read; empty once its entries are checked or destroyed.
 WaitingValues g_waitingValues;

@@ -58,7 +58,6 @@ inline constexpr unsigned kCall = 3;
 inline constexpr unsigned kSmbusList = 11;
 inline constexpr unsigned kSmbus = 12;
 inline constexpr unsigned kListOfFour = 7;
-inline constexpr unsigned kCallOn = 102;
 
 /// The shape of a value type; null for one without payload (13 to 100, above 104).
 constexpr const ValueShape* ShapeOf(unsigned type) {
