@@ -10,6 +10,8 @@ namespace {
 constexpr std::size_t kCharactersOfRank = 8;
 /// So few names are compared as a whole.
 constexpr std::size_t kFewNames = 16;
+/// So are names that go on being alike: a damaged image must not lead to the end of the stack.
+constexpr unsigned kDeepest = 256;
 
 using Names = std::span<const KeyedIdentifier<std::string_view>>;
 
@@ -31,8 +33,8 @@ class NameSort {
 public:
     explicit NameSort(Names names) : names_(names) {}
 
-    void From(std::size_t start, std::span<RankedKey> some) const {
-        if (some.size() <= kFewNames) return ByWholeName(some);
+    void From(std::size_t start, std::span<RankedKey> some, unsigned depth = 0) const {
+        if (some.size() <= kFewNames || depth == kDeepest) return ByWholeName(some);
         const std::size_t differing = start + Common(start, some);
         for (RankedKey& ranked : some) ranked.rank = RankAt(differing, NameOf(ranked));
         std::sort(some.begin(), some.end(), kByRank);
@@ -40,7 +42,7 @@ public:
             const auto end = std::find_if(some.begin(), some.end(),
                                           [&some](const RankedKey& other) { return other.rank != some[0].rank; });
             const auto equal = some.first(static_cast<std::size_t>(end - some.begin()));
-            if (AnyGoesOn(differing + kCharactersOfRank, equal)) From(differing + kCharactersOfRank, equal);
+            if (AnyGoesOn(differing + kCharactersOfRank, equal)) From(differing + kCharactersOfRank, equal, depth + 1);
             some = some.subspan(equal.size());
         }
     }
