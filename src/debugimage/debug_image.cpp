@@ -4,6 +4,7 @@
 #include "debugimage/messages.h"
 #include "debugimage/state.h"
 #include "debugimage/tree.h"
+#include "model/absent_entries.h"
 #include "model/file_header.h"
 #include "model/files.h"
 #include "model/output.h"
@@ -90,7 +91,9 @@ void TakeSections(EndlessReader& in) {
             ByteReader block = in.Block(in.U32());
             const SectionKind* kind = KindOf(TypeInBlock(block));
             if (kind && kind->makeToRestore) {
-                TakeSection(block, *kind->makeToRestore());
+                CZEKSection& section = *kind->makeToRestore();
+                TakeSection(block, section);
+                ShareAbsentEntries(section);
             } else {
                 PassOver(block);
             }

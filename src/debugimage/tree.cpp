@@ -106,7 +106,6 @@ void TakeSection(ByteReader& in, CZEKSection& section) {
         section.m_vpEntry.push_back(entry.get());
         entry.release();
     }
-    ShareAbsentEntries(section);
 }
 
 unsigned TypeInBlock(ByteReader block) {

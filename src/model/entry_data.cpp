@@ -34,6 +34,7 @@ const PayloadShape* ShapeOfClass(unsigned type) {
 
 template <class Data, class... Arguments>
 Data* NewInPool(Arguments... arguments) {
+    static_assert(sizeof(Data) <= Pool::kLargest && alignof(Data) <= alignof(void*));
     return new (g_pool.Take(sizeof(Data))) Data(arguments...);
 }
 

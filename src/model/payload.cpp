@@ -23,6 +23,8 @@ TextList* ListAt(void* data, PayloadShape shape) {
 
 }  // namespace
 
+static_assert(5 * sizeof(std::string) + sizeof(TextList) <= Pool::kLargest, "no payload has more than five strings");
+
 void* NewPayload(PayloadShape shape) {
     void* data = g_pool.Take(SizeOf(shape));
     std::uninitialized_value_construct_n(StringsAt(data), shape.strings);

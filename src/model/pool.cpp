@@ -41,7 +41,7 @@ void* Pool::Take(std::size_t size) {
 }
 
 void Pool::Give(void* memory, std::size_t size) {
-    if (kOnHeap) return ::operator delete(memory);
+    if (!Owns(memory)) return ::operator delete(memory);
     Piece*& first = free_[Grains(size)];
     first = new (memory) Piece{first};
     if (--taken_ == 0) FreeBlocks();

@@ -16,7 +16,8 @@ public:
     /// Uncleared memory for an object of 1 to kLargest bytes, aligned as pointers are; until it is given back with the
     /// same size. Throws `std::bad_alloc`.
     void* Take(std::size_t size);
-    /// Once everything is given back, the pool holds no memory.
+    /// Memory that was not taken from here, as a host may supply it, goes back to the heap. Once everything is given
+    /// back, the pool holds no memory.
     void Give(void* memory, std::size_t size);
     /// Whether the memory was taken from here.
     bool Owns(const void* memory) const;

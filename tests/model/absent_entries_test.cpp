@@ -55,6 +55,15 @@ TEST_F(AbsentEntry, IsTheSectionsOwnWhenBytesAreRead) {
     EXPECT_EQ(other->m_vpEntry[0]->m_strName, "");
 }
 
+TEST_F(AbsentEntry, IsNotSharedByTheBytesOfOneSection) {
+    CZEKSection* made = CZEKSection::Create("host.zek", "GROUP", 1);
+    const std::vector<CZEKEntry*> before = made->m_vpEntry;
+    std::vector<unsigned char> bytes;
+    made->GetBuffer(bytes);
+    made->SetBuffer(bytes);
+    EXPECT_EQ(made->m_vpEntry, before) << "a host may hold these";
+}
+
 TEST_F(AbsentEntry, OutlivesAHostThatDeletesIt) {
     delete A().m_vpEntry[2];
     A().m_vpEntry.erase(A().m_vpEntry.begin() + 2);

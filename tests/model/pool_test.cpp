@@ -82,4 +82,19 @@ TEST_F(PooledEntry, MayBeDeletedAndReplacedByTheHost) {
     }
 }
 
+class TypedData : public ProcessTest {};
+
+TEST_F(TypedData, MayBeSuppliedByTheHost) {
+    CZEKSection* group = CZEKSection::Create("main.zek", "GROUP", 1);
+    group->SetEntry("main.zek", "NAME", "pooled", 2);
+    for (int i = 0; i < 3; ++i) {
+        CGESTRING entry(kModel, tagNOTATION{1});
+        entry.m_ZekEntryData.m_dwType = kModel;
+        entry.m_ZekEntryData.m_pData = new std::string("a text of more than sixteen characters");
+    }
+    EXPECT_EQ(group->m_vpEntry[1]->m_vstrSubStr, TextList{"pooled"});
+    CZEKSection::Destory();
+    EXPECT_NE(CZEKSection::Create("main.zek", "GROUP", 1), nullptr);
+}
+
 }  // namespace zek::test
