@@ -99,6 +99,7 @@ TEST_F(WaitingValue, IsLetGoOfWithTheSubStrings) {
 
 TEST_F(WaitingValue, IsForgottenWhenAHostStoresAnother) {
     CZEKEntry& entry = Read("one");
+    entry.m_ZekEntryData.Destory();
     entry.Init("host.zek", "MODEL", "two", 9);
     EXPECT_EQ(entry.m_vstrSubStr, TextList{"two"});
     EXPECT_EQ(entry.IsValid(CGSSYSTEM::m_sHeader.front(), 0), 1U);
