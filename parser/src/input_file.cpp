@@ -19,9 +19,9 @@ constexpr std::size_t kLargePage = 2 << 20;
 
 std::unique_ptr<char[]> NewBytes(std::size_t size) {
     auto bytes = std::make_unique_for_overwrite<char[]>(size);
-    // Only a wish: without large pages reading takes a little longer.
+    // Only a wish: without large pages reading takes a little longer. The system has few of them at hand.
     const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(bytes.get()) % kLargePage;
-    if (size >= 2 * kLargePage) madvise(bytes.get() + before, size - before, MADV_HUGEPAGE);
+    if (size >= 2 * kLargePage && size <= 8 * kLargePage) madvise(bytes.get() + before, size - before, MADV_HUGEPAGE);
     return bytes;
 }
 

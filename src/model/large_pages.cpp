@@ -5,6 +5,14 @@
 
 namespace zek {
 
+namespace {
+
+/// The system has few large pages at hand. More than these it must make or fetch first, which takes longer than small
+/// ones do.
+constexpr std::size_t kMostInLargePages = 8 * kLargePage;
+
+}  // namespace
+
 void* MapLargePages(std::size_t size) {
     void* const mapped = mmap(nullptr, size + kLargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapped == MAP_FAILED) throw std::bad_alloc();
@@ -12,7 +20,7 @@ void* MapLargePages(std::size_t size) {
     const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(first) % kLargePage;
     munmap(first, before);
     if (before < kLargePage) munmap(first + before + size, kLargePage - before);
-    madvise(first + before, size, MADV_HUGEPAGE);
+    if (size <= kMostInLargePages) madvise(first + before, size, MADV_HUGEPAGE);
     return first + before;
 }
 

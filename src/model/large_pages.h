@@ -12,7 +12,7 @@ inline constexpr std::size_t kLargePage = std::size_t{1} << 21;
 
 constexpr std::size_t InLargePages(std::size_t size) { return (size + kLargePage - 1) / kLargePage * kLargePage; }
 
-/// Maps `size` bytes, whole large pages. Where the system grants none they are small ones, which only takes longer.
+/// Maps `size` bytes, whole large pages. Where the system grants none, or for a great many, they are small ones.
 /// Throws `std::bad_alloc`.
 void* MapLargePages(std::size_t size);
 void UnmapLargePages(void* memory, std::size_t size);
