@@ -16,12 +16,15 @@ namespace {
 
 constexpr std::size_t kFirstRoom = 64 << 10;
 constexpr std::size_t kLargePage = 2 << 20;
+// The system has few large pages at hand; to make more takes longer than small ones do.
+constexpr std::size_t kMostInLargePages = 8 * kLargePage;
 
 std::unique_ptr<char[]> NewBytes(std::size_t size) {
     auto bytes = std::make_unique_for_overwrite<char[]>(size);
-    // Only a wish: without large pages reading takes a little longer. The system has few of them at hand.
+    // Only a wish: without large pages reading takes a little longer.
     const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(bytes.get()) % kLargePage;
-    if (size >= 2 * kLargePage && size <= 8 * kLargePage) madvise(bytes.get() + before, size - before, MADV_HUGEPAGE);
+    if (size >= 2 * kLargePage && size <= kMostInLargePages)
+        madvise(bytes.get() + before, size - before, MADV_HUGEPAGE);
     return bytes;
 }
 
