@@ -37,7 +37,7 @@ void ShareAbsentEntries(CZEKSection& section) {
     const std::size_t declared = kind ? std::min(kind->declared.size(), section.m_vpEntry.size()) : 0;
     for (std::size_t i = 0; i < declared; ++i) {
         CZEKEntry*& place = section.m_vpEntry[i];
-        if (!IsAbsent(*place, kind->declared[i]) || IsShared(place)) continue;
+        if (!IsAbsent(*place, kind->declared[i])) continue;
         delete place;
         place = SharedEntry(*kind, i);
     }

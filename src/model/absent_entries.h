@@ -21,7 +21,8 @@ struct SharedEntries {
 /// The shared entry for the one that a kind declares at a position; made at first use, never destroyed.
 CZEKEntry* SharedEntry(const SectionKind& kind, std::size_t position);
 
-/// In a large model, shares what a section that was read from a debug image declares and was not given.
+/// In a large model, shares what a section that was read from a debug image declares and was not given. Until then all
+/// its entries are its own.
 void ShareAbsentEntries(CZEKSection& section);
 
 bool IsShared(const void* entry);

@@ -1,6 +1,7 @@
 #include "model/section_kinds.h"
 
 #include <algorithm>
+#include <type_traits>
 
 #include "model/absent_entries.h"
 
@@ -76,7 +77,9 @@ static_assert(std::all_of(kSectionKinds.begin(), kSectionKinds.end(),
                           }),
               "a row stands where its type id says");
 static_assert(std::all_of(kSectionKinds.begin(), kSectionKinds.end(),
-                          [](const SectionKind& kind) { return kind.declared.size() <= kMostDeclared; }));
+                          [](const SectionKind& kind) { return kind.declared.size() <= kMostDeclared; }) &&
+                  std::extent_v<decltype(SharedEntries::entries)> == kSectionKinds.size(),
+              "there is a shared entry for each that a kind declares");
 
 const SectionKind* KindOf(unsigned type) {
     const unsigned row = type - kSectionClass - 1;
