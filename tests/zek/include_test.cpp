@@ -173,8 +173,76 @@ TEST_F(ZekInclude, FileThatIncludesItselfIsAnErrorWithTheChain) {
     EXPECT_EQ(
         result.err,
         "boards/b.zek:4: error: [INCLUDE]:FILE, a.zek includes itself: boards/a.zek -> boards/b.zek -> boards/a.zek\n"
+        "boards/main.zek:2: note: includes boards/a.zek\n"
+        "boards/a.zek:2: note: includes boards/b.zek\n"
+        "boards/b.zek:4: note: includes boards/a.zek\n"
         "boards/b.zek:2: warning: [PROPERTY]:Mark, More than one sub-string and get the first one as sub-string.\n"
         "boards/main.zek: 1 error, 1 warning\n");
+}
+
+TEST_F(ZekInclude, ChainNamesTheItemThatLedToEachFile) {
+    Write("boards/main.zek", Include("a.zek") + "FILE = a.zek\nFILE = \"parts/c.zek\"\n");
+    Write("boards/a.zek", "[DEFINE]\nA = 1\n");
+    Write("boards/parts/c.zek", kMark + Include("c.zek") + "FILE = ../main.zek\n");
+    EXPECT_EQ(Said(),
+              "boards/parts/c.zek:4: error: [INCLUDE]:FILE, c.zek includes itself: boards/parts/c.zek -> "
+              "boards/parts/c.zek\n"
+              "boards/main.zek:4: note: includes boards/parts/c.zek\n"
+              "boards/parts/c.zek:4: note: includes boards/parts/c.zek\n"
+              "boards/parts/c.zek:5: error: [INCLUDE]:FILE, ../main.zek includes itself: boards/main.zek -> "
+              "boards/parts/c.zek -> boards/parts/../main.zek\n"
+              "boards/parts/c.zek:5: note: includes boards/parts/../main.zek\n"
+              "boards/parts/c.zek:2: warning: [PROPERTY]:Mark, More than one sub-string and get the first one as "
+              "sub-string.\n"
+              "boards/main.zek: 2 errors, 1 warning\n");
+}
+
+/// A pipe cannot be read again to see where its items stand.
+TEST_F(ZekInclude, ChainThroughAPipeHasNoLines) {
+    Write("boards/a.zek", Include("a.zek"));
+    const Result result =
+        Program({"sh", "-c", "printf '[INCLUDE]\\nFILE=boards/a.zek\\n' | " ZEK_PROGRAM " check /dev/stdin"}).Finish();
+    EXPECT_EQ(result.err,
+              "boards/a.zek:2: error: [INCLUDE]:FILE, a.zek includes itself: boards/a.zek -> boards/a.zek\n"
+              "/dev/stdin: note: includes boards/a.zek\n"
+              "boards/a.zek:2: note: includes boards/a.zek\n"
+              "/dev/stdin: 1 error\n");
+}
+
+TEST_F(ZekInclude, ExplosionEndsAtTheMostFiles) {
+    Write("boards/main.zek", Include("1.zek") + "FILE = 1.zek\n");
+    for (unsigned i = 1; i < 40; ++i) {
+        const std::string next = std::to_string(i + 1) + ".zek";
+        Write("boards/" + std::to_string(i) + ".zek", Include(next) + "FILE = " + next + '\n');
+    }
+    Write("boards/40.zek", "[DEFINE]\nA = 1\n");
+    const Result result = Zek({"compile", "boards/main.zek"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err,
+              "boards/38.zek:2: error: [INCLUDE]:FILE, 39.zek is not read: 10000 files were read, as many as "
+              "--max-files allows\n"
+              "boards/main.zek: note: 32 more includes not read for the same reason\n"
+              "boards/main.zek: 1 error\n");
+    EXPECT_FALSE(std::filesystem::exists("boards/main.zki"));
+}
+
+TEST_F(ZekInclude, MostFilesCountsEveryOpening) {
+    Write("boards/main.zek", Include("a.zek") + "FILE = b.zek\nFILE = a.zek\nFILE = b.zek\n");
+    Write("boards/a.zek", "[DEFINE]\nA = 1\n");
+    Write("boards/b.zek", Include("a.zek"));
+    EXPECT_EQ(Said({"--max-files", "7"}), "");
+    EXPECT_EQ(Said({"--max-files", "6"}),
+              "boards/b.zek:2: error: [INCLUDE]:FILE, a.zek is not read: 6 files were read, as many as --max-files "
+              "allows\n"
+              "boards/main.zek: 1 error\n");
+    EXPECT_EQ(Said({"--max-files=3"}),
+              "boards/b.zek:2: error: [INCLUDE]:FILE, a.zek is not read: 3 files were read, as many as --max-files "
+              "allows\n"
+              "boards/main.zek: note: 2 more includes not read for the same reason\n"
+              "boards/main.zek: 1 error\n");
+    // For each source by itself.
+    EXPECT_EQ(Zek({"check", "--max-files", "7", "boards/main.zek", "boards/main.zek"}).code, 0);
+    EXPECT_EQ(Zek({"check", "--max-files", "1", "boards/a.zek", "boards/main.zek"}).code, 1);
 }
 
 TEST_F(ZekInclude, FileMayBeIncludedTwice) {

@@ -54,7 +54,7 @@ TEST_F(ZekParserChoice, AnotherMakersLibraryServesWithANote) {
     const std::string note =
         std::string("zek: note: ") + ZEK_FOREIGN_PARSER +
         " is another maker's parser library, without search folders and hook: includes are found in its "
-        "own way, -I and the built-in folder do not count, and file names in messages are those of the "
+        "own way, -I, --max-files and the built-in folder do not count, and file names in messages are those of the "
         "source\n";
     const Result compiled = Zek({"compile", "a.zek"}, Installed(ZEK_FOREIGN_PARSER));
     EXPECT_EQ(compiled.code, 0);

@@ -23,8 +23,8 @@ namespace zek::tool {
 namespace {
 
 constexpr char kAnotherParser[] =
-    " is another maker's parser library, without search folders and hook: includes are found in its own way, -I and "
-    "the built-in folder do not count, and file names in messages are those of the source\n";
+    " is another maker's parser library, without search folders and hook: includes are found in its own way, -I, "
+    "--max-files and the built-in folder do not count, and file names in messages are those of the source\n";
 
 /// Throws Failure with the system's reason for a main source that is not there or cannot be read.
 void RequireReadable(const std::string& source) {
@@ -74,7 +74,7 @@ struct CheckedSource {
 CheckedSource Check(const std::string& source, const Options& options) {
     RequireReadable(source);
     const ParserLibrary parser = RequireParser(source, options);
-    SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()));
+    SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()), options.mostFiles);
     if (!gccCompStart(source)) {
         const std::string why = parser.HasHook() ? WhyRefused(MainSource(source)) : "the parser library refuses it";
         GiveUp(source, options, "cannot read " + source + ": " + why);

@@ -44,6 +44,14 @@ constexpr char kTreeExample[] =
     "Groups stand under their parents with their sensors, TAVRGROUPs with the sensors that they list. A debug image\n"
     "shows numbers as they were written in the source, a compiled image their values.";
 
+/// What is wrong with the text of a number of files; empty when nothing is.
+std::string WhyNoCount(const std::string& text) {
+    constexpr std::size_t kMostDigits = 9;
+    const bool number =
+        !text.empty() && text.size() <= kMostDigits && text.find_first_not_of("0123456789") == text.npos;
+    return number && text[0] != '0' ? "" : text + " is not a number from 1 to 999999999";
+}
+
 void AddSourceOptions(CLI::App& command, Options& options) {
     command
         .add_option_function<std::string>(
@@ -51,6 +59,12 @@ void AddSourceOptions(CLI::App& command, Options& options) {
             "Look for includes in this folder too; may be given several times")
         ->type_name("DIR")
         ->trigger_on_parse();
+    command
+        .add_option("--max-files", options.mostFiles,
+                    "Read so many files at most for one source, each as often as it is included; default: " +
+                        std::to_string(options.mostFiles))
+        ->check(CLI::Validator(WhyNoCount, ""))
+        ->type_name("N");
     command.add_flag("--raw", options.report.raw, "Show messages as the library sends them");
     command.add_flag("--verbose", options.report.verbose, "Show also what the library says of the reading itself");
 }

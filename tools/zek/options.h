@@ -16,6 +16,7 @@ struct Options {
     std::string image;               ///< compile: where the compiled image goes; empty for the default
     std::string debugImage;          ///< compile: where the debug image goes; empty for the default
     std::vector<std::string> includes;
+    std::size_t mostFiles = 10000;  ///< how many files one compilation may read
     ReportOptions report;
     bool json = false;
 };

@@ -86,6 +86,16 @@ const std::vector<Place>& Places::SectionsWithout(const std::string& section, co
     return found->second;
 }
 
+std::vector<Place> Places::WayTo(std::size_t opening) {
+    SectionsRead();
+    std::vector<Place> way;
+    for (; opening != 0; opening = files_[opening].includer) {
+        way.push_back({files_[files_[opening].includer].path, lines_[opening]});
+    }
+    std::reverse(way.begin(), way.end());
+    return way;
+}
+
 /// The sections of a file and, where one of them includes a file, that file's.
 void Places::ReadAgain(std::size_t position, const std::vector<std::vector<std::size_t>>& included) {
     auto next = included[position].begin();
@@ -97,7 +107,9 @@ void Places::ReadAgain(std::size_t position, const std::vector<std::vector<std::
         for (const SourceItem& item : section.items) {
             // One that could not be loaded is not among the files.
             const std::string name = BackslashFolder(files_[position].name) + FirstText(item.value);
-            if (next != included[position].end() && files_[*next].name == name) ReadAgain(*next++, included);
+            if (next == included[position].end() || files_[*next].name != name) continue;
+            lines_[*next] = item.line;
+            ReadAgain(*next++, included);
         }
     }
 }
@@ -107,6 +119,7 @@ const std::vector<Places::ReadSection>& Places::SectionsRead() {
     std::vector<std::vector<std::size_t>> included(files_.size());
     for (std::size_t i = 1; i < files_.size(); ++i) included[files_[i].includer].push_back(i);
     positions_.resize(files_.size());
+    lines_.resize(files_.size());
     ReadAgain(0, included);
     return read_;
 }

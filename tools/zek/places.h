@@ -41,6 +41,10 @@ public:
     /// The headers of all sections of that name without an item of that key, in the order in which they were read.
     const std::vector<Place>& SectionsWithout(const std::string& section, const std::string& key);
 
+    /// The include items that lead to an opening of a file, the one in the main source first. Line 0 where it is not
+    /// known. The opening is a position among the files.
+    std::vector<Place> WayTo(std::size_t opening);
+
 private:
     struct ReadSection {
         const std::string* path;
@@ -62,6 +66,7 @@ private:
     std::map<std::pair<std::string, std::string>, std::vector<Place>> without_;
     std::vector<ReadSection> read_;
     std::vector<std::vector<std::size_t>> positions_;  // in read_, of each file's sections
+    std::vector<unsigned> lines_;                      // of the items that include the files; 0 where not known
     std::map<std::string, std::size_t> kinds_;         // the position of the first section of each name
 };
 

@@ -58,6 +58,8 @@ Wanted EarlierWantedBy(const Message& message, const Wanted& wanted) {
 
 std::string Shown(const Place& place) { return Printable(place.path) + ':' + std::to_string(place.line); }
 
+std::string ShownOrPath(const Place& place) { return place.line ? Shown(place) : Printable(place.path); }
+
 std::string Counted(unsigned count, const std::string& word) {
     return std::to_string(count) + ' ' + word + (count == 1 ? "" : "s");
 }
@@ -81,9 +83,14 @@ void Report::Add(const std::vector<Message>& reading, const std::vector<Message>
 
 std::string Report::Text() const {
     std::string summary;
+    std::string text = text_;
+    if (pastMost_ > 1 && !options_.raw) {
+        text +=
+            Printable(source_) + ": note: " + Counted(pastMost_ - 1, "more include") + " not read for the same reason\n";
+    }
     if (errors_) summary += Counted(errors_, "error");
     if (warnings_) summary += (errors_ ? ", " : "") + Counted(warnings_, "warning");
-    return summary.empty() ? text_ : text_ + Printable(source_) + ": " + summary + '\n';
+    return summary.empty() ? text : text + Printable(source_) + ": " + summary + '\n';
 }
 
 void Report::AddOne(const Message& message, bool fails) {
@@ -107,19 +114,36 @@ void Report::AddLine(const std::string& place, Severity severity, const std::str
 
 void Report::AddLoss(const Message& message) {
     ++losses_;
+    // The first tells it for all.
+    if (message.refusal.isPastMost && ++pastMost_ > 1) return;
     std::string place = message.path;
     // Not known with another maker's parser library.
     if (place.empty()) place = message.Is(kFileNotLoaded) ? message.Text(0) : source_;
     place = Printable(place);
     const std::string text = LossText(message, place);
     AddLine(place, Severity::kError, text);
+    if (!options_.raw && !message.refusal.circle.empty()) NoteCircle(message, place);
+}
+
+void Report::NoteCircle(const Message& message, const std::string& place) {
+    const Refusal& refusal = message.refusal;
+    // One file may hold many such items; the way to it is told once.
+    if (lastChain_ != refusal.includer) {
+        std::vector<Place> way = places_.WayTo(refusal.includer);
+        for (std::size_t i = 0; i < way.size(); ++i) {
+            const std::string& included = i + 1 < way.size() ? way[i + 1].path : message.path;
+            text_ += ShownOrPath(way[i]) + ": note: includes " + Printable(included) + '\n';
+        }
+    }
+    lastChain_ = refusal.includer;
+    text_ += place + ": note: includes " + Printable(refusal.circle) + '\n';
 }
 
 std::string Report::LossText(const Message& message, std::string& place) {
     if (message.Is(kFileNotLoaded)) {
         place += ':' + std::to_string(message.Number(1));
-        const std::string reason = message.reason.empty() ? "cannot be loaded" : message.reason;
-        const std::string file = message.name.empty() ? message.Text(4) : message.name;
+        const std::string reason = message.refusal.reason.empty() ? "cannot be loaded" : message.refusal.reason;
+        const std::string file = message.refusal.name.empty() ? message.Text(4) : message.refusal.name;
         return '[' + Printable(message.Text(2)) + "]:" + Printable(message.Text(3)) + ", " +
                Printable(file + ' ' + reason);
     }

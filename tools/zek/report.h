@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -43,6 +44,8 @@ private:
     void AddLine(const std::string& place, Severity severity, const std::string& text);
     /// The places that a message of the check may be about, those of its twins taken away where they are known.
     std::vector<Place> PlacesOf(const Message& message, const Wanted& wanted, std::string_view rest);
+    /// The chain of files that ends in one that includes itself.
+    void NoteCircle(const Message& message, const std::string& place);
     void NoteMissing(const std::string& section, const std::string& key);
     std::string LossText(const Message& message, std::string& place);
     /// The text of a format from its `position`, whose first conversion takes the argument at `argument`.
@@ -60,6 +63,8 @@ private:
     unsigned errors_ = 0;
     unsigned warnings_ = 0;
     unsigned losses_ = 0;
+    unsigned pastMost_ = 0;                 // files that were not read because of the limit
+    std::optional<std::size_t> lastChain_;  // whose includes of itself were shown with their chain last
 };
 
 }  // namespace zek::tool

@@ -57,8 +57,8 @@ std::string WhyRefused(const std::string& path) {
     return info.st_size > kLongestFile ? "it is longer than 4 GiB - 2 bytes" : "the parser library refuses it";
 }
 
-SourceReading::SourceReading(const ParserLibrary& library, IncludeSearch search)
-    : library_(library), search_(std::move(search)) {
+SourceReading::SourceReading(const ParserLibrary& library, IncludeSearch search, std::size_t mostFiles)
+    : library_(library), search_(std::move(search)), mostFiles_(mostFiles) {
     if (library_.HasHook()) library_.setOpenHook(Asked, this);
     Listen(this);
 }
@@ -74,32 +74,41 @@ bool SourceReading::Asked(void* context, const std::string& name, const std::str
 }
 
 bool SourceReading::Decide(const std::string& name, const std::string& includer, std::string& path) {
-    refusal_.clear();
+    refusal_.reset();
     while (!open_.empty() && Current().path != includer) open_.pop_back();
     if (open_.empty()) {
         path = MainSource(name);
     } else {
         open_.back().begun = true;
+        if (files_.size() >= mostFiles_) return RefuseAsPastMost(name);
         const IncludeFound found = FindInclude(name);
-        if (found.path.empty()) return Refuse(name, NotFound(found));
+        if (found.path.empty()) return Refuse({name, NotFound(found)});
         path = found.path;
     }
     struct stat info {};
     const std::string reason = WhyUnreadable(path, info);
-    if (!reason.empty()) return Refuse(name, "cannot be read: " + path + ": " + reason);
+    if (!reason.empty()) return Refuse({name, "cannot be read: " + path + ": " + reason});
     const std::size_t position = files_.size();
     const SourceFile file = {name, path, info.st_dev, info.st_ino, open_.empty() ? position : open_.back().position};
-    const std::string chain = ChainTo(file);
-    if (!chain.empty()) return Refuse(name, "includes itself: " + chain);
+    const std::string circle = CircleOf(file);
+    if (!circle.empty()) return Refuse({name, "includes itself: " + circle, path, open_.back().position});
     files_.push_back(file);
     open_.push_back({position});
     return true;
 }
 
-bool SourceReading::Refuse(const std::string& name, const std::string& reason) {
-    refused_ = name;
-    refusal_ = reason;
+bool SourceReading::Refuse(Refusal refusal) {
+    refusal_ = std::move(refusal);
     return false;
+}
+
+bool SourceReading::RefuseAsPastMost(const std::string& name) {
+    Refusal refusal;
+    refusal.name = name;
+    refusal.reason =
+        "is not read: " + std::to_string(files_.size()) + " files were read, as many as --max-files allows";
+    refusal.isPastMost = true;
+    return Refuse(std::move(refusal));
 }
 
 IncludeFound SourceReading::FindInclude(const std::string& name) const {
@@ -114,14 +123,14 @@ IncludeFound SourceReading::FindInclude(const std::string& name) const {
     return search_.Find(name, includer.path);
 }
 
-std::string SourceReading::ChainTo(const SourceFile& file) const {
+std::string SourceReading::CircleOf(const SourceFile& file) const {
     const auto first = std::find_if(open_.begin(), open_.end(), [&](const Open& open) {
         return files_[open.position].device == file.device && files_[open.position].inode == file.inode;
     });
     if (first == open_.end()) return {};
-    std::string chain;
-    for (auto open = first; open != open_.end(); ++open) chain += files_[open->position].path + " -> ";
-    return chain + file.path;
+    std::string circle;
+    for (auto open = first; open != open_.end(); ++open) circle += files_[open->position].path + " -> ";
+    return circle + file.path;
 }
 
 void SourceReading::Hear(Message& message) noexcept {
@@ -134,15 +143,16 @@ void SourceReading::Hear(Message& message) noexcept {
 }
 
 void SourceReading::Explain(Message& failure) {
-    if (!refusal_.empty()) {
-        failure.name = std::exchange(refused_, {});
-        failure.reason = std::exchange(refusal_, {});
+    if (refusal_) {
+        failure.refusal = std::move(*refusal_);
+        refusal_.reset();
     } else if (open_.size() >= kMostOpen) {
-        failure.reason = "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another";
+        failure.refusal.reason =
+            "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another";
     } else if (!open_.back().begun) {
         // Let pass, but the reading failed all the same.
-        failure.name = Current().name;
-        failure.reason = "cannot be read: " + Current().path + ": " + WhyRefused(Current().path);
+        failure.refusal.name = Current().name;
+        failure.refusal.reason = "cannot be read: " + Current().path + ": " + WhyRefused(Current().path);
         open_.pop_back();
         files_.pop_back();
     }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,8 +35,9 @@ std::string WhyRefused(const std::string& path);
 
 class SourceReading : public MessageListener {
 public:
-    /// Takes the library's hook, where it has one, and the messages, until it is destroyed or Stop is called.
-    SourceReading(const ParserLibrary& library, IncludeSearch search);
+    /// Takes the library's hook, where it has one, and the messages, until it is destroyed or Stop is called. At most
+    /// `mostFiles` files are read, the main source and each opening of an included one counted.
+    SourceReading(const ParserLibrary& library, IncludeSearch search, std::size_t mostFiles);
     ~SourceReading() override { Stop(); }
     SourceReading(const SourceReading&) = delete;
     SourceReading& operator=(const SourceReading&) = delete;
@@ -45,7 +47,7 @@ public:
     /// Every opening of a file, in order; the main source first. Empty when the parser library has no hook.
     const std::vector<SourceFile>& Files() const { return files_; }
 
-    /// Fills `path`, and `name` and `reason` where an include could not be loaded.
+    /// Fills `path`, and `refusal` where an include could not be loaded.
     void Hear(Message& message) noexcept override;
 
 private:
@@ -56,9 +58,10 @@ private:
 
     static bool Asked(void* context, const std::string& name, const std::string& includer, std::string& path);
     bool Decide(const std::string& name, const std::string& includer, std::string& path);
-    bool Refuse(const std::string& name, const std::string& reason);
+    bool Refuse(Refusal refusal);
+    bool RefuseAsPastMost(const std::string& name);
     IncludeFound FindInclude(const std::string& name) const;
-    std::string ChainTo(const SourceFile& file) const;
+    std::string CircleOf(const SourceFile& file) const;
     void Explain(Message& failure);
     const SourceFile& Current() const { return files_[open_.back().position]; }
 
@@ -66,8 +69,8 @@ private:
     IncludeSearch search_;
     std::vector<SourceFile> files_;
     std::vector<Open> open_;  // the file being read last, behind those that include it
-    std::string refused_;     // the name that the hook refused last, and why
-    std::string refusal_;
+    std::size_t mostFiles_;
+    std::optional<Refusal> refusal_;  // of the name that the hook was asked for last
 };
 
 }  // namespace zek::tool
