@@ -9,6 +9,13 @@
 
 namespace zek::test {
 
+/// The files of a generated source by the paths to write them at; those that it includes without having them are empty.
+inline std::map<std::string, std::string> FilesToWrite(unsigned seed) {
+    std::map<std::string, std::string> files = {{"main.zek", ""}, {"a.zek", ""}, {"b.zek", ""}, {"dir/c.zek", ""}};
+    for (auto& [name, text] : SourceGenerator(seed).Files()) files[name == "dir\\c.zek" ? "dir/c.zek" : name] = text;
+    return files;
+}
+
 /// The number of a shard; each takes the seeds from number * kSeedsInShard on.
 class GeneratedSource : public ProcessTest, public testing::WithParamInterface<unsigned> {
 protected:
@@ -20,9 +27,8 @@ protected:
         std::filesystem::create_directory("dir");
         for (unsigned seed = GetParam() * kSeedsInShard; seed < (GetParam() + 1) * kSeedsInShard; ++seed) {
             SCOPED_TRACE("seed " + std::to_string(seed));
-            const auto files = SourceGenerator(seed).Files();
-            for (const char* name : {"main.zek", "a.zek", "b.zek", "dir/c.zek"}) Write(name, "");
-            for (const auto& [name, text] : files) Write(name == "dir\\c.zek" ? "dir/c.zek" : name, text);
+            const auto files = FilesToWrite(seed);
+            for (const auto& [name, text] : files) Write(name, text);
             compare(seed);
             if (!HasFailure()) continue;
             for (const auto& [name, text] : files) std::cout << "--- " << name << " of seed " << seed << "\n" << text;

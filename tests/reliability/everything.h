@@ -1,0 +1,127 @@
+/// A short source that uses all there is: every kind of section, every key, every value type. Relies on nothing.
+#pragma once
+
+namespace zek::test {
+
+/// Stands in everything.zek and includes words.zek.
+inline constexpr char kEverything[] = R"(
+[QUORZEK]
+VERSION = 1.0
+[INCLUDE]
+FILE = words.zek
+[PROPERTY]
+Maker = us
+Note = "a, b"
+[SYSTEM]
+TYPE = 1
+MODEL = ""
+FLAG = 0x80
+ZEKLOOP = 5
+SOUTHBRIDGE = 2
+NORTHBRIDGE = SIX
+P_Unit = V
+[GROUP]
+PARENT = 0
+NAME = Top
+CHILDGROUP = 1
+VALUE_INIT = T101,10
+VALUE_DEINIT = T103,0
+[GROUP]
+PARENT = Top
+NAME = Low
+CHILDGROUP = 0
+VALUE_ENTRY = T0
+VALUE_EXIT = T3,Do,1,G_A
+[SENSOR]
+PARENT = Low
+NAME = S
+ID = 1
+TYPE = 1
+INITFLAG = 0
+CONTROLMASK = 3
+THEORY = 20
+THRESHOLD_FH = 90
+THRESHOLD_WH = 80
+THRESHOLD_FL = 0
+THRESHOLD_WL = -1
+VALUE = T4,0x05,16,BUSTYPE_SMBUS,0x18
+VALUE_INIT = T5,0x0A10,8,BUSTYPE_SIMPLEIOPORT,0,1,2
+VALUE_DEINIT = T6,4,0x2d,1,G_A
+VALUE_ENTRY = T7,1,2,3,4
+VALUE_EXIT = T8,0,SIX,BUSTYPE_SMBUS,0x18
+VALUE_IPMI = T9,0,SIX,BUSTYPE_SMBUS,0x18,ARG0
+VALUE_OWN = T10,Curve,300
+P_Unit = C
+[DEVICE]
+NAME = D
+ID = 7
+INITFLAG = 1
+CONTROLMASK = 0
+VALUE_SEND = T11,0x70,8,BUSTYPE_SMBUS,0x00,4
+VALUE_GET = T12,0x70,8,BUSTYPE_SMBUS,0x00
+VALUE_OTHER = T50
+P_Slot = 3
+[ACTION]
+NAME = Do
+ARGNUMBER = 2
+VALUE_1 = T2,+,ARG1,ARG2
+VALUE_2 = T2,>,VALUE_1,127,0,VALUE_1
+VALUE_3 = T102,VALUE_2,Do,1,2
+VALUE_4 = T104,VALUE_1
+VALUE = T1,VALUE_2
+VALUE_IPMI = T1,0xFFFFFFFF
+[TABLE]
+NAME = Curve
+TYPE = 1
+0.255 = 255
+3 = 9
+[TABLE]
+NAME = Next
+TYPE = 2
+4.5 = 1
+[TAVRGROUP]
+NAME = All
+ID = 1
+PID = 0
+SENSORS = 1
+P_Unit = all
+[TAVRGROUP]
+NAME = None
+ID = 2
+PID = 1
+SENSORS =
+[GLOBAL]
+G_A = T1,7
+G_B = T2,-,G_A,1
+[REPEATER]
+Rep = 3,Do,G_A,2
+)";
+
+inline constexpr char kWords[] = R"(
+[DEFINE]
+T0 = 0
+T1 = 1
+T2 = 2
+T3 = 3
+T4 = 4
+T5 = 5
+T6 = 6
+T7 = 7
+T8 = 8
+T9 = 9
+T10 = 10
+T11 = 11
+T12 = 12
+T50 = 50
+T101 = 101
+T102 = 102
+T103 = 103
+T104 = 104
+BUSTYPE_SMBUS = 1
+BUSTYPE_SIMPLEIOPORT = 2
+[IFDEF]
+DEFINEWORD = T1
+SIX = 6
+)";
+
+}  // namespace zek::test
