@@ -64,10 +64,6 @@ bool IsNameOf(const CZEKEntry& entry, std::string_view keyword) {
 
 }  // namespace
 
-bool HasPrefix(const std::string& text, std::string_view prefix) {
-    return text.size() > prefix.size() && text.starts_with(prefix);
-}
-
 std::optional<unsigned> DecidedAtOnce(CZEKEntry& entry, CZEKObj* parent, unsigned flag, unsigned ownClass) {
     if (!HoldsData(entry)) return entry.ChkEntryExist(parent, flag);
     const bool named = entry.ChkEntryName(parent, flag);
@@ -120,7 +116,7 @@ unsigned CZEKEntry::ChkEntryExist(CZEKObj* parent, unsigned) {
 unsigned CZEKEntry::ChkEntryName(CZEKObj* parent, unsigned) {
     const tagNTMAP* row = zek::KeywordOf(m_dwType);
     if (!row) return 0;
-    if (zek::IsNameOf(*this, row->pszName)) return 1;
+    if (zek::IsNameOf(*this, zek::TextOf(*row))) return 1;
     LOG(zek::kBadEntryName, WHERE(*this, *parent));
     return 0;
 }

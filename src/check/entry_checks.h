@@ -35,7 +35,9 @@ void MoveOrCopyList(CZEKEntry& entry, std::size_t first, std::size_t count, unsi
 bool TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag, std::string& text);
 
 /// Whether the text is longer than the prefix and begins with it.
-bool HasPrefix(const std::string& text, std::string_view prefix);
+inline bool HasPrefix(const std::string& text, std::string_view prefix) {
+    return text.size() > prefix.size() && text.starts_with(prefix);
+}
 
 inline constexpr std::string_view kArgPrefix = "ARG";
 inline constexpr std::string_view kGlobalPrefix = "G_";

@@ -28,10 +28,10 @@ std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<unsigned>> num
 /// that each is placed by the one before: a search from the top would miss the cache at most levels of a large table.
 template <class Key, class View>
 void EnterKeys(std::map<Key, unsigned>& table, std::span<const KeyedIdentifier<View>> keys) {
-    auto last = table.end();
+    auto next = table.begin();
     for (const RankedKey& ranked : InKeyOrder(keys)) {
         const auto& row = keys[ranked.position];
-        last = table.try_emplace(last, Key(row.key), row.id);
+        next = std::next(table.emplace_hint(next, row.key, row.id));
     }
 }
 

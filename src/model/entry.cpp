@@ -13,7 +13,9 @@ namespace zek {
 namespace {
 
 bool IsOneSubString(std::string_view value) {
-    return value.find(',') == std::string::npos && value.find('"') == std::string::npos;
+    // Most values are a few characters, which are looked at before a search has begun.
+    return std::none_of(value.begin(), value.end(),
+                        [](char character) { return character == ',' || character == '"'; });
 }
 
 std::string_view WaitingValueOf(const CZEKEntry& entry) { return g_waitingValues.At(entry.m_dwWaiting); }

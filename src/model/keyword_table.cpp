@@ -61,6 +61,8 @@ const tagNTMAP* RowOfKeyword(std::string_view keyword) { return Find(kNames, kBy
 
 const tagNTMAP* KeywordOf(unsigned type) { return Find(kTypes, kByType, type); }
 
+std::string_view TextOf(const tagNTMAP& row) { return kNames[static_cast<std::size_t>(&row - kKeywords.data())]; }
+
 }  // namespace zek
 
 const std::array<tagNTMAP, 37> g_NTMapEntry = zek::kKeywords;

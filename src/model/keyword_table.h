@@ -57,6 +57,8 @@ const tagNTMAP* RowOfKeyword(std::string_view keyword);
 
 /// The first row of a type id, or null.
 const tagNTMAP* KeywordOf(unsigned type);
+/// The keyword of a row of the table.
+std::string_view TextOf(const tagNTMAP& row);
 
 }  // namespace zek
 
