@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "check/first_table.h"
+#include "model/key_table.h"
 #include "model/section.h"
 
 namespace zek {
@@ -66,21 +66,21 @@ public:
 
     /// Room for the keys of one section and their positions, kept from one section to the next: a table of its own for
     /// each would be most of the work.
-    FirstTable<std::string_view, unsigned> keysOfSection;
+    KeyTable<std::string_view, unsigned> keysOfSection;
 
 private:
     struct Nothing {};
-    using Texts = FirstTable<std::string_view, Nothing>;
-    using Numbers = FirstTable<unsigned, Nothing>;
+    using Texts = KeyTable<std::string_view, Nothing>;
+    using Numbers = KeyTable<unsigned, Nothing>;
 
     struct Kind {
         bool HasID(unsigned id) const { return ids.Find(id) || otherIDs.Find(id); }
 
         const SectionList* sections = nullptr;
-        FirstTable<std::string_view, unsigned> names;  ///< to the position in `sections`
-        FirstTable<unsigned, unsigned> ids;            ///< the same
+        KeyTable<std::string_view, unsigned> names;  ///< to the position in `sections`
+        KeyTable<unsigned, unsigned> ids;            ///< the same
         Numbers otherIDs;                              ///< the values of IDs that are not written as numbers
-        FirstTable<std::string_view, KeyPlace> keys;
+        KeyTable<std::string_view, KeyPlace> keys;
     };
 
     static std::size_t RowOf(unsigned sectionType) { return (sectionType & kSectionOrdinalMask) - 1; }
@@ -93,7 +93,7 @@ private:
     void ReadSensorList(CZEKSection& section);
 
     std::array<Kind, 14> kinds_;                         ///< by section type
-    FirstTable<std::string_view, unsigned> groupLines_;  ///< the smallest line of the groups of a name
+    KeyTable<std::string_view, unsigned> groupLines_;  ///< the smallest line of the groups of a name
     std::vector<unsigned> paramCounts_;                  ///< of the actions
     Texts globals_;
     Numbers listedSensors_;

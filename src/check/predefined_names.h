@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include "check/first_table.h"
 #include "check/vocabulary.h"
+#include "model/key_table.h"
 
 namespace zek {
 
 /// Follows g_tblPreDefine: every change that the library makes at once, one that a host makes directly when the size of
-/// the table has changed. Keeps copies of the names, since such a host may have erased any.
+/// the table has changed. Has copies of the names, since such a host may have erased any.
 class PredefinedIndex {
 public:
     /// The value of a name, or null.
@@ -27,7 +27,7 @@ private:
     bool IsInStep() const { return values_.Size() == g_tblPreDefine.size(); }
     void Read();
 
-    FirstTable<std::string_view, unsigned, std::string> values_;
+    KeyTable<std::string_view, unsigned> values_;
 };
 
 extern PredefinedIndex g_predefinedIndex;

@@ -1,4 +1,4 @@
-/// Entering many keys into a table at once. Relies on key_index.h.
+/// Entering many keys into a table at once. Relies on the standard library.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,13 @@
 #include <utility>
 #include <vector>
 
-#include "compile/key_index.h"
-
 namespace zek {
+
+template <class Key>
+struct KeyedIdentifier {
+    Key key;
+    unsigned id;
+};
 
 /// One of many keys while they are sorted: where it stands among them, and what decides its place among most others
 /// without a look at them.
@@ -25,13 +29,15 @@ std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<std::string_vi
 std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<unsigned>> numbers);
 
 /// Adds the keys that the table does not have; of several equal ones the first stands. They are added in key order, so
-/// that each is placed by the one before: a search from the top would miss the cache at most levels of a large table.
+/// that most belong where the one before did: a search from the top would miss the cache at most levels of a large
+/// table.
 template <class Key, class View>
 void EnterKeys(std::map<Key, unsigned>& table, std::span<const KeyedIdentifier<View>> keys) {
     auto next = table.begin();
     for (const RankedKey& ranked : InKeyOrder(keys)) {
         const auto& row = keys[ranked.position];
-        next = std::next(table.emplace_hint(next, row.key, row.id));
+        if (next != table.end() && next->first < row.key) next = table.lower_bound(Key(row.key));
+        table.emplace_hint(next, row.key, row.id);
     }
 }
 

@@ -15,10 +15,6 @@ bool HasFreeNames(unsigned identifier) {
     return identifier == kImageProperty || identifier == kImageGlobal || identifier == kImageRepeater;
 }
 
-void KeepFirst(unsigned& kept, unsigned position) {
-    if (kept == 0) kept = position;
-}
-
 }  // namespace
 
 SectionsStamp SectionsStamp::Now() {
@@ -61,14 +57,14 @@ ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
 
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
     Names names{{}, false, KeysInTables()};
-    for (unsigned position = 1; const tagGCSECT* section : kind.sections) {
+    for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             const bool byValue = entry.dwName == kIdName && !entry.vdwValues.empty();
             if (!byValue && !HasFreeNames(kind.identifier)) continue;
             // A candidate that is no name text counts as compared all the same.
             names.any = true;
             const tagGCVALUE name = GetTblData(byValue ? entry.vdwValues[0] : entry.dwName);
-            if (name.dwKind == 2) KeepFirst(names.keys.Of(name.pszName).id, position);
+            if (name.dwKind == 2) names.keys.Add(name.pszName, position);
         }
         ++position;
     }
@@ -77,12 +73,12 @@ ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
 
 ImageIndex::IDs ImageIndex::ReadIDs(const Kind& kind) {
     IDs ids{{}, false, g_tblDword.size()};
-    for (unsigned position = 1; const tagGCSECT* section : kind.sections) {
+    for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             if (entry.dwName != kIdID || entry.vdwValues.empty()) continue;
             ids.any = true;
             const tagGCVALUE id = GetTblData(entry.vdwValues[0]);
-            if (id.dwKind == 1) KeepFirst(ids.keys.Of(static_cast<unsigned>(id.qwNumber)).id, position);
+            if (id.dwKind == 1) ids.keys.Add(static_cast<unsigned>(id.qwNumber), position);
         }
         ++position;
     }
@@ -91,8 +87,8 @@ ImageIndex::IDs ImageIndex::ReadIDs(const Kind& kind) {
 
 template <class Key>
 Found ImageIndex::Find(const Kind& kind, Positions<Key>& positions, const Key& key) {
-    const unsigned position = positions.keys.Find(key);
-    return {position == 0 ? nullptr : kind.sections[position - 1], positions.any};
+    const unsigned* position = positions.keys.Find(key);
+    return {position ? kind.sections[*position] : nullptr, positions.any};
 }
 
 const std::vector<tagGCSECT*>& ImageIndex::Sections(unsigned identifier) { return KindOf(identifier).sections; }

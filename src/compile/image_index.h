@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "compile/image_stamp.h"
-#include "compile/key_index.h"
+#include "model/key_table.h"
 
 namespace zek {
 
@@ -31,10 +31,10 @@ public:
     Found WithID(unsigned identifier, unsigned number);
 
 private:
-    /// Names or ids with the positions of the first sections that have them, counted from 1.
+    /// Names or ids with the positions of the first sections that have them.
     template <class Key>
     struct Positions {
-        KeyIndex<Key> keys;
+        KeyTable<Key, unsigned> keys;
         bool any = false;              ///< whether a section had anything to compare
         std::size_t keysInTables = 0;  ///< when they were read
     };

@@ -3,7 +3,6 @@
 #include <span>
 
 #include "check/vocabulary.h"
-#include "compile/enter_keys.h"
 #include "compile/state.h"
 
 namespace zek {
@@ -11,8 +10,8 @@ namespace zek {
 namespace {
 
 template <class View>
-unsigned NumberIn(KeyIndex<View>& keys, const View& key, unsigned& counter) {
-    unsigned& id = keys.Of(key).id;
+unsigned NumberIn(KeyTable<View, unsigned>& keys, View key, unsigned& counter) {
+    unsigned& id = keys.Add(key, 0);
     if (id == 0) id = counter++;
     return id;
 }
@@ -23,15 +22,24 @@ template <class Key, class View>
 void Numbering::Keys<Key, View>::TakeIn(std::map<Key, unsigned>& table) {
     mapped.reserve(table.size());
     for (auto& [key, id] : table) {
-        index.Of(key).id = id;
+        index.Add(key, id);
         mapped.push_back(&id);
     }
 }
 
 template <class Key, class View>
+std::vector<KeyedIdentifier<View>> Numbering::Keys<Key, View>::Rows() const {
+    std::vector<KeyedIdentifier<View>> rows;
+    rows.reserve(index.Size());
+    for (const auto& [key, id] : index) rows.push_back({key, id});
+    return rows;
+}
+
+template <class Key, class View>
 void Numbering::Keys<Key, View>::Enter(std::map<Key, unsigned>& table) const {
-    for (std::size_t i = 0; i < mapped.size(); ++i) *mapped[i] = index.Rows()[i].id;
-    EnterKeys(table, std::span(index.Rows()).subspan(mapped.size()));
+    const std::vector<KeyedIdentifier<View>> rows = Rows();
+    for (std::size_t i = 0; i < mapped.size(); ++i) *mapped[i] = rows[i].id;
+    EnterKeys(table, std::span(rows).subspan(mapped.size()));
 }
 
 Numbering::Numbering() : predefinedDigits_(g_tblPreDefine.lower_bound("0") != g_tblPreDefine.lower_bound(":")) {
@@ -55,11 +63,11 @@ unsigned Numbering::Number(const IdentifierTable& table, std::string_view name) 
 unsigned Numbering::Number(unsigned number) { return NumberIn(numbers_.index, number, g_idxDword); }
 
 unsigned Numbering::LookUp(const IdentifierTable& table, std::string_view name) {
-    return KeysOf(table).index.Of(name).id;
+    return KeysOf(table).index.Add(name, 0);
 }
 
-std::span<const KeyedIdentifier<std::string_view>> Numbering::Names(const IdentifierTable& table) const {
-    return names_[RowOf(table)].index.Rows();
+std::vector<KeyedIdentifier<std::string_view>> Numbering::Names(const IdentifierTable& table) const {
+    return names_[RowOf(table)].Rows();
 }
 
 void Numbering::Enter() {

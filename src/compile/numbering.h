@@ -4,12 +4,12 @@
 #pragma once
 
 #include <array>
-#include <span>
 #include <string_view>
 #include <vector>
 
-#include "compile/key_index.h"
+#include "compile/enter_keys.h"
 #include "compile/tables.h"
+#include "model/key_table.h"
 
 namespace zek {
 
@@ -32,8 +32,8 @@ public:
     }
 
     /// The keys of a table, those of its map and the new ones, in no order that matters.
-    std::span<const KeyedIdentifier<std::string_view>> Names(const IdentifierTable& table) const;
-    std::span<const KeyedIdentifier<unsigned>> Numbers() const { return numbers_.index.Rows(); }
+    std::vector<KeyedIdentifier<std::string_view>> Names(const IdentifierTable& table) const;
+    std::vector<KeyedIdentifier<unsigned>> Numbers() const { return numbers_.Rows(); }
 
     /// Enters what was numbered or looked up into the maps. To be called once, at the end.
     void Enter();
@@ -41,10 +41,11 @@ public:
 private:
     template <class Key, class View>
     struct Keys {
-        KeyIndex<View> index;
+        KeyTable<View, unsigned> index;
         std::vector<unsigned*> mapped;  ///< the values in the map of the first rows, which it had from the start
 
         void TakeIn(std::map<Key, unsigned>& table);
+        std::vector<KeyedIdentifier<View>> Rows() const;
         void Enter(std::map<Key, unsigned>& table) const;
     };
 

@@ -1,5 +1,5 @@
 /// From an identifier back to its key. Stands beside a table's map because walking the map for every identifier would
-/// make each query as slow as the image is large. Relies on key_index.h.
+/// make each query as slow as the image is large. Relies on texts.h.
 #pragma once
 
 #include <map>
@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "compile/key_index.h"
+#include "model/texts.h"
 
 namespace zek {
 

@@ -13,7 +13,7 @@ namespace zek {
 namespace {
 
 bool IsOneSubString(std::string_view value) {
-    // Most values are a few characters, which are looked at before a search has begun.
+    // Most values are a few characters: a search for each of the two would take longer to begin.
     return std::none_of(value.begin(), value.end(),
                         [](char character) { return character == ',' || character == '"'; });
 }

@@ -1,10 +1,12 @@
-// The table of first values, against a tree that keeps the first value of each key.
-#include "check/first_table.h"
+// The table of keys, against a tree that keeps the first value of each key.
+#include "model/key_table.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "yardstick/random.h"
 
@@ -14,7 +16,7 @@ namespace {
 
 /// Adds every key with its position as value, each known key a second time, and expects what a tree gives.
 template <class Key, class Texts>
-void ExpectFirsts(FirstTable<Key, std::size_t>& table, const Texts& keys, const Texts& absent) {
+void ExpectFirsts(KeyTable<Key, std::size_t>& table, const Texts& keys, const Texts& absent) {
     std::map<Key, std::size_t> plain;
     for (std::size_t i = 0; i < keys.size(); ++i) {
         const std::size_t expected = plain.try_emplace(keys[i], i).first->second;
@@ -36,9 +38,9 @@ std::vector<std::string> Names(std::size_t count, const std::string& prefix, Ran
 
 }  // namespace
 
-TEST(FirstTable, KeepsTheFirstValueOfAName) {
+TEST(KeyTable, KeepsTheFirstValueOfAName) {
     Random random(1);
-    FirstTable<std::string_view, std::size_t> table;
+    KeyTable<std::string_view, std::size_t> table;
     for (std::size_t count : {1, 2, 3, 4, 5, 100, 3, 5000}) {
         for (bool roomMade : {true, false}) {
             SCOPED_TRACE(std::to_string(count) + (roomMade ? " with" : " without") + " room made");
@@ -49,20 +51,39 @@ TEST(FirstTable, KeepsTheFirstValueOfAName) {
     }
 }
 
-TEST(FirstTable, KeepsTheFirstValueOfANumber) {
+TEST(KeyTable, KeepsTheFirstValueOfANumber) {
     Random random(2);
     for (unsigned stride : {1U, 2U, 7U, 8U, 256U, 4096U, 1U << 16, 1U << 20, 0xFFFFFFFFU}) {
         SCOPED_TRACE(stride);
         std::vector<unsigned> numbers;
         for (unsigned i = 0; i < 4000; ++i) numbers.push_back((i % 10 == 0 ? random.Below(4000) : i) * stride);
-        FirstTable<unsigned, std::size_t> table;
+        KeyTable<unsigned, std::size_t> table;
         table.Reserve(random.Below(8000));
         ExpectFirsts(table, numbers, {0x80000001, 0x7FFFFFFE});
     }
 }
 
-TEST(FirstTable, LetsItsValuesBeChanged) {
-    FirstTable<unsigned, std::size_t> table;
+TEST(KeyTable, GoesThroughItsKeysInTheOrderInWhichTheyWereAdded) {
+    KeyTable<std::string_view, unsigned> table;
+    for (unsigned round = 0; round < 2; ++round) {
+        table.Restart(0);
+        EXPECT_EQ(table.begin(), table.end());
+        std::vector<std::pair<std::string, unsigned>> added;
+        // Texts of every length, now and then one that is longer than all before it together.
+        for (unsigned i = 0; i < 3000; ++i) {
+            const std::size_t length = i % 500 == 499 ? std::size_t{1} << (i / 250 + 8) : i % 40;
+            added.emplace_back(std::to_string(i) + std::string(length, 'x'), i);
+            table.Add(added.back().first, i);
+            table.Add(added[i / 2].first, i);
+        }
+        std::vector<std::pair<std::string, unsigned>> found;
+        for (const auto& [key, value] : table) found.emplace_back(key, value);
+        EXPECT_EQ(found, added);
+    }
+}
+
+TEST(KeyTable, LetsItsValuesBeChanged) {
+    KeyTable<unsigned, std::size_t> table;
     EXPECT_EQ(table.Find(5), nullptr) << "in an empty table";
     table.Add(5, 7) = 3;
     EXPECT_EQ(table.Add(5, 9), 3U);
