@@ -1,7 +1,4 @@
 // Damaged images through both families of queries: whatever is damaged, the process goes on.
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <iostream>
 #include <stdexcept>
 
@@ -9,31 +6,12 @@
 #include "reliability/all_queries.h"
 #include "reliability/child_cases.h"
 #include "reliability/damage.h"
+#include "reliability/image_file.h"
 #include "reliability/test_images.h"
 
 namespace zek::test {
 
 namespace {
-
-/// A file in memory that holds one image after the other.
-class ImageFile {
-public:
-    ImageFile() : descriptor_(memfd_create("image", MFD_CLOEXEC)) {}
-    ~ImageFile() { close(descriptor_); }
-    ImageFile(const ImageFile&) = delete;
-    ImageFile& operator=(const ImageFile&) = delete;
-
-    std::string Name() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
-    void Hold(const std::string& bytes) const {
-        if (ftruncate(descriptor_, 0) != 0 ||
-            pwrite(descriptor_, bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
-            throw std::runtime_error("cannot write an image");
-        }
-    }
-
-private:
-    int descriptor_;
-};
 
 /// Whether a file of `size` bytes loads; asks everything of what it left, loaded or not.
 using Load = bool (*)(const std::string& file, std::size_t size);

@@ -2,6 +2,7 @@
 // nothing of the project, so that the section-file parser's tests can use it too.
 #pragma once
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -9,6 +10,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/allocator_interface.h>
+#endif
 
 namespace zek::test {
 
@@ -37,6 +42,24 @@ private:
 // How many files the process has open, the folder that is read for it included.
 inline std::ptrdiff_t OpenFiles() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
+}
+
+// Bytes of the process that are in memory now.
+inline std::size_t ResidentMemory() {
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+// Bytes that the heap has given out and not taken back.
+inline std::size_t HeapInUse() {
+#if defined(__SANITIZE_ADDRESS__)
+    return __sanitizer_get_current_allocated_bytes();
+#else
+    const struct mallinfo2 heap = mallinfo2();
+    return heap.uordblks + heap.hblkhd;
+#endif
 }
 
 }  // namespace zek::test
