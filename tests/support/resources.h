@@ -12,7 +12,8 @@
 #include <iterator>
 
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/allocator_interface.h>
+// Of the sanitizer's run-time library, whose header is not installed everywhere.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
 #endif
 
 namespace zek::test {
