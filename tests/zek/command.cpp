@@ -1,7 +1,9 @@
 #include "zek/command.h"
 
 #include <fcntl.h>
+#include <linux/capability.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -47,6 +49,8 @@ void Apply(const Setting& setting, int out, int err) {
         const rlimit limit = {setting.fileSizeLimit, setting.fileSizeLimit};
         if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(122);
     }
+    // Nobody but root has the right to begin with.
+    if (setting.permissionsHold && geteuid() == 0 && prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE) != 0) _exit(124);
 }
 
 }  // namespace

@@ -24,6 +24,7 @@ struct Setting {
     bool closedOut = false;
     bool readerGone = false;          ///< standard output is a pipe that nobody reads
     unsigned long fileSizeLimit = 0;  ///< bytes; 0 is none
+    bool permissionsHold = false;     ///< what a file's mode forbids is forbidden, to root too
     std::vector<std::pair<std::string, std::string>> environment = {};
 };
 

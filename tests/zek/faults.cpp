@@ -4,14 +4,19 @@
 //   close    a close fails with EIO            fchmod   keeping the mode fails with EPERM
 //   rename1  the first rename fails with EBUSY rename2  the second does
 //   hang     a sync never returns
+//   room:N   the disk has room for N bytes: what goes beyond is not written, and fails with ENOSPC
+//   kill:N   the program is killed at its N-th step (from 1), before it takes it; a step is one of these calls, and of
+//            a write only half is done at a time
 //
 // ZEK_TEST_PARSER is the file that is loaded in place of the installed parser library.
 #include <dlfcn.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -23,6 +28,27 @@ constexpr char kInstalled[] = "/usr/tavr/lib/libzekrsparser.so.0";
 bool Fails(const char* name) {
     const char* fault = std::getenv("ZEK_FAULT");
     return fault && std::strcmp(fault, name) == 0;
+}
+
+/// The number of a fault that has one, such as 17 of "room:17"; -1 when it is not this one.
+long NumberOf(const char* name) {
+    const char* fault = std::getenv("ZEK_FAULT");
+    const std::size_t length = std::strlen(name);
+    return fault && std::strncmp(fault, name, length) == 0 && fault[length] == ':' ? std::atol(fault + length + 1) : -1;
+}
+
+void Step() {
+    static long taken = 0;
+    if (++taken == NumberOf("kill")) std::raise(SIGKILL);
+}
+
+/// How many of these bytes the disk takes.
+size_t Room(size_t count) {
+    static long left = NumberOf("room");
+    if (left < 0) return count;
+    const size_t taken = std::min(count, static_cast<size_t>(left));
+    left -= static_cast<long>(taken);
+    return taken;
 }
 
 bool IsTemporary(const char* path) {
@@ -52,31 +78,52 @@ int Failed(int error) {
 extern "C" {
 
 ssize_t write(int descriptor, const void* bytes, size_t count) {
-    if (Fails("write") && IsTemporary(descriptor)) return Failed(ENOSPC);
+    if (IsTemporary(descriptor)) {
+        if (Fails("write")) return Failed(ENOSPC);
+        Step();
+        if (count > 1 && NumberOf("kill") > 0) count /= 2;
+        const size_t room = Room(count);
+        if (room == 0 && count > 0) return Failed(ENOSPC);
+        count = room;
+    }
     return Next("write", &write)(descriptor, bytes, count);
 }
 
 int fsync(int descriptor) {
     if (Fails("fsync") && IsTemporary(descriptor)) return Failed(EIO);
     while (Fails("hang") && IsTemporary(descriptor)) pause();
+    Step();
     return Next("fsync", &fsync)(descriptor);
 }
 
 int close(int descriptor) {
-    const bool fails = Fails("close") && IsTemporary(descriptor);
+    const bool temporary = IsTemporary(descriptor);
+    if (temporary) Step();
     const int result = Next("close", &close)(descriptor);
-    return fails ? Failed(EIO) : result;
+    return temporary && Fails("close") ? Failed(EIO) : result;
 }
 
 int fchmod(int descriptor, mode_t mode) {
     if (Fails("fchmod") && IsTemporary(descriptor)) return Failed(EPERM);
+    Step();
     return Next("fchmod", &fchmod)(descriptor, mode);
+}
+
+int link(const char* from, const char* to) {
+    Step();
+    return Next("link", &link)(from, to);
+}
+
+int unlink(const char* path) {
+    Step();
+    return Next("unlink", &unlink)(path);
 }
 
 int rename(const char* from, const char* to) {
     static int count = 0;
     ++count;
     if ((Fails("rename1") && count == 1) || (Fails("rename2") && count == 2)) return Failed(EBUSY);
+    Step();
     return Next("rename", &rename)(from, to);
 }
 

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <iostream>
 #include <random>
 #include <thread>
 
@@ -65,42 +66,93 @@ TEST_F(ZekInterrupted, SignalThatWasIgnoredStaysIgnored) {
     EXPECT_FALSE(HasTemporary());
 }
 
-TEST_F(ZekInterrupted, LeavesWholeImagesWheneverItComes) {
-    WriteSound("old.zek", 500);
-    WriteSound("new.zek", 1500);
-    const Strings compile = {ZEK_PROGRAM, "compile", "new.zek", "-o", "image", "-g", "debug"};
-    ASSERT_EQ(Zek({"compile", "new.zek"}).code, 0);
-    ASSERT_EQ(Zek({"compile", "old.zek"}).code, 0);
-    const auto begin = std::chrono::steady_clock::now();
-    ASSERT_EQ(Program(compile).Finish().code, 0);
-    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
-    const std::string images[] = {WithoutTime(Read("old.zki")), WithoutTime(Read("new.zki"))};
-    const std::string debugImages[] = {WithoutTime(Read("old.zkd")), WithoutTime(Read("new.zkd"))};
-    std::mt19937 random(20240229);
-    std::uniform_int_distribution<long> moment(0, whole.count() + whole.count() / 4);
-    int interrupted = 0;
-    for (int i = 0; i < 60; ++i) {
+/// Two images of an old source, under the names that the compilation of a new one writes.
+class ZekKilled : public ZekInterrupted {
+protected:
+    struct Pair {
+        std::string image;
+        std::string debug;
+        bool operator==(const Pair&) const = default;
+    };
+
+    void SetUp() override {
+        ZekInterrupted::SetUp();
+        WriteSound("old.zek", 5);
+        WriteSound("new.zek", 20);
+        ASSERT_EQ(Program(kCompile).Finish().code, 0);
+        new_ = Images();
+        ASSERT_EQ(Zek({"compile", "old.zek", "-o", "old.zki", "-g", "old.zkd"}).code, 0);
+        PutOldImages();
+        old_ = Images();
+    }
+
+    static void PutOldImages() {
         std::filesystem::copy_file("old.zki", "image", std::filesystem::copy_options::overwrite_existing);
         std::filesystem::copy_file("old.zkd", "debug", std::filesystem::copy_options::overwrite_existing);
+    }
+    static Pair Images() { return {WithoutTime(Read("image")), WithoutTime(Read("debug"))}; }
+
+    void ExpectWholeImages() const {
+        const Pair images = Images();
+        EXPECT_TRUE(images.image == old_.image || images.image == new_.image) << images.image.size();
+        EXPECT_TRUE(images.debug == old_.debug || images.debug == new_.debug) << images.debug.size();
+    }
+
+    /// How many temporary files there were.
+    static unsigned RemoveTemporaries() {
+        unsigned removed = 0;
+        for (const std::string& name : Names()) removed += name.starts_with(".zek-") && std::filesystem::remove(name);
+        return removed;
+    }
+
+    static inline const Strings kCompile = {ZEK_PROGRAM, "compile", "new.zek", "-o", "image", "-g", "debug"};
+    Pair old_;
+    Pair new_;
+};
+
+class ZekKilledAtAMoment : public ZekKilled, public testing::WithParamInterface<unsigned> {};
+
+TEST_P(ZekKilledAtAMoment, LeavesWholeImages) {
+    constexpr int kCompiles = 250;
+    const auto begin = std::chrono::steady_clock::now();
+    ASSERT_EQ(Program(kCompile).Finish().code, 0);
+    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
+    std::mt19937 random(GetParam());
+    std::uniform_int_distribution<long> moment(0, whole.count() + whole.count() / 4);
+    int killed = 0;
+    int whileWriting = 0;
+    for (int i = 0; i < kCompiles; ++i) {
+        PutOldImages();
         const bool mayCleanUp = i % 2 == 0;
-        Program program(compile);
+        Program program(kCompile);
         std::this_thread::sleep_for(std::chrono::microseconds(moment(random)));
         kill(program.Process(), mayCleanUp ? SIGTERM : SIGKILL);
-        const Result result = program.Finish();
-        interrupted += result.signal != 0;
-        const std::string image = WithoutTime(Read("image"));
-        const std::string debug = WithoutTime(Read("debug"));
-        EXPECT_TRUE(image == images[0] || image == images[1]) << image.size();
-        EXPECT_TRUE(debug == debugImages[0] || debug == debugImages[1]) << debug.size();
-        if (mayCleanUp) {
-            EXPECT_EQ(image == images[0], debug == debugImages[0]);
-            EXPECT_FALSE(HasTemporary());
-        }
-        for (const std::string& name : Names()) {
-            if (name.starts_with(".zek-")) std::filesystem::remove(name);
-        }
+        killed += program.Finish().signal != 0;
+        ExpectWholeImages();
+        const unsigned left = RemoveTemporaries();
+        whileWriting += left > 0;
+        if (!mayCleanUp) continue;
+        EXPECT_EQ(left, 0U);
+        EXPECT_TRUE(Images() == old_ || Images() == new_) << "one of each";
     }
-    EXPECT_GT(interrupted, 0);
+    std::cout << kCompiles << " compiled, " << killed << " killed, " << whileWriting << " of them while writing\n";
+    EXPECT_GT(killed, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seed, ZekKilledAtAMoment, testing::Range(1U, 5U));
+
+TEST_F(ZekKilled, BeforeAnyStepOfTheWritingLeavesWholeImages) {
+    unsigned step = 1;
+    for (;; ++step) {
+        SCOPED_TRACE(step);
+        PutOldImages();
+        const Result result = Program(kCompile, Fault("kill:" + std::to_string(step))).Finish();
+        ExpectWholeImages();
+        if (result.signal == 0) break;
+        ASSERT_EQ(result.signal, SIGKILL);
+    }
+    EXPECT_EQ(Images(), new_);
+    EXPECT_GT(step, 20U) << "there is more to writing two images";
 }
 
 }  // namespace

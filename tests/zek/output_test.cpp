@@ -76,28 +76,6 @@ TEST_F(ZekOutput, ImageLongerThanFilesMayBeIsAnErrorWithTheOldOnesWhole) {
     }
 }
 
-/// On a full file system of its own where one may be mounted; where not, the writing call fails in its place.
-TEST_F(ZekOutput, FullDiskIsAnErrorWithTheOldImagesWhole) {
-    std::filesystem::create_directory("small");
-    const std::string compile = ZEK_PROGRAM " compile a.zek -o small/a.zki -g small/a.zkd";
-    const std::string mounted = "mount -t tmpfs -o size=8k zek-test small && echo old > small/a.zki && " + compile +
-                                "; code=$?; ls -A small; cat small/a.zki; exit $code";
-    const bool permitted = Program({"unshare", "-m", "mount", "-t", "tmpfs", "zek-test", "small"}).Finish().code == 0;
-    if (permitted) {
-        const Result result = Program({"unshare", "-m", "sh", "-c", mounted}).Finish();
-        EXPECT_EQ(result.code, 2);
-        EXPECT_EQ(result.out, "a.zki\nold\n");
-        EXPECT_EQ(result.err, "zek: cannot write small/a.zkd: No space left on device\n");
-        return;
-    }
-    Write("small/a.zki", "old\n");
-    const Result result = Zek({"compile", "a.zek", "-o", "small/a.zki", "-g", "small/a.zkd"}, Fault("write"));
-    EXPECT_EQ(result.code, 2);
-    EXPECT_EQ(result.err, "zek: cannot write small/a.zki: No space left on device\n");
-    EXPECT_EQ(Names("small"), Strings{"a.zki"});
-    EXPECT_EQ(Read("small/a.zki"), "old\n");
-}
-
 TEST_F(ZekOutput, TargetThatCannotBeWrittenIsAnErrorWithTheReason) {
     std::filesystem::create_directory("folder");
     std::filesystem::create_symlink("loop", "loop");
