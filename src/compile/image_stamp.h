@@ -7,6 +7,8 @@
 
 namespace zek {
 
+extern unsigned g_changes;
+
 /// Differs as soon as one of our functions has changed a table or the list of sections, or a host has changed the
 /// list's size, or its first or last section.
 struct SectionsStamp {

@@ -1,15 +1,21 @@
 /// From an identifier back to its key. Stands beside a table's map because walking the map for every identifier would
-/// make each query as slow as the image is large. Relies on texts.h.
+/// make each query as slow as the image is large. Relies on the
+/// published records, texts.h.
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "model/large_pages.h"
 #include "model/texts.h"
+#include "zekcomp/records.h"
 
 namespace zek {
 
@@ -26,17 +32,36 @@ std::vector<const Key*> KeysByIdentifier(const Rows& rows, unsigned first, std::
     return keys;
 }
 
+/// The first key in key order with this identifier, or null.
+template <class Key>
+const Key* FirstKeyWith(const std::map<Key, unsigned>& table, unsigned id) {
+    const auto place = std::find_if(table.begin(), table.end(), [id](const auto& pair) { return pair.second == id; });
+    return place == table.end() ? nullptr : &place->first;
+}
+
+/// The data of a value result: a number, or the address of a text.
+using DataWord = std::uint64_t;
+
+inline DataWord DataWordOf(unsigned number) { return number; }
+inline DataWord DataWordOf(const std::string& text) { return reinterpret_cast<std::uintptr_t>(text.c_str()); }
+
+/// The kinds of a value result.
+inline constexpr unsigned kNumberKind = 1;
+inline constexpr unsigned kNameKind = 2;
+
+inline tagGCVALUE NoValue(unsigned id) { return {0, id, {0}}; }
+
 /// What an index keeps of a name: a copy, so that a host that takes a key out of the map itself leaves nothing that
 /// points to it. A copy stays where it is until the table is read anew, since hosts keep what a query gave them.
 class KeptName {
 public:
-    using Kept = const char*;
-    static constexpr Kept kNone = nullptr;
+    static constexpr unsigned kKind = kNameKind;
+    static constexpr DataWord kNone = 0;
 
     /// The copy of a name; `last` is the one of its identifier so far.
-    Kept Keep(const std::string& name, Kept last) {
-        const bool same = last && std::string_view(last) == name.c_str();
-        return same ? last : texts_.Keep(name.c_str()).data();
+    DataWord Keep(const std::string& name, const tagGCVALUE& last) {
+        const bool same = last.dwKind != 0 && std::string_view(last.pszName) == name.c_str();
+        return same ? last.qwNumber : reinterpret_cast<std::uintptr_t>(texts_.Keep(name.c_str()).data());
     }
 
 private:
@@ -45,54 +70,51 @@ private:
 
 class KeptNumber {
 public:
-    using Kept = unsigned;
+    static constexpr unsigned kKind = kNumberKind;
     /// Also a number, which cannot be told from none: hosts rely on it.
-    static constexpr Kept kNone = 0xFFFFFFFF;
+    static constexpr DataWord kNone = 0xFFFFFFFF;
 
-    static Kept Keep(unsigned number, Kept) { return number; }
+    static DataWord Keep(unsigned number, const tagGCVALUE&) { return DataWordOf(number); }
 };
 
-/// Follows one table: made anew when the table's size or the count of our own changes differs from what it was made
-/// for. A host that changes a larger table itself is followed when it changes the table's size.
+/// What the identifiers of one table stood for when it was read.
 template <class Key, class Keeper>
 class ReverseIndex {
 public:
-    using Kept = typename Keeper::Kept;
-
-    /// The first key in key order with this identifier, or kNone. `first` is the table's first identifier.
-    Kept KeyOf(const std::map<Key, unsigned>& table, unsigned first, unsigned id, unsigned changes) {
-        if (size_ != table.size() || changes_ != changes) {
-            Make(table, first);
-            size_ = table.size();
-            changes_ = changes;
-        }
-        if (id - first < keys_.size()) return keys_[id - first];
-        const auto stray = strays_.find(id);
-        return stray == strays_.end() ? Keeper::kNone : stray->second;
+    static tagGCVALUE ValueOf(unsigned id, DataWord word) {
+        return word == Keeper::kNone ? NoValue(id) : tagGCVALUE{Keeper::kKind, id, {word}};
     }
-    /// Lets go of everything: the table is read anew.
+
+    /// `first` is the table's first identifier.
+    void Read(const std::map<Key, unsigned>& table, unsigned first) {
+        const std::vector<const Key*> keys = KeysByIdentifier<Key>(table, first, table.size());
+        values_.resize(keys.size());
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            const unsigned id = first + static_cast<unsigned>(i);
+            values_[i] = keys[i] ? ValueOf(id, keeper_.Keep(*keys[i], values_[i])) : NoValue(id);
+        }
+        const std::unordered_map<unsigned, tagGCVALUE> last = std::exchange(strays_, {});
+        for (const auto& [key, id] : table) {
+            if (id - first < keys.size() || strays_.contains(id)) continue;
+            const auto place = last.find(id);
+            strays_[id] = ValueOf(id, keeper_.Keep(key, place == last.end() ? NoValue(id) : place->second));
+        }
+    }
+    /// The first key in key order with each identifier from the first one on; as many as the table has keys, since
+    /// identifiers are given out without gaps. Good until the table is read again.
+    std::span<const tagGCVALUE> Values() const { return values_; }
+    /// The same for an identifier behind a gap.
+    tagGCVALUE StrayOf(unsigned id) const {
+        const auto stray = strays_.find(id);
+        return stray == strays_.end() ? NoValue(id) : stray->second;
+    }
+    /// Lets go of everything.
     void Forget() { *this = {}; }
 
 private:
-    void Make(const std::map<Key, unsigned>& table, unsigned first) {
-        const std::vector<const Key*> keys = KeysByIdentifier<Key>(table, first, table.size());
-        keys_.resize(keys.size(), Keeper::kNone);
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            keys_[i] = keys[i] ? keeper_.Keep(*keys[i], keys_[i]) : Keeper::kNone;
-        }
-        const std::unordered_map<unsigned, Kept> last = std::exchange(strays_, {});
-        for (const auto& [key, id] : table) {
-            if (id - first < keys_.size() || strays_.contains(id)) continue;
-            const auto place = last.find(id);
-            strays_[id] = keeper_.Keep(key, place == last.end() ? Keeper::kNone : place->second);
-        }
-    }
-
-    std::vector<Kept> keys_;  ///< as many as the table has keys, since identifiers are given out without gaps
-    std::unordered_map<unsigned, Kept> strays_;  ///< the identifiers behind a gap, and 0 for unnumbered keys
+    LargeVector<tagGCVALUE> values_;
+    std::unordered_map<unsigned, tagGCVALUE> strays_;  ///< by identifier; 0 for the unnumbered keys
     Keeper keeper_;
-    std::size_t size_ = 0;
-    unsigned changes_ = 0;
 };
 
 using NameIndex = ReverseIndex<std::string, KeptName>;

@@ -37,8 +37,7 @@ namespace zek {
 // Advances with every change of our functions that numbers a key or replaces a table or g_GCHead; the indexes below
 // follow it.
 unsigned g_changes = 0;
-std::array<NameIndex, 10> g_nameIndexes;
-NumberIndex g_numberIndex;
+Resolver g_resolver;
 ImageIndex g_imageIndex;
 EntryIndex g_entryIndex;
 // Set while gccOutput compiles.

@@ -27,8 +27,6 @@ namespace {
 
 constexpr unsigned kNoNumber = 0xFFFFFFFF;
 
-constexpr unsigned kIdClassShift = 24;
-
 /// The row of each class, and of any other a number of no row.
 constexpr std::array<unsigned char, 256> kRowOfClass = [] {
     std::array<unsigned char, 256> rows{};
@@ -50,35 +48,6 @@ unsigned Insert(std::map<Key, unsigned>& table, unsigned& counter, const Key& ke
         ++g_changes;
     }
     return id;
-}
-
-NameIndex& IndexOf(const IdentifierTable& table) {
-    return g_nameIndexes[static_cast<std::size_t>(&table - kIdentifierTables.data())];
-}
-
-/// The first key in key order with this identifier, or null.
-template <class Key>
-const Key* Walk(const std::map<Key, unsigned>& table, unsigned id) {
-    const auto place = std::find_if(table.begin(), table.end(), [id](const auto& pair) { return pair.second == id; });
-    return place == table.end() ? nullptr : &place->first;
-}
-
-/// The name of an identifier in one of our tables, or null.
-const char* NameOf(const IdentifierTable& table, unsigned id) {
-    if (table.names->size() > kWalkedAtOnce) {
-        return IndexOf(table).KeyOf(*table.names, table.classWord, id, g_changes);
-    }
-    const std::string* name = Walk(*table.names, id);
-    return name ? name->c_str() : nullptr;
-}
-
-/// The number of an identifier in our table, or kNoNumber.
-unsigned NumberOf(const IdentifierTable& table, unsigned id) {
-    if (table.numbers->size() > kWalkedAtOnce) {
-        return g_numberIndex.KeyOf(*table.numbers, table.classWord, id, g_changes);
-    }
-    const unsigned* number = Walk(*table.numbers, id);
-    return number ? *number : kNoNumber;
 }
 
 /// A key without an identifier: the filler of a hole in the table.
@@ -120,9 +89,7 @@ void WriteRecord(std::ofstream& out, const std::map<Key, unsigned>& table, unsig
 void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step) {
     table.clear();
     ++g_changes;
-    for (const IdentifierTable& row : kIdentifierTables) {
-        if (row.names == &table) IndexOf(row).Forget();
-    }
+    g_resolver.Forget(table);
     const std::size_t length = in.U32();
     const std::string body = in.Text(std::min(length, in.Left()));
     EnteredKeys<std::string, std::string_view> keys(table);
@@ -234,37 +201,18 @@ unsigned InsertTbl(std::map<unsigned, unsigned>& table, unsigned& counter, const
 }
 
 unsigned GetTblData(std::map<unsigned, unsigned>& table, unsigned id) {
-    const unsigned* number = zek::Walk(table, id);
+    const unsigned* number = zek::FirstKeyWith(table, id);
     return number ? *number : zek::kNoNumber;
 }
 
 const char* GetTblData(std::map<std::string, unsigned>& table, unsigned id) {
-    const std::string* name = zek::Walk(table, id);
+    const std::string* name = zek::FirstKeyWith(table, id);
     return name ? name->c_str() : nullptr;
 }
 
 tagGCVALUE GetTblData(unsigned id) {
-    tagGCVALUE result = {0, id, {0}};
-    const unsigned classWord = zek::ClassOf(id);
-    if (classWord == zek::kIdArgument || classWord == zek::kIdValueType || classWord == zek::kIdOperator) {
-        result.dwKind = 1;
-        result.qwNumber = id & zek::kIdOrdinalMask;
-        return result;
-    }
-    const zek::IdentifierTable* table = zek::TableOf(classWord);
-    if (table && table->numbers) {
-        const unsigned number = zek::NumberOf(*table, id);
-        // The number 0xFFFFFFFF cannot be told from none: hosts rely on it.
-        if (number == zek::kNoNumber) return result;
-        result.dwKind = 1;
-        result.qwNumber = number;
-    } else if (table && table->names) {
-        const char* name = zek::NameOf(*table, id);
-        if (!name) return result;
-        result.dwKind = 2;
-        result.pszName = name;
-    }
-    return result;
+    tagGCVALUE value;
+    return zek::g_resolver.AtOnce(id, value) ? value : zek::g_resolver.Resolve(id);
 }
 
 void WriteTbl(std::ofstream& out, std::map<unsigned, unsigned>& table, unsigned counter) {

@@ -66,6 +66,9 @@ struct IdentifierTable {
 /// Every table, in the order of the image's directory.
 extern const std::array<IdentifierTable, 10> kIdentifierTables;
 
+/// The class of an identifier as a number, without the ordinal.
+inline constexpr unsigned kIdClassShift = 24;
+
 /// The table of a class word, or null.
 const IdentifierTable* TableOf(unsigned classWord);
 

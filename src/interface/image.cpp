@@ -17,9 +17,21 @@ constexpr unsigned kNone = 0xFFFFFFFF;
 
 tagGCVALUE Nothing(ErrorCode code) { return AnswerGc(code, tagGCVALUE{0, kNone, {0}}); }
 
-tagGCVALUE Resolved(unsigned word) {
+[[gnu::noinline]] tagGCVALUE AnswerResolved(unsigned word) {
     const tagGCVALUE value = GetTblData(word);
     return AnswerGc(value.dwKind == 0 ? kValueUnresolved : kNoError, value);
+}
+
+tagGCVALUE Resolved(unsigned word) {
+    tagGCVALUE value;
+    return g_resolver.AtOnce(word, value) ? AnswerGc(kNoError, value) : AnswerResolved(word);
+}
+
+/// What the type word of a value stands for.
+tagGCVALUE TypeOf(unsigned word) {
+    // The compiler writes nothing else.
+    if ((word & kIdClassMask) == kIdValueType) return {1, word, {word & kIdOrdinalMask}};
+    return GetTblData(word);
 }
 
 /// What a look-up among all sections of a kind gave; the codes tell whether there were sections and candidates.
@@ -35,10 +47,10 @@ tagGCENTRY* AnswerEntry(tagGCENTRY& entry, unsigned* name) {
     return AnswerGc(kNoError, &entry);
 }
 
-tagGCVALUE SelectedWord(const tagGCENTRY& entry, unsigned type, unsigned field) {
-    const std::optional<std::size_t> word = WordOfField(type, field, entry.vdwValues.size());
-    if (!word || entry.vdwValues[*word] == kIdUnresolved) return Nothing(kNoData);
-    return Resolved(entry.vdwValues[*word]);
+tagGCVALUE SelectedWord(const tagGCENTRY& entry, const TypeFields& fields, unsigned field) {
+    const std::size_t word = WordOfField(fields, field, entry.vdwValues.size());
+    if (word == kNoWord || entry.vdwValues[word] == kIdUnresolved) return Nothing(kNoData);
+    return Resolved(entry.vdwValues[word]);
 }
 
 }  // namespace
@@ -109,21 +121,22 @@ unsigned gcGetValueCount(tagGCENTRY* entry) {
 
 tagGCVALUE gcGetValueByIndex(tagGCENTRY* entry, unsigned index) {
     if (!entry) return zek::Nothing(zek::kNoEntry);
-    if (entry->vdwValues.empty()) return zek::Nothing(zek::kNoData);
-    if (index >= entry->vdwValues.size()) return zek::Nothing(zek::kOutOfRange);
-    return zek::Resolved(entry->vdwValues[index]);
+    const std::vector<unsigned>& words = entry->vdwValues;
+    if (index < words.size()) [[likely]]
+        return zek::Resolved(words[index]);
+    return zek::Nothing(words.empty() ? zek::kNoData : zek::kOutOfRange);
 }
 
 tagGCVALUE gcGetValueByID(tagGCENTRY* entry, unsigned field) {
     if (!entry) return zek::Nothing(zek::kNoEntry);
     const unsigned nameClass = entry->dwName & zek::kIdClassMask;
-    if (nameClass == zek::kIdRepeater) return zek::SelectedWord(*entry, zek::kRepeaterFields, field);
+    if (nameClass == zek::kIdRepeater) return zek::SelectedWord(*entry, zek::kFieldsOfRepeater, field);
     if (nameClass != zek::kIdValue && nameClass != zek::kIdGlobal) return zek::Nothing(zek::kWrongClass);
     if (entry->vdwValues.empty()) return zek::Nothing(zek::kNoData);
-    const tagGCVALUE type = GetTblData(entry->vdwValues[0]);
+    const tagGCVALUE type = zek::TypeOf(entry->vdwValues[0]);
     if (type.dwKind != 1) return zek::Nothing(zek::kValueUnresolved);
     if (field == zek::kTypeField) return AnswerGc(zek::kNoError, type);
-    return zek::SelectedWord(*entry, static_cast<unsigned>(type.qwNumber), field);
+    return zek::SelectedWord(*entry, zek::FieldsOfType(type.qwNumber), field);
 }
 
 unsigned gcGetTableData(unsigned table, unsigned char* out) {

@@ -1,10 +1,11 @@
 /// Which word of a value entry a field code selects. Relies on nothing.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
-#include <optional>
 
 namespace zek {
 
@@ -26,6 +27,9 @@ inline constexpr unsigned kTypeField = 0x10000;
 
 /// The pseudo type of repeater items, whose words have no type word before them.
 inline constexpr unsigned kRepeaterFields = 0xFFFFFFFF;
+
+/// The value types that have fields are below this.
+inline constexpr unsigned kTypesWithFields = 128;
 
 // Code base + 0 of a list selects the word before the list's first item: hosts rely on it.
 inline constexpr ValueField kValueFields[] = {
@@ -76,29 +80,70 @@ constexpr unsigned FieldsLike(unsigned type) {
     }
 }
 
-/// Where the rows of each type begin, by the low bits of the type; no row's number where there are none. The rows of a
-/// type stand together.
-inline constexpr auto kFirstFields = [] {
-    std::array<unsigned char, 128> first{};
-    first.fill(std::size(kValueFields));
-    for (std::size_t row = std::size(kValueFields); row-- > 0;) {
-        first[kValueFields[row].type % first.size()] = static_cast<unsigned char>(row);
+/// Rows as a look-up needs them, which must not branch on what it reads: by the upper half of the field. A list takes
+/// all fields behind its own, however long it is.
+struct FieldWords {
+    unsigned field = 0;
+    unsigned last = 0;
+    unsigned char word = 0;
+    unsigned char counts = 0;  ///< a bit for each number of words; that of kManyWords for any above, too
+};
+using TypeFields = std::array<FieldWords, 32>;
+
+inline constexpr unsigned kFieldShift = 16;
+inline constexpr std::size_t kManyWords = 7;
+
+/// The rows of one type.
+constexpr TypeFields FieldsOf(unsigned type) {
+    TypeFields fields{};
+    for (const ValueField& row : kValueFields) {
+        if (row.type != type) continue;
+        unsigned counts = 0;
+        for (std::size_t count = row.fewest; count <= std::min(row.most, kManyWords); ++count) counts |= 1U << count;
+        const std::size_t first = row.field >> kFieldShift;
+        const std::size_t end = row.last == kNoMost ? fields.size() : first + 1;
+        for (std::size_t i = first; i < end; ++i) {
+            fields[i] = {row.field, static_cast<unsigned>(row.last), static_cast<unsigned char>(row.word),
+                         static_cast<unsigned char>(fields[i].counts | counts)};
+        }
     }
-    return first;
+    return fields;
+}
+
+/// The fields of all value types: those of type t are `fields[place[t]]`, the first ones are empty.
+struct FieldsByType {
+    std::array<TypeFields, 13> fields{};
+    std::array<unsigned char, kTypesWithFields> place{};
+};
+
+inline constexpr FieldsByType kFieldsByType = [] {
+    FieldsByType all;
+    unsigned char last = 0;
+    for (const ValueField& row : kValueFields) {
+        if (row.type == kRepeaterFields || all.place[row.type] != 0) continue;
+        all.place[row.type] = ++last;
+        all.fields[last] = FieldsOf(row.type);
+    }
+    for (unsigned type = 0; type < kTypesWithFields; ++type) all.place[type] = all.place[FieldsLike(type)];
+    return all;
 }();
 
-/// The word that a field selects in an entry of `count` words, or nothing.
-constexpr std::optional<std::size_t> WordOfField(unsigned type, unsigned field, std::size_t count) {
-    type = FieldsLike(type);
-    for (std::size_t i = kFirstFields[type % kFirstFields.size()]; i < std::size(kValueFields); ++i) {
-        const ValueField& row = kValueFields[i];
-        if (row.type != type) break;
-        if (count < row.fewest || count > row.most) continue;
-        if (field < row.field || field - row.field > row.last) continue;
-        const std::size_t word = row.word + (field - row.field);
-        if (word < count) return word;
-    }
-    return {};
+inline constexpr TypeFields kFieldsOfRepeater = FieldsOf(kRepeaterFields);
+
+constexpr const TypeFields& FieldsOfType(std::uint64_t type) {
+    return kFieldsByType.fields[type < kTypesWithFields ? kFieldsByType.place[type] : 0];
+}
+
+/// No word.
+inline constexpr std::size_t kNoWord = static_cast<std::size_t>(-1);
+
+/// The word that a field selects in an entry of `count` words, or kNoWord.
+constexpr std::size_t WordOfField(const TypeFields& fields, unsigned field, std::size_t count) {
+    const FieldWords& row = fields[std::min<std::size_t>(field >> kFieldShift, fields.size() - 1)];
+    const unsigned behind = field - row.field;
+    const std::size_t word = row.word + std::size_t{behind};
+    const bool fits = row.counts >> std::min(count, kManyWords) & 1;
+    return fits && behind <= row.last && word < count ? word : kNoWord;
 }
 
 }  // namespace zek
