@@ -33,11 +33,13 @@ tagGCENTRY* EntryIndex::Named(tagGCSECT& section, const std::string& name) {
 
 tagGCENTRY* EntryIndex::WithName(tagGCSECT& section, unsigned identifier) {
     if (const Entries* entries = Of(section)) return Find(entries->byIdentifier, identifier);
-    return Walk(section, [identifier](const tagGCENTRY& entry) { return entry.dwName == identifier; });
+    for (tagGCENTRY& entry : section.vEntries) {
+        if (entry.dwName == identifier) return &entry;
+    }
+    return nullptr;
 }
 
-EntryIndex::Entries* EntryIndex::Of(tagGCSECT& section) {
-    if (section.vEntries.size() <= kWalkedAtOnce) return nullptr;
+EntryIndex::Entries* EntryIndex::OfLong(tagGCSECT& section) {
     if (const ImageStamp now = ImageStamp::Now(); stamp_ != now) {
         stamp_ = now;
         long_.clear();

@@ -25,7 +25,8 @@ private:
     };
 
     /// The entries of a long section of the image, or null for one that is to be walked.
-    Entries* Of(tagGCSECT& section);
+    Entries* Of(tagGCSECT& section) { return section.vEntries.size() <= kWalkedAtOnce ? nullptr : OfLong(section); }
+    Entries* OfLong(tagGCSECT& section);
     static Entries Read(tagGCSECT& section);
 
     ImageStamp stamp_;

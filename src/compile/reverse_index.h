@@ -1,6 +1,5 @@
 /// From an identifier back to its key. Stands beside a table's map because walking the map for every identifier would
-/// make each query as slow as the image is large. Relies on the
-/// published records, texts.h.
+/// make each query as slow as the image is large. Relies on the published records, texts.h.
 #pragma once
 
 #include <algorithm>

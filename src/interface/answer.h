@@ -6,17 +6,19 @@
 
 namespace zek {
 
+// The slots are set in place: most queries are a few instructions, and a call would be a good part of them.
+
 /// For the slot of the compiled-image queries.
 template <class Result>
 Result AnswerGc(ErrorCode code, Result result) {
-    gcSetLastError(code);
+    g_dwLastError = code;
     return result;
 }
 
 /// For the slot of the debug-image queries.
 template <class Result>
 Result AnswerGd(ErrorCode code, Result result) {
-    gdSetLastError(code);
+    g_dwLastErrorD = code;
     return result;
 }
 
