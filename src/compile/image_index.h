@@ -19,6 +19,14 @@ struct Found {
     bool compared = false;
 };
 
+/// Names or ids with the positions of the first sections that have them.
+template <class Key>
+struct Positions {
+    KeyTable<Key, unsigned> keys;
+    bool any = false;              ///< whether a section had anything to compare
+    std::size_t keysInTables = 0;  ///< when they were read
+};
+
 class ImageIndex {
 public:
     /// The sections with this identifier in order. They are made anew when our functions have changed the list or a
@@ -31,13 +39,6 @@ public:
     Found WithID(unsigned identifier, unsigned number);
 
 private:
-    /// Names or ids with the positions of the first sections that have them.
-    template <class Key>
-    struct Positions {
-        KeyTable<Key, unsigned> keys;
-        bool any = false;              ///< whether a section had anything to compare
-        std::size_t keysInTables = 0;  ///< when they were read
-    };
     using Names = Positions<std::string_view>;
     using IDs = Positions<unsigned>;
     struct Kind {

@@ -6,7 +6,10 @@
 
 #include "model/large_pages.h"
 
-#if defined(__SANITIZE_ADDRESS__)
+// GCC and Clang tell in different ways that AddressSanitizer is on.
+#if defined(__has_feature)
+#define ZEK_POOL_ON_HEAP __has_feature(address_sanitizer)
+#elif defined(__SANITIZE_ADDRESS__)
 #define ZEK_POOL_ON_HEAP 1
 #else
 #define ZEK_POOL_ON_HEAP 0
