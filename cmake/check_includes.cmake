@@ -17,6 +17,10 @@ set(mayInclude_parser/include "")
 set(mayInclude_tools ${interfaces})
 set(mayInclude_examples ${interfaces})
 set(mayInclude_bench ${interfaces})
+# Proof may include anything. What the tests include is not looked at; here they are the room that nothing else may use.
+set(mayInclude_tests "")
+set(mayInclude_fuzz ${interfaces} src/model src/check src/frontend src/debugimage src/compile src/interface parser tools
+                    examples bench tests)
 
 # The two seams that run against the arrows.
 set(vocabulary src/check/vocabulary.h)
@@ -24,7 +28,7 @@ set(parse src/frontend/parse.h)
 set(directives src/model/directives.cpp)
 
 # Where an include is looked for once it does not stand beside the including file.
-set(searchFolders src include parser/include bench)
+set(searchFolders src include parser/include bench tests fuzz)
 
 # The room of a path; empty when it stands in none.
 function(room_of path result)
@@ -82,7 +86,7 @@ set(against)
 file(GLOB_RECURSE files RELATIVE ${ROOT}
   ${ROOT}/src/*.h ${ROOT}/src/*.cpp ${ROOT}/include/*.h ${ROOT}/include/*.cpp
   ${ROOT}/parser/*.h ${ROOT}/parser/*.cpp ${ROOT}/tools/*.h ${ROOT}/tools/*.cpp
-  ${ROOT}/examples/*.h ${ROOT}/examples/*.cpp ${ROOT}/bench/*.h ${ROOT}/bench/*.cpp)
+  ${ROOT}/examples/*.h ${ROOT}/examples/*.cpp ${ROOT}/bench/*.h ${ROOT}/bench/*.cpp ${ROOT}/fuzz/*.h ${ROOT}/fuzz/*.cpp)
 list(SORT files)
 if(NOT files)
   message(FATAL_ERROR "no source file below ${ROOT}")
