@@ -14,13 +14,14 @@ namespace {
 
 void ForgetTables() {
     for (const IdentifierTable& table : kIdentifierTables) {
-        if (table.names) table.names->clear();
+        if (table.names) {
+            table.names->clear();
+            g_resolver.Forget(*table.names);
+        }
         if (table.numbers) table.numbers->clear();
         if (table.counter) *table.counter = table.classWord;
     }
     g_tblTableData.clear();
-    for (NameIndex& index : g_nameIndexes) index.Forget();
-    g_numberIndex.Forget();
     ++g_changes;
 }
 
