@@ -7,7 +7,7 @@
 #include "compile/state.h"
 #include "compile/tables.h"
 #include "interface/answer.h"
-#include "interface/value_fields.h"
+#include "compile/value_fields.h"
 
 namespace zek {
 
