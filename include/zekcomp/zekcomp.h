@@ -6,5 +6,6 @@
 #include "zekcomp/errors.h"
 #include "zekcomp/identifiers.h"
 #include "zekcomp/image.h"
+#include "zekcomp/image_view.h"
 #include "zekcomp/output.h"
 #include "zekcomp/records.h"

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "compile/compile.h"
+#include "compile/image_format.h"
 #include "compile/init_tables.h"
 #include "compile/numbering.h"
 #include "compile/state.h"
@@ -18,11 +19,6 @@ const unsigned ZEK_VERSION = 0x01000000;
 namespace zek {
 
 namespace {
-
-constexpr std::string_view kMagic = "QUOR ZEK meta.";
-constexpr std::size_t kDirectory = 128;
-constexpr std::size_t kBody = 256;
-constexpr std::size_t kAlignment = 16;
 
 /// Appends sections to the image as they come, with the counts before them brought up to date.
 class WrittenSections : public CompiledSections {
@@ -58,9 +54,9 @@ void PutHeldSections(CompiledSections& out) {
 
 /// Each table at the next boundary strictly behind what was written before it, its offset in the directory.
 void PutTables(ByteWriter& out) {
-    std::size_t slot = kDirectory;
+    std::size_t slot = kImageDirectory;
     for (const IdentifierTable& table : kIdentifierTables) {
-        out.Zeros(kAlignment - out.Position() % kAlignment);
+        out.Zeros(NextTable(out.Position()) - out.Position());
         out.SetU32(slot, static_cast<unsigned>(out.Position()));
         slot += 4;
         PutTable(out, table);
@@ -72,7 +68,7 @@ template <class Put>
 unsigned WriteImage(const std::string& file, Put&& put) {
     ByteBuffer image;
     ByteWriter out(image);
-    PutFileHeader(out, kMagic, ZEK_VERSION, kBody);
+    PutFileHeader(out, kImageMagic, ZEK_VERSION, kImageBody);
     WrittenSections sections(out);
     put(sections);
     PutTables(out);
@@ -121,7 +117,7 @@ bool IsWhole(ByteReader body, const IdentifierTable& table) {
 /// Walks the directory to its end, or to the first record that the bytes cut; false for the latter.
 bool FindRecords(ByteReader in, Records& records) {
     ByteReader record = in;
-    in.Seek(kDirectory);
+    in.Seek(kImageDirectory);
     try {
         while (const unsigned offset = in.U32()) {
             record.Seek(offset);
@@ -161,7 +157,7 @@ bool TakeImage(ByteReader in, tagMETAFILEINFO* info) {
         if (info) *info = {version, time};
         ++g_changes;
         g_GCHead.clear();
-        in.Seek(kBody);
+        in.Seek(kImageBody);
         TakeSections(in);
     } catch (const std::out_of_range&) {
         return false;
@@ -192,8 +188,8 @@ unsigned WriteModel(const std::string& file) {
 unsigned WriteMeta(const std::string& file) { return zek::WriteImage(file, zek::PutHeldSections); }
 
 unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info) {
-    const std::optional<zek::ByteBuffer> bytes = zek::ReadImage(file, zek::kMagic);
+    const std::optional<zek::ByteBuffer> bytes = zek::ReadImage(file, zek::kImageMagic);
     if (!bytes) return zek::Fail(zek::kCannotOpen);
-    if (!zek::HasMagic(bytes->View(), zek::kMagic)) return zek::Fail(zek::kBadMagic);
+    if (!zek::HasMagic(bytes->View(), zek::kImageMagic)) return zek::Fail(zek::kBadMagic);
     return zek::TakeImage(zek::ByteReader(*bytes), info) ? 1 : zek::Fail(zek::kBadVersion);
 }

@@ -20,6 +20,12 @@ namespace zek {
 
 using TextList = std::vector<std::string>;
 
+/// The word at an address.
+inline unsigned WordAt(const unsigned char* from) {
+    // Written out, so that the compiler makes one load of it.
+    return unsigned{from[0]} | unsigned{from[1]} << 8 | unsigned{from[2]} << 16 | unsigned{from[3]} << 24;
+}
+
 /// Bytes in one block that grows at its end. New room is not cleared, so that what is about to be overwritten costs
 /// nothing; large blocks grow without being copied.
 class ByteBuffer {
@@ -144,14 +150,14 @@ public:
     unsigned U32() {
         Require(Left() >= 4);
         position_ += 4;
-        return position_ <= present_ ? Word(data_ + position_ - 4) : CutWord();
+        return position_ <= present_ ? WordAt(data_ + position_ - 4) : CutWord();
     }
     /// So many words, one behind the other; takes none when the bytes end before the last.
     std::vector<unsigned> Words(std::size_t count) {
         Require(count <= Left() / 4 && 4 * count <= PresentLeft() + kMostZeros);
         std::vector<unsigned> words(count);
         const std::size_t present = std::min(count, PresentLeft() / 4);
-        for (std::size_t i = 0; i < present; ++i) words[i] = Word(data_ + position_ + 4 * i);
+        for (std::size_t i = 0; i < present; ++i) words[i] = WordAt(data_ + position_ + 4 * i);
         position_ += 4 * present;
         for (std::size_t i = present; i < count; ++i) words[i] = U32();
         return words;
@@ -200,15 +206,11 @@ private:
         if (!inside) throw std::out_of_range("vector::_M_range_check");
     }
     std::size_t PresentLeft() const { return position_ < present_ ? present_ - position_ : 0; }
-    static unsigned Word(const unsigned char* from) {
-        // Written out, so that the compiler makes one load of it.
-        return unsigned{from[0]} | unsigned{from[1]} << 8 | unsigned{from[2]} << 16 | unsigned{from[3]} << 24;
-    }
     /// The word before this position, of which bytes are missing.
     [[gnu::cold]] unsigned CutWord() const {
         unsigned char bytes[4] = {};
         for (std::size_t at = position_ - 4; at < present_; ++at) bytes[at + 4 - position_] = data_[at];
-        return Word(bytes);
+        return WordAt(bytes);
     }
 
     const unsigned char* data_;

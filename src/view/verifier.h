@@ -1,0 +1,83 @@
+/// The verification of a compiled image, which also builds what a view keeps. Relies on view_data.h and entry_shape.h.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "view/entry_shape.h"
+#include "view/view_data.h"
+
+namespace zek {
+
+using ShowNote = std::function<void(const ImageFinding&)>;
+
+/// Goes through an image once, front to back but for the tables, which it needs before the sections. Stops at the first
+/// failure; every member gives false for one.
+class ImageVerifier {
+public:
+    /// `show` may be empty.
+    ImageVerifier(ImageView::Data& data, ShowNote show) : data_(data), show_(std::move(show)), image_(data.image) {}
+
+    bool Verify();
+    const ImageFinding& Failure() const { return failure_; }
+
+private:
+    /// Where in the image the verification is; the rest of a finding is the same for all that it makes there.
+    struct Place {
+        std::uint32_t section = ImageFinding::kNowhere;
+        std::uint32_t kind = ImageFinding::kNowhere;
+        std::uint32_t entry = ImageFinding::kNowhere;
+        std::uint32_t table = ImageFinding::kNowhere;
+    };
+    /// A group's or sensor's PARENT.
+    struct ParentOf {
+        std::uint32_t section;
+        std::uint32_t word;
+        std::uint32_t offset;
+    };
+    struct TableFrame;
+
+    bool Header();
+    bool Zeros(std::size_t begin, std::size_t end);
+    bool Tables();
+    bool Directory();
+    bool Table(std::size_t slot);
+    static bool IsShort(const TableFrame& frame, std::size_t length);
+    bool TakeLength(const TableFrame& frame, std::size_t& length);
+    bool Names(const TableFrame& frame, KeyTable& table);
+    bool Numbers(const TableFrame& frame, KeyTable& table);
+    bool Blocks(const TableFrame& frame);
+    void FindRepeated(KeyTable& table, const TableFrame& frame);
+    bool Sections();
+    bool Section(std::size_t& at);
+    bool Entry(std::size_t& at);
+    bool Name(std::size_t at, unsigned name);
+    bool Value(const unsigned char* record, std::size_t at);
+    bool Words(const EntryShape& shape, const unsigned char* record, std::size_t at, bool mayCarry);
+    bool Word(char role, unsigned word, std::size_t at, std::uint32_t index, bool mayCarry);
+    void Remember(const unsigned char* record, std::size_t at);
+    void IndexEntries(std::size_t first, unsigned count);
+    void SortByKind();
+    bool Parents();
+    bool Parent(const ParentOf& child, std::vector<std::uint32_t>& parents);
+    bool Cycles(const std::vector<std::uint32_t>& parents);
+
+    ImageFinding Finding(ImageCode code, std::size_t offset, std::uint32_t found, std::uint32_t limit,
+                         std::uint32_t index) const;
+    bool Fail(ImageCode code, std::size_t offset, std::size_t found = 0, std::size_t limit = 0,
+              std::uint32_t index = ImageFinding::kNowhere);
+    /// Gives true, so that what goes on can say so.
+    bool Note(ImageCode code, std::size_t offset, std::size_t found = 0, std::size_t limit = 0,
+              std::uint32_t index = ImageFinding::kNowhere);
+    unsigned At(std::size_t offset) const { return WordAt(image_.data() + offset); }
+
+    ImageView::Data& data_;
+    ShowNote show_;
+    std::span<const unsigned char> image_;
+    ImageFinding failure_;
+    Place place_;
+    std::array<std::size_t, 11> starts_{};  ///< of the tables, then the end of the image
+    std::vector<ParentOf> parents_;
+};
+
+}  // namespace zek

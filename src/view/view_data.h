@@ -1,0 +1,141 @@
+/// What a view of a compiled image has built beside the bytes: where things are, and what is found by name or number.
+/// Relies on image_view.h, hash.h and large_pages.h.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "model/bytes.h"
+#include "model/hash.h"
+#include "model/large_pages.h"
+#include "zekcomp/image_view.h"
+
+namespace zek {
+
+/// Positions by hash: open addressing over numbers that stand for something else, which alone knows the keys.
+class HashSlots {
+public:
+    /// For up to so many, all slots free.
+    void Reset(std::size_t count);
+    /// The position whose key is the same, or kNone; `isSame` is asked about a position.
+    template <class IsSame>
+    std::uint32_t Find(std::uint32_t hash, IsSame&& isSame) const {
+        if (slots_.empty()) return kNone;
+        const std::uint32_t slot = slots_[SlotOf(hash, isSame)];
+        return slot == 0 ? kNone : slot - 1;
+    }
+    /// The position whose key is the same, which is this one when there was none. There must be room.
+    template <class IsSame>
+    std::uint32_t Add(std::uint32_t hash, std::uint32_t position, IsSame&& isSame) {
+        std::uint32_t& slot = slots_[SlotOf(hash, isSame)];
+        if (slot == 0) slot = position + 1;
+        return slot - 1;
+    }
+
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+private:
+    template <class IsSame>
+    std::size_t SlotOf(std::uint32_t hash, IsSame&& isSame) const {
+        const std::size_t mask = slots_.size() - 1;
+        std::size_t at = hash & mask;
+        while (slots_[at] != 0 && !isSame(slots_[at] - 1)) at = (at + 1) & mask;
+        return at;
+    }
+
+    LargeVector<std::uint32_t> slots_;  ///< counted from 1, 0 for a free one; a power of two of them, or none
+};
+
+/// A table of names or numbers of an image, by ordinal.
+struct KeyTable {
+    std::uint32_t count = 0;            ///< keys that the table's length covers
+    std::uint32_t limit = 0;            ///< keys that were written: no identifier is beyond
+    std::vector<bool> repeated;         ///< which keys stand in the table before; empty where none does
+    const unsigned char* body = {};     ///< of the keys
+    LargeVector<std::uint32_t> starts;  ///< names: where each begins in the body, and where one more would begin
+    HashSlots slots;                    ///< names: ordinals by name
+
+    std::string_view NameAt(std::uint32_t ordinal) const {
+        return {reinterpret_cast<const char*>(body) + starts[ordinal], starts[ordinal + 1] - starts[ordinal] - 1};
+    }
+    unsigned NumberAt(std::uint32_t ordinal) const { return WordAt(body + std::size_t{4} * ordinal); }
+    bool Stands(std::uint32_t ordinal) const { return ordinal < count && (repeated.empty() || !repeated[ordinal]); }
+    std::uint32_t OrdinalOf(std::string_view name) const;
+};
+
+/// The first section of each kind that has a key: a name identifier, or an id.
+class FirstSections {
+public:
+    /// To be called in the order of the sections.
+    void Add(unsigned kind, unsigned key, std::uint32_t section);
+    /// To be called before the first look-up.
+    void Build();
+    std::uint32_t Find(unsigned kind, unsigned key) const;
+
+    static constexpr std::uint32_t kNone = HashSlots::kNone;
+
+private:
+    struct Row {
+        std::uint32_t key;
+        std::uint32_t section;
+        unsigned kind;
+    };
+
+    LargeVector<Row> rows_;
+    HashSlots slots_;
+};
+
+struct ImageView::Data {
+    std::span<const unsigned char> image;
+    unsigned version = 0;
+    unsigned time = 0;
+    std::size_t notes = 0;
+
+    LargeVector<std::uint32_t> sections;         ///< where each section's record begins
+    LargeVector<std::uint32_t> byKind;           ///< the places of the sections, kind by kind
+    std::array<std::uint32_t, 13> kindStarts{};  ///< where those of each kind begin in `byKind`, by its ordinal
+
+    std::array<KeyTable, 32> tables;  ///< by the class of their identifiers
+    std::span<const unsigned char> blocks;
+
+    FirstSections named;   ///< by the word of NAME, or the name of an entry
+    FirstSections withID;  ///< by the number of ID
+
+    /// The first entries by their names in the sections that have too many to walk: rows of each section in the order
+    /// of the names.
+    struct IndexedEntry {
+        unsigned id;
+        std::uint32_t record;
+    };
+    struct LargeSection {
+        std::uint32_t section;
+        std::uint32_t first;
+        std::uint32_t count;
+    };
+    std::vector<IndexedEntry> indexedEntries;
+    std::vector<LargeSection> largeSections;
+
+    const unsigned char* Record(std::uint32_t section) const { return image.data() + sections[section]; }
+    const KeyTable& TableOf(unsigned word) const { return tables[word >> 24 & 31]; }
+    ImageValue Resolve(unsigned word) const;
+    /// The word of the first entry of a section that has this name; kIdUnresolved where there is none.
+    unsigned WordOf(std::uint32_t section, unsigned name) const;
+    /// The record of the first entry of a section that has this name, or null.
+    const unsigned char* EntryWithId(std::uint32_t section, unsigned name) const;
+};
+
+/// Sections of up to so many entries are walked.
+inline constexpr unsigned kWalkedEntries = 64;
+
+/// The parts of an entry's record.
+inline constexpr std::size_t kEntryHead = 8;
+inline unsigned EntryName(const unsigned char* record) { return WordAt(record); }
+inline unsigned EntryWords(const unsigned char* record) { return WordAt(record + 4); }
+inline unsigned EntryWord(const unsigned char* record, std::size_t index) {
+    return WordAt(record + kEntryHead + 4 * index);
+}
+inline const unsigned char* NextEntry(const unsigned char* record) {
+    return record + kEntryHead + std::size_t{4} * EntryWords(record);
+}
+
+}  // namespace zek

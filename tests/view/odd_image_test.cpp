@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+
+#include "view/viewed_image.h"
+
+namespace zek::test {
+
+namespace {
+
+/// What the compiler makes of accepted sources opens, however odd; every case compiles in a fresh process.
+class OddImage : public ProcessTest {
+protected:
+    /// The image of a source that the check accepts.
+    std::string Compiled(const std::string& source, const std::string& file = "main.zek") {
+        const std::string prefix = "[QUORZEK]\nVERSION=1\n[DEFINE]\nT1=1\nT2=2\nT3=3\nT7=7\nT10=10\nT104=104\n";
+        Source(prefix + source, file);
+        EXPECT_EQ(gccCheck(), 1U) << Messages();
+        EXPECT_EQ(gccOutput(file + ".zki"), 1U);
+        gccCompEnd();
+        return Read(file + ".zki");
+    }
+};
+
+TEST_F(OddImage, HasWordsThatANumberCarriedIntoAnotherClass) {
+    const std::string image = Compiled(
+        "[ACTION]\nNAME=Do\nARGNUMBER=4294967295\nVALUE=T1,ARG4278190080\n"
+        "[ACTION]\nNAME=One\nARGNUMBER=1\n"
+        "[REPEATER]\nRep=2,One,ARG4261412864\n"
+        "[DEFINE]\nHIGH=0xF5000001\n[GLOBAL]\nG_X=HIGH\n");
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view) << Refusal(image);
+    std::string words;
+    view->ForEachNote([&](const ImageFinding& note) {
+        if (note.code != ImageCode::kCarriedWord) return;
+        char word[16];
+        std::snprintf(word, sizeof word, "%08x ", note.found);
+        words += word;
+    });
+    EXPECT_EQ(words, "1c000000 1b000000 13000001 ");
+    EXPECT_EQ(TextOf(view->SectionNamed(kImageAction, "Do")->EntryNamed("")->Value(1)), "-");
+    EXPECT_EQ(view->SectionNamed(kImageGlobal, "X")->EntryNamed("X")->ValueType(), std::nullopt);
+}
+
+TEST_F(OddImage, HasUnresolvedWords) {
+    const std::string image = Compiled(
+        "[GROUP]\nPARENT=0\nNAME=G\nCHILDGROUP=0\n[ACTION]\nNAME=Do\nARGNUMBER=1\n[REPEATER]\nRep=2,Do,ARGx\n"
+        "[DEVICE]\nNAME=D\nID=word\nINITFLAG=1\nCONTROLMASK=1\n[DEFINE]\nword=0xFFFFFFFF\n");
+    EXPECT_NE(Notes(image).find("unresolved at "), std::string::npos) << Notes(image);
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view);
+    const auto rep = view->SectionNamed(kImageRepeater, "Rep")->EntryNamed("Rep");
+    EXPECT_EQ(rep->Word(2), 0xFFFFFFFFU);
+    EXPECT_EQ(TextOf(rep->Value(2)), "-");
+    EXPECT_EQ(view->SectionNamed(kImageDevice, "D")->ID(), std::nullopt) << "the number that stands for nothing";
+    EXPECT_EQ(view->NoteCount(), 2U);
+}
+
+TEST_F(OddImage, HasALengthThatCountsNamesThatAreNotThere) {
+    // The key of the TAVRGROUP has no identifier, but is counted.
+    const std::string image =
+        Compiled("[PROPERTY]\nA=1\n[TAVRGROUP]\nNAME=t\nID=1\nPID=0\nSENSORS=\nP_" + std::string(90, 'x') + "=1\n");
+    EXPECT_EQ(Notes(image),
+              "surplus-length at 372, table of properties: the length, 93 bytes, counts names that are not there\n");
+    EXPECT_EQ(ImageView::Open(BytesOf(image))->IdentifierOf(kIdProperty, "x"), std::nullopt);
+}
+
+TEST_F(OddImage, HasNamesOfTablesOfAnEarlierCompilation) {
+    Compiled("[TABLE]\nNAME=First\nTYPE=1\n1=1\n[TABLE]\nNAME=Second\nTYPE=1\n1=1\n", "first.zek");
+    const std::string image = Compiled("[TABLE]\nNAME=Third\nTYPE=1\n1=1\n", "second.zek");
+    EXPECT_NE(Notes(image).find("table-without-block at "), std::string::npos) << Notes(image);
+    EXPECT_NE(Notes(image).find("3 tables have a name, 1 have a block"), std::string::npos);
+}
+
+TEST_F(OddImage, HasAGroupThatIsItsOwnParent) {
+    const std::string image =
+        Compiled("[GROUP]\nPARENT=0\nNAME=A\nCHILDGROUP=0\n[GROUP]\nPARENT=0\nNAME=0\nCHILDGROUP=0\n");
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view) << Refusal(image);
+    EXPECT_NE(Notes(image).find("own-parent at "), std::string::npos) << Notes(image);
+    EXPECT_FALSE(view->SectionNamed(kImageGroup, "0")->Parent());
+    EXPECT_FALSE(view->SectionNamed(kImageGroup, "A")->Parent());
+}
+
+TEST_F(OddImage, HasAGroupNamed0BelowAnother) {
+    const std::string image =
+        Compiled("[GROUP]\nPARENT=0\nNAME=A\nCHILDGROUP=0\n[GROUP]\nPARENT=A\nNAME=0\nCHILDGROUP=0\n");
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view) << Refusal(image);
+    EXPECT_EQ(view->SectionNamed(kImageGroup, "0")->Parent()->Name(), "A");
+    EXPECT_FALSE(view->SectionNamed(kImageGroup, "A")->Parent()) << "the parent 0 is the root";
+}
+
+TEST_F(OddImage, WasWrittenAfterAnImageWithRepeatedNamesWasLoaded) {
+    // The loaded table has two identifiers of one name; the writer fills the place of the second and does not count it.
+    std::vector<std::string> names = {"IPMI", "", "INIT", "DEINIT", "ENTRY", "EXIT"};
+    for (int i = 0; i < 60; ++i) names.push_back("");
+    Write("loaded.zki", ViewedImage({}, {.values = names}));
+    ASSERT_EQ(gcInit("loaded.zki", nullptr), 1U);
+    gcUnInit();
+    const std::string image = Compiled("[ACTION]\nNAME=Do\nVALUE_77=T1,1\nVALUE=T104,VALUE_77\n");
+    EXPECT_NE(Notes(image).find("short-length at "), std::string::npos) << Notes(image);
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view) << Refusal(image);
+    const ImageView::Section action = *view->SectionNamed(kImageAction, "Do");
+    EXPECT_EQ(TextOf(action.EntryWithId(0x05000001)->Value(1)), "-") << "its name lies behind the length";
+}
+
+TEST(OddBytes, FollowTheLastTable) {
+    EXPECT_EQ(Notes(SmallImage() + "abc"),
+              "trailing-bytes at 904, table of table data: 3 bytes follow the last table\n");
+}
+
+TEST(OddBytes, RepeatAKey) {
+    const std::string image = ViewedImage({{kImageSensor, {{kIdName, {0x12000001}}, {kIdID, {0x11000001}}}}},
+                                          {.numbers = {5, 5}, .texts = {"a", "a"}});
+    EXPECT_EQ(Notes(image),
+              "repeated-key at 380, table of numbers, key 1: the key stands in its table before, so this identifier "
+              "means nothing\n"
+              "repeated-key at 410, table of texts, key 1: the key stands in its table before, so this identifier "
+              "means nothing\n"
+              "repeated-key at 276, section 0 [SENSOR], entry 0, word 0: the key stands in its table before, so this "
+              "identifier means nothing\n"
+              "repeated-key at 288, section 0 [SENSOR], entry 1, word 0: the key stands in its table before, so this "
+              "identifier means nothing\n");
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view);
+    EXPECT_FALSE(view->SectionNamed(kImageSensor, "a"));
+    EXPECT_FALSE(view->SectionWithID(kImageSensor, 5));
+}
+
+TEST(OddBytes, LeaveANameUnnumbered) {
+    const std::string image =
+        ViewedImage({{kImageGroup, {{kIdParent, {0}}, {kIdName, {0x18000001}}}}}, {.groups = {"0", "A"}});
+    EXPECT_EQ(Notes(image), "unnumbered at 276, section 0 [GROUP], entry 0, word 0: a name without an identifier\n");
+}
+
+}  // namespace
+
+}  // namespace zek::test
