@@ -6,7 +6,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <numeric>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -19,6 +22,7 @@
 #include "zekcomp/debug_image.h"
 #include "zekcomp/identifiers.h"
 #include "zekcomp/image.h"
+#include "zekcomp/image_view.h"
 
 namespace zek::bench {
 namespace {
@@ -65,6 +69,8 @@ struct ImageHandles {
     std::vector<std::string> names;
     std::vector<std::string> absent;
     std::unordered_map<std::string, unsigned> table;  ///< the names again, as a host's own look-up
+    std::vector<unsigned char> bytes;
+    std::optional<ImageView> view;  ///< of the same image
 };
 
 void Add(ImageHandles& handles, tagGCSECT* sensor) {
@@ -91,6 +97,10 @@ const ImageHandles& LoadedImage(const std::string& image) {
     const unsigned count = gcGetSectCount(kImageSensor);
     for (unsigned i = 0; i < count; ++i) Add(handles, gcGetSectByIndex(kImageSensor, i));
     if (handles.reads.empty()) throw std::runtime_error("no values with a base in " + image);
+    std::ifstream in(image, std::ios::binary);
+    handles.bytes.assign(std::istreambuf_iterator<char>(in), {});
+    handles.view = ImageView::Open(handles.bytes);
+    if (!handles.view) throw std::runtime_error("cannot verify " + image);
     loaded = image;
     return handles;
 }
@@ -144,6 +154,24 @@ void SectionByName(State& state, const ImageHandles& image, Order order) {
 
 void SectionByAbsentName(State& state, const ImageHandles& image, Order order) {
     Ask(state, Ordered(image.absent, order), SensorOf);
+}
+
+void ViewedSection(State& state, const ImageHandles& image, const std::vector<std::string>& names, Order order) {
+    Ask(state, Ordered(names, order),
+        [&image](const std::string& name) { return image.view->SectionNamed(kImageSensor, name).has_value(); });
+}
+
+void ViewedSectionByName(State& state, const ImageHandles& image, Order order) {
+    ViewedSection(state, image, image.names, order);
+}
+
+void ViewedSectionByAbsentName(State& state, const ImageHandles& image, Order order) {
+    ViewedSection(state, image, image.absent, order);
+}
+
+void ViewedSectionByID(State& state, const ImageHandles& image, Order order) {
+    Ask(state, Ordered(image.ids, order),
+        [&image](unsigned id) { return image.view->SectionWithID(kImageSensor, id).has_value(); });
 }
 
 void HashLookUp(State& state, const ImageHandles& image, Order order) {
@@ -224,9 +252,12 @@ constexpr Row<ImageHandles> kImageRows[] = {
     {"gcGetValueByID, walk", ValueByID, Order::kWalk},
     {"gcGetValueByID, few", ValueByID, Order::kFew},
     {"gcGetSectByName", SectionByName, Order::kRandom},
+    {"SectionNamed", ViewedSectionByName, Order::kRandom},
     {"hash look-up", HashLookUp, Order::kRandom},
     {"gcGetSectByName, absent", SectionByAbsentName, Order::kRandom},
+    {"SectionNamed, absent", ViewedSectionByAbsentName, Order::kRandom},
     {"hash look-up, absent", HashLookUpOfAbsentName, Order::kRandom},
+    {"SectionWithID", ViewedSectionByID, Order::kRandom},
 };
 
 constexpr Row<DebugHandles> kDebugRows[] = {

@@ -5,6 +5,7 @@
 //     --image FILE        writes the compiled image there
 //     --load-image FILE   loads a compiled image at the end (gcInit)
 //     --load-debug FILE   loads a debug image at the end (gdInit)
+//     --view-image FILE   reads a compiled image at the end, and then opens a verified view on it (ImageView)
 //     --json              prints the phases: seconds of processor time, page faults, and the peak of resident memory
 //                         (bytes) until then
 //     --messages          prints the messages of the library on standard error
@@ -12,6 +13,8 @@
 #include <sys/resource.h>
 #include <cstdarg>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +23,7 @@
 #include "zekcomp/compiler.h"
 #include "zekcomp/debug_image.h"
 #include "zekcomp/image.h"
+#include "zekcomp/image_view.h"
 #include "zekcomp/output.h"
 
 namespace {
@@ -49,6 +53,7 @@ struct Options {
     std::string image;
     std::string loadImage;
     std::string loadDebug;
+    std::string viewImage;
     bool json = false;
 };
 
@@ -124,6 +129,14 @@ bool Load(const Options& options, Phases& phases) {
     return options.loadDebug.empty() || phases.Run("gdInit", [&] { return gdInit(options.loadDebug, nullptr) != 0; });
 }
 
+/// Only the opening counts, not the reading of the file.
+bool View(const Options& options, Phases& phases) {
+    if (options.viewImage.empty()) return true;
+    std::ifstream in(options.viewImage, std::ios::binary);
+    const std::vector<unsigned char> bytes(std::istreambuf_iterator<char>(in), {});
+    return phases.Run("ImageView", [&] { return zek::ImageView::Open(bytes).has_value(); });
+}
+
 /// Where the value of an option goes; null for a word that is no such option.
 std::string* ValueOf(Options& options, std::string_view word) {
     if (word == "--until") return &options.until;
@@ -131,6 +144,7 @@ std::string* ValueOf(Options& options, std::string_view word) {
     if (word == "--image") return &options.image;
     if (word == "--load-image") return &options.loadImage;
     if (word == "--load-debug") return &options.loadDebug;
+    if (word == "--view-image") return &options.viewImage;
     return nullptr;
 }
 
@@ -161,7 +175,8 @@ int main(int count, char** words) {
         return 2;
     }
     Phases phases;
-    const bool done = (options.source.empty() || Compile(options, phases)) && Load(options, phases);
+    const bool done =
+        (options.source.empty() || Compile(options, phases)) && Load(options, phases) && View(options, phases);
     if (options.json) phases.Print();
     return done ? 0 : 1;
 }

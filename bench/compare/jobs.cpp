@@ -94,6 +94,7 @@ std::vector<Job> JobsOfBoard(const BoardFiles& files, unsigned size, const Effor
     return {
         CompileJob(files, runs, figures),
         job("gcInit", {"compile_once", "--load-image", files.image}),
+        job("ImageView", {"compile_once", "--view-image", files.image}),
         job("gdInit", {"compile_once", "--load-debug", files.debug}),
         job("read image", {"zek_floor", "read", files.image}),
         job("read", {"zek_floor", "read", files.source}),

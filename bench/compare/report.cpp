@@ -7,8 +7,9 @@
 namespace zek::bench {
 
 const std::vector<PhaseName> kPhases = {
-    {"zek", "start"},          {"zek", "parse"}, {"zek", "check"},     {"zek", "debug image"},
-    {"zek", "compiled image"}, {"zek", "end"},   {"gcInit", "gcInit"}, {"gdInit", "gdInit"},
+    {"zek", "start"},       {"zek", "parse"},           {"zek", "check"},
+    {"zek", "debug image"}, {"zek", "compiled image"},  {"zek", "end"},
+    {"gcInit", "gcInit"},   {"ImageView", "ImageView"}, {"gdInit", "gdInit"},
 };
 
 namespace {

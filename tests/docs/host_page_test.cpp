@@ -57,6 +57,7 @@ INSTANTIATE_TEST_SUITE_P(Program, HostPage,
                          testing::Values(ProgramRow{"Compiler", "compile_host", " fan.zek fan.zki fan.zkd",
                                                     "Parse::No more sections(total = 5).\n"},
                                          ProgramRow{"Runtime", "runtime_host", " fan.zki", ""},
+                                         ProgramRow{"Verifying", "view_host", " fan.zki", ""},
                                          ProgramRow{"Inspection", "inspect_host", " fan.zkd", ""}),
                          RowName());
 
@@ -93,6 +94,29 @@ TEST_F(Hosts, TellThatAFileIsNoImage) {
     EXPECT_EQ(Printed(), "no compiled image, code 13\n");
     EXPECT_EQ(Run("inspect_host fan.zki"), 1);
     EXPECT_EQ(Printed(), "ERROR: File fan.zki is invalid.\n");
+}
+
+TEST_F(Hosts, KeepTheSoundImageWhenTheNextOneIsDamaged) {
+    std::string damaged = Read("fan.zki");
+    damaged[0x100] = '\x7f';
+    Write("damaged.zki", damaged);
+    EXPECT_EQ(Run("view_host fan.zki damaged.zki"), 0);
+    EXPECT_EQ(Read("stdout"), Block(kPage, "text view_host"));
+    EXPECT_TRUE(Printed().starts_with("damaged.zki: byte 256, image: 127 sections are announced, there is room for "))
+        << Printed();
+    EXPECT_EQ(Run("view_host damaged.zki missing.zki"), 1);
+    EXPECT_TRUE(
+        Printed().ends_with("missing.zki: byte 0, image: does not begin as a compiled image does [bad-magic]\n"))
+        << Printed();
+}
+
+TEST(HostPageOfViews, ListsEveryCodeOfAFinding) {
+    const std::string page = SourceFile(kPage);
+    for (unsigned number = 1; number < 200; ++number) {
+        const std::string name = NameOf(static_cast<ImageCode>(number));
+        if (name == "none") continue;
+        EXPECT_NE(page.find("| " + std::to_string(number) + " " + name + " |"), std::string::npos) << name;
+    }
 }
 
 TEST_F(Hosts, TellThatADebugImageIsDamaged) {
