@@ -7,7 +7,7 @@ namespace {
 class ZekUsage : public ZekTest {};
 
 TEST_F(ZekUsage, HelpOfEveryCommandHasAnExample) {
-    for (const std::string command : {"compile", "check", "dump", "tree"}) {
+    for (const std::string command : {"compile", "check", "verify", "dump", "tree"}) {
         SCOPED_TRACE(command);
         const Result help = Zek({command, "--help"});
         EXPECT_EQ(help.code, 0);
@@ -21,8 +21,8 @@ TEST_F(ZekUsage, HelpNamesTheCommandsAndTheExitCodes) {
     const Result help = Zek({"--help"});
     EXPECT_EQ(help.code, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* text : {"\n  compile ", "\n  check ", "\n  dump ", "\n  tree ", "Example:\n  zek compile ",
-                             "0 fine, 1 the source has errors, 2 wrong command line"}) {
+    for (const char* text : {"\n  compile ", "\n  check ", "\n  verify ", "\n  dump ", "\n  tree ",
+                             "Example:\n  zek compile ", "0 fine, 1 the source has errors, 2 wrong command line"}) {
         EXPECT_NE(help.out.find(text), std::string::npos) << text << "\n" << help.out;
     }
 }
@@ -87,6 +87,9 @@ TEST_F(ZekUsage, WrongCommandLineEndsWithTwo) {
                                        {"check", "a.zek", "-o", "b"},
                                        {"check", "a.zek", "--max-files"},
                                        {"check", "a.zek", "--max-files", "-1"},
+                                       {"verify"},
+                                       {"verify", "--json", "a"},
+                                       {"verify", "a", ""},
                                        {"dump"},
                                        {"dump", "a", "b"},
                                        {"tree"},
@@ -120,8 +123,12 @@ class ZekStandardOutput : public ZekTest, public testing::WithParamInterface<Unw
 TEST_P(ZekStandardOutput, ThatCannotBeWrittenEndsWithTwo) {
     WriteSound("a.zek");
     ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
-    for (const Strings& arguments : std::vector<Strings>{
-             {"--help"}, {"--version"}, {"dump", "a.zki"}, {"dump", "--json", "a.zkd"}, {"tree", "a.zki"}}) {
+    for (const Strings& arguments : std::vector<Strings>{{"--help"},
+                                                         {"--version"},
+                                                         {"dump", "a.zki"},
+                                                         {"dump", "--json", "a.zkd"},
+                                                         {"tree", "a.zki"},
+                                                         {"verify", "a.zki"}}) {
         SCOPED_TRACE(testing::PrintToString(arguments));
         const Result result = Zek(arguments, GetParam().setting);
         EXPECT_EQ(result.code, 2);

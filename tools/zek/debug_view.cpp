@@ -2,9 +2,11 @@
 
 #include <memory>
 
+#include "memory_file.h"
 #include "section_keywords.h"
 #include "zekcomp/debug_image.h"
 #include "zekcomp/errors.h"
+#include "zekcomp/identifiers.h"
 
 namespace zek::tool {
 namespace {
@@ -15,6 +17,21 @@ namespace {
 std::size_t RoomFor(std::size_t imageSize) { return imageSize * 3; }
 
 std::optional<std::string> Optional(const char* text) { return text ? std::optional<std::string>(text) : std::nullopt; }
+
+void AppendWord(std::string& bytes, unsigned word) {
+    for (unsigned shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(word >> shift);
+}
+
+/// Makes the library take a list of source files, which it otherwise expects in the first image that it reads.
+void TakeEmptyFileList() {
+    // No predefined names, then a group of one section: an [INCLUDE], which is not restored, with an empty list.
+    constexpr unsigned kWords[] = {0, 1, 1, 32, 24, 0x2000000e, 0, 0, 0, 0, 0, 0};
+    std::string bytes("QUOR ZEK metaD.\0", 16);
+    AppendWord(bytes, ZEKD_VERSION);
+    bytes.resize(ZEKD_DATA_OFFSET);
+    for (const unsigned word : kWords) AppendWord(bytes, word);
+    gdInit(MemoryFile(bytes).Name(), nullptr);
+}
 
 ShownSection Shown(unsigned kind, unsigned index, CZEKSection* section, char* room) {
     ShownSection shown;
@@ -34,6 +51,17 @@ ShownSection Shown(unsigned kind, unsigned index, CZEKSection* section, char* ro
 }
 
 }  // namespace
+
+tagMETAFILEINFO LoadDebugImage(std::string_view bytes, bool lacksFileList) {
+    if (lacksFileList) TakeEmptyFileList();
+    // From a copy, so that what is loaded is what was verified, also when the file is a pipe.
+    const MemoryFile copy(bytes);
+    tagMETAFILEINFO info = {};
+    gdInit(copy.Name(), &info);
+    return info;
+}
+
+void UnloadDebugImage() { gdUnInit(); }
 
 void ForEachDebugSection(unsigned position, std::size_t imageSize,
                          const std::function<void(const ShownSection&)>& show) {

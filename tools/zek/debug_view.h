@@ -7,6 +7,11 @@
 
 namespace zek::tool {
 
+/// Loads an image that was verified. `lacksFileList` is what the verification says. Throws Failure where there is no
+/// memory for it. UnloadDebugImage frees it.
+tagMETAFILEINFO LoadDebugImage(std::string_view bytes, bool lacksFileList);
+void UnloadDebugImage();
+
 /// Those of one kind: a position in kSectionKeywords. `imageSize` is the number of bytes that the image was loaded
 /// from.
 void ForEachDebugSection(unsigned position, std::size_t imageSize,

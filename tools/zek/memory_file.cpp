@@ -58,11 +58,12 @@ std::string MemoryFile::Bytes() const {
 }
 
 std::string ReadFile(const std::string& name) {
-    const int descriptor = open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+    const bool standard = name == "-";
+    const int descriptor = standard ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0) throw SystemFailure("cannot read " + name);
     std::string bytes;
     const int error = Append(descriptor, bytes);
-    close(descriptor);
+    if (!standard) close(descriptor);
     if (error) throw SystemFailure("cannot read " + name, error);
     return bytes;
 }

@@ -25,7 +25,8 @@ private:
     int descriptor_;
 };
 
-/// The bytes of a file; throws Failure. What is no regular file may give 256 MiB.
+/// The bytes of a file, or of standard input where the name is "-"; throws Failure. What is no regular file may give
+/// 256 MiB.
 std::string ReadFile(const std::string& name);
 
 }  // namespace zek::tool

@@ -30,11 +30,19 @@ constexpr char kCheckExample[] =
     "  zek check boards/*.zek\n"
     "\n"
     "Each source is checked by itself. The exit code is that of the worst one.";
+constexpr char kVerifyExample[] =
+    "Example:\n"
+    "  zek verify board.zki board.zkd\n"
+    "\n"
+    "Reads all of each image, compiled or debug, and says that it is ok, or what is wrong where: section and entry,\n"
+    "the reason, a code for scripts, the offset in bytes. The exit code is that of the worst image. Notes count what\n"
+    "is odd but valid. An IMAGE of - is standard input.";
 constexpr char kDumpExample[] =
     "Example:\n"
     "  zek dump --json board.zki\n"
     "\n"
-    "The kind of image is told from its first bytes. In JSON a text is a string where its bytes are UTF-8, and else\n"
+    "The image is verified first. Its kind is told from its first bytes. In JSON a text is a string where its bytes "
+    "are UTF-8, and else\n"
     "an object {\"bytes\": \"HEX\"} with two hexadecimal digits for each byte. Sections come kind by kind, in file\n"
     "order.";
 constexpr char kTreeExample[] =
@@ -94,6 +102,11 @@ void AddCommands(CLI::App& app, Options& options) {
         AddCommand(app, options, Command::kCheck, "check", "Check sources and write nothing", kCheckExample);
     check.add_option("SOURCE", options.files, "The sources")->required()->type_name("");
     AddSourceOptions(check, options);
+
+    CLI::App& verify = AddCommand(app, options, Command::kVerify, "verify",
+                                  "Tell whether images are valid, and if not, what is wrong where", kVerifyExample);
+    verify.add_option("IMAGE", options.files, "The images")->required()->type_name("");
+    verify.add_flag("--notes", options.notes, "Show each note");
 
     CLI::App& dump =
         AddCommand(app, options, Command::kDump, "dump", "Show what a compiled or a debug image holds", kDumpExample);

@@ -8,17 +8,18 @@
 
 namespace zek::tool {
 
-enum class Command { kNone, kCompile, kCheck, kDump, kTree };
+enum class Command { kNone, kCompile, kCheck, kVerify, kDump, kTree };
 
 struct Options {
     Command command = Command::kNone;
-    std::vector<std::string> files;  ///< the sources, or the image
+    std::vector<std::string> files;  ///< the sources or images
     std::string image;               ///< compile: where the compiled image goes; empty for the default
     std::string debugImage;          ///< compile: where the debug image goes; empty for the default
     std::vector<std::string> includes;
     std::size_t mostFiles = 10000;  ///< how many files one compilation may read
     ReportOptions report;
     bool json = false;
+    bool notes = false;  ///< verify: show what is odd, too
 };
 
 /// What the arguments say. Where they ask for help or the version, or are wrong, `command` is kNone, `text` is what to

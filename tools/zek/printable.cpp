@@ -88,6 +88,10 @@ std::string Hexadecimal(unsigned number, int digits) {
     return text;
 }
 
+std::string Counted(std::size_t count, const char* one, const char* more) {
+    return std::to_string(count) + ' ' + (count == 1 ? one : more);
+}
+
 std::string Hex(std::string_view bytes) {
     std::string digits;
     for (const char byte : bytes) {

@@ -21,6 +21,9 @@ std::string Quoted(std::string_view text);
 /// A number as 0x and at least so many hexadecimal digits.
 std::string Hexadecimal(unsigned number, int digits = 8);
 
+/// A number and what is counted, such as "1 section" or "2 sections".
+std::string Counted(std::size_t count, const char* one, const char* more);
+
 /// Two hexadecimal digits for each byte.
 std::string Hex(std::string_view bytes);
 

@@ -60,10 +60,6 @@ std::string Shown(const Place& place) { return Printable(place.path) + ':' + std
 
 std::string ShownOrPath(const Place& place) { return place.line ? Shown(place) : Printable(place.path); }
 
-std::string Counted(unsigned count, const std::string& word) {
-    return std::to_string(count) + ' ' + word + (count == 1 ? "" : "s");
-}
-
 }  // namespace
 
 Report::Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files,
@@ -85,11 +81,11 @@ std::string Report::Text() const {
     std::string summary;
     std::string text = text_;
     if (pastMost_ > 1 && !options_.raw) {
-        text +=
-            Printable(source_) + ": note: " + Counted(pastMost_ - 1, "more include") + " not read for the same reason\n";
+        text += Printable(source_) + ": note: " + Counted(pastMost_ - 1, "more include", "more includes") +
+                " not read for the same reason\n";
     }
-    if (errors_) summary += Counted(errors_, "error");
-    if (warnings_) summary += (errors_ ? ", " : "") + Counted(warnings_, "warning");
+    if (errors_) summary += Counted(errors_, "error", "errors");
+    if (warnings_) summary += (errors_ ? ", " : "") + Counted(warnings_, "warning", "warnings");
     return summary.empty() ? text : text + Printable(source_) + ": " + summary + '\n';
 }
 

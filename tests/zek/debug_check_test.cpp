@@ -1,0 +1,371 @@
+// The verification of debug images, on bytes.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "compile.h"
+#include "debug_check.h"
+#include "debug_layout.h"
+#include "failure.h"
+#include "image.h"
+#include "memory_file.h"
+#include "model/section.h"
+#include "model/section_kinds.h"
+#include "model/value_shapes.h"
+#include "zekcomp/zekcomp.h"
+
+namespace zek::tool {
+
+namespace {
+
+std::string Number(std::size_t number) {
+    std::string bytes;
+    for (int shift = 0; shift < 32; shift += 8) bytes += static_cast<char>(number >> shift);
+    return bytes;
+}
+
+/// A text or a block: its length, then its bytes.
+std::string Counted(const std::string& bytes) { return Number(bytes.size()) + bytes; }
+
+std::string Object(unsigned type, const std::string& name, unsigned file = 0) {
+    return Number(type) + Number(2) + Number(1) + Number(file) + Counted(name);
+}
+
+std::string Entry(unsigned type, const std::string& data, unsigned file = 0) {
+    return Counted(Counted(Object(type, "key", file)) + Counted(data));
+}
+
+const std::string kFiles = Number(1) + Counted("a.zek");
+
+std::string Section(unsigned type, const std::string& name, const std::vector<std::string>& entries = {},
+                    const std::string& files = "") {
+    std::string bytes = Counted(Object(type, name) + files) + Number(entries.size());
+    for (const std::string& entry : entries) bytes += entry;
+    return Counted(bytes);
+}
+
+std::string Group(const std::vector<std::string>& sections) {
+    std::string bytes = Number(sections.size());
+    for (const std::string& section : sections) bytes += section;
+    return bytes;
+}
+
+/// What the groups of an image begin behind: the header and one predefined name.
+constexpr std::size_t kGroups = 0x80 + 4 + 9;
+
+std::string Image(const std::vector<std::string>& groups) {
+    std::string bytes = std::string("QUOR ZEK metaD.\0", 16) + Number(ZEKD_VERSION);
+    bytes.resize(ZEKD_DATA_OFFSET);
+    bytes += Number(1) + Counted("W") + Number(7) + Number(groups.size());
+    for (const std::string& group : groups) bytes += group;
+    return bytes;
+}
+
+constexpr unsigned kGlobal = 0x2000000a;
+constexpr unsigned kDefine = 0x2000000c;
+constexpr unsigned kInclude = 0x2000000e;
+
+/// An image of one [GLOBAL] whose one entry has this typed data.
+std::string WithData(const std::string& data) {
+    return Image({Group({Section(kGlobal, "GLOBAL", {Entry(ValueKey(1), data)}, kFiles)})});
+}
+
+std::string WithValue(const std::string& record) { return WithData(Number(ValueKey(1)) + Counted(record)); }
+
+/// The sentence of the failure with its place, code and offset; what was counted where there is none.
+std::string Told(const std::string& image) {
+    const DebugCheck check = CheckDebugImage(image);
+    if (check.failure) {
+        const DebugFinding& failure = *check.failure;
+        return failure.Place() + ": " + failure.Sentence() + " (" + NameOf(failure.code) + " at " +
+               std::to_string(failure.offset) + ')';
+    }
+    return std::to_string(check.sections) + ' ' + std::to_string(check.entries) + ' ' + std::to_string(check.notes);
+}
+
+TEST(ZekDebugCheck, AcceptsWhatIsSound) {
+    EXPECT_EQ(Told(Image({})), "0 0 0");
+    EXPECT_EQ(Told(Image({Group({}), Group({Section(kDefine, "DEFINE", {}, kFiles)}), Group({})})), "1 0 0");
+    EXPECT_EQ(Told(Image({Group({Section(kDefine, "DEFINE", {}, Number(0))})})),
+              "section 0 [DEFINE], file index: is 0, and the list of source files has 0 (file-index at 169)");
+    EXPECT_EQ(Told(WithData(Number(0))), "1 1 0");
+    EXPECT_EQ(Told(WithValue(Number(1) + Counted("W") + Counted("5"))), "1 1 0");
+    EXPECT_EQ(Told(WithValue(Number(3) + Counted("") + Counted("Act") + Number(2) + Counted("1") + Counted(""))),
+              "1 1 0");
+    EXPECT_EQ(Told(WithValue(Number(50) + Counted("W"))), "1 1 0");
+}
+
+TEST(ZekDebugCheck, NotesBytesBehindTheImageAndAListThatIsNotThere) {
+    std::vector<std::string> notes;
+    const auto show = [&](const DebugFinding& note) {
+        EXPECT_TRUE(IsNote(note.code));
+        notes.push_back(note.Place() + ": " + note.Sentence() + " (" + NameOf(note.code) + " at " +
+                        std::to_string(note.offset) + ')');
+    };
+    const std::string image = Image({Group({Section(kDefine, "DEFINE", {Entry(kDefinitionKey, Number(0), 99)})})});
+    const DebugCheck check = CheckDebugImage(image + "xyz", show);
+    EXPECT_FALSE(check.failure);
+    EXPECT_TRUE(check.lacksFileList);
+    EXPECT_EQ(check.notes, 2u);
+    EXPECT_EQ(notes, (std::vector<std::string>{
+                         "section 0 [DEFINE], list of source files: is not there, since the process that wrote the "
+                         "image had written another (no-file-list at 183)",
+                         "image: 3 bytes follow behind the last section (trailing-bytes at " +
+                             std::to_string(image.size()) + ')'}));
+}
+
+std::string Replaced(std::string image, std::size_t at, const std::string& bytes) {
+    return image.replace(at, bytes.size(), bytes);
+}
+
+TEST(ZekDebugCheck, TellsWhatIsWrongWithTheFrame) {
+    const std::string empty = Image({});
+    const std::string define = Section(kDefine, "DEFINE", {}, kFiles);
+    const std::string names = empty.substr(0, 0x80) + Number(2) + Counted("B") + Number(1);
+    const struct {
+        std::string image;
+        const char* told;
+    } rows[] = {
+        {"", "image: the image has 0 bytes, its header alone takes 128 (too-short at 0)"},
+        {Replaced(empty, 14, "x"), "image: does not begin as a debug image does (bad-magic at 0)"},
+        {Replaced(empty, 16, Number(1)),
+         "image: the format version is 0x00000001, only 0x01000000 is known (bad-version at 16)"},
+        {Replaced(empty, 0x7f, "\x02"), "image: the byte is 2, and always 0 in an image (reserved-byte at 127)"},
+        {empty.substr(0, 0x82),
+         "number of predefined names: needs 4 bytes, and the image ends after 2 (cut-short at 128)"},
+        {Replaced(empty, 0x80, Number(3)),
+         "number of predefined names: says 3, and what is left has room for 1 at most (count at 128)"},
+        {Replaced(empty, 0x84, Number(100)),
+         "predefined name 0, name: needs 100 bytes, and the image ends after 9 (cut-short at 132)"},
+        {names + Counted("A") + Number(1) + Number(0),
+         "predefined name 1, name: does not come behind the name before it in the order of bytes (unsorted-name at "
+         "141)"},
+        {names + Counted("B") + Number(1) + Number(0),
+         "predefined name 1, name: does not come behind the name before it in the order of bytes (unsorted-name at "
+         "141)"},
+        {empty.substr(0, kGroups) + Number(15),
+         "number of groups: says 15, and there are 14 kinds of sections (group-count at 141)"},
+        {empty.substr(0, kGroups) + Number(1),
+         "group 0, number of sections: needs 4 bytes, and the image ends after 0 "
+         "(cut-short at 145)"},
+        {empty.substr(0, kGroups) + Number(1) + Number(9) + define,
+         "section 1, block: needs 4 bytes, and the image ends after 0 (cut-short at 200)"},
+        {empty.substr(0, kGroups) + Number(1) + Number(0xFFFFFFFF) + define,
+         "group 0, number of sections: says 4294967295, and what is left has room for 12 at most (count at 145)"},
+        {Image({Group({define}), Group({Section(kGlobal, "GLOBAL"), Section(kInclude, "INCLUDE")})}),
+         "section 2 [INCLUDE], type id: is 0x2000000e in a group of sections that are 0x2000000a (mixed-group at 250)"},
+        {Image({Group({define}), Group({Section(kDefine, "DEFINE")})}),
+         "section 1 [DEFINE], type id: 0x2000000c has a group before this one (repeated-group at 212)"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(Told(row.image), row.told);
+}
+
+TEST(ZekDebugCheck, TellsWhatIsWrongWithASection) {
+    const auto alone = [](const std::string& section) { return Image({Group({section})}); };
+    const std::string define = alone(Section(kDefine, "DEFINE", {}, kFiles));
+    const std::size_t section = kGroups + 8;
+    const struct {
+        std::string image;
+        const char* told;
+    } rows[] = {
+        {Replaced(define, section, Number(51)),
+         "section 0, block: needs 51 bytes, and the image ends after 47 (cut-short at 149)"},
+        {Replaced(define, section, Number(3)).substr(0, section + 7),
+         "section 0, common part: needs 4 bytes, and its block ends after 3 (overrun at 153)"},
+        {Replaced(define, section, Number(46)),
+         "section 0 [DEFINE], number of entries: needs 4 bytes, and its block ends after 3 (overrun at 196)"},
+        {Replaced(define, section + 4, Number(47)),
+         "section 0, common part: needs 47 bytes, and its block ends after 43 (overrun at 153)"},
+        {alone(Section(0x2000000f, "NEW", {}, kFiles)),
+         "section 0, type id: 0x2000000f is no kind of section (unknown-section at 157)"},
+        {alone(Section(kDefine, "define", {}, kFiles)),
+         "section 0 [DEFINE], name: is not the name of this kind of section (wrong-name at 173)"},
+        {alone(Section(kDefine, "DEFINE", {}, Number(9) + Counted("a.zek"))),
+         "section 0 [DEFINE], list of source files: says 9, and what is left has room for 2 at most (count at 183)"},
+        {alone(Section(kDefine, "DEFINE", {}, Number(2) + Counted("a.zek"))),
+         "section 0 [DEFINE], source file 1: needs 4 bytes, and its block ends after 0 (overrun at 196)"},
+        {alone(Section(kDefine, "DEFINE", {}, kFiles + "ab")),
+         "section 0 [DEFINE], common part: ends 2 bytes before its block does (surplus-bytes at 196)"},
+        {Image({Group({Section(kDefine, "DEFINE", {}, kFiles)}), Group({Section(kGlobal, "GLOBAL", {}, kFiles)})}),
+         "section 1 [GLOBAL], common part: ends 13 bytes before its block does (surplus-bytes at 238)"},
+        {alone(Section(0x2000000d, "IFDEF", {}, kFiles)),
+         "section 0 [IFDEF], number of entries: says 0, and such a section has 1 at least (entry-count at 195)"},
+        {alone(Section(0x2000000d, "IFDEF", {Entry(kDefinitionKey, Number(0))}, kFiles)),
+         "section 0 [IFDEF], entry 0, type id: is 0x10010001, and 0x10020016 stands there in such a section "
+         "(missing-key at 207)"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(Told(row.image), row.told);
+}
+
+TEST(ZekDebugCheck, TellsWhatIsWrongWithAnEntry) {
+    const auto with = [](const std::string& entry) {
+        return Image({Group({Section(kGlobal, "GLOBAL", {entry}, kFiles)})});
+    };
+    const std::string none = Number(0);
+    const std::string value = Number(ValueKey(1));
+    const std::string list = Number(7) + Counted("W");
+    const struct {
+        std::string image;
+        const char* told;
+    } rows[] = {
+        {with(Entry(ValueKey(2), none)),
+         "section 0 [GLOBAL], entry 0, type id: 0x10080002 is no entry of such a section (unknown-entry at 208)"},
+        {with(Entry(0x10200000, none)),
+         "section 0 [GLOBAL], entry 0, type id: 0x10200000 is no entry of such a section (unknown-entry at 208)"},
+        {with(Entry(ValueKey(1), none, 1)),
+         "section 0 [GLOBAL], entry 0, file index: is 1, and the list of source files has 1 (file-index at 220)"},
+        {with(Counted(Counted(Object(ValueKey(1), "key")) + Counted(none) + "x")),
+         "section 0 [GLOBAL], entry 0, block: ends 1 bytes before its block does (surplus-bytes at 239)"},
+        {WithData(none + "x"),
+         "section 0 [GLOBAL], entry 0, typed data: ends 1 bytes before its block does (surplus-bytes at 239)"},
+        {WithData(Number(ValueKey(2)) + Counted(list)),
+         "section 0 [GLOBAL], entry 0, type id of the data: is 0x10080002, and that of the entry is 0x10080001 "
+         "(wrong-data at 235)"},
+        {WithData(value),
+         "section 0 [GLOBAL], entry 0, value record: needs 4 bytes, and its block ends after 0 (overrun at 239)"},
+        {WithData(value + Number(8) + list),
+         "section 0 [GLOBAL], entry 0, type word: needs 1 bytes, and its block ends after 0 (overrun at 247)"},
+        {WithValue(list),
+         "section 0 [GLOBAL], entry 0, list: needs 4 bytes, and its block ends after 0 (overrun at 252)"},
+        {WithValue(list + Number(2) + Counted("") + Number(1)),
+         "section 0 [GLOBAL], entry 0, list element 1: needs 1 bytes, and its block ends after 0 (overrun at 260)"},
+        {WithValue(Number(10) + Counted("W") + Counted("T") + Number(5) + "12"),
+         "section 0 [GLOBAL], entry 0, operand 1: needs 5 bytes, and its block ends after 2 (overrun at 257)"},
+        {WithValue(Number(0) + Counted("W") + "x"),
+         "section 0 [GLOBAL], entry 0, value record: ends 1 bytes before its block does (surplus-bytes at 252)"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(Told(row.image), row.told);
+}
+
+TEST(ZekDebugCheck, EveryCodeIsInTheTableOfThePage) {
+    std::vector<std::string> names;
+    for (unsigned code = 1; code <= static_cast<unsigned>(DebugCode::kNoFileList); ++code) {
+        const std::string name = NameOf(static_cast<DebugCode>(code));
+        if (name != "none") names.push_back(name);
+    }
+    std::ifstream page(ZEK_SOURCE_DIR "/docs/debug-image.md");
+    std::vector<std::string> listed;
+    std::string line;
+    while (std::getline(page, line) && line != "## Verification") continue;
+    while (std::getline(page, line)) {
+        if (line.starts_with("| `")) listed.push_back(line.substr(3, line.find('`', 3) - 3));
+    }
+    EXPECT_EQ(listed, names);
+}
+
+TEST(ZekDebugLayout, KindsAreTheLibrarysOwn) {
+    for (const DebugKind& kind : kDebugKinds) {
+        SCOPED_TRACE(kind.keyword);
+        CZEKSection* section = CZEKSection::Create("a.zek", kind.keyword, 1);
+        ASSERT_NE(section, nullptr);
+        EXPECT_EQ(DebugKindOf(section->m_dwType), &kind);
+        std::vector<unsigned> declared;
+        for (const CZEKEntry* entry : section->m_vpEntry) declared.push_back(entry->m_dwType);
+        EXPECT_EQ(declared, std::vector<unsigned>(kind.declared.begin(), kind.declared.end()));
+        // The first item of an [IFDEF] is its word.
+        if (!declared.empty() && declared.size() == 1) section->SetEntry("a.zek", "DEFINEWORD", "W", 2);
+        std::vector<unsigned> added;
+        for (const char* key : {"P_x", "1"}) {
+            const std::size_t before = section->m_vpEntry.size();
+            section->SetEntry("a.zek", key, "missing", 3);
+            if (section->m_vpEntry.size() > before) added.push_back(section->m_vpEntry.back()->m_dwType);
+        }
+        std::vector<unsigned> known;
+        if (kind.added || kind.addsProperties) known = {kind.addsProperties ? kPropertyKey : kind.added};
+        if (kind.added) known.push_back(kind.added);
+        if (kind.addsProperties && !kind.added) known.push_back(kPropertyKey);
+        EXPECT_EQ(added, known);
+    }
+    EXPECT_EQ(DebugKindOf(0x2000000f), nullptr);
+    EXPECT_EQ(DebugKindOf(0x20000000), nullptr);
+}
+
+TEST(ZekDebugLayout, ValuesAreTheLibrarysOwn) {
+    for (unsigned type = 0; type < 300; ++type) {
+        const ValueShape* shape = ShapeOf(type);
+        const std::string texts(shape ? shape->operands.size() : 0, 't');
+        EXPECT_EQ(ValueFields(type), texts + (shape && shape->list ? "l" : "")) << type;
+    }
+    EXPECT_STREQ(ValueFields(0xFFFFFFFF), "");
+}
+
+/// Every kind of section, every class of data, every value type, and includes.
+constexpr char kEverything[] =
+    "[DEFINE]\nVT_NONE = 0\nVT_VALUE = 1\nVT_CALC = 2\nVT_CALL = 3\nVT_READ = 4\nVT_WRITE = 5\nVT_RAW = 6\nVT_FOUR = "
+    "7\n"
+    "VT_READ8 = 8\nVT_WRITE9 = 9\nVT_TABLE = 10\nVT_SEND = 11\nVT_SMBUS = 12\nVT_50 = 50\nVT_101 = 101\nVT_COND = 102\n"
+    "VT_103 = 103\nVT_OWN = 104\nVT_500 = 500\nBUSTYPE_SMBUS = 1\n"
+    "[IFDEF]\nDEFINEWORD = VT_READ\nSPEED = 3\n"
+    "[QUORZEK]\nVERSION = 1.0\n"
+    "[PROPERTY]\nColour = light red\n"
+    "[SYSTEM]\nTYPE = 1\nMODEL = \"x\"\nFLAG = 0\nZEKLOOP = 5\nP_ROLE = x\n"
+    "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = 0\nVALUE_INIT = VT_VALUE,1\n"
+    "[ACTION]\nNAME = Act\nARGNUMBER = 1\nVALUE_1 = VT_VALUE,ARG0\nVALUE = VT_OWN,VALUE_1\n"
+    "[TABLE]\nNAME = Curve\nTYPE = 1\n0.255 = 9\n4 = 0x2A\n"
+    "[GLOBAL]\nG_A = VT_CALC,+,3,G_B\nG_B = VT_TABLE,Curve,7\nG_C = VT_CALC,==,1,2,3,4\nG_D = VT_CALL,Act,1\n"
+    "G_E = VT_READ,1,8,BUSTYPE_SMBUS,2\nG_F = VT_WRITE,1,8,BUSTYPE_SMBUS,2,3\nG_G = VT_RAW,1,2,3\nG_H = VT_FOUR,1,2\n"
+    "G_I = VT_READ8,1,8,BUSTYPE_SMBUS,2\nG_J = VT_WRITE9,1,8,BUSTYPE_SMBUS,2,3\nG_K = "
+    "VT_SEND,1,8,BUSTYPE_SMBUS,0x00,3\n"
+    "G_L = VT_SMBUS,1,8,BUSTYPE_SMBUS,0x00\nG_M = VT_50,1\nG_N = VT_101,1\nG_O = VT_COND,1,Act,2\nG_P = VT_103,1\n"
+    "G_Q = VT_500\nG_R = VT_NONE\nG_S = VT_FOUR\n"
+    "[REPEATER]\nR = 2,Act,1\n"
+    "[DEVICE]\nNAME = Fan\nID = 5\nINITFLAG = 0\nCONTROLMASK = 0\nP_ROLE = y\nVALUE_ON = VT_VALUE,1\n"
+    "[SENSOR]\nPARENT = Board\nNAME = S\nID = 1\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 3\nTHEORY = 2\nTHRESHOLD_WH = "
+    "40\n"
+    "VALUE = VT_VALUE,7\nVALUE_X = VT_VALUE,1\nP_ROLE = z\n"
+    "[TAVRGROUP]\nNAME = All\nID = 1\nPID = 0\nSENSORS = 1\nP_ROLE = r\n";
+
+/// Compiles a source in this process and gives its debug image.
+std::string Compiled(const MemoryFile& source) {
+    const MemoryFile images[2];
+    Options options;
+    options.files = {source.Name()};
+    options.image = images[0].Name();
+    options.debugImage = images[1].Name();
+    EXPECT_EQ(RunCompile(options), kFine);
+    return images[1].Bytes();
+}
+
+TEST(ZekDebugCheck, AcceptsWhatTheLibraryWrites) {
+    const MemoryFile included(kEverything);
+    const MemoryFile source("[INCLUDE]\nFILE = " + included.Name() + "\n[DEFINE]\nLAST = 1\n");
+    const std::string image = Compiled(source);
+    EXPECT_EQ(Told(image), "15 99 0");
+    for (std::size_t size = 0; size < image.size(); ++size) {
+        EXPECT_TRUE(CheckDebugImage(image.substr(0, size)).failure) << size;
+    }
+    EXPECT_EQ(Told(image + '\0'), "15 99 1");
+}
+
+/// Only the first image of a process has the list of source files. It is shown all the same.
+TEST(ZekDebugCheck, AcceptsTheSecondImageOfAProcess) {
+    const MemoryFile source(kEverything);
+    const std::string first = Compiled(source);
+    const std::string second = Compiled(source);
+    EXPECT_EQ(Told(first), "13 97 0");
+    EXPECT_EQ(Told(second), "13 97 1");
+    const MemoryFile file(second);
+    const tool::Image image(file.Name());
+    std::vector<std::string> keys;
+    image.ForEachSectionOf("REPEATER", [&](const ShownSection& section) {
+        for (const ShownEntry& entry : section.entries) keys.push_back(entry.key + '=' + entry.value);
+    });
+    EXPECT_EQ(keys, std::vector<std::string>{"R=2,Act,1"});
+}
+
+/// What was restored from an image and written again is an image again.
+TEST(ZekDebugCheck, AcceptsWhatWasLoadedAndWrittenAgain) {
+    const MemoryFile source(kEverything);
+    const MemoryFile file(Compiled(source));
+    ASSERT_EQ(gdInit(file.Name(), nullptr), 1u);
+    const MemoryFile again;
+    ASSERT_EQ(gccOutputD(again.Name()), 1u);
+    EXPECT_EQ(Told(again.Bytes()), "13 97 1");
+    gdUnInit();
+}
+
+}  // namespace
+
+}  // namespace zek::tool

@@ -1,0 +1,60 @@
+#include "image_check.h"
+
+#include "printable.h"
+
+namespace zek::tool {
+namespace {
+
+template <class Finding>
+std::string Told(const Finding& finding) {
+    const std::string place = finding.Place();
+    return place + (place.empty() ? "" : ": ") + finding.Sentence() + " (" + NameOf(finding.code) + " at byte " +
+           std::to_string(finding.offset) + ')';
+}
+
+/// The same function for findings of both kinds; empty where nobody wants to see them.
+template <class Finding>
+std::function<void(const Finding&)> Telling(const ShowNote& showNote) {
+    if (!showNote) return nullptr;
+    return [&showNote](const Finding& note) { showNote(Told(note)); };
+}
+
+ImageSize CheckCompiledImage(const std::string& file, std::string_view bytes, const ShowNote& showNote) {
+    const ImageView view = OpenCompiledImage(file, bytes);
+    if (showNote) view.ForEachNote(Telling<ImageFinding>(showNote));
+    ImageSize size = {view.AllSections().size(), 0, view.NoteCount()};
+    for (const ImageView::Section section : view.AllSections()) size.entries += section.AllEntries().size();
+    return size;
+}
+
+}  // namespace
+
+Failure NoImage(const std::string& file, const std::string& why) { return Failure(kNoImage, file + ": " + why); }
+
+ImageView OpenCompiledImage(const std::string& file, std::string_view bytes) {
+    ImageFinding failure;
+    const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
+    std::optional<ImageView> view = ImageView::Open({data, bytes.size()}, &failure);
+    if (!view) throw NoImage(file, Told(failure));
+    return *std::move(view);
+}
+
+DebugCheck CheckedDebugImage(const std::string& file, std::string_view bytes, const ShowNote& showNote) {
+    const DebugCheck check = CheckDebugImage(bytes, Telling<DebugFinding>(showNote));
+    if (check.failure) throw NoImage(file, Told(*check.failure));
+    return check;
+}
+
+ImageSize CheckImage(ImageKind kind, const std::string& file, std::string_view bytes, const ShowNote& showNote) {
+    if (kind == ImageKind::kCompiled) return CheckCompiledImage(file, bytes, showNote);
+    const DebugCheck check = CheckedDebugImage(file, bytes, showNote);
+    return {check.sections, check.entries, check.notes};
+}
+
+ImageKind RequireKind(const std::string& file, std::string_view bytes) {
+    const ImageKind kind = KindOf(bytes);
+    if (kind == ImageKind::kNone) throw NoImage(file, "is neither a compiled nor a debug image (bad-magic at byte 0)");
+    return kind;
+}
+
+}  // namespace zek::tool
