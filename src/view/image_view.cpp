@@ -1,5 +1,7 @@
 #include "zekcomp/image_view.h"
 
+#include <array>
+
 #include "compile/value_fields.h"
 #include "view/verifier.h"
 
@@ -9,6 +11,18 @@ namespace {
 
 /// The tables whose names an entry can have.
 constexpr unsigned kNameClasses[] = {kIdProperty, kIdGlobal, kIdValue, kIdRepeater};
+
+/// The tables of what sections of a kind are called: by their NAME, and in three kinds by their entries; 0 for none.
+constexpr std::array<unsigned, 2> ClassesOfNames(unsigned kind) {
+    switch (kind) {
+        case kImageProperty: return {kIdString, kIdProperty};
+        case kImageGlobal: return {kIdString, kIdGlobal};
+        case kImageRepeater: return {kIdString, kIdRepeater};
+        case kImageGroup: return {kIdGroup};
+        case kImageAction: return {kIdAction};
+        default: return {kIdString};
+    }
+}
 
 constexpr bool IsKind(unsigned kind) { return kind >= kImageQuorzek && kind <= kImageRepeater; }
 
@@ -51,9 +65,9 @@ ImageView::Sections ImageView::SectionsOf(unsigned kind) const {
 }
 
 std::optional<ImageView::Section> ImageView::SectionNamed(unsigned kind, std::string_view name) const {
-    // A name can have an identifier in several tables; the section that stands first counts.
     std::uint32_t first = FirstSections::kNone;
-    for (const unsigned nameClass : {kIdString, kIdGroup, kIdAction, kIdProperty, kIdGlobal, kIdRepeater, kIdValue}) {
+    for (const unsigned nameClass : ClassesOfNames(kind)) {
+        if (nameClass == 0) continue;
         if (const auto word = IdentifierOf(nameClass, name)) first = std::min(first, data_->named.Find(kind, *word));
     }
     if (first == FirstSections::kNone) return {};

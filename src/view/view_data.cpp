@@ -5,7 +5,10 @@
 
 namespace zek {
 
-void HashSlots::Reset(std::size_t count) { slots_.assign(std::bit_ceil(2 * count + 1), 0); }
+void HashSlots::Reset(std::size_t count) {
+    slots_.assign(std::bit_ceil(2 * count + 2), 0);
+    mask_ = static_cast<std::uint32_t>(slots_.size() - 1);
+}
 
 std::uint32_t KeyTable::OrdinalOf(std::string_view name) const {
     return slots.Find(HashOf(name), [&](std::uint32_t ordinal) { return NameAt(ordinal) == name; });

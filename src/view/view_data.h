@@ -20,30 +20,35 @@ public:
     /// The position whose key is the same, or kNone; `isSame` is asked about a position.
     template <class IsSame>
     std::uint32_t Find(std::uint32_t hash, IsSame&& isSame) const {
-        if (slots_.empty()) return kNone;
-        const std::uint32_t slot = slots_[SlotOf(hash, isSame)];
-        return slot == 0 ? kNone : slot - 1;
+        return slots_.empty() ? kNone : PositionIn(slots_[SlotOf(hash, isSame)]);
     }
     /// The position whose key is the same, which is this one when there was none. There must be room.
     template <class IsSame>
     std::uint32_t Add(std::uint32_t hash, std::uint32_t position, IsSame&& isSame) {
         std::uint32_t& slot = slots_[SlotOf(hash, isSame)];
-        if (slot == 0) slot = position + 1;
-        return slot - 1;
+        if (slot == 0) slot = (hash & ~mask_) | (position + 1);
+        return PositionIn(slot);
     }
 
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 private:
+    /// kNone for a free slot.
+    std::uint32_t PositionIn(std::uint32_t slot) const { return (slot & mask_) - 1; }
+
     template <class IsSame>
     std::size_t SlotOf(std::uint32_t hash, IsSame&& isSame) const {
-        const std::size_t mask = slots_.size() - 1;
-        std::size_t at = hash & mask;
-        while (slots_[at] != 0 && !isSame(slots_[at] - 1)) at = (at + 1) & mask;
+        std::uint32_t at = hash & mask_;
+        for (; slots_[at] != 0; at = (at + 1) & mask_) {
+            if (((slots_[at] ^ hash) & ~mask_) == 0 && isSame(PositionIn(slots_[at]))) break;
+        }
         return at;
     }
 
-    LargeVector<std::uint32_t> slots_;  ///< counted from 1, 0 for a free one; a power of two of them, or none
+    /// A power of two of them, or none; 0 for a free one. There are more than positions, so the bits that tell a
+    /// position, counted from 1, are those that tell a slot, and the others hold what the hash has there.
+    LargeVector<std::uint32_t> slots_;
+    std::uint32_t mask_ = 0;
 };
 
 /// A table of names or numbers of an image, by ordinal.
