@@ -355,6 +355,25 @@ TEST(ZekDebugCheck, AcceptsTheSecondImageOfAProcess) {
     EXPECT_EQ(keys, std::vector<std::string>{"R=2,Act,1"});
 }
 
+/// Whatever one byte is: what the verification lets pass, the library loads.
+TEST(ZekDebugCheck, AcceptsNothingThatDoesNotLoad) {
+    const MemoryFile source(kEverything);
+    const std::string image = Compiled(source);
+    unsigned accepted = 0;
+    for (std::size_t at = 0; at < image.size(); ++at) {
+        for (const char byte : {'\x00', '\x01', '\x7f', '\x80', '\xff'}) {
+            const std::string damaged = Replaced(image, at, std::string(1, byte));
+            if (CheckDebugImage(damaged).failure) continue;
+            ++accepted;
+            ASSERT_NO_THROW(EXPECT_EQ(gdInit(MemoryFile(damaged).Name(), nullptr), 1u)) << at;
+            gdUnInit();
+        }
+    }
+    // Time stamp, notations, lines, numbers and the characters of texts may be anything.
+    EXPECT_GT(accepted, image.size());
+    EXPECT_LT(accepted, 5 * image.size() / 2);
+}
+
 /// What was restored from an image and written again is an image again.
 TEST(ZekDebugCheck, AcceptsWhatWasLoadedAndWrittenAgain) {
     const MemoryFile source(kEverything);

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "failure.h"
 #include "memory_file.h"
 #include "section_keywords.h"
 #include "zekcomp/debug_image.h"
@@ -57,7 +58,9 @@ tagMETAFILEINFO LoadDebugImage(std::string_view bytes, bool lacksFileList) {
     // From a copy, so that what is loaded is what was verified, also when the file is a pipe.
     const MemoryFile copy(bytes);
     tagMETAFILEINFO info = {};
-    gdInit(copy.Name(), &info);
+    if (!gdInit(copy.Name(), &info)) {
+        throw Failure(kUsageOrFiles, "cannot hold the image in memory: " + copy.Name() + " cannot be read");
+    }
     return info;
 }
 
