@@ -121,6 +121,18 @@ TEST_F(ZekVerify, ReadsStandardInputWhereTheNameIsADash) {
     EXPECT_EQ(empty.err, "zek: -: is neither a compiled nor a debug image (bad-magic at byte 0)\n");
 }
 
+// The sanitizer does not start under such a limit.
+#if !defined(__SANITIZE_ADDRESS__)
+TEST_F(ZekVerify, FileOfHolesThatMemoryCannotHoldEndsWithTwo) {
+    std::filesystem::copy("a.zkd", "holes");
+    std::filesystem::resize_file("holes", std::uintmax_t{1} << 40);
+    const Result result = Program({"sh", "-c", "ulimit -v 2000000; " ZEK_PROGRAM " verify holes a.zkd"}).Finish();
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.out, kDebugOk);
+    EXPECT_EQ(result.err, "zek: cannot read holes: Cannot allocate memory\n");
+}
+#endif
+
 TEST_F(ZekVerify, NameIsSafeForATerminal) {
     std::filesystem::copy("a.zki", "\x1b[2J");
     EXPECT_EQ(Zek({"verify", "\x1b[2J"}).out, "\\x1b[2J" + std::string(kImageOk).substr(5));

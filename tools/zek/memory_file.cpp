@@ -4,7 +4,9 @@
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
+#include <new>
 
 #include "failure.h"
 #include "streams.h"
@@ -14,16 +16,21 @@ namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 18;
 constexpr std::size_t kMostOfStream = std::size_t{256} << 20;
+constexpr std::size_t kMostReserved = std::size_t{4} << 30;
 constexpr char kWhat[] = "cannot hold the image in memory";
 
-std::size_t MostOf(int descriptor) {
+/// The size of a regular file; 0 for everything else.
+std::size_t SizeOf(int descriptor) {
     struct stat info {};
-    return fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode) ? std::string().max_size() : kMostOfStream;
+    return fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode) ? static_cast<std::size_t>(info.st_size) : 0;
 }
 
-/// 0, or the errno of the call that failed.
-int Append(int descriptor, std::string& bytes) {
-    const std::size_t most = MostOf(descriptor);
+/// 0, or the errno of the call that failed. Throws `std::bad_alloc`.
+int AppendAll(int descriptor, std::string& bytes) {
+    const std::size_t announced = SizeOf(descriptor);
+    const std::size_t most = std::max(announced, kMostOfStream);
+    // With the room of the last read, which finds the end. A file of holes may announce anything.
+    bytes.reserve(std::min(announced, kMostReserved) + kChunk);
     while (true) {
         const std::size_t size = bytes.size();
         bytes.resize(size + kChunk);
@@ -33,6 +40,15 @@ int Append(int descriptor, std::string& bytes) {
         if (got == 0) return 0;
         if (got < 0 && error != EINTR) return error;
         if (bytes.size() > most) return EFBIG;
+    }
+}
+
+/// The same, with too little memory as one more error.
+int Append(int descriptor, std::string& bytes) {
+    try {
+        return AppendAll(descriptor, bytes);
+    } catch (const std::bad_alloc&) {
+        return ENOMEM;
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -40,6 +41,9 @@ int Guarded(Run&& run) {
     } catch (const Failure& failure) {
         TellWhy(failure.what());
         return failure.Code();
+    } catch (const std::bad_alloc&) {
+        TellWhy("there is too little memory");
+        return kUsageOrFiles;
     } catch (const std::exception& error) {
         TellWhy(error.what());
         return kUsageOrFiles;
