@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <optional>
 
 #include "check/vocabulary.h"
 #include "debugimage/debug_image.h"
@@ -33,30 +32,60 @@ const std::size_t* ShownOrder(const CGeValue* value) {
     return shape && IsBusAccess(*shape) && !shape->list ? kLastBeforeSecond : kInOrder;
 }
 
-/// The text of an entry's value: empty without data; nothing for data of another class than the entry's.
-std::optional<std::string> ShownValue(const CZEKEntry& entry) {
-    if (!HoldsData(entry)) return std::string();
-    const CZekEntryData& data = entry.m_ZekEntryData;
-    if (EntryClass(data.m_dwType) != EntryClass(entry.m_dwType)) return {};
-    if (const unsigned* number = NumberOf(data)) {
-        char text[sizeof "0xffffffff"];
-        std::snprintf(text, sizeof text, "0x%x", *number);
-        return text;
+/// Writes texts one behind the other, up to the first NUL, as a host sees them.
+class ShownText {
+public:
+    /// The caller provides the room.
+    explicit ShownText(char* out) : end_(out) { *end_ = 0; }
+
+    void Add(const std::string& text) {
+        if (!whole_) return;
+        char* const start = end_;
+        end_ = stpcpy(start, text.c_str());
+        whole_ = static_cast<std::size_t>(end_ - start) == text.size();
     }
-    if (const std::string* text = TextOf(data)) return *text;
+    void AddComma() {
+        if (whole_) end_ = stpcpy(end_, ",");
+    }
+
+private:
+    char* end_;          ///< where the NUL stands
+    bool whole_ = true;  ///< whether no text had a NUL of its own, which ends what is shown
+};
+
+void ShowPayload(const CZekEntryData& data, char* out) {
+    ShownText shown(out);
     const Payload payload = PayloadOf(data);
     const CGeValue* value = ValueOf(data);
     const std::size_t* order = ShownOrder(value);
-    std::string shown = value ? value->m_strType : "";
+    if (value) shown.Add(value->m_strType);
     for (std::size_t i = 0; i < payload.strings.size(); ++i) {
         // What stands first has no comma before it: the type text of a value, the first string of a repeater item.
-        if (value || i > 0) shown += ',';
-        shown += payload.strings[order[i]];
+        if (value || i > 0) shown.AddComma();
+        shown.Add(payload.strings[order[i]]);
     }
-    if (payload.list) {
-        for (const std::string& text : *payload.list) shown += ',' + text;
+    if (!payload.list) return;
+    for (const std::string& text : *payload.list) {
+        shown.AddComma();
+        shown.Add(text);
     }
-    return shown;
+}
+
+/// Writes the text of an entry's value: empty without data; nothing at all for data of another class than the entry's.
+void ShowValue(const CZEKEntry& entry, char* out) {
+    const CZekEntryData& data = entry.m_ZekEntryData;
+    if (!HoldsData(entry)) {
+        *out = 0;
+        return;
+    }
+    if (EntryClass(data.m_dwType) != EntryClass(entry.m_dwType)) return;
+    if (const std::string* text = TextOf(data)) {
+        std::strcpy(out, text->c_str());
+    } else if (const unsigned* number = NumberOf(data)) {
+        std::snprintf(out, sizeof "0xffffffff", "0x%x", *number);
+    } else {
+        ShowPayload(data, out);
+    }
 }
 
 }  // namespace
@@ -113,8 +142,6 @@ const char* gdGetEntryName(CZEKEntry* entry) {
 unsigned gdGetValue(CZEKEntry* entry, char* out) {
     if (!entry) return AnswerGd(zek::kNoEntry, 0U);
     // The slot keeps the code of the query before, on success too: hosts rely on it.
-    if (const std::optional<std::string> shown = zek::ShownValue(*entry)) {
-        std::strcpy(out, shown->c_str());
-    }
+    zek::ShowValue(*entry, out);
     return 1;
 }
