@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <iterator>
 
 namespace zek {
@@ -27,9 +26,6 @@ inline constexpr unsigned kTypeField = 0x10000;
 
 /// The pseudo type of repeater items, whose words have no type word before them.
 inline constexpr unsigned kRepeaterFields = 0xFFFFFFFF;
-
-/// The value types that have fields are below this.
-inline constexpr unsigned kTypesWithFields = 128;
 
 // Code base + 0 of a list selects the word before the list's first item: hosts rely on it.
 inline constexpr ValueField kValueFields[] = {
@@ -80,70 +76,69 @@ constexpr unsigned FieldsLike(unsigned type) {
     }
 }
 
-/// Rows as a look-up needs them, which must not branch on what it reads: by the upper half of the field. A list takes
-/// all fields behind its own, however long it is.
-struct FieldWords {
-    unsigned field = 0;
-    unsigned last = 0;
-    unsigned char word = 0;
-    unsigned char counts = 0;  ///< a bit for each number of words; that of kManyWords for any above, too
+inline constexpr std::size_t kNoWord = static_cast<std::size_t>(-1);
+
+/// The word that a field selects in an entry of `count` words, or kNoWord, by the rows.
+constexpr std::size_t WordByRows(unsigned type, unsigned field, std::size_t count) {
+    type = FieldsLike(type);
+    for (const ValueField& row : kValueFields) {
+        if (row.type != type || count < row.fewest || count > row.most) continue;
+        if (field < row.field || field - row.field > row.last) continue;
+        const std::size_t word = row.word + (field - row.field);
+        if (word < count) return word;
+    }
+    return kNoWord;
+}
+
+/// A row as most look-ups need it, which should do little with what they read and not branch on it.
+struct ReadyField {
+    unsigned short last;  ///< as in the row, as far as it goes
+    unsigned char word;
+    unsigned char counts;  ///< a bit for each number of words; that of kManyWords for any above, too
 };
-using TypeFields = std::array<FieldWords, 32>;
 
 inline constexpr unsigned kFieldShift = 16;
 inline constexpr std::size_t kManyWords = 7;
 
-/// The rows of one type.
-constexpr TypeFields FieldsOf(unsigned type) {
-    TypeFields fields{};
-    for (const ValueField& row : kValueFields) {
-        if (row.type != type) continue;
-        unsigned counts = 0;
+/// The value types that have fields are below this, which stands for repeater items.
+inline constexpr unsigned kReadyRepeater = 127;
+
+/// By the upper half of the field, then by type.
+using ReadyFields = std::array<std::array<ReadyField, kReadyRepeater + 1>, 32>;
+
+inline constexpr ReadyFields kReadyFields = [] {
+    ReadyFields fields{};
+    const auto add = [&fields](const ValueField& row, unsigned type) {
+        ReadyField& field = fields[row.field >> kFieldShift][type];
+        unsigned counts = field.counts;
         for (std::size_t count = row.fewest; count <= std::min(row.most, kManyWords); ++count) counts |= 1U << count;
-        const std::size_t first = row.field >> kFieldShift;
-        const std::size_t end = row.last == kNoMost ? fields.size() : first + 1;
-        for (std::size_t i = first; i < end; ++i) {
-            fields[i] = {row.field, static_cast<unsigned>(row.last), static_cast<unsigned char>(row.word),
-                         static_cast<unsigned char>(fields[i].counts | counts)};
+        field = {static_cast<unsigned short>(row.last), static_cast<unsigned char>(row.word),
+                 static_cast<unsigned char>(counts)};
+    };
+    for (const ValueField& row : kValueFields) {
+        if (row.type == kRepeaterFields) add(row, kReadyRepeater);
+        for (unsigned type = 0; type < kReadyRepeater; ++type) {
+            if (row.type == FieldsLike(type)) add(row, type);
         }
     }
     return fields;
-}
-
-/// The fields of all value types: those of type t are `fields[place[t]]`, the first ones are empty.
-struct FieldsByType {
-    std::array<TypeFields, 13> fields{};
-    std::array<unsigned char, kTypesWithFields> place{};
-};
-
-inline constexpr FieldsByType kFieldsByType = [] {
-    FieldsByType all;
-    unsigned char last = 0;
-    for (const ValueField& row : kValueFields) {
-        if (row.type == kRepeaterFields || all.place[row.type] != 0) continue;
-        all.place[row.type] = ++last;
-        all.fields[last] = FieldsOf(row.type);
-    }
-    for (unsigned type = 0; type < kTypesWithFields; ++type) all.place[type] = all.place[FieldsLike(type)];
-    return all;
 }();
 
-inline constexpr TypeFields kFieldsOfRepeater = FieldsOf(kRepeaterFields);
-
-constexpr const TypeFields& FieldsOfType(std::uint64_t type) {
-    return kFieldsByType.fields[type < kTypesWithFields ? kFieldsByType.place[type] : 0];
+/// As WordByRows, for a type up to kReadyRepeater. Finds no word behind the 65,536th of a list.
+constexpr std::size_t ReadyWord(unsigned type, unsigned field, std::size_t count) {
+    const ReadyField& ready = kReadyFields[std::min<std::size_t>(field >> kFieldShift, kReadyFields.size() - 1)][type];
+    const unsigned behind = field & 0xFFFF;
+    const std::size_t word = std::size_t{ready.word} + behind;
+    const bool fits = ready.counts >> std::min(count, kManyWords) & 1;
+    return fits && behind <= ready.last && word < count ? word : kNoWord;
 }
 
-/// No word.
-inline constexpr std::size_t kNoWord = static_cast<std::size_t>(-1);
-
-/// The word that a field selects in an entry of `count` words, or kNoWord.
-constexpr std::size_t WordOfField(const TypeFields& fields, unsigned field, std::size_t count) {
-    const FieldWords& row = fields[std::min<std::size_t>(field >> kFieldShift, fields.size() - 1)];
-    const unsigned behind = field - row.field;
-    const std::size_t word = row.word + std::size_t{behind};
-    const bool fits = row.counts >> std::min(count, kManyWords) & 1;
-    return fits && behind <= row.last && word < count ? word : kNoWord;
+/// The word that a field selects in an entry of `count` words, or kNoWord; of a repeater item for kRepeaterFields.
+constexpr std::size_t WordOfField(unsigned type, unsigned field, std::size_t count) {
+    const bool repeater = type == kRepeaterFields;
+    const bool isReady = repeater || type < kReadyRepeater;
+    const std::size_t word = isReady ? ReadyWord(repeater ? kReadyRepeater : type, field, count) : kNoWord;
+    return word == kNoWord ? WordByRows(type, field, count) : word;
 }
 
 }  // namespace zek

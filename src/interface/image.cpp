@@ -6,8 +6,8 @@
 #include "compile/image_file.h"
 #include "compile/state.h"
 #include "compile/tables.h"
-#include "interface/answer.h"
 #include "compile/value_fields.h"
+#include "interface/answer.h"
 
 namespace zek {
 
@@ -15,7 +15,9 @@ namespace {
 
 constexpr unsigned kNone = 0xFFFFFFFF;
 
-tagGCVALUE Nothing(ErrorCode code) { return AnswerGc(code, tagGCVALUE{0, kNone, {0}}); }
+// What is rare is a call, so that the queries of a value save nothing and end with a jump.
+
+[[gnu::noinline]] tagGCVALUE Nothing(ErrorCode code) { return AnswerGc(code, tagGCVALUE{0, kNone, {0}}); }
 
 [[gnu::noinline]] tagGCVALUE AnswerResolved(unsigned word) {
     const tagGCVALUE value = GetTblData(word);
@@ -25,13 +27,6 @@ tagGCVALUE Nothing(ErrorCode code) { return AnswerGc(code, tagGCVALUE{0, kNone, 
 tagGCVALUE Resolved(unsigned word) {
     tagGCVALUE value;
     return g_resolver.AtOnce(word, value) ? AnswerGc(kNoError, value) : AnswerResolved(word);
-}
-
-/// What the type word of a value stands for.
-tagGCVALUE TypeOf(unsigned word) {
-    // The compiler writes nothing else.
-    if ((word & kIdClassMask) == kIdValueType) return {1, word, {word & kIdOrdinalMask}};
-    return GetTblData(word);
 }
 
 /// What a look-up among all sections of a kind gave; the codes tell whether there were sections and candidates.
@@ -47,10 +42,31 @@ tagGCENTRY* AnswerEntry(tagGCENTRY& entry, unsigned* name) {
     return AnswerGc(kNoError, &entry);
 }
 
-tagGCVALUE SelectedWord(const tagGCENTRY& entry, const TypeFields& fields, unsigned field) {
-    const std::size_t word = WordOfField(fields, field, entry.vdwValues.size());
+tagGCVALUE ValueAt(const tagGCENTRY& entry, std::size_t word) {
     if (word == kNoWord || entry.vdwValues[word] == kIdUnresolved) return Nothing(kNoData);
     return Resolved(entry.vdwValues[word]);
+}
+
+/// A field of a value or global that is not found ready, and the type itself.
+[[gnu::noinline]] tagGCVALUE FieldByType(const tagGCENTRY& entry, unsigned field) {
+    const tagGCVALUE type = GetTblData(entry.vdwValues[0]);
+    if (type.dwKind != kNumberKind) return Nothing(kValueUnresolved);
+    if (field == kTypeField) return AnswerGc(kNoError, type);
+    return ValueAt(entry, WordByRows(static_cast<unsigned>(type.qwNumber), field, entry.vdwValues.size()));
+}
+
+tagGCVALUE FieldOfValue(const tagGCENTRY& entry, unsigned field) {
+    const std::vector<unsigned>& words = entry.vdwValues;
+    if (words.empty()) return Nothing(kNoData);
+    // A type word of the compiler is an immediate.
+    const unsigned type = words[0] - kIdValueType;
+    if (type >= kReadyRepeater) return FieldByType(entry, field);
+    const std::size_t word = ReadyWord(type, field, words.size());
+    return word == kNoWord ? FieldByType(entry, field) : ValueAt(entry, word);
+}
+
+tagGCVALUE FieldOfRepeater(const tagGCENTRY& entry, unsigned field) {
+    return ValueAt(entry, WordOfField(kRepeaterFields, field, entry.vdwValues.size()));
 }
 
 }  // namespace
@@ -130,13 +146,9 @@ tagGCVALUE gcGetValueByIndex(tagGCENTRY* entry, unsigned index) {
 tagGCVALUE gcGetValueByID(tagGCENTRY* entry, unsigned field) {
     if (!entry) return zek::Nothing(zek::kNoEntry);
     const unsigned nameClass = entry->dwName & zek::kIdClassMask;
-    if (nameClass == zek::kIdRepeater) return zek::SelectedWord(*entry, zek::kFieldsOfRepeater, field);
-    if (nameClass != zek::kIdValue && nameClass != zek::kIdGlobal) return zek::Nothing(zek::kWrongClass);
-    if (entry->vdwValues.empty()) return zek::Nothing(zek::kNoData);
-    const tagGCVALUE type = zek::TypeOf(entry->vdwValues[0]);
-    if (type.dwKind != 1) return zek::Nothing(zek::kValueUnresolved);
-    if (field == zek::kTypeField) return AnswerGc(zek::kNoError, type);
-    return zek::SelectedWord(*entry, zek::FieldsOfType(type.qwNumber), field);
+    if (nameClass == zek::kIdValue || nameClass == zek::kIdGlobal) return zek::FieldOfValue(*entry, field);
+    if (nameClass == zek::kIdRepeater) return zek::FieldOfRepeater(*entry, field);
+    return zek::Nothing(zek::kWrongClass);
 }
 
 unsigned gcGetTableData(unsigned table, unsigned char* out) {

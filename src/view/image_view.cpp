@@ -198,7 +198,7 @@ ImageValue ImageView::Entry::Field(unsigned field) const {
     const std::optional<unsigned> type = ValueType();
     if (!repeater && !type) return Nothing(kIdUnresolved);
     if (!repeater && field == kTypeField) return Value(0);
-    const std::size_t word = WordOfField(repeater ? kFieldsOfRepeater : FieldsOfType(*type), field, WordCount());
+    const std::size_t word = WordOfField(repeater ? kRepeaterFields : *type, field, WordCount());
     return word == kNoWord ? Nothing(kIdUnresolved) : Value(static_cast<unsigned>(word));
 }
 

@@ -140,11 +140,15 @@ TEST_F(ValueFields, OfRepeaterItemsAreTheNumberTheActionAndTheList) {
 }
 
 TEST_F(ValueFields, OfAListReachItsLastItemHoweverLongItIs) {
-    tagGCENTRY entry = EntryOf(0x05000000, 3, 3000);
-    EXPECT_EQ(gcGetValueByID(&entry, 0x70000 + 2998).qwNumber, 2999U);
-    EXPECT_EQ(gcGetLastError(), 0U);
-    gcGetValueByID(&entry, 0x70000 + 2999);
-    EXPECT_EQ(gcGetLastError(), 3U);
+    for (const unsigned words : {3000U, 70000U}) {
+        tagGCENTRY entry = EntryOf(0x05000000, 3, words);
+        EXPECT_EQ(gcGetValueByID(&entry, 0x70000 + words - 2).qwNumber, words - 1);
+        EXPECT_EQ(gcGetLastError(), 0U);
+        gcGetValueByID(&entry, 0x70000 + words - 1);
+        EXPECT_EQ(gcGetLastError(), 3U);
+    }
+    tagGCENTRY entry = EntryOf(0x06000000, 0, 70000);
+    EXPECT_EQ(gcGetValueByID(&entry, 0x180000 + 69998).qwNumber, 69999U);
     gcGetValueByID(&entry, 0xFFFFFFFF);
     EXPECT_EQ(gcGetLastError(), 3U);
 }
