@@ -23,7 +23,7 @@ std::string_view WaitingValueOf(const CZEKEntry& entry) { return g_waitingValues
 void StopWaiting(CZEKEntry& entry) {
     if (entry.m_dwWaiting == 0) return;
     entry.m_dwWaiting = 0;
-    g_waitingValues.Drop();
+    g_waitingValues.Drop(g_readingLargeModel);
 }
 
 /// Cuts a value at its commas. A piece with a double quote is what stands between that quote and the next one, commas

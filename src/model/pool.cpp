@@ -70,7 +70,7 @@ void* Pool::Cut(std::size_t size) {
 /// Blocks grow with the pool, so that they stay few. What is left of the last one is lost.
 void Pool::AddBlock() {
     std::size_t size = std::max(kFirstBlock, total_ / 2);
-    if (size >= kLargePage / 2) size = InLargePages(size);
+    if (size >= kLargePage / 4) size = InLargePages(size);
     void* const memory = IsLarge(size) ? MapLargePages(size) : ::operator new(size);
     newest_ = new (memory) Block{newest_, size};
     uncut_ = reinterpret_cast<char*>(newest_ + 1);
