@@ -18,6 +18,7 @@ Identity IdentityOf(const CZEKSection& section) {
 }
 
 void CrossReferences::ReadModel() {
+    onlyListed_ = false;
     for (const SectionList* list : CZEKSection::m_svpHSection) {
         Begin(*list);
         for (CZEKSection* section : *list) Read(*section);
@@ -33,6 +34,7 @@ void CrossReferences::Begin(const SectionList& list) {
 }
 
 void CrossReferences::Read(CZEKSection& section) {
+    onlyListed_ &= kind_ && section.m_dwType == type_;
     if (!kind_) return;
     switch (type_) {
         case kPropertySection:
@@ -60,13 +62,13 @@ void CrossReferences::ReadIdentity(const CZEKSection& section) {
     const std::size_t count = kind_->sections->size();
     if (const std::string* name = TextOrNull(identity.name)) {
         kind_->names.Reserve(count);
-        kind_->names.Add(*name, position_);
+        kind_->repeated |= kind_->names.Add(*name, position_) != position_;
     }
     const std::string* id = TextOrNull(identity.id);
     if (!id) return;
     if (unsigned number = 0; StringToLong(*id, &number)) {
         kind_->ids.Reserve(count);
-        kind_->ids.Add(number, position_);
+        kind_->repeated |= kind_->ids.Add(number, position_) != position_;
     } else {
         kind_->otherIDs.Add(NumberOrNameOr0(*id), {});
     }
@@ -74,7 +76,10 @@ void CrossReferences::ReadIdentity(const CZEKSection& section) {
 
 void CrossReferences::ReadKeys(CZEKSection& section) {
     for (CZEKEntry* entry : section.m_vpEntry) {
-        if (HoldsData(*entry)) kind_->keys.Add(entry->m_strName, {{&section, position_}, entry});
+        if (HoldsData(*entry)) {
+            const KeyPlace& first = kind_->keys.Add(entry->m_strName, {{&section, position_}, entry});
+            kind_->repeated |= first.place.section != &section;
+        }
         if (type_ == kGlobalSection && entry->m_dwType == kGlobal) globals_.Add(entry->m_strName, {});
     }
 }

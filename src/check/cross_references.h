@@ -54,6 +54,10 @@ public:
     /// null.
     const KeyPlace* FirstKey(unsigned sectionType, std::string_view key) const;
 
+    /// False only when no section of the type has the NAME, ID or a key of an earlier one, so that none of them needs
+    /// to be looked up.
+    bool MayRepeat(unsigned sectionType) const { return !onlyListed_ || At(sectionType).repeated; }
+
     bool IsGlobal(std::string_view key) const { return globals_.Find(key); }
     /// Whether a group of this name begins on a line number below `line`, whatever its file.
     bool IsGroupAbove(std::string_view name, unsigned line) const;
@@ -77,9 +81,10 @@ private:
         bool HasID(unsigned id) const { return ids.Find(id) || otherIDs.Find(id); }
 
         const SectionList* sections = nullptr;
+        bool repeated = false;                       ///< whether a section has the name, ID or a key of an earlier one
         KeyTable<std::string_view, unsigned> names;  ///< to the position in `sections`
         KeyTable<unsigned, unsigned> ids;            ///< the same
-        Numbers otherIDs;                              ///< the values of IDs that are not written as numbers
+        Numbers otherIDs;                            ///< the values of IDs that are not written as numbers
         KeyTable<std::string_view, KeyPlace> keys;
     };
 
@@ -92,12 +97,14 @@ private:
     void ReadParamCount(CZEKSection& section);
     void ReadSensorList(CZEKSection& section);
 
-    std::array<Kind, 14> kinds_;                         ///< by section type
+    std::array<Kind, 14> kinds_;                       ///< by section type
     KeyTable<std::string_view, unsigned> groupLines_;  ///< the smallest line of the groups of a name
-    std::vector<unsigned> paramCounts_;                  ///< of the actions
+    std::vector<unsigned> paramCounts_;                ///< of the actions
     Texts globals_;
     Numbers listedSensors_;
 
+    /// Whether each section that is asked about was read, in the list of its type. A host may ask about others.
+    bool onlyListed_ = true;
     Kind* kind_ = nullptr;   ///< of the list that is read; null when nothing refers to its sections
     unsigned type_ = 0;      ///< the same
     unsigned position_ = 0;  ///< of the next section in the list

@@ -27,6 +27,7 @@ bool IsOnlyOne(CZEKSection& section) {
 /// No key stands in an earlier section of the kind; the first section that clashes is reported.
 bool AreKeysNew(CZEKSection& section) {
     const References references;
+    if (!references->MayRepeat(section.m_dwType)) return true;
     const CZEKEntry* repeated = nullptr;
     const KeyPlace* earliest = nullptr;
     for (const CZEKEntry* entry : section.m_vpEntry) {
@@ -57,6 +58,7 @@ bool IsParentAbove(CZEKSection& section) {
 /// name before its id.
 bool AreNameAndIDNew(CZEKSection& section) {
     const References references;
+    if (!references->MayRepeat(section.m_dwType)) return true;
     const auto unlessOwn = [&section](Place place) { return place.section == &section ? Place{} : place; };
     const Identity own = IdentityOf(section);
     const std::string* name = TextOrNull(own.name);
