@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <cstdint>
 #include <cstring>
+#include <new>
 
 namespace zek::parser {
 namespace {
@@ -19,13 +19,14 @@ constexpr std::size_t kLargePage = 2 << 20;
 // The system has few large pages at hand; to make more takes longer than small ones do.
 constexpr std::size_t kMostInLargePages = 8 * kLargePage;
 
-std::unique_ptr<char[]> NewBytes(std::size_t size) {
-    auto bytes = std::make_unique_for_overwrite<char[]>(size);
+std::unique_ptr<char[], FreeBytes> NewBytes(std::size_t size) {
+    const bool large = size >= kLargePage && size <= kMostInLargePages;
+    const std::size_t whole = (size + kLargePage - 1) / kLargePage * kLargePage;
+    void* const bytes = large ? std::aligned_alloc(kLargePage, whole) : std::malloc(size);
+    if (!bytes) throw std::bad_alloc();
     // Only a wish: without large pages reading takes a little longer.
-    const std::size_t before = kLargePage - reinterpret_cast<std::uintptr_t>(bytes.get()) % kLargePage;
-    if (size >= 2 * kLargePage && size <= kMostInLargePages)
-        madvise(bytes.get() + before, size - before, MADV_HUGEPAGE);
-    return bytes;
+    if (large) madvise(bytes, size / kLargePage * kLargePage, MADV_HUGEPAGE);
+    return std::unique_ptr<char[], FreeBytes>(static_cast<char*>(bytes));
 }
 
 Text Enlarged(const Text& text, std::size_t room) {

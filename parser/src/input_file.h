@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,9 +20,13 @@ constexpr std::size_t kLongestStream = 256U << 20;
 // How long a pipe or a device may keep silent.
 constexpr std::chrono::seconds kLongestSilence{2};
 
+struct FreeBytes {
+    void operator()(char* bytes) const { std::free(bytes); }
+};
+
 // The bytes of a file; one byte more is allocated behind them.
 struct Text {
-    std::unique_ptr<char[]> bytes;
+    std::unique_ptr<char[], FreeBytes> bytes;
     std::size_t size = 0;
 };
 
