@@ -1,7 +1,9 @@
 #include "compile/enter_keys.h"
 
 #include <algorithm>
+#include <array>
 #include <compare>
+#include <numeric>
 
 namespace zek {
 
@@ -18,6 +20,30 @@ using Names = std::span<const KeyedIdentifier<std::string_view>>;
 constexpr auto kByRank = [](const RankedKey& a, const RankedKey& b) {
     return a.rank != b.rank ? a.rank < b.rank : a.position < b.position;
 };
+
+constexpr unsigned kBytesOfRank = 8;
+/// So few are sorted faster by comparing them.
+constexpr std::size_t kFewRanks = 512;
+
+unsigned ByteOf(std::uint64_t rank, unsigned byte) { return rank >> 8 * byte & 0xFF; }
+
+/// Sorts keys that stand in the order of their positions by rank: byte by byte, from the lowest, but for the bytes that
+/// all have in common. Those of one rank stay in order.
+void SortByRank(std::span<RankedKey> keys) {
+    if (keys.size() <= kFewRanks) return std::sort(keys.begin(), keys.end(), kByRank);
+    std::array<std::array<std::size_t, 256>, kBytesOfRank> places{};
+    for (const RankedKey& key : keys) {
+        for (unsigned byte = 0; byte < kBytesOfRank; ++byte) ++places[byte][ByteOf(key.rank, byte)];
+    }
+    std::vector<RankedKey> sorted(keys.size());
+    for (unsigned byte = 0; byte < kBytesOfRank; ++byte) {
+        auto& ofByte = places[byte];
+        if (ofByte[ByteOf(keys[0].rank, byte)] == keys.size()) continue;
+        std::exclusive_scan(ofByte.begin(), ofByte.end(), ofByte.begin(), std::size_t{0});
+        for (const RankedKey& key : keys) sorted[ofByte[ByteOf(key.rank, byte)]++] = key;
+        std::copy(sorted.begin(), sorted.end(), keys.begin());
+    }
+}
 
 /// The characters of a name from `start` on; what is missing counts as NULs.
 std::uint64_t RankAt(std::size_t start, std::string_view name) {
@@ -37,7 +63,7 @@ public:
         if (some.size() <= kFewNames || depth == kDeepest) return ByWholeName(some);
         const std::size_t differing = start + Common(start, some);
         for (RankedKey& ranked : some) ranked.rank = RankAt(differing, NameOf(ranked));
-        std::sort(some.begin(), some.end(), kByRank);
+        SortByRank(some);
         while (!some.empty()) {
             const auto end = std::find_if(some.begin(), some.end(),
                                           [&some](const RankedKey& other) { return other.rank != some[0].rank; });
@@ -94,7 +120,7 @@ std::vector<RankedKey> InKeyOrder(Names names) {
 std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<unsigned>> numbers) {
     std::vector<RankedKey> order(numbers.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = {numbers[i].key, i};
-    std::sort(order.begin(), order.end(), kByRank);
+    SortByRank(order);
     return order;
 }
 
