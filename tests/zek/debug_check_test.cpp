@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "compile.h"
 #include "debug_check.h"
 #include "debug_layout.h"
 #include "failure.h"
@@ -14,6 +13,7 @@
 #include "model/section.h"
 #include "model/section_kinds.h"
 #include "model/value_shapes.h"
+#include "zek/in_process.h"
 #include "zekcomp/zekcomp.h"
 
 namespace zek::tool {
@@ -320,11 +320,7 @@ constexpr char kEverything[] =
 /// Compiles a source in this process and gives its debug image.
 std::string Compiled(const MemoryFile& source) {
     const MemoryFile images[2];
-    Options options;
-    options.files = {source.Name()};
-    options.image = images[0].Name();
-    options.debugImage = images[1].Name();
-    EXPECT_EQ(RunCompile(options), kFine);
+    EXPECT_EQ(CompileHere(source, images[0], images[1]), kFine);
     return images[1].Bytes();
 }
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "check/messages.h"
-#include "compile.h"
 #include "failure.h"
 #include "frontend/messages.h"
 #include "image.h"
@@ -13,6 +12,7 @@
 #include "model/messages.h"
 #include "parser_library.h"
 #include "printable.h"
+#include "zek/in_process.h"
 
 namespace zek::tool {
 
@@ -95,11 +95,7 @@ std::vector<std::string> ShownOf(const Image& image, std::string_view keyword) {
 TEST(ZekImage, GivesTheSectionsOfOneKind) {
     const MemoryFile source("[DEFINE]\nA = 1\n[TABLE]\nNAME = One\nTYPE = 1\n[TABLE]\nNAME = Two\nTYPE = 1\n");
     const MemoryFile images[2];
-    Options options;
-    options.files = {source.Name()};
-    options.image = images[0].Name();
-    options.debugImage = images[1].Name();
-    ASSERT_EQ(RunCompile(options), kFine);
+    ASSERT_EQ(CompileHere(source, images[0], images[1]), kFine);
     for (const MemoryFile& file : images) {
         const Image image(file.Name());
         EXPECT_EQ(ShownOf(image, "TABLE"), (std::vector<std::string>{"TABLE One", "TABLE Two"}));

@@ -1,12 +1,12 @@
-#include "compile.h"
-
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 
+#include "command.h"
 #include "failure.h"
 #include "image_bytes.h"
 #include "memory_file.h"
@@ -14,6 +14,7 @@
 #include "parser_library.h"
 #include "paths.h"
 #include "printable.h"
+#include "report.h"
 #include "source_index.h"
 #include "source_reading.h"
 #include "streams.h"
@@ -21,6 +22,36 @@
 
 namespace zek::tool {
 namespace {
+
+constexpr char kCompileExample[] =
+    "Example:\n"
+    "  zek compile board.zek -o out/board.zki -g out/board.zkd -I common\n"
+    "\n"
+    "Both images are written whole or not at all; where something is wrong, those that are there stay as they are.\n"
+    "An include is looked for beside the file that includes it, in the current folder, in the folders of -I in their\n"
+    "order, then among the files that come with zek (zek/words.zek).";
+constexpr char kCheckExample[] =
+    "Example:\n"
+    "  zek check boards/*.zek\n"
+    "\n"
+    "Each source is checked by itself. The exit code is that of the worst one.";
+
+/// What both commands take.
+struct SourceOptions {
+    std::vector<std::string> includes;
+    std::size_t mostFiles = 10000;  ///< how many files one compilation may read
+    ReportOptions report;
+};
+
+struct CompileOptions : SourceOptions {
+    std::string source;
+    std::string image;       ///< where the compiled image goes; empty for the default
+    std::string debugImage;  ///< where the debug image goes; empty for the default
+};
+
+struct CheckOptions : SourceOptions {
+    std::vector<std::string> sources;
+};
 
 constexpr char kAnotherParser[] =
     " is another maker's parser library, without search folders and hook: includes are found in its own way, -I, "
@@ -36,7 +67,7 @@ void RequireReadable(const std::string& source) {
 }
 
 /// Tells what the library has said so far, which is all that it will say, and ends the command.
-[[noreturn]] void GiveUp(const std::string& source, const Options& options, const std::string& why) {
+[[noreturn]] void GiveUp(const std::string& source, const SourceOptions& options, const std::string& why) {
     const std::vector<SourceFile> none;
     SourceIndex index{ParserLibrary()};
     Report report(options.report, source, none, index);
@@ -45,7 +76,7 @@ void RequireReadable(const std::string& source) {
     throw Failure(kUsageOrFiles, why);
 }
 
-ParserLibrary RequireParser(const std::string& source, const Options& options) {
+ParserLibrary RequireParser(const std::string& source, const SourceOptions& options) {
     ParserLibrary parser = ServingParser();
     if (parser.path.empty()) {
         GiveUp(source, options, "there is no section-file parser library to read sources with");
@@ -71,7 +102,7 @@ struct CheckedSource {
 };
 
 /// Reads and checks a source and tells what there is to tell. The model stays for the outputs.
-CheckedSource Check(const std::string& source, const Options& options) {
+CheckedSource Check(const std::string& source, const SourceOptions& options) {
     RequireReadable(source);
     const ParserLibrary parser = RequireParser(source, options);
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()), options.mostFiles);
@@ -128,7 +159,7 @@ void AddMainSource(const std::string& source, std::vector<SourceFile>& files) {
     if (files.empty() && stat(path.c_str(), &info) == 0) files.push_back({source, path, info.st_dev, info.st_ino, 0});
 }
 
-int CheckInThisProcess(const std::string& source, const Options& options) {
+int CheckInThisProcess(const std::string& source, const SourceOptions& options) {
     const Compilation compilation;
     return Check(source, options).valid ? kFine : kSourceHasErrors;
 }
@@ -142,7 +173,7 @@ int CodeOf(int status, const std::string& source) {
 
 /// The library's order of kinds and its list of files outlive a compilation, so each source gets a process as fresh as
 /// this one still is.
-int CheckInChild(const std::string& source, const Options& options) {
+int CheckInChild(const std::string& source, const SourceOptions& options) {
     const pid_t child = fork();
     if (child < 0) throw SystemFailure("cannot start a process");
     if (child == 0) _exit(Guarded([&] { return CheckInThisProcess(source, options); }));
@@ -153,10 +184,8 @@ int CheckInChild(const std::string& source, const Options& options) {
     return CodeOf(status, source);
 }
 
-}  // namespace
-
-int RunCompile(const Options& options) {
-    const std::string& source = options.files.front();
+int RunCompile(const CompileOptions& options) {
+    const std::string& source = options.source;
     RequireReadable(source);
     const Target image = TargetOf(options.image.empty() ? WithExtension(source, ".zki") : options.image);
     const Target debug = TargetOf(options.debugImage.empty() ? WithExtension(source, ".zkd") : options.debugImage);
@@ -172,10 +201,44 @@ int RunCompile(const Options& options) {
     return kFine;
 }
 
-int RunCheck(const Options& options) {
+int RunCheck(const CheckOptions& options) {
     int worst = kFine;
-    for (const std::string& source : options.files) worst = std::max(worst, CheckInChild(source, options));
+    for (const std::string& source : options.sources) worst = std::max(worst, CheckInChild(source, options));
     return worst;
 }
+
+void AddSourceOptions(Words& words, SourceOptions& options) {
+    words.FileOptions("-I,--include", "DIR", options.includes,
+                      "Look for includes in this folder too; may be given several times");
+    words.Count("--max-files", "N", options.mostFiles,
+                "Read so many files at most for one source, each as often as it is included; default: " +
+                    std::to_string(options.mostFiles));
+    words.Flag("--raw", options.report.raw, "Show messages as the library sends them");
+    words.Flag("--verbose", options.report.verbose, "Show also what the library says of the reading itself");
+}
+
+Run PrepareCompile(Words& words) {
+    const auto options = std::make_shared<CompileOptions>();
+    words.File("SOURCE", options->source, "The source");
+    words.FileOption("-o,--output", "IMAGE", options->image,
+                     "The compiled image; default: SOURCE with .zki for its extension");
+    words.FileOption("-g,--debug-image", "DEBUG", options->debugImage,
+                     "The debug image; default: SOURCE with .zkd for its extension");
+    AddSourceOptions(words, *options);
+    return [options] { return RunCompile(*options); };
+}
+
+Run PrepareCheck(Words& words) {
+    const auto options = std::make_shared<CheckOptions>();
+    words.Files("SOURCE", options->sources, "The sources");
+    AddSourceOptions(words, *options);
+    return [options] { return RunCheck(*options); };
+}
+
+}  // namespace
+
+const CommandSpec kCompileCommand = {"compile", "Check a source and write its compiled and its debug image",
+                                     kCompileExample, PrepareCompile};
+const CommandSpec kCheckCommand = {"check", "Check sources and write nothing", kCheckExample, PrepareCheck};
 
 }  // namespace zek::tool

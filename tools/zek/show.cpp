@@ -1,5 +1,6 @@
-#include "show.h"
+#include <memory>
 
+#include "command.h"
 #include "dump.h"
 #include "failure.h"
 #include "hardware.h"
@@ -8,9 +9,30 @@
 #include "tree.h"
 
 namespace zek::tool {
+namespace {
 
-int RunDump(const Options& options) {
-    const Image image(options.files.front());
+constexpr char kDumpExample[] =
+    "Example:\n"
+    "  zek dump --json board.zki\n"
+    "\n"
+    "The image is verified first. Its kind is told from its first bytes. In JSON a text is a string where its bytes "
+    "are UTF-8, and else\n"
+    "an object {\"bytes\": \"HEX\"} with two hexadecimal digits for each byte. Sections come kind by kind, in file\n"
+    "order.";
+constexpr char kTreeExample[] =
+    "Example:\n"
+    "  zek tree board.zki\n"
+    "\n"
+    "Groups stand under their parents with their sensors, TAVRGROUPs with the sensors that they list. A debug image\n"
+    "shows numbers as they were written in the source, a compiled image their values.";
+
+struct ShowOptions {
+    std::string image;
+    bool json = false;
+};
+
+int RunDump(const ShowOptions& options) {
+    const Image image(options.image);
     StandardOutput out;
     if (options.json) {
         DumpAsJson(image, out);
@@ -21,12 +43,31 @@ int RunDump(const Options& options) {
     return kFine;
 }
 
-int RunTree(const Options& options) {
-    const Image image(options.files.front());
+int RunTree(const ShowOptions& options) {
+    const Image image(options.image);
     StandardOutput out;
     WriteTree(HardwareOf(image), out);
     out.Finish();
     return kFine;
 }
+
+Run PrepareDump(Words& words) {
+    const auto options = std::make_shared<ShowOptions>();
+    words.File("IMAGE", options->image, "The image");
+    words.Flag("--json", options->json, "As JSON");
+    return [options] { return RunDump(*options); };
+}
+
+Run PrepareTree(Words& words) {
+    const auto options = std::make_shared<ShowOptions>();
+    words.File("IMAGE", options->image, "The image");
+    return [options] { return RunTree(*options); };
+}
+
+}  // namespace
+
+const CommandSpec kDumpCommand = {"dump", "Show what a compiled or a debug image holds", kDumpExample, PrepareDump};
+const CommandSpec kTreeCommand = {"tree", "Show groups, sensors and TAVRGROUPs of an image as a tree", kTreeExample,
+                                  PrepareTree};
 
 }  // namespace zek::tool

@@ -1,7 +1,7 @@
-#include "verify.h"
-
 #include <algorithm>
+#include <memory>
 
+#include "command.h"
 #include "image_check.h"
 #include "memory_file.h"
 #include "printable.h"
@@ -9,6 +9,19 @@
 
 namespace zek::tool {
 namespace {
+
+constexpr char kVerifyExample[] =
+    "Example:\n"
+    "  zek verify board.zki board.zkd\n"
+    "\n"
+    "Reads all of each image, compiled or debug, and says that it is ok, or what is wrong where: section and entry,\n"
+    "the reason, a code for scripts, the offset in bytes. The exit code is that of the worst image. Notes count what\n"
+    "is odd but valid. An IMAGE of - is standard input.";
+
+struct VerifyOptions {
+    std::vector<std::string> images;
+    bool notes = false;  ///< show what is odd, too
+};
 
 void Verify(const std::string& file, bool showNotes, StandardOutput& out) {
     const std::string bytes = ReadFile(file);
@@ -22,12 +35,10 @@ void Verify(const std::string& file, bool showNotes, StandardOutput& out) {
               Counted(size.notes, "note", "notes") + '\n');
 }
 
-}  // namespace
-
-int RunVerify(const Options& options) {
+int RunVerify(const VerifyOptions& options) {
     StandardOutput out;
     int worst = kFine;
-    for (const std::string& file : options.files) {
+    for (const std::string& file : options.images) {
         const int code = Guarded([&] {
             Verify(file, options.notes, out);
             return static_cast<int>(kFine);
@@ -38,5 +49,17 @@ int RunVerify(const Options& options) {
     }
     return worst;
 }
+
+Run PrepareVerify(Words& words) {
+    const auto options = std::make_shared<VerifyOptions>();
+    words.Files("IMAGE", options->images, "The images");
+    words.Flag("--notes", options->notes, "Show each note");
+    return [options] { return RunVerify(*options); };
+}
+
+}  // namespace
+
+const CommandSpec kVerifyCommand = {"verify", "Tell whether images are valid, and if not, what is wrong where",
+                                    kVerifyExample, PrepareVerify};
 
 }  // namespace zek::tool

@@ -1,0 +1,53 @@
+/// How a command stands on the command line and what it does. Relies on nothing of the library that reads the line, so
+/// that help, manual pages and completions are made of the same words.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zek::tool {
+
+/// What a command takes from the command line. Each place must live as long as the command runs, and keeps what it
+/// holds where the line says nothing. `names` are those of an option, such as "-o,--output"; `type` is what its value
+/// is called in the help.
+class Words {
+public:
+    virtual ~Words() = default;
+
+    /// Files that stand without an option: one, or one and more.
+    virtual void File(const std::string& type, std::string& place, const std::string& help) = 0;
+    virtual void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
+    /// An option whose value is the name of a file or folder; the second may be given several times.
+    virtual void FileOption(const std::string& names, const std::string& type, std::string& place,
+                            const std::string& help) = 0;
+    virtual void FileOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
+                             const std::string& help) = 0;
+    /// An option with a number from 1 on.
+    virtual void Count(const std::string& names, const std::string& type, std::size_t& place,
+                       const std::string& help) = 0;
+    virtual void Flag(const std::string& names, bool& place, const std::string& help) = 0;
+};
+
+/// Does the work; gives the exit code or throws Failure.
+using Run = std::function<int()>;
+
+struct CommandSpec {
+    const char* name;
+    const char* about;    ///< one line
+    const char* example;  ///< "Example:", then what else there is to say
+    /// Names what the command takes; what it gives then runs with what the line said.
+    Run (*prepare)(Words& words);
+};
+
+/// In the order of the help. Each is defined beside what it does.
+const std::vector<CommandSpec>& Commands();
+
+extern const CommandSpec kCompileCommand;
+extern const CommandSpec kCheckCommand;
+extern const CommandSpec kVerifyCommand;
+extern const CommandSpec kDumpCommand;
+extern const CommandSpec kTreeCommand;
+
+}  // namespace zek::tool

@@ -1,0 +1,159 @@
+#include "command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <sstream>
+
+#include "failure.h"
+#include "printable.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr char kAbout[] = "Compiles hardware descriptions in the ZEK language and shows what their images hold.";
+constexpr char kExample[] =
+    "Example:\n"
+    "  zek compile board.zek          check board.zek, write board.zki and board.zkd\n"
+    "\n"
+    "Exit codes: 0 fine, 1 the source has errors, 2 wrong command line or a file that cannot be read or written,\n"
+    "3 not a valid image. Messages go to standard error.\n"
+    "'zek COMMAND --help' tells more about a command.";
+constexpr char kMoreHelp[] = "\nRun with --help for more information.\n";
+/// What is wrong with the text of a count; empty when nothing is.
+std::string WhyNoCount(const std::string& text) {
+    constexpr std::size_t kMostDigits = 9;
+    const bool number =
+        !text.empty() && text.size() <= kMostDigits && text.find_first_not_of("0123456789") == text.npos;
+    return number && text[0] != '0' ? "" : text + " is not a number from 1 to 999999999";
+}
+
+/// The words of one command, told to the command-line library.
+class CommandWords : public Words {
+public:
+    explicit CommandWords(CLI::App& command) : command_(command) {}
+
+    void File(const std::string& type, std::string& place, const std::string& help) override {
+        AddFile(type, place, help)->required()->type_name("");
+    }
+    void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
+        command_.add_option(type, place, help)->required()->type_name("");
+        lists_.push_back(&place);
+    }
+    void FileOption(const std::string& names, const std::string& type, std::string& place,
+                    const std::string& help) override {
+        AddFile(names, place, help)->type_name(type);
+    }
+    void FileOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
+                     const std::string& help) override {
+        command_
+            .add_option_function<std::string>(
+                names, [&place](const std::string& name) { place.push_back(name); }, help)
+            ->type_name(type)
+            ->trigger_on_parse();
+    }
+    void Count(const std::string& names, const std::string& type, std::size_t& place,
+               const std::string& help) override {
+        command_.add_option(names, place, help)->check(CLI::Validator(WhyNoCount, ""))->type_name(type);
+    }
+    void Flag(const std::string& names, bool& place, const std::string& help) override {
+        command_.add_flag(names, place, help);
+    }
+
+    /// Whether a file was given with an empty name.
+    bool HasEmptyName() const {
+        const auto isEmpty = [](const std::string& name) { return name.empty(); };
+        const auto givenEmpty = [](const auto& file) { return file.option->count() > 0 && file.place->empty(); };
+        const auto hasEmpty = [&](const std::vector<std::string>* list) {
+            return std::any_of(list->begin(), list->end(), isEmpty);
+        };
+        return std::any_of(files_.begin(), files_.end(), givenEmpty) ||
+               std::any_of(lists_.begin(), lists_.end(), hasEmpty);
+    }
+
+private:
+    struct FilePlace {
+        CLI::Option* option;
+        const std::string* place;
+    };
+
+    CLI::Option* AddFile(const std::string& names, std::string& place, const std::string& help) {
+        CLI::Option* const option = command_.add_option(names, place, help);
+        files_.push_back({option, &place});
+        return option;
+    }
+
+    CLI::App& command_;
+    std::vector<FilePlace> files_;
+    std::vector<const std::vector<std::string>*> lists_;
+};
+
+/// A command as the line may give it.
+struct Prepared {
+    CLI::App* command;
+    CommandWords words;
+    Run run;
+};
+
+std::vector<std::unique_ptr<Prepared>> AddCommands(CLI::App& app) {
+    std::vector<std::unique_ptr<Prepared>> all;
+    for (const CommandSpec& spec : Commands()) {
+        CLI::App& command = *app.add_subcommand(spec.name, spec.about);
+        command.footer(spec.example);
+        command.group("Commands");
+        all.push_back(std::make_unique<Prepared>(Prepared{&command, CommandWords(command), {}}));
+        all.back()->run = spec.prepare(all.back()->words);
+    }
+    return all;
+}
+
+/// The arguments from the last to the first, as the library wants them. It takes [a,b] for a list where several names
+/// may stand, so a file that is called so is named by its path.
+std::vector<std::string> Arguments(int argc, char** argv) {
+    std::vector<std::string> arguments;
+    for (int i = argc - 1; i > 0; --i) {
+        const std::string argument = argv[i];
+        arguments.push_back((argument.starts_with('[') ? "./" : "") + argument);
+    }
+    return arguments;
+}
+
+/// What is wrong with the command line.
+std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
+    const bool lacksCommand = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError);
+    if (!lacksCommand || !app.get_subcommands().empty()) return error.what();
+    const std::vector<std::string> unknown = app.remaining();
+    if (unknown.empty()) return "a command is required";
+    return unknown[0].starts_with('-') ? "there is no option " + unknown[0] + ", and a command is required"
+                                       : "there is no command " + unknown[0];
+}
+
+}  // namespace
+
+CommandLine ReadCommandLine(int argc, char** argv) {
+    CommandLine line;
+    CLI::App app(kAbout, "zek");
+    app.footer(kExample);
+    app.set_version_flag("--version", std::string("zek ") + ZEK_TOOL_VERSION);
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.require_subcommand(1);
+    const auto commands = AddCommands(app);
+    try {
+        app.parse(Arguments(argc, argv));
+        for (const auto& prepared : commands) {
+            if (!prepared->command->parsed()) continue;
+            if (prepared->words.HasEmptyName()) throw CLI::ValidationError("a file name is empty");
+            line.run = prepared->run;
+        }
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream out;
+        std::ostringstream err;
+        // The library has exit codes of its own for everything that is wrong.
+        line.code = app.exit(error, out, err) == 0 ? kFine : kUsageOrFiles;
+        line.text = line.code == kFine ? out.str() : Printable("zek: " + WhatIsWrong(app, error)) + kMoreHelp;
+        line.run = {};
+    }
+    return line;
+}
+
+}  // namespace zek::tool

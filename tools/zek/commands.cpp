@@ -1,0 +1,11 @@
+#include "command.h"
+
+namespace zek::tool {
+
+const std::vector<CommandSpec>& Commands() {
+    static const std::vector<CommandSpec> commands = {kCompileCommand, kCheckCommand, kVerifyCommand, kDumpCommand,
+                                                      kTreeCommand};
+    return commands;
+}
+
+}  // namespace zek::tool
