@@ -1,9 +1,12 @@
+#include <vector>
+
+#include "../tools/zek/debug_check.h"
 #include "compilation.h"
-#include "debugimage/debug_image.h"
 #include "harness.h"
 #include "memory_file.h"
 #include "process_state.h"
 #include "queries.h"
+#include "zekcomp/image_view.h"
 #include "zekcomp/zekcomp.h"
 
 namespace zek::fuzz {
@@ -16,6 +19,8 @@ void LoadCompiled(const std::string& image) {
     Require(gcInit(file.Path(), nullptr) == 1, "what gccOutput writes is loaded by gcInit");
     AskImage();
     ForgetEverything();
+    const std::vector<unsigned char> bytes(image.begin(), image.end());
+    Require(ImageView::Open(bytes).has_value(), "what gccOutput writes is verified");
 }
 
 /// Whatever was restored compiles into the same image as its source.
@@ -24,6 +29,7 @@ void LoadDebug(const Compilation& compilation) {
     file.Write(compilation.debug);
     Require(gdInit(file.Path(), nullptr) == 1, "what gccOutputD writes is loaded by gdInit");
     AskModel(compilation.debug.size());
+    Require(!tool::CheckDebugImage(compilation.debug).failure, "what gccOutputD writes is verified");
     Require(Written(gccOutput) == compilation.compiled, "a restored model compiles as its source did");
     ForgetEverything();
 }

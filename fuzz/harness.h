@@ -18,6 +18,8 @@ void CompileText(std::string_view text);
 void CompiledImage(std::string_view bytes);
 /// A debug image, loaded and asked everything.
 void DebugImage(std::string_view bytes);
+/// A compiled image, verified; when that opens it, loaded as well, and both held against each other.
+void ViewedImage(std::string_view bytes);
 /// An image of either kind; what changes it keeps to its structure.
 void ImageStructure(std::string_view bytes);
 
@@ -25,11 +27,12 @@ struct Harness {
     std::string_view name;  ///< also of its folder in corpus/ and finds/
     void (*run)(std::string_view);
 };
-inline constexpr std::array<Harness, 5> kHarnesses = {{
+inline constexpr std::array<Harness, 6> kHarnesses = {{
     {"section_file", SectionFile},
     {"compile_text", CompileText},
     {"compiled_image", CompiledImage},
     {"debug_image", DebugImage},
+    {"image_view", ViewedImage},
     {"image_structure", ImageStructure},
 }};
 

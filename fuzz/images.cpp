@@ -1,12 +1,17 @@
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
+#include "../tools/zek/debug_check.h"
 #include "compilation.h"
 #include "harness.h"
 #include "image_structure.h"
 #include "memory_file.h"
 #include "process_state.h"
 #include "queries.h"
+#include "view_queries.h"
+#include "zekcomp/image_view.h"
 #include "zekcomp/zekcomp.h"
 
 namespace zek::fuzz {
@@ -60,15 +65,41 @@ void DebugImage(std::string_view bytes) {
     GoodImages();
     MemoryFile file;
     file.Write(bytes);
-    Load(file.Path());
+    const bool loaded = Load(file.Path());
     AskModel(bytes.size());
     gdUnInit();
+    const tool::DebugCheck check = tool::CheckDebugImage(bytes);
+    Require(loaded || check.failure || check.lacksFileList, "an image that is verified is loaded");
+    Require(!check.failure || !check.failure->Sentence().empty(), "a refusal says what is wrong");
     LoadGoodDebug();
     ForgetEverything();
 }
 
+void ViewedImage(std::string_view bytes) {
+    // At most as many bytes as the image has, so that AddressSanitizer sees one too many.
+    const std::vector<unsigned char> image(bytes.begin(), bytes.end());
+    ImageFinding failure;
+    const std::optional<ImageView> opened = ImageView::Open(image, &failure);
+    if (!opened) {
+        Require(failure.code != ImageCode::kNone && !IsNote(failure.code), "a refusal has a code");
+        Require(failure.offset <= image.size(), "a refusal has an offset in the image");
+        Require(!failure.Place().empty() && !failure.Sentence().empty(), "a refusal says what is wrong");
+        return;
+    }
+    const ImageView copy = *opened;
+    MemoryFile file;
+    file.Write(bytes);
+    tagMETAFILEINFO info = {};
+    Require(gcInit(file.Path(), &info) == 1, "an image that is verified is loaded");
+    Require(copy.Version() == info.dwVersion && copy.Time() == info.dwTime, "a view has the header of its image");
+    HoldView(copy);
+    ForgetEverything();
+}
+
 void ImageStructure(std::string_view bytes) {
-    bytes.starts_with(kCompiledMagic) ? CompiledImage(bytes) : DebugImage(bytes);
+    if (!bytes.starts_with(kCompiledMagic)) return DebugImage(bytes);
+    CompiledImage(bytes);
+    ViewedImage(bytes);
 }
 
 }  // namespace zek::fuzz

@@ -5,8 +5,8 @@
 
 namespace zek::fuzz {
 
-/// Writes the seeds of every harness into a folder of its name below `out`, but for the one that takes both images,
-/// whose seeds are those of the other two; `sources` is the repository. Gives their number.
+/// Writes texts and both kinds of images into folders below `out`, which have the names of harnesses; `sources` is the
+/// repository. Gives the number of the seeds.
 std::size_t MakeSeeds(const std::filesystem::path& sources, const std::filesystem::path& out);
 
 }  // namespace zek::fuzz
