@@ -7,6 +7,7 @@
 
 #include "compilation.h"
 #include "files.h"
+#include "harness.h"
 #include "literals.h"
 #include "source_files.h"
 #include "yardstick/source_generator.h"
@@ -73,6 +74,8 @@ std::size_t MakeSeeds(const fs::path& sources, const fs::path& out) {
     TakePages(sources, texts);
     TakeTests(sources, texts);
     TakeGenerated(texts);
+    // Those of an earlier run may have other names.
+    for (const Harness& harness : kHarnesses) fs::remove_all(out / harness.name);
     std::size_t count = 0;
     const auto write = [&](const char* harness, const std::string& bytes) {
         WriteFile(out / harness / std::to_string(count++), bytes);

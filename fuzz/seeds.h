@@ -5,8 +5,8 @@
 
 namespace zek::fuzz {
 
-/// Writes texts and both kinds of images into folders below `out`, which have the names of harnesses; `sources` is the
-/// repository. Gives the number of the seeds.
+/// Writes texts and both kinds of images into folders below `out`, which have the names of harnesses and are emptied
+/// first; `sources` is the repository. Gives the number of the seeds.
 std::size_t MakeSeeds(const std::filesystem::path& sources, const std::filesystem::path& out);
 
 }  // namespace zek::fuzz

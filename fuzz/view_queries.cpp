@@ -18,6 +18,8 @@ namespace {
 
 constexpr unsigned kNothing = 0xFFFFFFFF;
 constexpr unsigned kLastKeyword = 0x02000018;
+/// Of the sections of a kind, and of the entries of a section, so many are asked for by their own names.
+constexpr unsigned kMostAskedByName = 32;
 
 bool Same(const ImageValue& value, const tagGCVALUE& loaded) {
     if (value.word != loaded.dwID) return false;
@@ -66,19 +68,27 @@ private:
         for (const unsigned id : {0U, 1U, 7U, kNothing}) {
             HoldFound(view_.SectionWithID(kind, id), gcGetSectByID(kind, id));
         }
-        if (sections.empty()) return;
-        const ImageView::Section last = sections[sections.size() - 1];
-        if (const auto name = last.Name()) {
+        for (unsigned i = 0; i < std::min(sections.size(), kMostAskedByName); ++i) HoldOwnName(sections[i]);
+    }
+
+    /// A section by its own name and ID, which another one may have before it.
+    void HoldOwnName(const ImageView::Section& section) const {
+        const unsigned kind = section.Kind();
+        if (const auto name = section.Name()) {
             HoldFound(view_.SectionNamed(kind, *name), gcGetSectByName(kind, std::string(*name)));
         }
-        if (const auto id = last.ID()) HoldFound(view_.SectionWithID(kind, *id), gcGetSectByID(kind, *id));
+        if (const auto id = section.ID()) HoldFound(view_.SectionWithID(kind, *id), gcGetSectByID(kind, *id));
     }
 
     void HoldSection(const ImageView::Section& section, tagGCSECT& loaded) const {
         Require(section.Kind() == loaded.dwSect, "a section has its kind");
         Require(section.AllEntries().size() == loaded.vEntries.size(), "a section has its entries");
         unsigned position = 0;
-        for (const ImageView::Entry entry : section.AllEntries()) HoldEntry(entry, loaded.vEntries[position++]);
+        for (const ImageView::Entry entry : section.AllEntries()) {
+            HoldEntry(entry, loaded.vEntries[position++]);
+            if (position > kMostAskedByName || entry.Name().empty()) continue;
+            HoldFound(section.EntryNamed(entry.Name()), gcGetEntryByName(&loaded, std::string(entry.Name()), nullptr));
+        }
         for (unsigned id = kIdKeyword; id <= kLastKeyword; ++id) {
             HoldFound(section.EntryWithId(id), gcGetEntryByType(&loaded, id));
         }
