@@ -102,8 +102,10 @@ std::span<const unsigned char> ImageView::TableBlock(unsigned table) const {
 unsigned ImageView::TableBlockCount() const { return static_cast<unsigned>(data_->blocks.size() / kTableBlockSize); }
 
 std::optional<unsigned> ImageView::GroupIndex(std::string_view name) const {
+    // The first of several NAMEs counts, whichever the group was found by.
     if (const auto word = IdentifierOf(kIdGroup, name)) {
-        if (data_->named.Find(kImageGroup, *word) != FirstSections::kNone) return *word & kIdOrdinalMask;
+        const std::uint32_t group = data_->named.Find(kImageGroup, *word);
+        if (group != FirstSections::kNone) return data_->WordOf(group, kIdName) & kIdOrdinalMask;
     }
     if (name == "0") return 0;
     return {};

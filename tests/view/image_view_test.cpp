@@ -164,6 +164,15 @@ TEST(ImageView, KnowsGroupsAndParents) {
     EXPECT_FALSE(view->AllSections()[3].Parent()) << "the parent of a device is a text";
 }
 
+TEST(ImageView, KnowsAGroupOfTwoNamesByTheFirst) {
+    const std::string image =
+        ViewedImage({{kImageGroup, {{kIdName, {0x18000002}}, {kIdName, {0x18000001}}}}}, {.groups = {"0", "A", "B"}});
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view) << Refusal(image);
+    EXPECT_EQ(view->SectionNamed(kImageGroup, "A")->Name(), "B");
+    EXPECT_EQ(view->GroupIndex("A"), 2U);
+}
+
 TEST(ImageView, SelectsFieldsOfValuesAndRepeaterItems) {
     const std::string image =
         ViewedImage({{kImageSensor, {{0x05000001, {0x1e000004, 0x11000000, 0x11000001, 0x11000000, 0x11000001}}}},
