@@ -33,9 +33,37 @@ struct ImageVerifier::TableFrame {
     std::size_t end;  ///< where the next table begins, or the image ends
 };
 
-/// Whether the next table begins later than behind a body of this length.
-bool ImageVerifier::IsShort(const TableFrame& frame, std::size_t length) {
-    return NextTable(frame.body + length) < frame.end;
+/// How many bytes of the gap before the next table have been written to: none, or those up to the end of a key.
+std::size_t ImageVerifier::WrittenInGap(const TableFrame& frame, std::size_t length) const {
+    const auto gap = image_.subspan(frame.body + length, frame.end - frame.body - length);
+    const auto last = std::find_if(gap.rbegin(), gap.rend(), [](unsigned char byte) { return byte != 0; });
+    const auto written = static_cast<std::size_t>(gap.rend() - last);
+    if (place_.table == kIdNumber) return (written + 3) / 4 * 4;
+    if (written > 0) return std::min(written + 1, gap.size());
+    return length > 0 && !gap.empty() && image_[frame.body + length - 1] != 0 ? 1 : 0;
+}
+
+/// How many of the first `length` bytes may fill places of keys that the writer lacked.
+std::size_t ImageVerifier::Fillers(const TableFrame& frame, std::size_t length) const {
+    std::size_t fillers = 0;
+    if (place_.table == kIdNumber) {
+        for (std::size_t at = 0; at < length; at += 4) fillers += At(frame.body + at) == kIdUnresolved ? 4 : 0;
+        return fillers;
+    }
+    unsigned char before = 0;
+    for (const unsigned char byte : image_.subspan(frame.body, length)) {
+        fillers += byte == 0 && before == 0;
+        before = byte;
+    }
+    return fillers;
+}
+
+/// Whether more was written than this length says: the next table begins later than behind such a body, or the gap
+/// before it is not empty, with as many places filled.
+bool ImageVerifier::IsShort(const TableFrame& frame, std::size_t length) const {
+    if (NextTable(frame.body + length) < frame.end) return true;
+    const std::size_t written = WrittenInGap(frame, length);
+    return written > 0 && written <= Fillers(frame, length + written);
 }
 
 ImageFinding ImageVerifier::Finding(ImageCode code, std::size_t offset, std::uint32_t found, std::uint32_t limit,

@@ -42,7 +42,9 @@ private:
     bool Tables();
     bool Directory();
     bool Table(std::size_t slot);
-    static bool IsShort(const TableFrame& frame, std::size_t length);
+    std::size_t WrittenInGap(const TableFrame& frame, std::size_t length) const;
+    std::size_t Fillers(const TableFrame& frame, std::size_t length) const;
+    bool IsShort(const TableFrame& frame, std::size_t length) const;
     bool TakeLength(const TableFrame& frame, std::size_t& length);
     bool Names(const TableFrame& frame, KeyTable& table);
     bool Numbers(const TableFrame& frame, KeyTable& table);

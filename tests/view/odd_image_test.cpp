@@ -104,6 +104,20 @@ TEST_F(OddImage, WasWrittenAfterAnImageWithRepeatedNamesWasLoaded) {
     EXPECT_EQ(TextOf(action.EntryWithId(0x05000001)->Value(1)), "-") << "its name lies behind the length";
 }
 
+TEST_F(OddImage, WasWrittenAfterAnImageWithOneRepeatedNameAndNumberWasLoaded) {
+    // What the lengths lack stands in the gap before the next table.
+    Write("loaded.zki",
+          ViewedImage({}, {.values = {"IPMI", "", "INIT", "DEINIT", "ENTRY", "EXIT", ""}, .numbers = {5, 5}}));
+    ASSERT_EQ(gcInit("loaded.zki", nullptr), 1U);
+    gcUnInit();
+    const std::string image = Compiled("[ACTION]\nNAME=Do\nVALUE_77=T1,6\nVALUE=T104,VALUE_77\n");
+    EXPECT_EQ(Notes(image),
+              "short-length at 372, table of values: the length, 32 bytes, leaves keys out\n"
+              "short-length at 436, table of numbers: the length, 8 bytes, leaves keys out\n"
+              "repeated-key at 328, section 1 [ACTION], entry 2, word 1: the key stands in its table before, so this "
+              "identifier means nothing\n");
+}
+
 TEST(OddBytes, FollowTheLastTable) {
     EXPECT_EQ(Notes(SmallImage() + "abc"),
               "trailing-bytes at 904, table of table data: 3 bytes follow the last table\n");
