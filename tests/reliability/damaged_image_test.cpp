@@ -1,5 +1,6 @@
 // Damaged images through both families of queries: whatever is damaged, the process goes on.
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 
 #include "compile/image_bytes.h"
@@ -8,15 +9,16 @@
 #include "reliability/damage.h"
 #include "reliability/image_file.h"
 #include "reliability/test_images.h"
+#include "view/view_comparison.h"
 
 namespace zek::test {
 
 namespace {
 
-/// Whether a file of `size` bytes loads; asks everything of what it left, loaded or not.
-using Load = bool (*)(const std::string& file, std::size_t size);
+/// Whether an image loads, which stands in the file as well; asks everything of what it left, loaded or not.
+using Load = bool (*)(const std::string& file, const std::string& image);
 
-bool AsCompiledImage(const std::string& file, std::size_t) {
+bool AsCompiledImage(const std::string& file, const std::string&) {
     ForgetEverything();
     tagMETAFILEINFO info{};
     const bool loaded = gcInit(file, &info);
@@ -24,7 +26,26 @@ bool AsCompiledImage(const std::string& file, std::size_t) {
     return loaded;
 }
 
-bool AsDebugImage(const std::string& file, std::size_t size) {
+/// Opens a view; one that opens must answer as the loaded image does.
+bool AsView(const std::string& file, const std::string& image) {
+    // No byte more than the image has, so that AddressSanitizer sees one that is read behind it.
+    const std::vector<unsigned char> bytes(image.begin(), image.end());
+    ImageFinding failure;
+    const std::optional<ImageView> view = ImageView::Open(bytes, &failure);
+    if (!view) {
+        EXPECT_FALSE(failure.code == ImageCode::kNone || IsNote(failure.code)) << "a refusal has a code";
+        EXPECT_LE(failure.offset, image.size());
+        EXPECT_FALSE(failure.Place().empty() || failure.Sentence().empty()) << NameOf(failure.code);
+        return false;
+    }
+    ForgetEverything();
+    tagMETAFILEINFO info{};
+    EXPECT_EQ(gcInit(file, &info), 1U);
+    EXPECT_EQ(DifferenceFromLoaded(*view, info), "");
+    return true;
+}
+
+bool AsDebugImage(const std::string& file, const std::string& image) {
     tagMETAFILEINFO info{};
     bool loaded = false;
     try {
@@ -32,7 +53,7 @@ bool AsDebugImage(const std::string& file, std::size_t size) {
     } catch (const std::out_of_range&) {
         // The one exception that it may throw.
     }
-    AskDebugImage(size);
+    AskDebugImage(image.size());
     gdUnInit();
     TakeMessages();
     return loaded;
@@ -42,6 +63,7 @@ struct DamageRow {
     const char* name;
     ImagePair (*images)();
     std::size_t mostCases;
+    bool viewed = true;  ///< whether a view takes the whole image
     /// Damaged debug images that one process loads. The list of source files is read only once in a process, so a
     /// damaged list needs a fresh one.
     std::size_t debugBatch = 200;
@@ -59,23 +81,24 @@ public:
         return Generated(seed);
     }
     static constexpr DamageRow kRows[] = {
-        {"Small", Small, kAll, 1},        {"Queried", Queried, kAll},
-        {"Everything", Everything, kAll}, {"ExampleBoard", ExampleBoard, 4000},
-        {"Generated1", Of<1>, 4000},      {"Generated2", Of<2>, 4000},
+        {"Small", Small, kAll, true, 1},      {"Queried", Queried, kAll, false}, {"Everything", Everything, kAll},
+        {"ExampleBoard", ExampleBoard, 4000}, {"Generated1", Of<1>, 4000},       {"Generated2", Of<2>, 4000},
     };
 
 protected:
     /// Damages an image in every way and loads it, and now and then the whole one right behind it.
-    static void Run(const char* kind, const std::string& image, const ChildSetting& setting, Load load) {
-        const Damages damages(image, GetParam().mostCases);
+    static void Run(const char* kind, const std::string& image, std::size_t mostCases, const ChildSetting& setting,
+                    Load load) {
+        const Damages damages(image, mostCases);
         const ImageFile file;
+        const bool whole = load != AsView || GetParam().viewed;
         const Tally tally = RunInChildren(damages.Count(), setting, [&](std::size_t number) {
             const std::string damaged = damages.Damaged(number);
             file.Hold(damaged);
-            const bool loaded = load(file.Name(), damaged.size());
+            const bool loaded = load(file.Name(), damaged);
             if (number % 16 != 0) return loaded;
             file.Hold(image);
-            EXPECT_TRUE(load(file.Name(), image.size())) << "the whole image, behind that one";
+            EXPECT_EQ(load(file.Name(), image), whole) << "the whole image, behind that one";
             return loaded;
         });
         for (const std::string& crash : tally.crashed) {
@@ -87,8 +110,12 @@ protected:
 
 TEST_P(DamagedImage, EndsNoProcessThatLoadsIt) {
     const ImagePair images = GetParam().images();
-    Run("compiled", images.compiled, {.spareMemory = kSpareMemory}, AsCompiledImage);
-    Run("debug", images.debug, {.batch = GetParam().debugBatch, .spareMemory = kSpareMemory}, AsDebugImage);
+    const std::size_t most = GetParam().mostCases;
+    Run("compiled", images.compiled, most, {.spareMemory = kSpareMemory}, AsCompiledImage);
+    // Comparing takes longer than loading.
+    Run("viewed", images.compiled, most / 4, {.spareMemory = kSpareMemory}, AsView);
+    if (images.debug.empty()) return;
+    Run("debug", images.debug, most, {.batch = GetParam().debugBatch, .spareMemory = kSpareMemory}, AsDebugImage);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, DamagedImage, testing::ValuesIn(DamagedImage::kRows), RowName());
