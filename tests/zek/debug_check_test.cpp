@@ -265,7 +265,7 @@ TEST(ZekDebugLayout, KindsAreTheLibrarysOwn) {
         for (const CZEKEntry* entry : section->m_vpEntry) declared.push_back(entry->m_dwType);
         EXPECT_EQ(declared, std::vector<unsigned>(kind.declared.begin(), kind.declared.end()));
         // The first item of an [IFDEF] is its word.
-        if (!declared.empty() && declared.size() == 1) section->SetEntry("a.zek", "DEFINEWORD", "W", 2);
+        if (declared.size() == 1) section->SetEntry("a.zek", "DEFINEWORD", "W", 2);
         std::vector<unsigned> added;
         for (const char* key : {"P_x", "1"}) {
             const std::size_t before = section->m_vpEntry.size();
@@ -278,6 +278,7 @@ TEST(ZekDebugLayout, KindsAreTheLibrarysOwn) {
         if (kind.addsProperties && !kind.added) known.push_back(kPropertyKey);
         EXPECT_EQ(added, known);
     }
+    gccCompEnd();
     EXPECT_EQ(DebugKindOf(0x2000000f), nullptr);
     EXPECT_EQ(DebugKindOf(0x20000000), nullptr);
 }
