@@ -90,12 +90,11 @@ void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step
     table.clear();
     ++g_changes;
     g_resolver.Forget(table);
-    const std::size_t length = in.U32();
-    const std::string body = in.Text(std::min(length, in.Left()));
+    const std::string_view body = in.View(in.U32());
     EnteredKeys<std::string, std::string_view> keys(table);
     for (std::size_t start = 0; start < body.size(); counter += step) {
         const std::size_t end = std::min(body.find('\0', start), body.size());
-        keys.Add(std::string_view(body).substr(start, end - start), counter);
+        keys.Add(body.substr(start, end - start), counter);
         start = end + 1;
     }
     keys.Enter();
