@@ -15,6 +15,8 @@ bool HasFreeNames(unsigned identifier) {
     return identifier == kImageProperty || identifier == kImageGlobal || identifier == kImageRepeater;
 }
 
+struct Nothing {};
+
 }  // namespace
 
 SectionsStamp SectionsStamp::Now() {
@@ -57,13 +59,18 @@ ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
 
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
     Names names{{}, false, KeysInTables()};
+    KeyTable<unsigned, Nothing> words;
     for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             const bool byValue = entry.dwName == kIdName && !entry.vdwValues.empty();
             if (!byValue && !HasFreeNames(kind.identifier)) continue;
             // A candidate that is no name text counts as compared all the same.
             names.any = true;
-            const tagGCVALUE name = GetTblData(byValue ? entry.vdwValues[0] : entry.dwName);
+            const unsigned word = byValue ? entry.vdwValues[0] : entry.dwName;
+            // A name is read once: a damaged image may name a thousand sections by one text of a million characters.
+            if (words.Find(word)) continue;
+            words.Add(word, {});
+            const tagGCVALUE name = GetTblData(word);
             if (name.dwKind == 2) names.keys.Add(name.pszName, position);
         }
         ++position;
