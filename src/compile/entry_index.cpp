@@ -44,11 +44,12 @@ tagGCENTRY* EntryIndex::WithName(tagGCSECT& section, unsigned identifier) {
 
 EntryIndex::Entries* EntryIndex::OfLong(tagGCSECT& section) {
     if (const ImageStamp now = ImageStamp::Now(); stamp_ != now) {
-        stamp_ = now;
+        stamp_ = {};
         long_.clear();
         for (const tagGCSECT* listed : g_GCHead) {
             if (listed->vEntries.size() > kWalkedAtOnce) long_[listed];
         }
+        stamp_ = now;
     }
     const auto place = long_.find(&section);
     if (place == long_.end()) return nullptr;

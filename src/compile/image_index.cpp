@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "compile/compile.h"
 #include "compile/state.h"
@@ -32,7 +33,7 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
         return CollectOther(identifier);
     }
     if (const SectionsStamp now = SectionsStamp::Now(); stamp_ != now) {
-        stamp_ = now;
+        stamp_ = {};
         kinds_ = {};
         other_ = {};
         for (tagGCSECT* section : g_GCHead) {
@@ -40,6 +41,7 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
             if (ordinal < kinds_.size()) kinds_[ordinal].sections.push_back(section);
         }
         for (unsigned ordinal = 0; Kind & kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
+        stamp_ = now;
     }
     const unsigned ordinal = identifier - kImageSectionClass;
     if (ordinal < kinds_.size()) return kinds_[ordinal];
@@ -48,12 +50,13 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
 }
 
 ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
-    other_.identifier = identifier;
-    other_.names.reset();
-    other_.ids.reset();
-    other_.sections.clear();
-    std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(other_.sections),
+    std::vector<tagGCSECT*> sections = std::move(other_.sections);
+    other_ = {};
+    sections.clear();
+    std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(sections),
                  [identifier](const tagGCSECT* section) { return section->dwSect == identifier; });
+    other_.identifier = identifier;
+    other_.sections = std::move(sections);
     return other_;
 }
 

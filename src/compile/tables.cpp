@@ -109,6 +109,19 @@ void TakeBody(ByteReader& in, NumberTable& table, unsigned& counter, unsigned st
     keys.Enter();
 }
 
+/// Takes the body of one of our tables, whose counter stands at its class word: all of it, or nothing where it throws.
+template <class Key>
+void TakeKeys(ByteReader& in, std::map<Key, unsigned>& table, unsigned& counter) {
+    const unsigned first = counter;
+    try {
+        TakeBody(in, table, counter, 1);
+    } catch (...) {
+        table.clear();
+        counter = first;
+        throw;
+    }
+}
+
 void TakeTableData(ByteReader& in) {
     const std::string body = in.Str();
     g_tblTableData.assign(body.begin(), body.end());
@@ -179,8 +192,8 @@ void PutTable(ByteWriter& out, const IdentifierTable& table) {
 void TakeTable(ByteReader& in, const IdentifierTable& table) {
     if (!table.counter) return TakeTableData(in);
     *table.counter = table.classWord;
-    if (table.names) return TakeBody(in, *table.names, *table.counter, 1);
-    TakeBody(in, *table.numbers, *table.counter, 1);
+    if (table.names) return TakeKeys(in, *table.names, *table.counter);
+    TakeKeys(in, *table.numbers, *table.counter);
 }
 
 std::size_t KeysInTables() {
