@@ -224,7 +224,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Worst{"PredefinedNames", true, 12, PredefinedNames}),
     RowName());
 
-// A key takes a node of its map, 80 bytes for a name and 48 for a number, and up to 24 in the index. Names of two
+// A key takes a node of its map, 80 bytes for a name and 48 for a number, and up to 32 in the index. Names of two
 // characters are the densest, and a table has no more than 65,025 of them.
 INSTANTIATE_TEST_SUITE_P(
     Compiled, ImageMadeToTakeMemory,
