@@ -15,8 +15,8 @@ namespace {
 constexpr std::size_t kImageSize = std::size_t{1} << 20;
 
 /// What a load takes beside what grows with the image: the sections of a model of up to kPlainModel have all their
-/// entries.
-constexpr std::size_t kBesides = std::size_t{4} << 20;
+/// entries, and large pages are taken whole.
+constexpr std::size_t kBesides = std::size_t{8} << 20;
 
 #if defined(__SANITIZE_ADDRESS__)
 /// The sanitizer keeps freed memory, and room around each piece.
