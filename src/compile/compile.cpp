@@ -165,8 +165,8 @@ void CompileModel(CompiledSections& out) {
 
 unsigned Compile() {
     zek::SectionRecords records;
-    ++zek::g_changes;
     zek::CompileModel(records);
+    ++zek::g_changes;
     return 1;
 }
 

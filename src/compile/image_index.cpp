@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <utility>
 
 #include "compile/compile.h"
 #include "compile/state.h"
@@ -15,8 +14,6 @@ namespace {
 bool HasFreeNames(unsigned identifier) {
     return identifier == kImageProperty || identifier == kImageGlobal || identifier == kImageRepeater;
 }
-
-struct Nothing {};
 
 }  // namespace
 
@@ -33,7 +30,7 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
         return CollectOther(identifier);
     }
     if (const SectionsStamp now = SectionsStamp::Now(); stamp_ != now) {
-        stamp_ = {};
+        stamp_ = now;
         kinds_ = {};
         other_ = {};
         for (tagGCSECT* section : g_GCHead) {
@@ -41,7 +38,6 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
             if (ordinal < kinds_.size()) kinds_[ordinal].sections.push_back(section);
         }
         for (unsigned ordinal = 0; Kind & kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
-        stamp_ = now;
     }
     const unsigned ordinal = identifier - kImageSectionClass;
     if (ordinal < kinds_.size()) return kinds_[ordinal];
@@ -50,30 +46,24 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
 }
 
 ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
-    std::vector<tagGCSECT*> sections = std::move(other_.sections);
-    other_ = {};
-    sections.clear();
-    std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(sections),
-                 [identifier](const tagGCSECT* section) { return section->dwSect == identifier; });
     other_.identifier = identifier;
-    other_.sections = std::move(sections);
+    other_.names.reset();
+    other_.ids.reset();
+    other_.sections.clear();
+    std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(other_.sections),
+                 [identifier](const tagGCSECT* section) { return section->dwSect == identifier; });
     return other_;
 }
 
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
     Names names{{}, false, KeysInTables()};
-    KeyTable<unsigned, Nothing> words;
     for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             const bool byValue = entry.dwName == kIdName && !entry.vdwValues.empty();
             if (!byValue && !HasFreeNames(kind.identifier)) continue;
             // A candidate that is no name text counts as compared all the same.
             names.any = true;
-            const unsigned word = byValue ? entry.vdwValues[0] : entry.dwName;
-            // A name is read once: a damaged image may name a thousand sections by one text of a million characters.
-            if (words.Find(word)) continue;
-            words.Add(word, {});
-            const tagGCVALUE name = GetTblData(word);
+            const tagGCVALUE name = GetTblData(byValue ? entry.vdwValues[0] : entry.dwName);
             if (name.dwKind == 2) names.keys.Add(name.pszName, position);
         }
         ++position;

@@ -2,22 +2,17 @@
 
 #include <nlohmann/json.hpp>
 
-#include "printable.h"
+#include "json_text.h"
 
 namespace zek::tool {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json Text(const std::string& text) {
-    if (IsUtf8(text)) return text;
-    return {{"bytes", Hex(text)}};
-}
-
 Json Word(const ShownWord& word) {
     Json json = {{"word", word.word}, {"class", word.wordClass}};
     if (word.number) json["number"] = *word.number;
-    if (word.text) json["text"] = Text(*word.text);
+    if (word.text) json["text"] = JsonText(*word.text);
     return json;
 }
 
@@ -28,21 +23,21 @@ Json Words(const std::vector<ShownWord>& words) {
 }
 
 Json Entry(const ShownEntry& entry, bool compiled) {
-    Json json = {{"key", Text(entry.key)}};
+    Json json = {{"key", JsonText(entry.key)}};
     if (compiled) {
         json["id"] = entry.id;
         json["values"] = Words(entry.words);
     } else {
-        json["value"] = Text(entry.value);
+        json["value"] = JsonText(entry.value);
     }
     return json;
 }
 
 Json Section(const ShownSection& section, bool compiled) {
     Json json = {{"section", section.keyword}, {"index", section.index}};
-    if (section.name) json["name"] = Text(*section.name);
+    if (section.name) json["name"] = JsonText(*section.name);
     if (section.id) json["id"] = *section.id;
-    if (section.parent) json["parent"] = Text(*section.parent);
+    if (section.parent) json["parent"] = JsonText(*section.parent);
     json["entries"] = Json::array();
     for (const ShownEntry& entry : section.entries) json["entries"].push_back(Entry(entry, compiled));
     return json;
@@ -50,7 +45,7 @@ Json Section(const ShownSection& section, bool compiled) {
 
 Json Block(const ShownBlock& block) {
     Json json = {{"index", block.index}};
-    if (block.name) json["name"] = Text(*block.name);
+    if (block.name) json["name"] = JsonText(*block.name);
     json["bytes"] = Json::array();
     for (const char byte : block.bytes) json["bytes"].push_back(static_cast<unsigned char>(byte));
     return json;
@@ -90,7 +85,8 @@ void WriteTables(const Image& image, StandardOutput& out) {
 
 void WriteNames(const Image& image, StandardOutput& out) {
     Elements names(out, "predefinedNames", '[', ']');
-    for (const auto& [name, value] : image.Names()) names.Add(Json({{"name", Text(name)}, {"number", value}}).dump());
+    for (const auto& [name, value] : image.Names())
+        names.Add(Json({{"name", JsonText(name)}, {"number", value}}).dump());
     names.End();
 }
 

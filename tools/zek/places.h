@@ -8,17 +8,11 @@
 #include <utility>
 #include <vector>
 
+#include "finding.h"
 #include "source_index.h"
 #include "source_reading.h"
 
 namespace zek::tool {
-
-struct Place {
-    std::string path;
-    unsigned line = 0;
-
-    bool operator==(const Place&) const = default;
-};
 
 /// What a message says of the place.
 struct Wanted {

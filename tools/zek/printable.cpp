@@ -78,6 +78,12 @@ bool IsUtf8(std::string_view bytes) {
     return true;
 }
 
+std::size_t CountCharacters(std::string_view text) {
+    std::size_t count = 0;
+    for (; !text.empty(); ++count) text.remove_prefix(First(text).length);
+    return count;
+}
+
 std::string Printable(std::string_view text) { return Escaped(text, "\t", ""); }
 
 std::string Quoted(std::string_view text) { return '"' + Escaped(text, "", "\\\"") + '"'; }

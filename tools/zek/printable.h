@@ -18,6 +18,9 @@ std::string Printable(std::string_view text);
 /// other.
 std::string Quoted(std::string_view text);
 
+/// How many characters a text has; a byte that is no UTF-8 counts as one.
+std::size_t CountCharacters(std::string_view text);
+
 /// A number as 0x and at least so many hexadecimal digits.
 std::string Hexadecimal(unsigned number, int digits = 8);
 

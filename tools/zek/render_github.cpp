@@ -1,0 +1,64 @@
+#include <array>
+
+#include "printable.h"
+#include "renderer.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr std::array<const char*, 3> kCommands = {"::notice", "::warning", "::error"};
+
+/// With what has a meaning in a workflow command written as %NN. `more` are the characters that have one in a property
+/// only.
+std::string Escaped(const std::string& text, std::string_view more) {
+    std::string escaped;
+    for (const char byte : text) {
+        const bool meant = byte == '%' || byte == '\n' || byte == '\r' || more.find(byte) != more.npos;
+        escaped += meant ? '%' + Hex({&byte, 1}) : std::string(1, byte);
+    }
+    return escaped;
+}
+
+std::string Property(const std::string& text) { return Escaped(Printable(text), ":,"); }
+
+class Github : public Renderer {
+public:
+    std::string Of(const SourceFindings& all, SourceText& text) override {
+        std::string shown;
+        for (const Finding& finding : all.findings) shown += OfFinding(finding, text);
+        return shown;
+    }
+
+private:
+    static std::string PlaceOf(const Place& place, SourceText& text) {
+        if (place.path.empty()) return {};
+        std::string shown = "file=" + Property(place.path) + ',';
+        if (place.line) shown += "line=" + std::to_string(place.line) + ',';
+        if (place.column == 0) return shown;
+        const std::string_view line = text.Line(place.path, place.line);
+        const std::string_view left = line.substr(0, place.column - 1);
+        const std::size_t before = CountCharacters(left);
+        const std::size_t marked = CountCharacters(line.substr(left.size(), place.length));
+        return shown + "col=" + std::to_string(before + 1) + ",endColumn=" + std::to_string(before + marked) + ',';
+    }
+
+    static std::string OfFinding(const Finding& finding, SourceText& text) {
+        std::string message = Printable(finding.message);
+        for (const Note& note : finding.notes) message += "\nnote: " + Printable(note.text) + Where(note.place);
+        if (finding.fix) message += "\ndid you mean " + Printable(finding.fix->text) + '?';
+        for (const Place& item : finding.way) message += "\nincluded from" + Where(item);
+        return std::string(kCommands[static_cast<std::size_t>(finding.severity)]) + ' ' + PlaceOf(finding.place, text) +
+               "title=" + Property(finding.code) + "::" + Escaped(message, "") + '\n';
+    }
+
+    static std::string Where(const Place& place) {
+        if (place.path.empty()) return {};
+        return ' ' + Printable(place.path) + (place.line ? ':' + std::to_string(place.line) : "");
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<Renderer> GithubRenderer() { return std::make_unique<Github>(); }
+
+}  // namespace zek::tool

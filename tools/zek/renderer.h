@@ -1,0 +1,57 @@
+/// The findings of a run in one of its formats: as text, or as a document for programs. Relies on finding.h; a source
+/// line is shown as source_text.h reads it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "finding.h"
+#include "source_text.h"
+
+namespace zek::tool {
+
+/// What there is to tell about one source.
+struct SourceFindings {
+    std::string source;  ///< the name of the main source
+    std::vector<Finding> findings = {};
+    std::string raw = {};  ///< the messages as the library sent them, in the place of the findings; text only
+
+    std::size_t Count(Severity severity) const;
+};
+
+/// Makes the output of a run from that of its sources: Begin, then the pieces with a separator between them, then End.
+class Renderer {
+public:
+    virtual ~Renderer() = default;
+
+    virtual std::string Begin() { return {}; }
+    /// The piece of one source; empty where there is nothing to say.
+    virtual std::string Of(const SourceFindings& all, SourceText& text) = 0;
+    virtual std::string Separator() { return {}; }
+    /// `code` is the exit code of the run.
+    virtual std::string End(int code) {
+        (void)code;
+        return {};
+    }
+};
+
+/// file:line:column: severity: message [code], the source line with what it is about underlined, notes, and a line that
+/// counts. The way to an included file is shown with the first finding there.
+std::unique_ptr<Renderer> TextRenderer(bool colour);
+/// One object; its schema is told in docs/findings.md.
+std::unique_ptr<Renderer> JsonRenderer();
+/// A log of the static analysis format of that name, version 2.1.0, with one run.
+std::unique_ptr<Renderer> SarifRenderer();
+/// The workflow commands of GitHub, which show a finding beside the changed line.
+std::unique_ptr<Renderer> GithubRenderer();
+
+/// The formats by their names on the command line.
+struct FormatRow {
+    const char* name;
+    std::unique_ptr<Renderer> (*make)(bool colour);
+    bool toStandardOutput;  ///< else to standard error
+};
+extern const std::vector<FormatRow> kFormats;
+
+}  // namespace zek::tool
