@@ -165,8 +165,8 @@ void CompileModel(CompiledSections& out) {
 
 unsigned Compile() {
     zek::SectionRecords records;
-    zek::CompileModel(records);
     ++zek::g_changes;
+    zek::CompileModel(records);
     return 1;
 }
 

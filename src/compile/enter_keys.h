@@ -41,8 +41,8 @@ void EnterKeys(std::map<Key, unsigned>& table, std::span<const KeyedIdentifier<V
     }
 }
 
-/// Enters keys as they are read, many at a time; no more are kept than that, however many equal ones a damaged image
-/// has. Texts of keys must outlive it.
+/// Enters keys as they are read, many at a time: so many that they are sorted in the cache, and that an image of
+/// nothing but short names takes little memory beside its table. Texts of keys must outlive it.
 template <class Key, class View>
 class EnteredKeys {
 public:
@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kMost = std::size_t{1} << 18;
+    static constexpr std::size_t kMost = std::size_t{1} << 14;
 
     std::map<Key, unsigned>& table_;
     std::vector<KeyedIdentifier<View>> keys_;

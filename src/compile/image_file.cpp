@@ -63,15 +63,19 @@ void PutTables(ByteWriter& out) {
     }
 }
 
-/// Writes the sections that `put` gives, then the tables.
+/// The sections that `put` gives, then the tables.
 template <class Put>
-unsigned WriteImage(const std::string& file, Put&& put) {
+ByteBuffer ImageOf(Put&& put) {
     ByteBuffer image;
     ByteWriter out(image);
     PutFileHeader(out, kImageMagic, ZEK_VERSION, kImageBody);
     WrittenSections sections(out);
     put(sections);
     PutTables(out);
+    return image;
+}
+
+unsigned WriteImage(const std::string& file, const ByteBuffer& image) {
     std::ofstream stream = CreateFile(file);
     if (!stream) return 0;
     WriteBytes(stream, image);
@@ -175,17 +179,19 @@ unsigned Fail(ErrorCode code) {
 unsigned WriteModel(const std::string& file) {
     Numbering numbering;
     InitTblD();
-    const unsigned written = WriteImage(file, [](CompiledSections& sections) {
+    const ByteBuffer image = ImageOf([](CompiledSections& sections) {
         PutHeldSections(sections);
         CompileModel(sections);
     });
+    numbering.Prepare();
+    const unsigned written = WriteImage(file, image);
     numbering.Enter();
     return written;
 }
 
 }  // namespace zek
 
-unsigned WriteMeta(const std::string& file) { return zek::WriteImage(file, zek::PutHeldSections); }
+unsigned WriteMeta(const std::string& file) { return zek::WriteImage(file, zek::ImageOf(zek::PutHeldSections)); }
 
 unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info) {
     const std::optional<zek::ByteBuffer> bytes = zek::ReadImage(file, zek::kImageMagic);

@@ -18,7 +18,8 @@ ZEK_API unsigned ReadMeta(const std::string& file, tagMETAFILEINFO* info);
 namespace zek {
 
 /// Numbers and compiles the model and writes it behind the sections of g_GCHead, as InitTblD, Compile and WriteMeta do,
-/// without the records in between. The same results.
+/// without the records in between. The same results. Throws `std::bad_alloc`, then without a change to the tables and
+/// their counters.
 unsigned WriteModel(const std::string& file);
 
 }  // namespace zek

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "compile/compile.h"
 #include "compile/state.h"
@@ -14,6 +15,8 @@ namespace {
 bool HasFreeNames(unsigned identifier) {
     return identifier == kImageProperty || identifier == kImageGlobal || identifier == kImageRepeater;
 }
+
+struct Nothing {};
 
 }  // namespace
 
@@ -30,7 +33,7 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
         return CollectOther(identifier);
     }
     if (const SectionsStamp now = SectionsStamp::Now(); stamp_ != now) {
-        stamp_ = now;
+        stamp_ = {};
         kinds_ = {};
         other_ = {};
         for (tagGCSECT* section : g_GCHead) {
@@ -38,6 +41,7 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
             if (ordinal < kinds_.size()) kinds_[ordinal].sections.push_back(section);
         }
         for (unsigned ordinal = 0; Kind & kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
+        stamp_ = now;
     }
     const unsigned ordinal = identifier - kImageSectionClass;
     if (ordinal < kinds_.size()) return kinds_[ordinal];
@@ -46,24 +50,30 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
 }
 
 ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
-    other_.identifier = identifier;
-    other_.names.reset();
-    other_.ids.reset();
-    other_.sections.clear();
-    std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(other_.sections),
+    std::vector<tagGCSECT*> sections = std::move(other_.sections);
+    other_ = {};
+    sections.clear();
+    std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(sections),
                  [identifier](const tagGCSECT* section) { return section->dwSect == identifier; });
+    other_.identifier = identifier;
+    other_.sections = std::move(sections);
     return other_;
 }
 
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
     Names names{{}, false, KeysInTables()};
+    KeyTable<unsigned, Nothing> words;
     for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             const bool byValue = entry.dwName == kIdName && !entry.vdwValues.empty();
             if (!byValue && !HasFreeNames(kind.identifier)) continue;
             // A candidate that is no name text counts as compared all the same.
             names.any = true;
-            const tagGCVALUE name = GetTblData(byValue ? entry.vdwValues[0] : entry.dwName);
+            const unsigned word = byValue ? entry.vdwValues[0] : entry.dwName;
+            // A name is read once: a damaged image may name a thousand sections by one text of a million characters.
+            if (words.Find(word)) continue;
+            words.Add(word, {});
+            const tagGCVALUE name = GetTblData(word);
             if (name.dwKind == 2) names.keys.Add(name.pszName, position);
         }
         ++position;

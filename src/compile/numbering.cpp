@@ -36,10 +36,25 @@ std::vector<KeyedIdentifier<View>> Numbering::Keys<Key, View>::Rows() const {
 }
 
 template <class Key, class View>
-void Numbering::Keys<Key, View>::Enter(std::map<Key, unsigned>& table) const {
+void Numbering::Keys<Key, View>::Prepare() {
     const std::vector<KeyedIdentifier<View>> rows = Rows();
-    for (std::size_t i = 0; i < mapped.size(); ++i) *mapped[i] = rows[i].id;
-    EnterKeys(table, std::span(rows).subspan(mapped.size()));
+    EnterKeys(added, std::span(rows).subspan(mapped.size()));
+}
+
+template <class Key, class View>
+void Numbering::Keys<Key, View>::Enter(std::map<Key, unsigned>& table) noexcept {
+    auto known = index.begin();
+    for (unsigned* id : mapped) {
+        *id = (*known).second;
+        ++known;
+    }
+    if (table.empty()) return table.swap(added);
+    auto next = table.begin();
+    while (!added.empty()) {
+        auto row = added.extract(added.begin());
+        if (next != table.end() && next->first < row.key()) next = table.lower_bound(row.key());
+        table.insert(next, std::move(row));
+    }
 }
 
 Numbering::Numbering() : predefinedDigits_(g_tblPreDefine.lower_bound("0") != g_tblPreDefine.lower_bound(":")) {
@@ -47,10 +62,21 @@ Numbering::Numbering() : predefinedDigits_(g_tblPreDefine.lower_bound("0") != g_
         if (table.names) KeysOf(table).TakeIn(*table.names);
     }
     numbers_.TakeIn(g_tblDword);
+    for (std::size_t i = 0; i < counters_.size(); ++i) {
+        if (kIdentifierTables[i].counter) counters_[i] = *kIdentifierTables[i].counter;
+    }
+    tableData_.swap(g_tblTableData);
     g_numbering = this;
 }
 
-Numbering::~Numbering() { g_numbering = nullptr; }
+Numbering::~Numbering() {
+    g_numbering = nullptr;
+    if (entered_) return;
+    for (std::size_t i = 0; i < counters_.size(); ++i) {
+        if (kIdentifierTables[i].counter) *kIdentifierTables[i].counter = counters_[i];
+    }
+    tableData_.swap(g_tblTableData);
+}
 
 std::size_t Numbering::RowOf(const IdentifierTable& table) {
     return static_cast<std::size_t>(&table - kIdentifierTables.data());
@@ -70,12 +96,20 @@ std::vector<KeyedIdentifier<std::string_view>> Numbering::Names(const Identifier
     return names_[RowOf(table)].Rows();
 }
 
-void Numbering::Enter() {
+void Numbering::Prepare() {
+    for (const IdentifierTable& table : kIdentifierTables) {
+        if (table.names) KeysOf(table).Prepare();
+    }
+    numbers_.Prepare();
+}
+
+void Numbering::Enter() noexcept {
     for (const IdentifierTable& table : kIdentifierTables) {
         if (table.names) KeysOf(table).Enter(*table.names);
     }
     numbers_.Enter(g_tblDword);
     ++g_changes;
+    entered_ = true;
 }
 
 }  // namespace zek

@@ -4,6 +4,8 @@
 #pragma once
 
 #include <array>
+#include <map>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,7 +15,8 @@
 
 namespace zek {
 
-/// While one exists, Number, LookUp and PutTable (tables.h) ask it instead of the maps.
+/// While one exists, Number, LookUp and PutTable (tables.h) ask it instead of the maps. The tables become what it says
+/// by Enter alone: without it, the end of this leaves counters and table data as they were before.
 class Numbering {
 public:
     Numbering();
@@ -35,18 +38,22 @@ public:
     std::vector<KeyedIdentifier<std::string_view>> Names(const IdentifierTable& table) const;
     std::vector<KeyedIdentifier<unsigned>> Numbers() const { return numbers_.Rows(); }
 
-    /// Enters what was numbered or looked up into the maps. To be called once, at the end.
-    void Enter();
+    /// Makes what Enter will need: the last thing that may run out of memory. Nothing is numbered afterwards.
+    void Prepare();
+    /// Enters what was numbered or looked up into the maps. To be called once, at the end, behind Prepare.
+    void Enter() noexcept;
 
 private:
     template <class Key, class View>
     struct Keys {
         KeyTable<View, unsigned> index;
         std::vector<unsigned*> mapped;  ///< the values in the map of the first rows, which it had from the start
+        std::map<Key, unsigned> added;  ///< the other rows, once they are prepared
 
         void TakeIn(std::map<Key, unsigned>& table);
         std::vector<KeyedIdentifier<View>> Rows() const;
-        void Enter(std::map<Key, unsigned>& table) const;
+        void Prepare();
+        void Enter(std::map<Key, unsigned>& table) noexcept;
     };
 
     using NameKeys = Keys<std::string, std::string_view>;
@@ -55,7 +62,10 @@ private:
 
     std::array<NameKeys, kIdentifierTables.size()> names_;
     Keys<unsigned, unsigned> numbers_;
-    bool predefinedDigits_;  ///< whether a predefined name begins with a digit
+    bool predefinedDigits_;                                      ///< whether a predefined name begins with a digit
+    std::array<unsigned, kIdentifierTables.size()> counters_{};  ///< before
+    std::vector<unsigned char> tableData_;                       ///< before
+    bool entered_ = false;
 };
 
 }  // namespace zek

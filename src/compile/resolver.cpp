@@ -54,6 +54,7 @@ tagGCVALUE Resolver::ValueIn(const Table& table, Index& index, unsigned id) {
         return key ? Index::ValueOf(id, DataWordOf(*key)) : NoValue(id);
     }
     if (its.keys != its.names->size()) {
+        its.keys = kNever;
         index.Read(table, id & kIdClassMask);
         its.values = index.Values().data();
         its.count = static_cast<unsigned>(index.Values().size());

@@ -8,7 +8,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -49,6 +48,20 @@ inline constexpr unsigned kNumberKind = 1;
 inline constexpr unsigned kNameKind = 2;
 
 inline tagGCVALUE NoValue(unsigned id) { return {0, id, {0}}; }
+
+/// The identifiers of a table that KeysByIdentifier leaves out, with their keys, in the order of the identifiers. Of
+/// several keys with one identifier the first in key order stands.
+template <class Key>
+std::vector<std::pair<unsigned, const Key*>> StrayKeys(const std::map<Key, unsigned>& table, unsigned first) {
+    std::vector<std::pair<unsigned, const Key*>> strays;
+    for (const auto& [key, id] : table) {
+        if (id - first >= table.size()) strays.emplace_back(id, &key);
+    }
+    std::stable_sort(strays.begin(), strays.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    const auto same = [](const auto& a, const auto& b) { return a.first == b.first; };
+    strays.erase(std::unique(strays.begin(), strays.end(), same), strays.end());
+    return strays;
+}
 
 /// What an index keeps of a name: a copy, so that a host that takes a key out of the map itself leaves nothing that
 /// points to it. A copy stays where it is until the table is read anew, since hosts keep what a query gave them.
@@ -92,27 +105,32 @@ public:
             const unsigned id = first + static_cast<unsigned>(i);
             values_[i] = keys[i] ? ValueOf(id, keeper_.Keep(*keys[i], values_[i])) : NoValue(id);
         }
-        const std::unordered_map<unsigned, tagGCVALUE> last = std::exchange(strays_, {});
-        for (const auto& [key, id] : table) {
-            if (id - first < keys.size() || strays_.contains(id)) continue;
-            const auto place = last.find(id);
-            strays_[id] = ValueOf(id, keeper_.Keep(key, place == last.end() ? NoValue(id) : place->second));
-        }
+        ReadStrays(StrayKeys<Key>(table, first));
     }
     /// The first key in key order with each identifier from the first one on; as many as the table has keys, since
     /// identifiers are given out without gaps. Good until the table is read again.
     std::span<const tagGCVALUE> Values() const { return values_; }
     /// The same for an identifier behind a gap.
-    tagGCVALUE StrayOf(unsigned id) const {
-        const auto stray = strays_.find(id);
-        return stray == strays_.end() ? NoValue(id) : stray->second;
-    }
+    tagGCVALUE StrayOf(unsigned id) const { return StrayIn(strays_, id); }
     /// Lets go of everything.
     void Forget() { *this = {}; }
 
 private:
+    static tagGCVALUE StrayIn(const std::vector<tagGCVALUE>& strays, unsigned id) {
+        const auto place =
+            std::lower_bound(strays.begin(), strays.end(), id,
+                             [](const tagGCVALUE& stray, unsigned wanted) { return stray.dwID < wanted; });
+        return place == strays.end() || place->dwID != id ? NoValue(id) : *place;
+    }
+
+    void ReadStrays(const std::vector<std::pair<unsigned, const Key*>>& keys) {
+        const std::vector<tagGCVALUE> last = std::exchange(strays_, {});
+        strays_.reserve(keys.size());
+        for (const auto& [id, key] : keys) strays_.push_back(ValueOf(id, keeper_.Keep(*key, StrayIn(last, id))));
+    }
+
     LargeVector<tagGCVALUE> values_;
-    std::unordered_map<unsigned, tagGCVALUE> strays_;  ///< by identifier; 0 for the unnumbered keys
+    std::vector<tagGCVALUE> strays_;  ///< in the order of their identifiers; 0 for the unnumbered keys
     Keeper keeper_;
 };
 

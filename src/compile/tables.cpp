@@ -90,12 +90,11 @@ void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step
     table.clear();
     ++g_changes;
     g_resolver.Forget(table);
-    const std::size_t length = in.U32();
-    const std::string body = in.Text(std::min(length, in.Left()));
+    const std::string_view body = in.View(in.U32());
     EnteredKeys<std::string, std::string_view> keys(table);
     for (std::size_t start = 0; start < body.size(); counter += step) {
         const std::size_t end = std::min(body.find('\0', start), body.size());
-        keys.Add(std::string_view(body).substr(start, end - start), counter);
+        keys.Add(body.substr(start, end - start), counter);
         start = end + 1;
     }
     keys.Enter();
@@ -108,6 +107,19 @@ void TakeBody(ByteReader& in, NumberTable& table, unsigned& counter, unsigned st
     EnteredKeys<unsigned, unsigned> keys(table);
     for (; body.Left() >= 4; counter += step) keys.Add(body.U32(), counter);
     keys.Enter();
+}
+
+/// Takes the body of one of our tables, whose counter stands at its class word: all of it, or nothing where it throws.
+template <class Key>
+void TakeKeys(ByteReader& in, std::map<Key, unsigned>& table, unsigned& counter) {
+    const unsigned first = counter;
+    try {
+        TakeBody(in, table, counter, 1);
+    } catch (...) {
+        table.clear();
+        counter = first;
+        throw;
+    }
 }
 
 void TakeTableData(ByteReader& in) {
@@ -180,8 +192,8 @@ void PutTable(ByteWriter& out, const IdentifierTable& table) {
 void TakeTable(ByteReader& in, const IdentifierTable& table) {
     if (!table.counter) return TakeTableData(in);
     *table.counter = table.classWord;
-    if (table.names) return TakeBody(in, *table.names, *table.counter, 1);
-    TakeBody(in, *table.numbers, *table.counter, 1);
+    if (table.names) return TakeKeys(in, *table.names, *table.counter);
+    TakeKeys(in, *table.numbers, *table.counter);
 }
 
 std::size_t KeysInTables() {

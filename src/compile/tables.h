@@ -82,8 +82,8 @@ unsigned LookUp(unsigned classWord, std::string_view name);
 
 /// Appends a table record.
 void PutTable(ByteWriter& out, const IdentifierTable& table);
-/// Takes the body of a record into its table. Throws `std::out_of_range` when the bytes cut it: a table of names or
-/// numbers is then empty, and the table data stays as it was.
+/// Takes the body of a record into its table. Throws `std::out_of_range` when the bytes cut it, `std::bad_alloc` when
+/// memory runs out: a table of names or numbers is then empty, and the table data stays as it was.
 void TakeTable(ByteReader& in, const IdentifierTable& table);
 
 /// The number of keys in all tables together; with g_changes it tells whether an index over the tables is still good.

@@ -66,6 +66,14 @@ void WriteSections(std::ofstream& stream, ByteBuffer& piece) {
     WriteBytes(stream, piece);
 }
 
+void WriteImage(std::ofstream& stream) {
+    ByteBuffer image;
+    ByteWriter out(image);
+    PutFileHeader(out, kMagic, ZEKD_VERSION, ZEKD_DATA_OFFSET);
+    PutNames(out);
+    WriteSections(stream, image);
+}
+
 /// A name that is already defined keeps its value. A record that the file's end cuts is taken as the empty name with 0.
 void TakeNames(EndlessReader& in) {
     for (unsigned count = in.U32(); count > 0 && !in.Ended(); --count) {
@@ -111,11 +119,14 @@ unsigned WriteMetaD(const std::string& file) {
         LOG(zek::kDebugCreateFailed, file.c_str());
         return 0;
     }
-    zek::ByteBuffer image;
-    zek::ByteWriter out(image);
-    zek::PutFileHeader(out, zek::kMagic, ZEKD_VERSION, ZEKD_DATA_OFFSET);
-    zek::PutNames(out);
-    zek::WriteSections(stream, image);
+    const bool listWritten = zek::g_fileListWritten;
+    try {
+        zek::WriteImage(stream);
+    } catch (...) {
+        // No image has got the list, so the next one must.
+        zek::g_fileListWritten = listWritten;
+        throw;
+    }
     return 1;
 }
 

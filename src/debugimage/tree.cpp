@@ -1,6 +1,7 @@
 #include "debugimage/tree.h"
 
 #include <algorithm>
+#include <new>
 #include <unordered_map>
 
 #include "debugimage/state.h"
@@ -47,6 +48,18 @@ private:
     std::unordered_map<unsigned, CZEKEntry*> twins_;
 };
 
+/// A damaged list leaves what it gave; one for which there is no memory leaves nothing, so that the next image's list
+/// stands where its indexes say.
+void TakeFileList(ByteReader& in) {
+    const std::size_t before = CZEKObj::m_svstrIncFiles.size();
+    try {
+        in.List(CZEKObj::m_svstrIncFiles);
+    } catch (const std::bad_alloc&) {
+        CZEKObj::m_svstrIncFiles.resize(before);
+        throw;
+    }
+}
+
 }  // namespace
 
 void PutObject(ByteWriter& out, const CZEKObj& object) {
@@ -75,7 +88,7 @@ void TakeObject(ByteReader& in, CZEKObj& object) {
     object.m_dwFile = in.U32();
     object.m_strName = in.Str();
     if (g_fileListRead) return;
-    in.List(CZEKObj::m_svstrIncFiles);
+    TakeFileList(in);
     g_fileListRead = true;
 }
 

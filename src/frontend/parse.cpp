@@ -1,8 +1,11 @@
 #include "frontend/parse.h"
 
 #include <dlfcn.h>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
+#include <utility>
 
 #include "frontend/messages.h"
 #include "model/output.h"
@@ -24,25 +27,34 @@ Signature* Look(void* library, const char* name) {
     return reinterpret_cast<Signature*>(dlsym(library, name));
 }
 
-/// A text that the parser library fills: asked for its size first, then filled.
+/// A text that the parser library fills: asked for its size first, then filled. What the library leaves of it is zeros;
+/// for a size that no text has, the system gives no memory until it is filled.
 class TextBuffer {
 public:
     unsigned* Size() { return &size_; }
     char* Data() { return data_; }
     void Allocate() {
         allocated_ = size_;
-        if (allocated_ <= sizeof short_) return;
-        long_.reset(new char[allocated_]);
+        if (allocated_ <= sizeof short_) {
+            std::memset(short_, 0, allocated_);
+            return;
+        }
+        long_.reset(static_cast<char*>(std::calloc(allocated_, 1)));
+        if (!long_) throw std::bad_alloc();
         data_ = long_.get();
     }
     void CopyTo(std::string& text) const { text.assign(data_, strnlen(data_, allocated_)); }
 
 private:
+    struct Free {
+        void operator()(char* data) const { std::free(data); }
+    };
+
     unsigned size_ = 0;
     unsigned allocated_ = 0;
     char* data_ = short_;
     char short_[128];
-    std::unique_ptr<char[]> long_;
+    std::unique_ptr<char, Free> long_;
 };
 
 using EnumSection = void*(void*, unsigned);
@@ -160,18 +172,28 @@ CZEKParse::~CZEKParse() {
 }
 
 unsigned CZEKParse::Start(const std::string& file) {
+    std::string name = file;
     m_hFile = RSOpenFile(file);
     if (!m_hFile) return 0;
+    m_strFile = std::move(name);
     RSParse(m_hFile);
-    m_strFile = file;
     return 1;
 }
 
 void CZEKParse::Parse() {
-    LOG(zek::kNoMoreSections, zek::Driver(m_hLibrary, m_strFile).ReadSections(m_hFile));
-    if (m_hFile) RSCloseFile(m_hFile);
-    m_hFile = nullptr;
-    m_strFile.clear();
+    const auto close = [this] {
+        if (m_hFile) RSCloseFile(m_hFile);
+        m_hFile = nullptr;
+        m_strFile.clear();
+    };
+    try {
+        LOG(zek::kNoMoreSections, zek::Driver(m_hLibrary, m_strFile).ReadSections(m_hFile));
+    } catch (...) {
+        // A file that stayed open could not be opened again.
+        close();
+        throw;
+    }
+    close();
 }
 
 void CZEKParse::End() { CZEKSection::Destory(); }

@@ -15,6 +15,21 @@ namespace {
 
 constexpr unsigned kNone = 0xFFFFFFFF;
 
+/// Frees the sections of an earlier image once they are no longer listed, also when loading runs out of memory.
+class ReplacedSections {
+public:
+    ReplacedSections() = default;
+    ~ReplacedSections() {
+        if (g_GCHead == before_) return;
+        for (const tagGCSECT* section : before_) delete section;
+    }
+    ReplacedSections(const ReplacedSections&) = delete;
+    ReplacedSections& operator=(const ReplacedSections&) = delete;
+
+private:
+    const std::vector<tagGCSECT*> before_ = g_GCHead;
+};
+
 // What is rare is a call, so that the queries of a value save nothing and end with a jump.
 
 [[gnu::noinline]] tagGCVALUE Nothing(ErrorCode code) { return AnswerGc(code, tagGCVALUE{0, kNone, {0}}); }
@@ -76,11 +91,8 @@ tagGCVALUE FieldOfRepeater(const tagGCENTRY& entry, unsigned field) {
 using zek::AnswerGc;
 
 unsigned gcInit(const std::string& file, tagMETAFILEINFO* info) {
-    const std::vector<tagGCSECT*> before = g_GCHead;
+    const zek::ReplacedSections replaced;
     const bool loaded = ReadMeta(file, info);
-    if (g_GCHead != before) {
-        for (const tagGCSECT* section : before) delete section;
-    }
     return loaded ? AnswerGc(zek::kNoError, 1U) : AnswerGc(zek::kBadMagic, 0U);
 }
 

@@ -19,12 +19,13 @@ const std::vector<CZEKEntry*>& VisibleEntries::Of(const CZEKSection& section) {
     const auto& entries = section.m_vpEntry;
     const bool kept = section_ == &section && changes_ == g_modelChanges && entries_ == entries.size();
     if (kept && entries.size() > kReadAtOnce) return visible_;
-    section_ = &section;
-    changes_ = g_modelChanges;
-    entries_ = entries.size();
+    section_ = nullptr;
     visible_.clear();
     std::copy_if(entries.begin(), entries.end(), std::back_inserter(visible_),
                  [](const CZEKEntry* entry) { return HoldsData(*entry); });
+    section_ = &section;
+    changes_ = g_modelChanges;
+    entries_ = entries.size();
     return visible_;
 }
 

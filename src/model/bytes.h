@@ -173,10 +173,19 @@ public:
         return text;
     }
     std::string Str() { return Text(U32()); }
+    /// The next bytes where they lie, at most so many: those that are missing are left out.
+    std::string_view View(std::size_t most) {
+        const std::size_t length = std::min(most, PresentLeft());
+        const std::string_view bytes(length ? reinterpret_cast<const char*>(data_ + position_) : "", length);
+        position_ += length;
+        return bytes;
+    }
     /// Appends to `list`, element by element: what was read before a damaged element stays.
     void List(TextList& list) {
         const std::size_t count = U32();
         const std::size_t most = (PresentLeft() + kMostZeros) / 4;
+        // An element takes eight times the bytes of its length, and in a vector that grows twice that.
+        list.reserve(list.size() + std::min({count, most, Left() / 4}));
         for (std::size_t i = 0; i < count; ++i) {
             Require(i < most);
             list.push_back(Str());

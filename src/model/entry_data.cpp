@@ -103,7 +103,7 @@ CZekEntryData::CZekEntryData() = default;
 
 CZekEntryData::CZekEntryData(unsigned type) { Create(type); }
 
-CZekEntryData::CZekEntryData(const CZekEntryData& other) { *this = other; }
+CZekEntryData::CZekEntryData(const CZekEntryData& other) : CZekEntryData() { *this = other; }
 
 CZekEntryData& CZekEntryData::operator=(const CZekEntryData& other) {
     if (this == &other) return *this;

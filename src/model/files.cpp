@@ -14,6 +14,22 @@ namespace {
 constexpr std::size_t kMostOfStream = std::size_t{256} << 20;
 constexpr std::size_t kChunk = std::size_t{1} << 16;
 
+/// Closes the file however its reading ends.
+class OpenFile {
+public:
+    explicit OpenFile(const std::string& file) : fd_(open(file.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    ~OpenFile() {
+        if (fd_ >= 0) close(fd_);
+    }
+    OpenFile(const OpenFile&) = delete;
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    int Descriptor() const { return fd_; }
+
+private:
+    int fd_;
+};
+
 /// Reads until the buffer holds `size` bytes or the file ends.
 void Fill(int fd, ByteBuffer& bytes, std::size_t size) {
     if (size <= bytes.Size()) return;
@@ -38,7 +54,8 @@ void FillFromStream(int fd, ByteBuffer& bytes) {
 }  // namespace
 
 std::optional<ByteBuffer> ReadImage(const std::string& file, std::string_view magic) {
-    const int fd = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    const OpenFile opened(file);
+    const int fd = opened.Descriptor();
     if (fd < 0) return std::nullopt;
     ByteBuffer bytes;
     Fill(fd, bytes, kMagicSize);
@@ -50,7 +67,6 @@ std::optional<ByteBuffer> ReadImage(const std::string& file, std::string_view ma
             FillFromStream(fd, bytes);
         }
     }
-    close(fd);
     return bytes;
 }
 

@@ -34,7 +34,7 @@ CGeValue::CGeValue() = default;
 
 CGeValue::CGeValue(unsigned type, const std::string& text) { Create(type, text); }
 
-CGeValue::CGeValue(const CGeValue& other) { *this = other; }
+CGeValue::CGeValue(const CGeValue& other) : CGeValue() { *this = other; }
 
 CGeValue& CGeValue::operator=(const CGeValue& other) {
     if (this == &other) return *this;

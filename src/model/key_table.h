@@ -122,7 +122,12 @@ private:
     /// How many keys so many slots are for: a quarter of the slots stays free.
     static constexpr std::size_t RoomOf(std::size_t slots) { return slots - slots / 4; }
 
-    void MakeSlots(std::size_t count) { slots_.assign(std::bit_ceil(count + count / 3 + 4), {0, 0}); }
+    static std::size_t SlotsFor(std::size_t count) { return std::bit_ceil(count + count / 3 + 4); }
+
+    void MakeSlots(std::size_t count) {
+        slots_.clear();
+        slots_.assign(SlotsFor(count), {0, 0});
+    }
 
     /// The position of the key's slot, else of the free slot where it belongs.
     std::size_t SlotOf(Key key, unsigned tag) const {
@@ -135,15 +140,15 @@ private:
     }
 
     void Grow() {
-        const LargeVector<Slot> old = std::move(slots_);
-        MakeSlots(old.size());
-        const std::size_t mask = slots_.size() - 1;
-        for (const Slot& slot : old) {
+        LargeVector<Slot> grown(SlotsFor(slots_.size()), {0, 0});
+        const std::size_t mask = grown.size() - 1;
+        for (const Slot& slot : slots_) {
             if (slot.row == 0) continue;
             std::size_t position = HashOfTag(slot.tag) & mask;
-            while (slots_[position].row != 0) position = (position + 1) & mask;
-            slots_[position] = slot;
+            while (grown[position].row != 0) position = (position + 1) & mask;
+            grown[position] = slot;
         }
+        slots_ = std::move(grown);
     }
 
     Arena<1 << 12> rows_;

@@ -107,16 +107,17 @@ unsigned CZEKSection::SetEntry(const std::string& file, const std::string& key, 
 }
 
 void CZEKSection::Declare(zek::SectionList& list, const zek::SectionKind& kind) {
-    if (std::find(m_svpHSection.begin(), m_svpHSection.end(), &list) == m_svpHSection.end())
-        m_svpHSection.push_back(&list);
-    list.push_back(this);
-    ++zek::g_modelChanges;
     m_vpEntry.reserve(kind.declared.size());
     for (std::size_t i = 0; i < kind.declared.size(); ++i) {
         const auto [type, notation] = kind.declared[i];
         m_vpEntry.push_back(zek::g_readingLargeModel ? zek::SharedEntry(kind, i)
                                                      : zek::NewEntry(type, notation).release());
     }
+    // Listed last: a section whose construction fails for want of memory is gone again.
+    if (std::find(m_svpHSection.begin(), m_svpHSection.end(), &list) == m_svpHSection.end())
+        m_svpHSection.push_back(&list);
+    list.push_back(this);
+    ++zek::g_modelChanges;
 }
 
 void CZEKSection::Destory() {

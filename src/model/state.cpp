@@ -16,6 +16,8 @@ constinit SharedEntries g_sharedEntries{};
 WaitingValues g_waitingValues;
 // Set by the driver while it reads a section of a large model: its entries are shared, its values wait.
 bool g_readingLargeModel = false;
+// How many files that include each other are being read.
+unsigned g_includeDepth = 0;
 // Advances whenever a section is made, the model is destroyed, or typed data is allocated or freed.
 unsigned g_modelChanges = 0;
 }  // namespace zek

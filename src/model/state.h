@@ -14,6 +14,7 @@ extern Pool g_pool;
 extern SharedEntries g_sharedEntries;
 extern WaitingValues g_waitingValues;
 extern bool g_readingLargeModel;
+extern unsigned g_includeDepth;
 extern unsigned g_modelChanges;
 
 }  // namespace zek

@@ -1,9 +1,14 @@
+#include <new>
+
 #include "frontend/parse.h"
 #include "frontend/parser_host.h"
 #include "model/section.h"
 #include "model/section_text.h"
+#include "support/resources.h"
 
 namespace zek::test {
+
+using Texts = std::vector<std::string>;
 
 /// A process whose parser library does what the script says.
 class OddParser : public ParserHost {
@@ -168,6 +173,91 @@ TEST_F(OddParser, MayKeepTheBracketsOfAName) {
     Read({{"[GROUP]", 1, {{"NAME", "a", 2}}}});
     EXPECT_EQ(TakeMessages(), "Create section(1, [GROUP]) object failed.\nParse::No more sections(total = 1).\n");
     EXPECT_EQ(Calls().find("EnumItem"), std::string::npos) << "the items of a refused section are not asked for";
+}
+
+TEST_F(OddParser, MayFillNothingAndSaySo) {
+    ScriptedText key("KEY");
+    key.isLeft = true;
+    ScriptedText value(std::string(500, 'x'));
+    value.isLeft = true;
+    Read({{"PROPERTY", 1, {{key, "a", 2}, {"KEY", value, 3}}}});
+    EXPECT_EQ(EntriesOf(*CGSPROPERTY::m_sHeader.at(0)), "STRING 10020017 10\nSTRING 10020017 10 KEY 3\n");
+}
+
+TEST_F(OddParser, MayNameAnotherSizeTheSecondTime) {
+    for (const unsigned size : {0U, 1U, 0xFFFFFFFFU}) {
+        SCOPED_TRACE(size);
+        TheScript().sizeAfterwards = size;
+        Read({{"PROPERTY", 1, {{"KEY", std::string(500, 'a'), 2}}}});
+        EXPECT_EQ(CGSPROPERTY::m_sHeader.back()->m_vpEntry.at(0)->m_vstrSubStr, Texts{std::string(500, 'a')});
+    }
+}
+
+TEST_F(OddParser, MayNameASizeThatNoTextHas) {
+    ScriptedText huge("a");
+    huge.sizeError = 1 << 30;
+    const std::size_t before = ResidentMemory();
+    Read({{huge, 1}, {"PROPERTY", 1, {{huge, huge, 2}}}});
+    EXPECT_LT(ResidentMemory(), before + (64 << 20));
+    EXPECT_EQ(TakeMessages(), "Create section(1, a) object failed.\nParse::No more sections(total = 2).\n");
+    EXPECT_EQ(EntriesOf(*CGSPROPERTY::m_sHeader.at(0)), "STRING 10020017 10 a 2 [a]\n");
+}
+
+#if !defined(__SANITIZE_ADDRESS__)
+// The address space cannot be limited under the sanitizer.
+TEST_F(OddParser, IsClosedWhenThereIsNoMemoryForASizeThatItNames) {
+    ScriptedText negative("a");
+    negative.sizeError = -3;
+    TheScript().files["main.zek"] = {{"PROPERTY", 1, {{"KEY", negative, 2}}}};
+    ASSERT_EQ(gccCompStart("main.zek"), 1U);
+    {
+        const ScarceMemory scarce(64 << 20);
+        EXPECT_THROW(gccParse(), std::bad_alloc);
+    }
+    EXPECT_TRUE(Calls().ends_with("CloseFile main.zek\n"));
+    gccCompEnd();
+    Read({{"PROPERTY", 1, {{"KEY", "a", 2}}}});
+    EXPECT_EQ(EntriesOf(*CGSPROPERTY::m_sHeader.at(0)), "STRING 10020017 10 KEY 2 [a]\n");
+}
+#endif
+
+TEST_F(OddParser, MayHaveAMillionSections) {
+    constexpr unsigned kSections = 1'000'000;
+    TheScript().isQuiet = true;
+    TheScript().sections = kSections;
+    const ScarceMemory scarce(std::size_t{1} << 30);
+    Read({{"SENSOR", 1, {{"NAME", "a", 2}}}});
+    EXPECT_EQ(TakeMessages(), "Parse::No more sections(total = 1000000).\n");
+    EXPECT_EQ(CGSSENSOR::m_sHeader.size(), kSections);
+    EXPECT_EQ(EntriesOf(*CGSSENSOR::m_sHeader.back()), EntriesOf(*CGSSENSOR::m_sHeader.at(kPlainModel + 1)));
+}
+
+TEST_F(OddParser, MayHaveItemsOf64Mebibytes) {
+    const std::string text(64 << 20, 'a');
+    TheScript().files["main.zek"] = {{"PROPERTY", 1, {{text, text, 2}}}, {"GROUP", 3, {{text, "b", 4}}}};
+    const ScarceMemory scarce(10 * text.size());
+    ASSERT_EQ(gccCompStart("main.zek"), 1U);
+    gccParse();
+    const CZEKEntry& entry = *CGSPROPERTY::m_sHeader.at(0)->m_vpEntry.at(0);
+    EXPECT_TRUE(entry.m_strName == text);
+    EXPECT_TRUE(entry.m_vstrSubStr == Texts{text});
+    const std::string messages = TakeMessages();
+    EXPECT_TRUE(messages == "Add Item(NO. = 1) of section(GROUP) failed.\nWarning[main.zek:4]: [GROUP]:" + text +
+                                ", This ENTRY is ignored because of invalid entry name.\n"
+                                "Parse::No more sections(total = 2).\n");
+}
+
+TEST_F(OddParser, MayOpenAFileAThousandDeepAndNoDeeper) {
+    TheScript().isQuiet = true;
+    Read({{"INCLUDE", 1, {{"FILE", "main.zek", 2}}}, {"GROUP"}});
+    EXPECT_EQ(CGSGROUP::m_sHeader.size(), 1001U);
+    const std::string messages = TakeMessages();
+    const std::string refused = "Warning[main.zek:2], [INCLUDE]:FILE FILE main.zek cannot be loaded.\n";
+    EXPECT_EQ(messages.find(refused), messages.rfind(refused));
+    EXPECT_NE(messages.find(refused), std::string::npos);
+    gccCompEnd();
+    Read({{"INCLUDE", 1, {{"FILE", "main.zek", 2}}}, {"GROUP"}});
+    EXPECT_EQ(CGSGROUP::m_sHeader.size(), 1001U) << "the depth is counted anew";
 }
 
 }  // namespace zek::test

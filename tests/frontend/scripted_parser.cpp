@@ -1,6 +1,7 @@
 // Built several times, each time with another of the seven names renamed, so that the compiler finds six.
 #include "frontend/scripted_parser.h"
 
+#include <algorithm>
 #include <cstring>
 
 using zek::test::Script;
@@ -21,7 +22,9 @@ std::string NameOf(const void* handle) {
     return "null";
 }
 
-void Note(const std::string& call) { TheScript().calls += call + '\n'; }
+void Note(const std::string& call) {
+    if (!TheScript().isQuiet) TheScript().calls += call + '\n';
+}
 
 std::string Buffer(const char* buffer, unsigned size) {
     return (buffer ? " buffer " : " null ") + std::to_string(size);
@@ -31,9 +34,10 @@ std::string Buffer(const char* buffer, unsigned size) {
 void Answer(const ScriptedText& text, char* buffer, unsigned* size) {
     if (!buffer) {
         *size = static_cast<unsigned>(static_cast<int>(text.text.size()) + 1 + text.sizeError);
-    } else {
-        std::memcpy(buffer, text.text.c_str(), std::min<std::size_t>(text.text.size() + 1, *size));
+        return;
     }
+    if (!text.isLeft) std::memcpy(buffer, text.text.c_str(), std::min<std::size_t>(text.text.size() + 1, *size));
+    if (TheScript().sizeAfterwards) *size = *TheScript().sizeAfterwards;
 }
 
 }  // namespace
@@ -57,7 +61,8 @@ unsigned RSParse(void* file) {
 void* RSEnumSection(void* file, unsigned index) {
     Note("EnumSection " + NameOf(file) + ' ' + std::to_string(index));
     auto* sections = static_cast<File*>(file);
-    return sections && index < sections->size() ? &(*sections)[index] : nullptr;
+    if (!sections) return nullptr;
+    return index < std::max(sections->size(), TheScript().sections) ? &(*sections)[index % sections->size()] : nullptr;
 }
 
 unsigned RSGetSectInfo(void* section, char* name, unsigned* size, unsigned* line) {

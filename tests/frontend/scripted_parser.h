@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <limits>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,8 @@ struct ScriptedText {
     ScriptedText(std::string bytes) : text(std::move(bytes)) {}
 
     std::string text;
-    int sizeError = 0;  ///< added to the right size
+    int sizeError = 0;    ///< added to the right size
+    bool isLeft = false;  ///< the buffer is left as it is
 };
 
 struct ScriptedItem {
@@ -37,8 +39,11 @@ struct Script {
     std::map<std::string, std::vector<ScriptedSection>> files;
     std::size_t opensLeft = std::numeric_limits<std::size_t>::max();  ///< afterwards no file can be opened
     unsigned parseStatus = 1;
-    unsigned sizeStatus = 1;  ///< what a call with null buffers returns
-    std::string calls;        ///< one line per call: the function without RS, and its arguments
+    unsigned sizeStatus = 1;                 ///< what a call with null buffers returns
+    std::optional<unsigned> sizeAfterwards;  ///< what a call that fills a buffer stores as its size
+    std::size_t sections = 0;                ///< so many are there in each file, the scripted ones in turn; 0 for those
+    bool isQuiet = false;                    ///< calls are not noted
+    std::string calls;                       ///< one line per call: the function without RS, and its arguments
 };
 
 /// The script of this process; the libraries find it in the program.

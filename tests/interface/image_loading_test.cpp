@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include "compile/small_image.h"
 #include "interface/queried_image.h"
 #include "support/resources.h"
@@ -110,6 +112,38 @@ TEST_F(ImageLoading, OfAHugeFileThatIsNoImageLooksAtItsFirstBytesOnly) {
     EXPECT_EQ(CodeAfter([] { EXPECT_EQ(gcInit("huge", nullptr), 0U); }), 13U);
     EXPECT_EQ(gdInit("huge", nullptr), 0U);
     EXPECT_EQ(Messages(), "ERROR: File huge is invalid.\n");
+}
+
+TEST_F(ImageLoading, FindsNamesOfAMillionCharactersInNoTimeHoweverManySectionsHaveThem) {
+    constexpr unsigned kSections = 100'000;
+    const std::string name(4 << 20, 'a');
+    const std::string table = Record(kIdGroup, Names({name, name + 'b'}));
+    const std::vector<SectionWords> groups(kSections, {0x01000004, {{kIdName, {kIdGroup}}}});
+    // A short section and a long one, whose entries all have the same name.
+    const std::vector<SectionWords> properties = {{0x01000002, std::vector<EntryWords>(60, {kIdProperty, {}})},
+                                                  {0x01000002, std::vector<EntryWords>(kSections, {kIdProperty, {}})}};
+    Write("groups.meta", Image(groups, {table}));
+    Write("properties.meta", Image(properties, {Record(kIdProperty, Names({name, name + 'b'}))}));
+    InChild([&] {
+        // Reading the name for every section would take minutes.
+        alarm(20);
+        ASSERT_EQ(gcInit("groups.meta", nullptr), 1U);
+        EXPECT_EQ(gcGetSectByName(0x01000004, name), g_GCHead.front());
+        EXPECT_EQ(gcGetSectByName(0x01000004, name + 'b'), nullptr);
+        ASSERT_EQ(gcInit("properties.meta", nullptr), 1U);
+        EXPECT_EQ(gcGetSectByName(0x01000002, name), g_GCHead.front());
+        EXPECT_EQ(gcGetSectByName(0x01000002, name + 'b'), nullptr);
+        EXPECT_EQ(gcGetEntryByName(g_GCHead[1], name, nullptr), g_GCHead[1]->vEntries.data());
+        for (unsigned i = 0; i < 10'000; ++i) EXPECT_EQ(gcGetEntryByName(g_GCHead[0], "b", nullptr), nullptr);
+    });
+}
+
+TEST_F(ImageLoading, FindsNoEntryByATextWithANul) {
+    Write("queried.meta", Image({{0x01000002, {{kIdProperty, {}}}}}, {Record(kIdProperty, Names({"a"}))}));
+    ASSERT_EQ(gcInit("queried.meta", nullptr), 1U);
+    EXPECT_EQ(gcGetEntryByName(g_GCHead[0], std::string("a\0b", 3), nullptr), nullptr);
+    EXPECT_EQ(gcGetEntryByName(g_GCHead[0], std::string("a\0", 2), nullptr), nullptr);
+    EXPECT_EQ(gcGetEntryByName(g_GCHead[0], "a", nullptr), g_GCHead[0]->vEntries.data());
 }
 
 /// One sensor with an ID, made by hand.

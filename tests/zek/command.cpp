@@ -41,6 +41,7 @@ void LeaveWithoutReader() {
 void Apply(const Setting& setting, int out, int err) {
     Become(err, STDERR_FILENO);
     Become(setting.out.empty() ? out : open(setting.out.c_str(), O_WRONLY), STDOUT_FILENO);
+    if (!setting.in.empty()) Become(open(setting.in.c_str(), O_RDONLY), STDIN_FILENO);
     if (setting.closedOut) close(STDOUT_FILENO);
     if (setting.readerGone) LeaveWithoutReader();
     for (const auto& [name, value] : setting.environment) setenv(name.c_str(), value.c_str(), 1);

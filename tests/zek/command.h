@@ -20,6 +20,7 @@ struct Result {
 
 /// How a program is run; everything else is as in this process.
 struct Setting {
+    std::string in = {};   ///< the file that standard input comes from; empty: as in this process
     std::string out = {};  ///< where standard output goes; empty: it is recorded
     bool closedOut = false;
     bool readerGone = false;          ///< standard output is a pipe that nobody reads

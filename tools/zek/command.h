@@ -16,9 +16,10 @@ class Words {
 public:
     virtual ~Words() = default;
 
-    /// Files that stand without an option: one, or one and more.
+    /// Files that stand without an option: one, or one and more, or any number.
     virtual void File(const std::string& type, std::string& place, const std::string& help) = 0;
     virtual void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
+    virtual void AnyFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
     /// An option whose value is the name of a file or folder; the second may be given several times.
     virtual void FileOption(const std::string& names, const std::string& type, std::string& place,
                             const std::string& help) = 0;
@@ -49,5 +50,6 @@ extern const CommandSpec kCheckCommand;
 extern const CommandSpec kVerifyCommand;
 extern const CommandSpec kDumpCommand;
 extern const CommandSpec kTreeCommand;
+extern const CommandSpec kFmtCommand;
 
 }  // namespace zek::tool

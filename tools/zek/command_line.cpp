@@ -37,8 +37,10 @@ public:
         AddFile(type, place, help)->required()->type_name("");
     }
     void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
-        command_.add_option(type, place, help)->required()->type_name("");
-        lists_.push_back(&place);
+        AddFiles(type, place, help)->required();
+    }
+    void AnyFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
+        AddFiles(type, place, help);
     }
     void FileOption(const std::string& names, const std::string& type, std::string& place,
                     const std::string& help) override {
@@ -81,6 +83,11 @@ private:
         CLI::Option* const option = command_.add_option(names, place, help);
         files_.push_back({option, &place});
         return option;
+    }
+
+    CLI::Option* AddFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) {
+        lists_.push_back(&place);
+        return command_.add_option(type, place, help)->type_name("");
     }
 
     CLI::App& command_;

@@ -4,7 +4,7 @@ namespace zek::tool {
 
 const std::vector<CommandSpec>& Commands() {
     static const std::vector<CommandSpec> commands = {kCompileCommand, kCheckCommand, kVerifyCommand, kDumpCommand,
-                                                      kTreeCommand};
+                                                      kTreeCommand, kFmtCommand};
     return commands;
 }
 
