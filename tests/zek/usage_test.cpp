@@ -88,12 +88,12 @@ TEST_F(ZekUsage, WrongCommandLineEndsWithTwo) {
                                        {"check", "a.zek", "--max-files"},
                                        {"check", "a.zek", "--max-files", "-1"},
                                        {"verify"},
-                                       {"verify", "--json", "a"},
+                                       {"verify", "--frobnicate", "a"},
                                        {"verify", "a", ""},
                                        {"dump"},
                                        {"dump", "a", "b"},
                                        {"tree"},
-                                       {"tree", "--json", "a"}};
+                                       {"tree", "a", "b"}};
     for (const Strings& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row));
         const Result result = Zek(row);
@@ -128,6 +128,8 @@ TEST_P(ZekStandardOutput, ThatCannotBeWrittenEndsWithTwo) {
                                                          {"dump", "a.zki"},
                                                          {"dump", "--json", "a.zkd"},
                                                          {"tree", "a.zki"},
+                                                         {"tree", "--json", "a.zki"},
+                                                         {"verify", "--json", "a.zki"},
                                                          {"verify", "a.zki"}}) {
         SCOPED_TRACE(testing::PrintToString(arguments));
         const Result result = Zek(arguments, GetParam().setting);

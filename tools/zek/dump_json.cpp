@@ -1,13 +1,9 @@
 #include "dump.h"
 
-#include <nlohmann/json.hpp>
-
-#include "json_text.h"
+#include "json_output.h"
 
 namespace zek::tool {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 Json Word(const ShownWord& word) {
     Json json = {{"word", word.word}, {"class", word.wordClass}};
@@ -51,63 +47,40 @@ Json Block(const ShownBlock& block) {
     return json;
 }
 
-/// A member of the outermost object whose elements are written one by one, so that an image of any size takes little
-/// memory.
-class Elements {
-public:
-    Elements(StandardOutput& out, const std::string& name, char open, char close) : out_(out), close_(close) {
-        out_.Write(",\n" + Json(name).dump() + ": " + open);
-    }
-    Elements(const Elements&) = delete;
-    Elements& operator=(const Elements&) = delete;
-
-    void Add(const std::string& element) {
-        out_.Write((empty_ ? "\n " : ",\n ") + element);
-        empty_ = false;
-    }
-    void End() { out_.Write(std::string(empty_ ? "" : "\n") + close_); }
-
-private:
-    StandardOutput& out_;
-    char close_;
-    bool empty_ = true;
-};
-
-void WriteTables(const Image& image, StandardOutput& out) {
-    Elements tables(out, "tables", '{', '}');
-    image.ForEachTable(
-        [&](const ShownTable& table) { tables.Add(Json(table.name).dump() + ": " + Words(table.words).dump()); });
-    tables.End();
-    Elements blocks(out, "tableData", '[', ']');
-    image.ForEachBlock([&](const ShownBlock& block) { blocks.Add(Block(block).dump()); });
-    blocks.End();
+void WriteTables(const Image& image, JsonOutput& json) {
+    json.BeginObject("tables");
+    image.ForEachTable([&](const ShownTable& table) { json.Element(table.name, Words(table.words)); });
+    json.End();
+    json.BeginArray("tableData");
+    image.ForEachBlock([&](const ShownBlock& block) { json.Element(Block(block)); });
+    json.End();
 }
 
-void WriteNames(const Image& image, StandardOutput& out) {
-    Elements names(out, "predefinedNames", '[', ']');
-    for (const auto& [name, value] : image.Names())
-        names.Add(Json({{"name", JsonText(name)}, {"number", value}}).dump());
-    names.End();
+void WriteNames(const Image& image, JsonOutput& json) {
+    json.BeginArray("predefinedNames");
+    for (const auto& [name, value] : image.Names()) json.Element({{"name", JsonText(name)}, {"number", value}});
+    json.End();
 }
 
 }  // namespace
 
 void DumpAsJson(const Image& image, StandardOutput& out) {
     const bool compiled = image.Kind() == ImageKind::kCompiled;
-    out.Write("{\"image\": " + Json(compiled ? "compiled" : "debug").dump());
-    out.Write(",\n\"version\": " + std::to_string(image.Info().dwVersion));
-    out.Write(",\n\"time\": " + std::to_string(image.Info().dwTime));
-    Elements sections(out, "sections", '[', ']');
-    image.ForEachSection([&](const ShownSection& section) { sections.Add(Section(section, compiled).dump()); });
-    sections.End();
+    JsonOutput json(out, "zek-dump/1");
+    json.Member("image", NameOf(image.Kind()));
+    json.Member("version", image.Info().dwVersion);
+    json.Member("time", image.Info().dwTime);
+    json.BeginArray("sections");
+    image.ForEachSection([&](const ShownSection& section) { json.Element(Section(section, compiled)); });
+    json.End();
     if (compiled) {
         // A valid image has no section of an unknown kind. Scripts look for the member.
-        out.Write(",\n\"unknownSections\": 0");
-        WriteTables(image, out);
+        json.Member("unknownSections", 0);
+        WriteTables(image, json);
     } else {
-        WriteNames(image, out);
+        WriteNames(image, json);
     }
-    out.Write("\n}\n");
+    json.Finish();
 }
 
 }  // namespace zek::tool

@@ -8,23 +8,20 @@ namespace {
 constexpr const char* kSensorKeys[] = {"ID",           "TYPE",         "THEORY",      "THRESHOLD_FH",
                                        "THRESHOLD_WH", "THRESHOLD_FL", "THRESHOLD_WL"};
 
-/// A text and the number that it stands for, if any.
-using Value = ShownMember;
-
 /// Reads the values of entries, which a compiled image holds as words and a debug image as the text of the source.
 class Values {
 public:
     explicit Values(const Image& image) : compiled_(image.Kind() == ImageKind::kCompiled), names_(image.Names()) {}
 
-    Value First(const ShownSection& section, const char* key) const {
+    ShownValue First(const ShownSection& section, const char* key) const {
         const ShownEntry* entry = section.Entry(key);
         if (!entry) return {};
         if (!compiled_) return Written(entry->value);
-        return entry->words.empty() ? Value() : OfWord(entry->words[0]);
+        return entry->words.empty() ? ShownValue() : OfWord(entry->words[0]);
     }
 
-    std::vector<Value> List(const ShownSection& section, const char* key) const {
-        std::vector<Value> values;
+    std::vector<ShownValue> List(const ShownSection& section, const char* key) const {
+        std::vector<ShownValue> values;
         const ShownEntry* entry = section.Entry(key);
         if (!entry) return values;
         for (const ShownWord& word : entry->words) values.push_back(OfWord(word));
@@ -38,13 +35,13 @@ public:
     }
 
 private:
-    static Value OfWord(const ShownWord& word) {
+    static ShownValue OfWord(const ShownWord& word) {
         if (word.number) return {std::to_string(*word.number), word.number};
         return {word.text.value_or(std::string()), {}};
     }
 
     /// A predefined name or a number of the source: hexadecimal after 0x, else decimal.
-    Value Written(const std::string& text) const {
+    ShownValue Written(const std::string& text) const {
         const auto name = names_.find(text);
         if (name != names_.end()) return {text, name->second};
         const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
@@ -62,17 +59,17 @@ ShownSensor Sensor(const Values& values, const ShownSection& section) {
     ShownSensor sensor;
     sensor.parent = values.First(section, "PARENT").text;
     sensor.name = values.First(section, "NAME").text;
-    sensor.id = values.First(section, "ID").id;
+    sensor.id = values.First(section, "ID").number;
     for (const char* key : kSensorKeys) {
-        if (section.Entry(key)) sensor.values.emplace_back(key, values.First(section, key).text);
+        if (section.Entry(key)) sensor.values.emplace_back(key, values.First(section, key));
     }
     return sensor;
 }
 
 ShownView View(const Values& values, const ShownSection& section) {
-    const Value id = values.First(section, "ID");
-    const Value parent = values.First(section, "PID");
-    return {values.First(section, "NAME").text, id.id, id.text, parent.id, parent.text,
+    const ShownValue id = values.First(section, "ID");
+    const ShownValue parent = values.First(section, "PID");
+    return {values.First(section, "NAME").text, id.number, id.text, parent.number, parent.text,
             values.List(section, "SENSORS")};
 }
 

@@ -15,18 +15,18 @@ struct ShownGroup {
     std::string parent;
 };
 
+/// A value: the text to show, and the number that it stands for, where it is one.
+struct ShownValue {
+    std::string text;
+    std::optional<unsigned> number;
+};
+
 struct ShownSensor {
     std::string parent;
     std::string name;
     std::optional<unsigned> id;
     /// ID, TYPE and the thresholds, as far as the sensor has them: key and value.
-    std::vector<std::pair<std::string, std::string>> values;
-};
-
-/// What a TAVRGROUP lists: the text to show and the ID, where it is a number.
-struct ShownMember {
-    std::string text;
-    std::optional<unsigned> id;
+    std::vector<std::pair<std::string, ShownValue>> values;
 };
 
 struct ShownView {
@@ -35,7 +35,7 @@ struct ShownView {
     std::string idText;
     std::optional<unsigned> parent;
     std::string parentText;
-    std::vector<ShownMember> sensors;
+    std::vector<ShownValue> sensors;  ///< the IDs that it lists
 };
 
 struct Hardware {

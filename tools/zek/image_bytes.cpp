@@ -57,6 +57,8 @@ bool BeginsWith(std::string_view bytes, std::string_view magic) {
 
 }  // namespace
 
+const char* NameOf(ImageKind kind) { return kind == ImageKind::kCompiled ? "compiled" : "debug"; }
+
 ImageKind KindOf(std::string_view bytes) {
     if (BeginsWith(bytes, "QUOR ZEK meta.")) return ImageKind::kCompiled;
     if (BeginsWith(bytes, "QUOR ZEK metaD.")) return ImageKind::kDebug;

@@ -13,6 +13,9 @@ namespace zek::tool {
 
 enum class ImageKind { kNone, kCompiled, kDebug };
 
+/// "compiled" or "debug". Static.
+const char* NameOf(ImageKind kind);
+
 /// Told by the first 16 bytes.
 ImageKind KindOf(std::string_view bytes);
 

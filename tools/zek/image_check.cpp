@@ -6,17 +6,15 @@ namespace zek::tool {
 namespace {
 
 template <class Finding>
-std::string Told(const Finding& finding) {
-    const std::string place = finding.Place();
-    return place + (place.empty() ? "" : ": ") + finding.Sentence() + " (" + NameOf(finding.code) + " at byte " +
-           std::to_string(finding.offset) + ')';
+ImageFault FaultOf(const Finding& finding) {
+    return {finding.Place(), finding.Sentence(), NameOf(finding.code), static_cast<std::size_t>(finding.offset)};
 }
 
 /// The same function for findings of both kinds; empty where nobody wants to see them.
 template <class Finding>
 std::function<void(const Finding&)> Telling(const ShowNote& showNote) {
     if (!showNote) return nullptr;
-    return [&showNote](const Finding& note) { showNote(Told(note)); };
+    return [&showNote](const Finding& note) { showNote(FaultOf(note)); };
 }
 
 ImageSize CheckCompiledImage(const std::string& file, std::string_view bytes, const ShowNote& showNote) {
@@ -29,19 +27,24 @@ ImageSize CheckCompiledImage(const std::string& file, std::string_view bytes, co
 
 }  // namespace
 
-Failure NoImage(const std::string& file, const std::string& why) { return Failure(kNoImage, file + ": " + why); }
+std::string ImageFault::Told() const {
+    return place + (place.empty() ? "" : ": ") + sentence + " (" + code + " at byte " + std::to_string(offset) + ')';
+}
+
+NoImage::NoImage(const std::string& file, ImageFault fault)
+    : Failure(kNoImage, file + ": " + fault.Told()), fault_(std::move(fault)) {}
 
 ImageView OpenCompiledImage(const std::string& file, std::string_view bytes) {
     ImageFinding failure;
     const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
     std::optional<ImageView> view = ImageView::Open({data, bytes.size()}, &failure);
-    if (!view) throw NoImage(file, Told(failure));
+    if (!view) throw NoImage(file, FaultOf(failure));
     return *std::move(view);
 }
 
 DebugCheck CheckedDebugImage(const std::string& file, std::string_view bytes, const ShowNote& showNote) {
     const DebugCheck check = CheckDebugImage(bytes, Telling<DebugFinding>(showNote));
-    if (check.failure) throw NoImage(file, Told(*check.failure));
+    if (check.failure) throw NoImage(file, FaultOf(*check.failure));
     return check;
 }
 
@@ -53,7 +56,7 @@ ImageSize CheckImage(ImageKind kind, const std::string& file, std::string_view b
 
 ImageKind RequireKind(const std::string& file, std::string_view bytes) {
     const ImageKind kind = KindOf(bytes);
-    if (kind == ImageKind::kNone) throw NoImage(file, "is neither a compiled nor a debug image (bad-magic at byte 0)");
+    if (kind == ImageKind::kNone) throw NoImage(file, {"", "is neither a compiled nor a debug image", "bad-magic", 0});
     return kind;
 }
 

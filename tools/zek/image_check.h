@@ -14,11 +14,29 @@
 
 namespace zek::tool {
 
-/// Why a file is no valid image.
-Failure NoImage(const std::string& file, const std::string& why);
+/// What the verification found, for people and for scripts.
+struct ImageFault {
+    std::string place;     ///< such as "section 12 [SENSOR], entry 3, word 1"; may be empty
+    std::string sentence;  ///< what is wrong there
+    std::string code;      ///< such as "bad-magic"
+    std::size_t offset = 0;
+
+    /// All of it in one line.
+    std::string Told() const;
+};
+
+/// A file is no valid image.
+class NoImage : public Failure {
+public:
+    NoImage(const std::string& file, ImageFault fault);
+    const ImageFault& Fault() const { return fault_; }
+
+private:
+    ImageFault fault_;
+};
 
 /// Shows what is odd in an image that is valid all the same.
-using ShowNote = std::function<void(const std::string&)>;
+using ShowNote = std::function<void(const ImageFault&)>;
 
 // Each throws NoImage for an image that is not valid, with the place, what is wrong, the code and the offset. The bytes
 // are those of the file, which must outlive the view.

@@ -24,7 +24,8 @@ constexpr char kTreeExample[] =
     "  zek tree board.zki\n"
     "\n"
     "Groups stand under their parents with their sensors, TAVRGROUPs with the sensors that they list. A debug image\n"
-    "shows numbers as they were written in the source, a compiled image their values.";
+    "shows numbers as they were written in the source, a compiled image their values. In JSON groups and TAVRGROUPs\n"
+    "come in the same order, each with its depth.";
 
 struct ShowOptions {
     std::string image;
@@ -46,23 +47,25 @@ int RunDump(const ShowOptions& options) {
 int RunTree(const ShowOptions& options) {
     const Image image(options.image);
     StandardOutput out;
-    WriteTree(HardwareOf(image), out);
+    if (options.json) {
+        WriteTreeAsJson(image.Kind(), HardwareOf(image), out);
+    } else {
+        WriteTree(HardwareOf(image), out);
+    }
     out.Finish();
     return kFine;
 }
 
-Run PrepareDump(Words& words) {
+Run Prepare(Words& words, int (*run)(const ShowOptions&)) {
     const auto options = std::make_shared<ShowOptions>();
     words.File("IMAGE", options->image, "The image");
     words.Flag("--json", options->json, "As JSON");
-    return [options] { return RunDump(*options); };
+    return [options, run] { return run(*options); };
 }
 
-Run PrepareTree(Words& words) {
-    const auto options = std::make_shared<ShowOptions>();
-    words.File("IMAGE", options->image, "The image");
-    return [options] { return RunTree(*options); };
-}
+Run PrepareDump(Words& words) { return Prepare(words, RunDump); }
+
+Run PrepareTree(Words& words) { return Prepare(words, RunTree); }
 
 }  // namespace
 

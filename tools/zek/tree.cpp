@@ -1,34 +1,21 @@
-#include "tree.h"
-
 #include <algorithm>
 #include <functional>
 #include <unordered_map>
 
-#include "printable.h"
+#include "tree_writer.h"
 
 namespace zek::tool {
 namespace {
 
-/// Deeper lines are not indented further but begin with their depth, or a long chain of parents would make an endless
-/// output.
-constexpr std::size_t kDeepest = 40;
-
 constexpr std::size_t kRoot = static_cast<std::size_t>(-1);
 constexpr std::size_t kNobody = static_cast<std::size_t>(-2);
-
-std::string Indented(std::size_t depth, const std::string& text) {
-    if (depth <= kDeepest) return std::string(2 * depth, ' ') + text + '\n';
-    return std::string(2 * kDeepest, ' ') + '(' + std::to_string(depth) + ") " + text + '\n';
-}
-
-std::string Assigned(const std::string& key, const std::string& value) { return ' ' + key + '=' + Printable(value); }
 
 /// Nodes that name their parents, walked from the top. `parents` holds a position, kRoot, or kNobody for a parent that
 /// does not exist.
 class Forest {
 public:
-    /// Shows one node at a depth; the note says what is wrong with its parent, if anything.
-    using Show = std::function<void(std::size_t node, std::size_t depth, const char* note)>;
+    /// Shows one node at a depth, and what is wrong with its parent.
+    using Show = std::function<void(std::size_t node, std::size_t depth, ParentFault fault)>;
 
     explicit Forest(std::vector<std::size_t> parents) : parents_(std::move(parents)), children_(parents_.size()) {
         for (std::size_t node = 0; node < parents_.size(); ++node) {
@@ -39,26 +26,26 @@ public:
     void Walk(const Show& show) {
         shown_.assign(parents_.size(), false);
         for (std::size_t node = 0; node < parents_.size(); ++node) {
-            if (parents_[node] == kRoot) From(node, "", show);
+            if (parents_[node] == kRoot) From(node, ParentFault::kNone, show);
         }
         for (std::size_t node = 0; node < parents_.size(); ++node) {
-            if (parents_[node] == kNobody) From(node, ", which does not exist", show);
+            if (parents_[node] == kNobody) From(node, ParentFault::kMissing, show);
         }
         // What is left has a parent and hangs on none of the above: it is its own ancestor, or hangs on one that is.
         for (std::size_t node = 0; node < parents_.size(); ++node) {
-            if (!shown_[node]) From(OnCircle(node), ", which it is an ancestor of", show);
+            if (!shown_[node]) From(OnCircle(node), ParentFault::kCircle, show);
         }
     }
 
 private:
-    void From(std::size_t top, const char* note, const Show& show) {
+    void From(std::size_t top, ParentFault fault, const Show& show) {
         std::vector<std::pair<std::size_t, std::size_t>> waiting = {{top, 0}};
         while (!waiting.empty()) {
             const auto [node, depth] = waiting.back();
             waiting.pop_back();
             if (shown_[node]) continue;
             shown_[node] = true;
-            show(node, depth, depth == 0 ? note : "");
+            show(node, depth, depth == 0 ? fault : ParentFault::kNone);
             for (auto child = children_[node].rbegin(); child != children_[node].rend(); ++child) {
                 waiting.emplace_back(*child, depth + 1);
             }
@@ -95,7 +82,7 @@ std::size_t PositionOf(const Positions<Key>& positions, const Key& key) {
 
 class Tree {
 public:
-    Tree(const Hardware& hardware, StandardOutput& out) : hardware_(hardware), out_(out) {
+    Tree(const Hardware& hardware, TreeWriter& writer) : hardware_(hardware), writer_(writer) {
         for (std::size_t i = 0; i < hardware.groups.size(); ++i) groups_.try_emplace(hardware.groups[i].name, i);
         for (std::size_t i = 0; i < hardware.views.size(); ++i) {
             if (hardware.views[i].id) views_.try_emplace(*hardware.views[i].id, i);
@@ -105,62 +92,45 @@ public:
         }
     }
 
-    void WriteGroups() {
-        std::vector<std::vector<std::size_t>> members(hardware_.groups.size());
-        std::vector<std::size_t> homeless;
-        for (std::size_t i = 0; i < hardware_.sensors.size(); ++i) {
-            const std::size_t group = PositionOf(groups_, hardware_.sensors[i].parent);
-            (group == kNobody ? homeless : members[group]).push_back(i);
+    void ShowGroups() {
+        std::vector<std::vector<const ShownSensor*>> members(hardware_.groups.size());
+        std::vector<const ShownSensor*> homeless;
+        for (const ShownSensor& sensor : hardware_.sensors) {
+            const std::size_t group = PositionOf(groups_, sensor.parent);
+            (group == kNobody ? homeless : members[group]).push_back(&sensor);
         }
         std::vector<std::size_t> parents;
         for (const ShownGroup& group : hardware_.groups) {
             parents.push_back(group.parent == "0" ? kRoot : PositionOf(groups_, group.parent));
         }
-        Forest(std::move(parents)).Walk([&](std::size_t node, std::size_t depth, const char* note) {
-            WriteGroup(hardware_.groups[node], depth, note);
-            for (const std::size_t sensor : members[node]) WriteSensor(hardware_.sensors[sensor], depth + 1, false);
+        Forest(std::move(parents)).Walk([&](std::size_t node, std::size_t depth, ParentFault fault) {
+            writer_.Group(hardware_.groups[node], depth, fault, members[node]);
         });
-        for (const std::size_t sensor : homeless) WriteSensor(hardware_.sensors[sensor], 0, true);
+        writer_.Homeless(homeless);
     }
 
-    void WriteViews() {
+    void ShowViews() {
         std::vector<std::size_t> parents;
         for (const ShownView& view : hardware_.views) {
             const bool top = !view.parent || *view.parent == 0;
             parents.push_back(top ? kRoot : PositionOf(views_, *view.parent));
         }
-        Forest(std::move(parents)).Walk([&](std::size_t node, std::size_t depth, const char* note) {
-            WriteView(hardware_.views[node], depth, note);
+        Forest(std::move(parents)).Walk([&](std::size_t node, std::size_t depth, ParentFault fault) {
+            const ShownView& view = hardware_.views[node];
+            std::vector<const ShownSensor*> sensors;
+            for (const ShownValue& member : view.sensors) sensors.push_back(SensorOf(member));
+            writer_.View(view, depth, fault, sensors);
         });
     }
 
 private:
-    void WriteGroup(const ShownGroup& group, std::size_t depth, const std::string& note) {
-        std::string text = "GROUP " + Quoted(group.name);
-        if (!note.empty()) text += " (PARENT " + Quoted(group.parent) + note + ')';
-        out_.Write(Indented(depth, text));
-    }
-
-    void WriteSensor(const ShownSensor& sensor, std::size_t depth, bool homeless) {
-        std::string text = "SENSOR " + Quoted(sensor.name);
-        for (const auto& [key, value] : sensor.values) text += Assigned(key, value);
-        if (homeless) text += " (PARENT " + Quoted(sensor.parent) + ", which does not exist)";
-        out_.Write(Indented(depth, text));
-    }
-
-    void WriteView(const ShownView& view, std::size_t depth, const std::string& note) {
-        std::string text = "TAVRGROUP " + Quoted(view.name) + Assigned("ID", view.idText);
-        if (!note.empty()) text += " (PID " + Printable(view.parentText) + note + ')';
-        out_.Write(Indented(depth, text));
-        for (const ShownMember& member : view.sensors) {
-            const std::size_t sensor = member.id ? PositionOf(sensors_, *member.id) : kNobody;
-            const std::string name = sensor == kNobody ? "(does not exist)" : Quoted(hardware_.sensors[sensor].name);
-            out_.Write(Indented(depth + 1, "SENSOR " + name + Assigned("ID", member.text)));
-        }
+    const ShownSensor* SensorOf(const ShownValue& member) const {
+        const std::size_t sensor = member.number ? PositionOf(sensors_, *member.number) : kNobody;
+        return sensor == kNobody ? nullptr : &hardware_.sensors[sensor];
     }
 
     const Hardware& hardware_;
-    StandardOutput& out_;
+    TreeWriter& writer_;
     Positions<std::string> groups_;
     Positions<unsigned> views_;
     Positions<unsigned> sensors_;
@@ -168,10 +138,10 @@ private:
 
 }  // namespace
 
-void WriteTree(const Hardware& hardware, StandardOutput& out) {
-    Tree tree(hardware, out);
-    tree.WriteGroups();
-    tree.WriteViews();
+void WalkTree(const Hardware& hardware, TreeWriter& writer) {
+    Tree tree(hardware, writer);
+    tree.ShowGroups();
+    tree.ShowViews();
 }
 
 }  // namespace zek::tool

@@ -3,6 +3,7 @@
 
 #include "command.h"
 #include "image_check.h"
+#include "json_output.h"
 #include "memory_file.h"
 #include "printable.h"
 #include "streams.h"
@@ -21,26 +22,62 @@ constexpr char kVerifyExample[] =
 struct VerifyOptions {
     std::vector<std::string> images;
     bool notes = false;  ///< show what is odd, too
+    bool json = false;
 };
 
-void Verify(const std::string& file, bool showNotes, StandardOutput& out) {
+/// What there is to say of an image that is valid.
+struct Verdict {
+    ImageKind kind;
+    ImageSize size;
+};
+
+Verdict Verify(const std::string& file, const ShowNote& showNote) {
     const std::string bytes = ReadFile(file);
     const ImageKind kind = RequireKind(file, bytes);
-    const std::string name = Printable(file) + ": ";
-    ShowNote showNote;
-    if (showNotes) showNote = [&](const std::string& note) { out.Write(name + "note: " + Printable(note) + '\n'); };
-    const ImageSize size = CheckImage(kind, file, bytes, showNote);
-    out.Write(name + "ok: " + (kind == ImageKind::kCompiled ? "compiled" : "debug") + " image, " +
-              Counted(size.sections, "section", "sections") + ", " + Counted(size.entries, "entry", "entries") + ", " +
-              Counted(size.notes, "note", "notes") + '\n');
+    return {kind, CheckImage(kind, file, bytes, showNote)};
 }
 
-int RunVerify(const VerifyOptions& options) {
+void WriteVerdict(const std::string& file, bool showNotes, StandardOutput& out) {
+    const std::string name = Printable(file) + ": ";
+    ShowNote showNote;
+    if (showNotes) {
+        showNote = [&](const ImageFault& note) { out.Write(name + "note: " + Printable(note.Told()) + '\n'); };
+    }
+    const auto [kind, size] = Verify(file, showNote);
+    out.Write(name + "ok: " + NameOf(kind) + " image, " + Counted(size.sections, "section", "sections") + ", " +
+              Counted(size.entries, "entry", "entries") + ", " + Counted(size.notes, "note", "notes") + '\n');
+}
+
+Json Fault(const ImageFault& fault) {
+    return {{"place", fault.place}, {"text", fault.sentence}, {"code", fault.code}, {"offset", fault.offset}};
+}
+
+/// Of a valid image its size, of another one what is wrong; what ends the command is told on standard error too.
+void AddVerdict(const std::string& file, bool showNotes, Json& json) {
+    Json notes = Json::array();
+    ShowNote showNote;
+    if (showNotes) showNote = [&](const ImageFault& note) { notes.push_back(Fault(note)); };
+    try {
+        const auto [kind, size] = Verify(file, showNote);
+        json["valid"] = true;
+        json["image"] = NameOf(kind);
+        json["sections"] = size.sections;
+        json["entries"] = size.entries;
+        json["noteCount"] = size.notes;
+        if (showNotes) json["notes"] = std::move(notes);
+    } catch (const NoImage& failure) {
+        json["valid"] = false;
+        json["fault"] = Fault(failure.Fault());
+        throw;
+    }
+}
+
+int RunVerifyAsText(const VerifyOptions& options) {
     StandardOutput out;
     int worst = kFine;
     for (const std::string& file : options.images) {
         const int code = Guarded([&] {
-            Verify(file, options.notes, out);
+            WriteVerdict(file, options.notes, out);
             return static_cast<int>(kFine);
         });
         // At once, so that the lines of both streams come in the order of the images.
@@ -50,11 +87,32 @@ int RunVerify(const VerifyOptions& options) {
     return worst;
 }
 
+int RunVerifyAsJson(const VerifyOptions& options) {
+    StandardOutput out;
+    JsonOutput all(out, "zek-verify/1");
+    all.BeginArray("images");
+    int worst = kFine;
+    for (const std::string& file : options.images) {
+        Json json = {{"file", JsonText(file)}};
+        const int code = Guarded([&] {
+            AddVerdict(file, options.notes, json);
+            return static_cast<int>(kFine);
+        });
+        json["exitCode"] = code;
+        all.Element(json);
+        worst = std::max(worst, code);
+    }
+    all.End();
+    all.Finish();
+    return worst;
+}
+
 Run PrepareVerify(Words& words) {
     const auto options = std::make_shared<VerifyOptions>();
     words.Files("IMAGE", options->images, "The images");
     words.Flag("--notes", options->notes, "Show each note");
-    return [options] { return RunVerify(*options); };
+    words.Flag("--json", options->json, "As JSON");
+    return [options] { return options->json ? RunVerifyAsJson(*options) : RunVerifyAsText(*options); };
 }
 
 }  // namespace
