@@ -120,6 +120,20 @@ unsigned RSEnumItem(void* section, unsigned index, char* key, unsigned* keySize,
     return 1;
 }
 
+unsigned RSPeekItem(void* section, unsigned index, const char** key, unsigned* keySize, const char** value,
+                    unsigned* valueSize, unsigned* line) {
+    if (!section) return 0;
+    const auto* const owner = static_cast<const Section*>(section);
+    const ItemTexts* const item = owner->file->ItemAt(*owner, index);
+    if (!item) return 0;
+    *key = item->key.begin;
+    *keySize = item->key.size;
+    *value = item->value.begin;
+    *valueSize = item->value.size;
+    *line = item->line;
+    return 1;
+}
+
 void* RSFindSEction(void* file, const std::string& name) {
     return file ? static_cast<SectionFile*>(file)->FindSection(name) : nullptr;
 }

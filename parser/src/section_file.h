@@ -82,7 +82,7 @@ private:
     // Deques: they grow without copying or spare room, and the section handles stay where they are.
     std::deque<Section> sections_;
     std::deque<Item> items_;
-    // The position of the item that was asked for last: callers ask for its sizes, then for its texts.
+    // The position of the item that was asked for last: most callers ask for its sizes, then for its texts.
     std::uint32_t asked_ = 0xFFFFFFFF;
     ItemTexts texts_{};
 };

@@ -19,6 +19,8 @@ namespace {
 constexpr char kEnumSection[] = "RSEnumSection";
 constexpr char kGetSectInfo[] = "RSGetSectInfo";
 constexpr char kEnumItem[] = "RSEnumItem";
+/// Of our own parser library, beside the functions that every one has.
+constexpr char kPeekItem[] = "RSPeekItem";
 constexpr char kParserPath[] = "/usr/tavr/lib/libzekrsparser.so.0";
 
 /// A function of the parser library, or null; a null library means the process's global scope.
@@ -60,6 +62,7 @@ private:
 using EnumSection = void*(void*, unsigned);
 using GetSectInfo = unsigned(void*, char*, unsigned*, unsigned*);
 using EnumItem = unsigned(void*, unsigned, char*, unsigned*, char*, unsigned*, unsigned*);
+using PeekItem = unsigned(void*, unsigned, const char**, unsigned*, const char**, unsigned*, unsigned*);
 
 // Each asks a function of the parser library, and gives 0 where that is null because the library lacks it.
 void* TakeSection(EnumSection* enumSection, void* file, unsigned index) {
@@ -88,6 +91,16 @@ unsigned TakeItem(EnumItem* enumItem, void* section, unsigned index, std::string
     keyText.CopyTo(key);
     valueText.CopyTo(value);
     return 1;
+}
+
+/// What gives the texts of items without copying them, or null. Where the functions are those of the process, another
+/// library may come before ours and give the handles; ours cannot read these.
+PeekItem* LookForPeek(void* library) {
+    const auto baseOf = [library](const char* name) -> const void* {
+        Dl_info info;
+        return dladdr(dlsym(library, name), &info) ? info.dli_fbase : nullptr;
+    };
+    return baseOf(kPeekItem) == baseOf(kEnumItem) ? Look<PeekItem>(library, kPeekItem) : nullptr;
 }
 
 /// A function that is asked for many times while a file is read. It is looked up until it is found and then kept: done
@@ -127,7 +140,8 @@ public:
         : file_(file),
           enumSection_(library, kEnumSection),
           getSectInfo_(library, kGetSectInfo),
-          enumItem_(library, kEnumItem) {}
+          enumItem_(library, kEnumItem),
+          peekItem_(LookForPeek(library)) {}
 
     /// Reads every section; gives their number.
     unsigned ReadSections(void* handle) {
@@ -144,17 +158,31 @@ private:
         const ReadingLargeModel reading;
         CZEKSection* section = CZEKSection::Create(file_, name, line);
         if (!section) return LOG(kCreateSectionFailed, index + 1, name.c_str());
-        for (unsigned item = 0; TakeItem(enumItem_, handle, item, key_, value_, line = 0); ++item) {
+        for (unsigned item = 0; ReadItem(handle, item, line = 0); ++item) {
             if (section->SetEntry(file_, key_, value_, line)) continue;
             LOG(kAddItemFailed, item + 1, name.c_str());
             LOG(kEntryIgnored, section->GetFile(0).c_str(), line, section->m_strName.c_str(), key_.c_str());
         }
     }
 
+    /// Takes the item into the key and the value.
+    unsigned ReadItem(void* section, unsigned index, unsigned& line) {
+        if (!peekItem_) return TakeItem(enumItem_, section, index, key_, value_, line);
+        const char* key;
+        const char* value;
+        unsigned keySize;
+        unsigned valueSize;
+        if (!peekItem_(section, index, &key, &keySize, &value, &valueSize, &line)) return 0;
+        key_.assign(key, keySize - 1);
+        value_.assign(value, valueSize - 1);
+        return 1;
+    }
+
     const std::string& file_;
     Kept<EnumSection> enumSection_;
     Kept<GetSectInfo> getSectInfo_;
     Kept<EnumItem> enumItem_;
+    PeekItem* peekItem_;
     std::string key_;
     std::string value_;
 };

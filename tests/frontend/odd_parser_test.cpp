@@ -1,3 +1,4 @@
+#include <dlfcn.h>
 #include <new>
 
 #include "frontend/parse.h"
@@ -35,6 +36,14 @@ TEST_F(OddParser, IsAskedForTheSizesFirstAndThenForTheTexts) {
               "EnumItem 0 null 0 null 0\nEnumItem 0 buffer 5 buffer 4\n"
               "EnumItem 1 null 0 null 0\nEnumItem 1 buffer 0 buffer 0\n"
               "EnumSection main.zek 1\nCloseFile main.zek\n");
+}
+
+TEST_F(OddParser, IsAskedItselfThoughAnotherCouldGiveItemsWithoutCopying) {
+    ASSERT_NE(dlopen(ZEK_OWN_PARSER, RTLD_NOW | RTLD_GLOBAL), nullptr) << dlerror();
+    ASSERT_NE(dlsym(RTLD_DEFAULT, "RSPeekItem"), nullptr);
+    Read({{"GROUP", 1, {{"NAME", "abc", 2}}}});
+    EXPECT_NE(Calls().find("EnumItem 0 buffer 5 buffer 4\n"), std::string::npos);
+    EXPECT_EQ(TakeMessages(), "Parse::No more sections(total = 1).\n");
 }
 
 TEST_F(OddParser, IsPassedANullFileWithoutAStart) {

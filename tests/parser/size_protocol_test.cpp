@@ -125,6 +125,31 @@ TEST_F(SizeProtocol, OneItemBufferTooSmallKeepsTheOtherSize) {
     EXPECT_EQ(valueSize_, 99u);
 }
 
+TEST_F(SizeProtocol, PeekedItemStandsInTheFile) {
+    const char* key = nullptr;
+    const char* value = nullptr;
+    EXPECT_EQ(RSPeekItem(section_, 0, &key, &size_, &value, &valueSize_, &line_), 1u);
+    EXPECT_EQ(std::string(key, size_), std::string("NAME\0", 5));
+    EXPECT_EQ(std::string(value, valueSize_), std::string("Speed\0", 6));
+    EXPECT_EQ(line_, 3u);
+    const char* again = nullptr;
+    EXPECT_EQ(RSPeekItem(section_, 1, &again, &size_, &value, &valueSize_, &line_), 1u);
+    EXPECT_EQ(std::string(again, size_), std::string("flag\0", 5));
+    EXPECT_EQ(std::string(value, valueSize_), std::string("\0", 1));
+    EXPECT_EQ(line_, 4u);
+    EXPECT_STREQ(key, "NAME");
+}
+
+TEST_F(SizeProtocol, NothingIsPeekedPastTheLastItemAndForANullHandle) {
+    const char* text = buffer_;
+    for (void* section : {section_, RSEnumSection(file_, 1), static_cast<void*>(nullptr)}) {
+        EXPECT_EQ(RSPeekItem(section, 2, &text, &size_, &text, &valueSize_, &line_), 0u);
+    }
+    EXPECT_EQ(text, buffer_);
+    EXPECT_EQ(size_, 0u);
+    EXPECT_EQ(line_, 77u);
+}
+
 TEST_F(SizeProtocol, ItemsEndAfterTheLast) {
     for (const unsigned index : {2u, 3u, 0x7FFFFFFFu, 0xFFFFFFFFu}) {
         SCOPED_TRACE(index);
