@@ -8,4 +8,5 @@
 #include "zekcomp/image.h"
 #include "zekcomp/image_view.h"
 #include "zekcomp/output.h"
+#include "zekcomp/predefined.h"
 #include "zekcomp/records.h"

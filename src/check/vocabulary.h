@@ -7,6 +7,7 @@
 #include <string>
 
 #include "zekcomp/api.h"
+#include "zekcomp/predefined.h"
 #include "zekcomp/records.h"
 
 /// The operators and their codes; comparisons from 101 on.
@@ -16,19 +17,8 @@ extern ZEK_API const std::array<tagNTMAP, 17> g_NTMapOper;
 /// model is destroyed.
 extern ZEK_API std::map<std::string, unsigned> g_tblPreDefine;
 
-/// Whether the text is a number: "0x" or "0X" and hexadecimal digits, else decimal with an optional sign; at most 10
-/// characters; what follows the digits is ignored. Stores the low 32 bits, also when they are 0 and the text fails for
-/// not beginning with a written 0; a text that is too long stores nothing.
-ZEK_API unsigned StringToLong(const std::string& text, unsigned int* value);
-
 /// The code of an operator, or 0.
 ZEK_API unsigned GetOperator(const std::string& text);
-
-/// Defines a name; the last definition wins.
-ZEK_API void AddPredDefineValue(const std::string& name, unsigned int value);
-
-/// Stores the value of a predefined name and gives 1; else gives 0 and leaves `value` as it was.
-ZEK_API unsigned GetPreDefinedValue(const std::string& name, unsigned int* value);
 
 namespace zek {
 

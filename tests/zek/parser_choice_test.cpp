@@ -69,6 +69,13 @@ TEST_F(ZekParserChoice, AnotherMakersLibraryServesWithANote) {
                                "b.zek:6: error: [GLOBAL]:G_X, Value operator type(no) is invalid.\n"
                                "b.zek: 3 errors\n");
     EXPECT_EQ(Zek({"compile", "a.zek", "-o", "a.zek"}, Installed(ZEK_FOREIGN_PARSER)).code, 2);
+
+    const Result depends = Zek({"compile", "a.zek", "--depfile", "d"}, Installed(ZEK_FOREIGN_PARSER));
+    EXPECT_EQ(depends.code, 2);
+    EXPECT_TRUE(
+        depends.err.ends_with("zek: --depfile: another maker's parser library does not tell which files it reads\n"))
+        << depends.err;
+    EXPECT_FALSE(std::filesystem::exists("d"));
 }
 
 }  // namespace

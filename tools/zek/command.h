@@ -28,6 +28,14 @@ public:
     /// An option with a number from 1 on.
     virtual void Count(const std::string& names, const std::string& type, std::size_t& place,
                        const std::string& help) = 0;
+    /// An option with any text; the second may be given several times.
+    virtual void Text(const std::string& names, const std::string& type, std::string& place,
+                      const std::string& help) = 0;
+    virtual void Texts(const std::string& names, const std::string& type, std::vector<std::string>& place,
+                       const std::string& help) = 0;
+    /// An option whose value is one of these words.
+    virtual void Choice(const std::string& names, const std::string& type, const std::vector<std::string>& words,
+                        std::string& place, const std::string& help) = 0;
     virtual void Flag(const std::string& names, bool& place, const std::string& help) = 0;
 };
 

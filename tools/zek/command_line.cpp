@@ -28,6 +28,16 @@ std::string WhyNoCount(const std::string& text) {
     return number && text[0] != '0' ? "" : text + " is not a number from 1 to 999999999";
 }
 
+/// Tells what is wrong with a text that is none of these words; empty for one of them.
+std::function<std::string(std::string&)> OneOf(const std::vector<std::string>& words) {
+    return [words](const std::string& text) -> std::string {
+        if (std::find(words.begin(), words.end(), text) != words.end()) return {};
+        std::string all;
+        for (const std::string& word : words) all += (all.empty() ? "" : ", ") + word;
+        return text + " is none of " + all;
+    };
+}
+
 /// The words of one command, told to the command-line library.
 class CommandWords : public Words {
 public:
@@ -48,15 +58,26 @@ public:
     }
     void FileOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
                      const std::string& help) override {
-        command_
-            .add_option_function<std::string>(
-                names, [&place](const std::string& name) { place.push_back(name); }, help)
-            ->type_name(type)
-            ->trigger_on_parse();
+        Texts(names, type, place, help);
     }
     void Count(const std::string& names, const std::string& type, std::size_t& place,
                const std::string& help) override {
         command_.add_option(names, place, help)->check(CLI::Validator(WhyNoCount, ""))->type_name(type);
+    }
+    void Text(const std::string& names, const std::string& type, std::string& place, const std::string& help) override {
+        command_.add_option(names, place, help)->type_name(type);
+    }
+    void Texts(const std::string& names, const std::string& type, std::vector<std::string>& place,
+               const std::string& help) override {
+        command_
+            .add_option_function<std::string>(
+                names, [&place](const std::string& text) { place.push_back(text); }, help)
+            ->type_name(type)
+            ->trigger_on_parse();
+    }
+    void Choice(const std::string& names, const std::string& type, const std::vector<std::string>& words,
+                std::string& place, const std::string& help) override {
+        command_.add_option(names, place, help)->check(CLI::Validator(OneOf(words), ""))->type_name(type);
     }
     void Flag(const std::string& names, bool& place, const std::string& help) override {
         command_.add_flag(names, place, help);

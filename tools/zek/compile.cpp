@@ -1,15 +1,19 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <optional>
 
+#include "c_array.h"
 #include "command.h"
+#include "definitions.h"
+#include "dependency_file.h"
 #include "failure.h"
 #include "image_bytes.h"
-#include "memory_file.h"
 #include "output_file.h"
 #include "parser_library.h"
 #include "paths.h"
@@ -18,6 +22,8 @@
 #include "source_index.h"
 #include "source_reading.h"
 #include "streams.h"
+#include "time_stamp.h"
+#include "written_image.h"
 #include "zekcomp/compiler.h"
 
 namespace zek::tool {
@@ -28,6 +34,8 @@ constexpr char kCompileExample[] =
     "  zek compile board.zek -o out/board.zki -g out/board.zkd -I common\n"
     "\n"
     "Both images are written whole or not at all; where something is wrong, those that are there stay as they are.\n"
+    "A SOURCE of - is standard input, an IMAGE of - standard output. With the variable SOURCE_DATE_EPOCH, or with\n"
+    "--timestamp, which comes first, the same source always gives the same bytes.\n"
     "An include is looked for beside the file that includes it, in the current folder, in the folders of -I in their\n"
     "order, then among the files that come with zek (zek/words.zek).";
 constexpr char kCheckExample[] =
@@ -36,17 +44,24 @@ constexpr char kCheckExample[] =
     "\n"
     "Each source is checked by itself. The exit code is that of the worst one.";
 
+constexpr char kEmitImage[] = "image";
+constexpr char kEmitC[] = "c";
+
 /// What both commands take.
 struct SourceOptions {
     std::vector<std::string> includes;
+    std::vector<std::string> definitions;
     std::size_t mostFiles = 10000;  ///< how many files one compilation may read
     ReportOptions report;
 };
 
 struct CompileOptions : SourceOptions {
     std::string source;
-    std::string image;       ///< where the compiled image goes; empty for the default
-    std::string debugImage;  ///< where the debug image goes; empty for the default
+    std::string image;         ///< where the compiled image goes; empty for the default
+    std::string debugImage;    ///< where the debug image goes; empty for the default
+    std::string dependencies;  ///< where the dependency file goes; empty for nowhere
+    std::string timeStamp;     ///< seconds; empty for the environment's or the library's
+    std::string emit = kEmitImage;
 };
 
 struct CheckOptions : SourceOptions {
@@ -105,6 +120,7 @@ struct CheckedSource {
 CheckedSource Check(const std::string& source, const SourceOptions& options) {
     RequireReadable(source);
     const ParserLibrary parser = RequireParser(source, options);
+    Define(options.definitions);
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()), options.mostFiles);
     if (!gccCompStart(source)) {
         const std::string why = parser.HasHook() ? WhyRefused(MainSource(source)) : "the parser library refuses it";
@@ -124,32 +140,59 @@ CheckedSource Check(const std::string& source, const SourceOptions& options) {
     return checked;
 }
 
+/// A source of - is standard input.
+std::string PathOfSource(const std::string& source) { return source == "-" ? "/dev/stdin" : source; }
+
+/// Where an image goes that was not given a name.
 std::string WithExtension(const std::string& source, const std::string& extension) {
+    if (source == "-") throw Failure(kUsageOrFiles, "standard input has no name for its images: give -o and -g");
     return std::filesystem::path(MainSource(source)).replace_extension(extension).string();
 }
 
-/// Throws Failure where a target is a source or both are one file. A character device such as /dev/null may be both.
-void RequireDistinct(const Target& image, const Target& debug, const std::vector<SourceFile>& files) {
-    const bool device = image.stands && S_ISCHR(image.info.st_mode);
-    if (IsSameFile(image, debug) && !device) {
-        throw Failure(kUsageOrFiles, "both images would go to the same file: " + image.name + " and " + debug.name);
+/// Where the outputs of one compilation go.
+struct Targets {
+    explicit Targets(const CompileOptions& options)
+        : image(
+              TargetOf(options.image.empty() ? WithExtension(options.source, ImageExtension(options)) : options.image)),
+          debug(TargetOf(options.debugImage.empty() ? WithExtension(options.source, ".zkd") : options.debugImage)) {
+        if (!options.dependencies.empty()) dependencies = TargetOf(options.dependencies);
     }
-    for (const Target* target : {&image, &debug}) {
-        for (const SourceFile& file : files) {
-            if (!target->stands || target->info.st_dev != file.device || target->info.st_ino != file.inode) continue;
-            throw Failure(kUsageOrFiles, "the image would replace a source: " + target->name);
-        }
+
+    Target image;
+    Target debug;
+    std::optional<Target> dependencies;
+
+private:
+    static const char* ImageExtension(const CompileOptions& options) { return options.emit == kEmitC ? ".c" : ".zki"; }
+};
+
+/// Throws Failure where both are one file. A character device such as /dev/null may be both.
+void RequireDistinct(const char* both, const Target& first, const Target& second) {
+    if (!IsSameFile(first, second) || (first.stands && S_ISCHR(first.info.st_mode))) return;
+    throw Failure(kUsageOrFiles,
+                  std::string(both) + " would go to the same file: " + first.name + " and " + second.name);
+}
+
+void RequireDistinct(const Targets& targets) {
+    RequireDistinct("both images", targets.image, targets.debug);
+    if (!targets.dependencies) return;
+    for (const Target* image : {&targets.image, &targets.debug}) {
+        RequireDistinct("an image and the dependency file", *image, *targets.dependencies);
     }
 }
 
-/// What an output call of the library writes. It does not examine its own write errors, so the bytes are examined here.
-std::string Written(unsigned (*output)(const std::string&), bool (*isWhole)(std::string_view)) {
-    const MemoryFile file;
-    const bool written = output(file.Name());
-    std::string bytes = file.Bytes();
-    if (written && isWhole(bytes)) return bytes;
-    throw Failure(kUsageOrFiles,
-                  "cannot hold the image in memory: it was cut short after " + std::to_string(bytes.size()) + " bytes");
+/// Throws Failure where a target is a source.
+void RequireNoSource(const char* what, const Target& target, const std::vector<SourceFile>& files) {
+    for (const SourceFile& file : files) {
+        if (!target.stands || target.info.st_dev != file.device || target.info.st_ino != file.inode) continue;
+        throw Failure(kUsageOrFiles, std::string(what) + " would replace a source: " + target.name);
+    }
+}
+
+void RequireNoSource(const Targets& targets, const std::vector<SourceFile>& files) {
+    RequireNoSource("the image", targets.image, files);
+    RequireNoSource("the image", targets.debug, files);
+    if (targets.dependencies) RequireNoSource("the dependency file", *targets.dependencies, files);
 }
 
 void AddMainSource(const std::string& source, std::vector<SourceFile>& files) {
@@ -184,32 +227,79 @@ int CheckInChild(const std::string& source, const SourceOptions& options) {
     return CodeOf(status, source);
 }
 
+/// What the dependency file says. A pipe or a device is nothing that a later run could compare.
+std::string Dependencies(const Targets& targets, const std::vector<SourceFile>& files) {
+    if (!ServingParser().HasHook()) {
+        throw Failure(kUsageOrFiles, "--depfile: another maker's parser library does not tell which files it reads");
+    }
+    std::vector<std::string> outputs;
+    for (const Target* target : {&targets.image, &targets.debug}) {
+        if (!target->direct) outputs.push_back(target->name);
+    }
+    std::vector<std::string> inputs;
+    for (const SourceFile& file : files) {
+        struct stat info {};
+        const bool regular = stat(file.path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+        if (regular && std::find(inputs.begin(), inputs.end(), file.path) == inputs.end()) inputs.push_back(file.path);
+    }
+    return DependencyRules(outputs, inputs);
+}
+
+/// Both images as they are to be written.
+struct Images {
+    std::string image;
+    std::string debug;
+};
+
+Images ImagesOf(const CompileOptions& options, std::optional<unsigned> timeStamp) {
+    Images images;
+    images.debug = WrittenImage(gccOutputD, IsWholeDebugImage);
+    images.image = WrittenImage(gccOutput, IsWholeCompiledImage);
+    if (timeStamp) {
+        for (std::string* bytes : {&images.debug, &images.image}) SetTimeStamp(*bytes, *timeStamp);
+    }
+    if (options.emit == kEmitC) {
+        const bool named = !options.image.empty() && options.image != "-";
+        images.image = AsCArray(ArrayName(named ? options.image : PathOfSource(options.source)), images.image);
+    }
+    return images;
+}
+
 int RunCompile(const CompileOptions& options) {
-    const std::string& source = options.source;
+    const std::string source = PathOfSource(options.source);
+    const std::optional<unsigned> timeStamp = WantedTimeStamp(options.timeStamp);
     RequireReadable(source);
-    const Target image = TargetOf(options.image.empty() ? WithExtension(source, ".zki") : options.image);
-    const Target debug = TargetOf(options.debugImage.empty() ? WithExtension(source, ".zkd") : options.debugImage);
-    RequireDistinct(image, debug, {});
+    const Targets targets(options);
+    RequireDistinct(targets);
     const Compilation compilation;
     CheckedSource checked = Check(source, options);
     AddMainSource(source, checked.files);
-    RequireDistinct(image, debug, checked.files);
+    RequireNoSource(targets, checked.files);
     if (!checked.valid) return kSourceHasErrors;
-    const std::string debugBytes = Written(gccOutputD, IsWholeDebugImage);
-    const std::string imageBytes = Written(gccOutput, IsWholeCompiledImage);
-    WriteTogether({{image, imageBytes}, {debug, debugBytes}});
+    const Images images = ImagesOf(options, timeStamp);
+    std::vector<OutputFile> files = {{targets.image, images.image}, {targets.debug, images.debug}};
+    std::string dependencies;
+    if (targets.dependencies) {
+        dependencies = Dependencies(targets, checked.files);
+        files.push_back({*targets.dependencies, dependencies});
+    }
+    WriteTogether(files);
     return kFine;
 }
 
 int RunCheck(const CheckOptions& options) {
     int worst = kFine;
-    for (const std::string& source : options.sources) worst = std::max(worst, CheckInChild(source, options));
+    for (const std::string& source : options.sources)
+        worst = std::max(worst, CheckInChild(PathOfSource(source), options));
     return worst;
 }
 
 void AddSourceOptions(Words& words, SourceOptions& options) {
     words.FileOptions("-I,--include", "DIR", options.includes,
                       "Look for includes in this folder too; may be given several times");
+    words.Texts("-D,--define", "NAME=VALUE", options.definitions,
+                "Define a word before the source is read; a definition in the source comes before it; may be given "
+                "several times");
     words.Count("--max-files", "N", options.mostFiles,
                 "Read so many files at most for one source, each as often as it is included; default: " +
                     std::to_string(options.mostFiles));
@@ -224,6 +314,14 @@ Run PrepareCompile(Words& words) {
                      "The compiled image; default: SOURCE with .zki for its extension");
     words.FileOption("-g,--debug-image", "DEBUG", options->debugImage,
                      "The debug image; default: SOURCE with .zkd for its extension");
+    words.Choice(
+        "--emit", "FORM", {kEmitImage, kEmitC}, options->emit,
+        "The compiled image as it is (image), or as an array in a source of C (c), then by default with .c for "
+        "its extension; default: image");
+    words.FileOption("--depfile", "FILE", options->dependencies,
+                     "Also write which files were read, for Make and Ninja; only where the images are written");
+    words.Text("--timestamp", "SECONDS", options->timeStamp,
+               "The time stamp of both images, in seconds since 1970; default: SOURCE_DATE_EPOCH, else now");
     AddSourceOptions(words, *options);
     return [options] { return RunCompile(*options); };
 }

@@ -43,6 +43,11 @@ int Finish(int descriptor, bool direct) {
 }
 
 void WriteDirectly(const OutputFile& file) {
+    if (file.target.path.empty()) {
+        const int error = WriteAll(STDOUT_FILENO, file.bytes);
+        if (error) throw SystemFailure("cannot write to standard output", error);
+        return;
+    }
     // A file that has no name left, as behind /dev/stdout, is emptied first; for the others that means nothing.
     const int descriptor = open(file.target.path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0) throw CannotWrite(file.target, errno);
@@ -130,6 +135,11 @@ void PlaceAll(std::vector<Replacement>& replacements) {
 Target TargetOf(const std::string& name) {
     Target target;
     target.name = name;
+    if (name == "-") {
+        target.direct = true;
+        target.stands = fstat(STDOUT_FILENO, &target.info) == 0;
+        return target;
+    }
     target.path = Followed(name);
     if (name.empty()) throw CannotWrite(target, ENOENT);
     target.stands = stat(name.c_str(), &target.info) == 0;

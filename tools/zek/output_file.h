@@ -12,13 +12,14 @@ namespace zek::tool {
 /// Where a file is to go.
 struct Target {
     std::string name;  ///< as the user gave it
-    std::string path;  ///< the file to replace: a symbolic link is followed, so that the link stays
+    std::string path;  ///< the file to replace: a symbolic link is followed, so that the link stays; empty: see below
     bool stands = false;
     bool direct = false;  ///< a device or a pipe: written directly, never replaced
     struct stat info {};  ///< valid when it stands
 };
 
-/// Looks where a name leads. Throws Failure for a directory, for an empty name and for a folder that is missing.
+/// Looks where a name leads; "-" is standard output, which has no path. Throws Failure for a directory, for an empty
+/// name and for a folder that is missing.
 Target TargetOf(const std::string& name);
 
 /// Whether two targets are one file.

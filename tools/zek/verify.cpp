@@ -5,6 +5,7 @@
 #include "image_check.h"
 #include "json_output.h"
 #include "memory_file.h"
+#include "pair_check.h"
 #include "printable.h"
 #include "streams.h"
 
@@ -17,12 +18,18 @@ constexpr char kVerifyExample[] =
     "\n"
     "Reads all of each image, compiled or debug, and says that it is ok, or what is wrong where: section and entry,\n"
     "the reason, a code for scripts, the offset in bytes. The exit code is that of the worst image. Notes count what\n"
-    "is odd but valid. An IMAGE of - is standard input.";
+    "is odd but valid. An IMAGE of - is standard input.\n"
+    "\n"
+    "  zek verify --pair board.zki board.zkd\n"
+    "\n"
+    "says whether the compiled image is what the debug image compiles to, time stamps aside, and ends with 1 where\n"
+    "it is not.";
 
 struct VerifyOptions {
     std::vector<std::string> images;
     bool notes = false;  ///< show what is odd, too
     bool json = false;
+    bool pair = false;  ///< the images are a compiled and a debug image; compare them
 };
 
 /// What there is to say of an image that is valid.
@@ -107,12 +114,21 @@ int RunVerifyAsJson(const VerifyOptions& options) {
     return worst;
 }
 
+int RunVerify(const VerifyOptions& options) {
+    if (options.pair && (options.json || options.notes)) {
+        throw Failure(kUsageOrFiles, "--pair goes neither with --json nor with --notes");
+    }
+    if (options.pair) return VerifyPair(options.images);
+    return options.json ? RunVerifyAsJson(options) : RunVerifyAsText(options);
+}
+
 Run PrepareVerify(Words& words) {
     const auto options = std::make_shared<VerifyOptions>();
     words.Files("IMAGE", options->images, "The images");
     words.Flag("--notes", options->notes, "Show each note");
     words.Flag("--json", options->json, "As JSON");
-    return [options] { return options->json ? RunVerifyAsJson(*options) : RunVerifyAsText(*options); };
+    words.Flag("--pair", options->pair, "Tell whether two images, IMAGE and DEBUG, are of one compilation");
+    return [options] { return RunVerify(*options); };
 }
 
 }  // namespace

@@ -1,0 +1,61 @@
+#include "definitions.h"
+
+#include <string_view>
+
+#include "failure.h"
+#include "zekcomp/predefined.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr std::string_view kDecimal = "0123456789";
+constexpr std::string_view kHexadecimal = "0123456789abcdefABCDEF";
+
+Failure Wrong(const std::string& definition, const std::string& why) {
+    return Failure(kUsageOrFiles, "-D " + definition + ": " + why);
+}
+
+/// Whether all of a text is a number; the library's own reading passes over what follows the digits.
+bool IsNumberAlone(std::string_view text) {
+    std::string_view digits = kDecimal;
+    if (text.starts_with("0x") || text.starts_with("0X")) {
+        text.remove_prefix(2);
+        digits = kHexadecimal;
+    } else if (text.starts_with('-') || text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    return !text.empty() && text.find_first_not_of(digits) == text.npos;
+}
+
+unsigned ValueOf(const std::string& definition, const std::string& text) {
+    unsigned value = 0;
+    if (text.empty() || GetPreDefinedValue(text, &value)) return value;
+    // The number 0 with a sign, or of more than ten digits, is none of the language.
+    if (!IsNumberAlone(text) || !StringToLong(text, &value)) {
+        throw Wrong(definition, text + " is neither a number nor a word defined before");
+    }
+    return value;
+}
+
+/// A name that could not stand as a key would be found by no value either.
+void RequireName(const std::string& definition, const std::string& name) {
+    if (name.empty()) throw Wrong(definition, "the name is missing");
+    if (kDecimal.find(name[0]) != kDecimal.npos) throw Wrong(definition, "a word must not begin with a digit");
+    if (name.find_first_of(" \t\n\v\f\r,;\"[]") != name.npos) {
+        throw Wrong(definition, "a word has no blanks and none of , ; \" [ ]");
+    }
+}
+
+}  // namespace
+
+void Define(const std::vector<std::string>& definitions) {
+    for (const std::string& definition : definitions) {
+        const std::size_t sign = definition.find('=');
+        if (sign == definition.npos) throw Wrong(definition, "is not NAME=VALUE");
+        const std::string name = definition.substr(0, sign);
+        RequireName(definition, name);
+        AddPredDefineValue(name, ValueOf(definition, definition.substr(sign + 1)));
+    }
+}
+
+}  // namespace zek::tool

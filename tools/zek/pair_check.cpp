@@ -1,0 +1,83 @@
+#include "pair_check.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "debug_view.h"
+#include "failure.h"
+#include "image_bytes.h"
+#include "image_check.h"
+#include "memory_file.h"
+#include "messages.h"
+#include "printable.h"
+#include "streams.h"
+#include "time_stamp.h"
+#include "written_image.h"
+#include "zekcomp/compiler.h"
+
+namespace zek::tool {
+namespace {
+
+std::string WithoutTimeStamp(std::string image) {
+    SetTimeStamp(image, 0);
+    return image;
+}
+
+/// The debug image as long as it is loaded.
+struct Loaded {
+    Loaded(std::string_view debug, bool lacksFileList) { LoadDebugImage(debug, lacksFileList); }
+    ~Loaded() { UnloadDebugImage(); }
+    Loaded(const Loaded&) = delete;
+    Loaded& operator=(const Loaded&) = delete;
+};
+
+/// What is different, or nothing.
+std::string WhyNoPair(std::string_view image, std::string_view debug, bool lacksFileList) {
+    const Loaded loaded(debug, lacksFileList);
+    const std::string compiled = WithoutTimeStamp(WrittenImage(gccOutput, IsWholeCompiledImage));
+    const std::string given = WithoutTimeStamp(std::string(image));
+    // It has nothing to say that the images do not show.
+    TakeMessages();
+    if (compiled == given) return {};
+    const auto [at, other] = std::mismatch(given.begin(), given.end(), compiled.begin(), compiled.end());
+    return "the debug image compiles to " + std::to_string(compiled.size()) + " bytes, the compiled image has " +
+           std::to_string(given.size()) + ", and they differ from byte " + std::to_string(at - given.begin()) + " on";
+}
+
+struct NamedImage {
+    std::string file;
+    std::string bytes;
+    ImageKind kind;
+};
+
+NamedImage ReadImage(const std::string& file) {
+    NamedImage image = {file, ReadFile(file), ImageKind::kNone};
+    image.kind = RequireKind(file, image.bytes);
+    return image;
+}
+
+}  // namespace
+
+int VerifyPair(const std::vector<std::string>& images) {
+    if (images.size() != 2) throw Failure(kUsageOrFiles, "--pair takes two images, IMAGE and DEBUG");
+    NamedImage image = ReadImage(images[0]);
+    NamedImage debug = ReadImage(images[1]);
+    if (image.kind == debug.kind) {
+        throw Failure(kUsageOrFiles, "--pair takes a compiled and a debug image, and both are of one kind: " +
+                                         image.file + " and " + debug.file);
+    }
+    if (image.kind == ImageKind::kDebug) std::swap(image, debug);
+    OpenCompiledImage(image.file, image.bytes);
+    const DebugCheck check = CheckedDebugImage(debug.file, debug.bytes);
+    const std::string why = WhyNoPair(image.bytes, debug.bytes, check.lacksFileList);
+    if (!why.empty()) {
+        throw Failure(kSourceHasErrors, image.file + " and " + debug.file + " do not belong together: " + why);
+    }
+    StandardOutput out;
+    out.Write(Printable(image.file) + " and " + Printable(debug.file) + ": ok: they belong together\n");
+    out.Finish();
+    return kFine;
+}
+
+}  // namespace zek::tool

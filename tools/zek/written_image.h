@@ -1,0 +1,13 @@
+/// What the output calls of the library write, as bytes. Relies on memory_file.h.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zek::tool {
+
+/// What `output` writes, such as `gccOutput`. It does not examine its own write errors, so the bytes are examined here
+/// by `isWhole`, such as IsWholeCompiledImage. Throws Failure where they are not whole.
+std::string WrittenImage(unsigned (*output)(const std::string&), bool (*isWhole)(std::string_view));
+
+}  // namespace zek::tool
