@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <vector>
 
 #include "check/cross_references.h"
 #include "check/messages.h"
 #include "check/vocabulary.h"
+#include "model/hash.h"
 #include "model/output.h"
 #include "model/section_kinds.h"
 
@@ -101,11 +103,13 @@ constexpr std::size_t kFew = 64;
 
 /// A slot for a key, by its length and its end: the beginnings of keys are alike.
 std::uint8_t SlotOf(std::string_view key) {
-    auto slot = static_cast<unsigned>(key.size());
-    for (const char character : key.substr(key.size() - std::min<std::size_t>(key.size(), 4))) {
-        slot = slot * 37 + static_cast<unsigned char>(character);
+    std::uint32_t end = 0;
+    if (key.size() >= sizeof end) {
+        std::memcpy(&end, key.data() + key.size() - sizeof end, sizeof end);
+    } else {
+        for (const char character : key) end = end << 8 | static_cast<unsigned char>(character);
     }
-    return static_cast<std::uint8_t>(slot ^ (slot >> 8));
+    return static_cast<std::uint8_t>((end + key.size()) * kGoldenRatio >> 56);
 }
 
 /// Whether few entries have no key twice. Most sections are no larger, and this needs no memory.
