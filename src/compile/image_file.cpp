@@ -20,23 +20,33 @@ namespace zek {
 
 namespace {
 
-/// Appends sections to the image as they come, with the counts before them brought up to date.
+/// Appends sections to the image as they come, each count once it is known.
 class WrittenSections : public CompiledSections {
 public:
     explicit WrittenSections(ByteWriter& out) : out_(out), sectionsAt_(out.Position()) { out.U32(0); }
 
     void Section(unsigned identifier) override {
-        out_.SetU32(sectionsAt_, ++sections_);
+        CountEntries();
+        ++sections_;
         out_.Words({identifier, 0});
         entriesAt_ = out_.Position() - 4;
         entries_ = 0;
     }
     void Entry(const tagGCENTRY& entry) override {
-        out_.SetU32(entriesAt_, ++entries_);
+        ++entries_;
         out_.Words({entry.dwName, static_cast<unsigned>(entry.vdwValues.size())}, entry.vdwValues);
+    }
+    /// To be called behind the last entry.
+    void End() {
+        CountEntries();
+        out_.SetU32(sectionsAt_, sections_);
     }
 
 private:
+    void CountEntries() {
+        if (sections_ > 0) out_.SetU32(entriesAt_, entries_);
+    }
+
     ByteWriter& out_;
     std::size_t sectionsAt_;
     std::size_t entriesAt_ = 0;
@@ -71,6 +81,7 @@ ByteBuffer ImageOf(Put&& put) {
     PutFileHeader(out, kImageMagic, ZEK_VERSION, kImageBody);
     WrittenSections sections(out);
     put(sections);
+    sections.End();
     PutTables(out);
     return image;
 }
