@@ -7,7 +7,7 @@ namespace {
 class ZekUsage : public ZekTest {};
 
 TEST_F(ZekUsage, HelpOfEveryCommandHasAnExample) {
-    for (const std::string command : {"compile", "check", "verify", "dump", "tree", "fmt"}) {
+    for (const std::string command : {"compile", "check", "verify", "dump", "tree", "fmt", "decompile"}) {
         SCOPED_TRACE(command);
         const Result help = Zek({command, "--help"});
         EXPECT_EQ(help.code, 0);
@@ -21,8 +21,9 @@ TEST_F(ZekUsage, HelpNamesTheCommandsAndTheExitCodes) {
     const Result help = Zek({"--help"});
     EXPECT_EQ(help.code, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* text : {"\n  compile ", "\n  check ", "\n  verify ", "\n  dump ", "\n  tree ", "\n  fmt ",
-                             "Example:\n  zek compile ", "0 fine, 1 the source has errors, 2 wrong command line"}) {
+    for (const char* text :
+         {"\n  compile ", "\n  check ", "\n  verify ", "\n  dump ", "\n  tree ", "\n  fmt ", "\n  decompile ",
+          "Example:\n  zek compile ", "0 fine, 1 the source has errors, 2 wrong command line"}) {
         EXPECT_NE(help.out.find(text), std::string::npos) << text << "\n" << help.out;
     }
 }

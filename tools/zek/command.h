@@ -59,5 +59,6 @@ extern const CommandSpec kVerifyCommand;
 extern const CommandSpec kDumpCommand;
 extern const CommandSpec kTreeCommand;
 extern const CommandSpec kFmtCommand;
+extern const CommandSpec kDecompileCommand;
 
 }  // namespace zek::tool

@@ -4,7 +4,7 @@ namespace zek::tool {
 
 const std::vector<CommandSpec>& Commands() {
     static const std::vector<CommandSpec> commands = {kCompileCommand, kCheckCommand, kVerifyCommand, kDumpCommand,
-                                                      kTreeCommand, kFmtCommand};
+                                                      kTreeCommand, kFmtCommand, kDecompileCommand};
     return commands;
 }
 

@@ -1,5 +1,4 @@
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <algorithm>
 #include <cerrno>
@@ -9,6 +8,7 @@
 #include <optional>
 
 #include "c_array.h"
+#include "child.h"
 #include "command.h"
 #include "definitions.h"
 #include "dependency_file.h"
@@ -207,24 +207,10 @@ int CheckInThisProcess(const std::string& source, const SourceOptions& options) 
     return Check(source, options).valid ? kFine : kSourceHasErrors;
 }
 
-/// The exit code of a child; a signal that ended it is told.
-int CodeOf(int status, const std::string& source) {
-    if (WIFEXITED(status)) return WEXITSTATUS(status);
-    Tell("zek: the check of " + Printable(source) + " was ended by a signal: " + strsignal(WTERMSIG(status)) + '\n');
-    return kUsageOrFiles;
-}
-
 /// The library's order of kinds and its list of files outlive a compilation, so each source gets a process as fresh as
 /// this one still is.
 int CheckInChild(const std::string& source, const SourceOptions& options) {
-    const pid_t child = fork();
-    if (child < 0) throw SystemFailure("cannot start a process");
-    if (child == 0) _exit(Guarded([&] { return CheckInThisProcess(source, options); }));
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0) {
-        if (errno != EINTR) throw SystemFailure("cannot wait for a process");
-    }
-    return CodeOf(status, source);
+    return RunInChild("the check of " + source, [&] { return CheckInThisProcess(source, options); });
 }
 
 /// What the dependency file says. A pipe or a device is nothing that a later run could compare.

@@ -44,10 +44,7 @@ ShownWord Shown(unsigned word, const ImageValue& value) {
 
 /// The key as it stood in the source; the identifier itself where it names nothing.
 std::string KeyOf(const ImageView& view, unsigned id, unsigned kind) {
-    const unsigned ordinal = id & kIdOrdinalMask;
-    if ((id & kIdClassMask) == kIdKeyword && ordinal < std::size(kKeywords) && kKeywords[ordinal]) {
-        return kKeywords[ordinal];
-    }
+    if (const char* keyword = KeywordOf(id)) return keyword;
     const ImageValue value = view.Resolve(id);
     if (value.kind != ImageValue::Kind::kText) return Hexadecimal(id);
     const std::string name(value.text);
@@ -75,6 +72,11 @@ ShownSection Shown(const ImageView& view, ImageView::Section section, unsigned i
 }
 
 }  // namespace
+
+const char* KeywordOf(unsigned id) {
+    const unsigned ordinal = id & kIdOrdinalMask;
+    return (id & kIdClassMask) == kIdKeyword && ordinal < std::size(kKeywords) ? kKeywords[ordinal] : nullptr;
+}
 
 void ForEachCompiledSection(const ImageView& view, unsigned position,
                             const std::function<void(const ShownSection&)>& show) {

@@ -8,6 +8,9 @@
 
 namespace zek::tool {
 
+/// The keyword of a name identifier, such as "PARENT"; null where there is none.
+const char* KeywordOf(unsigned id);
+
 /// Those of one kind: a position in kSectionKeywords.
 void ForEachCompiledSection(const ImageView& view, unsigned position,
                             const std::function<void(const ShownSection&)>& show);

@@ -2,6 +2,7 @@
 /// sections too, which the library does not restore. Relies on debug_fields.h.
 #pragma once
 
+#include <compare>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -14,7 +15,7 @@ struct SourceSpot {
     std::uint32_t file = 0;  ///< position in the list of source files
     std::uint32_t line = 0;  ///< from 1
 
-    bool operator==(const SourceSpot&) const = default;
+    auto operator<=>(const SourceSpot&) const = default;
 };
 
 struct DebugEntry {

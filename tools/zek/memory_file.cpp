@@ -44,7 +44,7 @@ int AppendAll(int descriptor, std::string& bytes) {
 }
 
 /// The same, with too little memory as one more error.
-int Append(int descriptor, std::string& bytes) {
+int AppendRest(int descriptor, std::string& bytes) {
     try {
         return AppendAll(descriptor, bytes);
     } catch (const std::bad_alloc&) {
@@ -59,17 +59,21 @@ MemoryFile::MemoryFile() : descriptor_(memfd_create("zek", MFD_CLOEXEC)) {
 }
 
 MemoryFile::MemoryFile(std::string_view bytes) : MemoryFile() {
-    if (const int error = WriteAll(descriptor_, bytes)) throw SystemFailure(kWhat, error);
+    Append(bytes);
 }
 
 MemoryFile::~MemoryFile() { close(descriptor_); }
 
 std::string MemoryFile::Name() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
 
+void MemoryFile::Append(std::string_view bytes) const {
+    if (const int error = WriteAll(descriptor_, bytes)) throw SystemFailure(kWhat, error);
+}
+
 std::string MemoryFile::Bytes() const {
     if (lseek(descriptor_, 0, SEEK_SET) < 0) throw SystemFailure(kWhat);
     std::string bytes;
-    if (const int error = Append(descriptor_, bytes)) throw SystemFailure(kWhat, error);
+    if (const int error = AppendRest(descriptor_, bytes)) throw SystemFailure(kWhat, error);
     return bytes;
 }
 
@@ -78,7 +82,7 @@ std::string ReadFile(const std::string& name) {
     const int descriptor = standard ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0) throw SystemFailure("cannot read " + name);
     std::string bytes;
-    const int error = Append(descriptor, bytes);
+    const int error = AppendRest(descriptor, bytes);
     if (!standard) close(descriptor);
     if (error) throw SystemFailure("cannot read " + name, error);
     return bytes;

@@ -18,6 +18,8 @@ public:
 
     /// The name, valid in this process while the object lives.
     std::string Name() const;
+    /// Adds bytes behind those that are there; throws Failure.
+    void Append(std::string_view bytes) const;
     /// All bytes; throws Failure.
     std::string Bytes() const;
 

@@ -1,0 +1,300 @@
+// Sources made of images, each compiled again and compared.
+#include "boards/boards.h"
+#include "yardstick/generated_source.h"
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+class DecompileTest : public ZekTest {
+protected:
+    /// Compiles a source in a folder, as one who stands in it; false where it is not valid.
+    static bool Compile(const std::string& folder, const std::string& source, const std::string& stem) {
+        const auto before = std::filesystem::current_path();
+        std::filesystem::current_path(folder);
+        const Result result = Zek({"compile", source, "-o", before / (stem + ".zki"), "-g", before / (stem + ".zkd")});
+        std::filesystem::current_path(before);
+        return result.code == 0;
+    }
+
+    /// The main source, relative to the folder made of an image.
+    static std::string Decompiled(const std::string& image, const std::string& folder) {
+        const Result result = Zek({"decompile", image, "-o", folder});
+        EXPECT_EQ(result.code, 0);
+        EXPECT_EQ(result.err, "");
+        EXPECT_TRUE(result.out.starts_with(folder + '/')) << result.out;
+        EXPECT_TRUE(result.out.ends_with('\n')) << result.out;
+        if (result.code != 0) return {};
+        return result.out.substr(folder.size() + 1, result.out.size() - folder.size() - 2);
+    }
+
+    /// The image whose source was decompiled from `from` and compiled again as `to`, against the one that there was.
+    static void ExpectSameAgain(const std::string& from, const std::string& extension) {
+        std::filesystem::remove_all("again");
+        const std::string main = Decompiled(from + extension, "again");
+        ASSERT_NE(main, "");
+        ASSERT_TRUE(Compile("again", main, "made"));
+        ASSERT_EQ(WithoutTime(Read("made.zki")), WithoutTime(Read(from + ".zki")));
+    }
+
+    static void ExpectSameOfBoth(const std::string& stem) {
+        ExpectSameAgain(stem, ".zkd");
+        ExpectSameAgain(stem, ".zki");
+    }
+
+    /// A source that has what every valid one needs, and more.
+    static std::string Sound(const std::string& more) { return "[DEFINE]\nCALL = 3\nNO = 0\nFIVE = 5\n" + more; }
+    static std::string Group(const std::string& name, const std::string& parent) {
+        return "[GROUP]\nPARENT = " + parent + "\nNAME = " + name + "\nCHILDGROUP = 0\n";
+    }
+    static std::string Sensor(const std::string& name, const std::string& id) {
+        return "[SENSOR]\nPARENT = g\nNAME = " + name + "\nID = " + id +
+               "\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 0\nVALUE = NO\n";
+    }
+    static std::string View(const std::string& id, const std::string& pid, const std::string& sensors,
+                            const std::string& more = "") {
+        return "[TAVRGROUP]\nNAME = v" + id + "\nID = " + id + "\nPID = " + pid + "\nSENSORS = " + sensors + '\n' +
+               more;
+    }
+};
+
+class DecompiledSource : public DecompileTest, public testing::WithParamInterface<unsigned> {};
+
+TEST_P(DecompiledSource, CompilesToTheSameImages) {
+    constexpr unsigned kSeeds = 60;
+    unsigned valid = 0;
+    unsigned sameDebug = 0;
+    for (unsigned seed = GetParam() * kSeeds; seed < (GetParam() + 1) * kSeeds; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::filesystem::remove_all("source");
+        std::filesystem::create_directories("source/dir");
+        for (const auto& [name, text] : FilesToWrite(seed)) Write("source/" + name, text);
+        if (!Compile("source", "main.zek", "first")) continue;
+        ++valid;
+        ExpectSameAgain("first", ".zkd");
+        sameDebug += WithoutTime(Read("made.zkd")) == WithoutTime(Read("first.zkd"));
+        ExpectSameAgain("first", ".zki");
+        if (HasFailure()) return;
+    }
+    EXPECT_GE(valid, 5U);
+    EXPECT_GE(sameDebug, valid / 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(Shard, DecompiledSource, testing::Range(0U, 4U));
+
+class DecompiledShape : public DecompileTest, public testing::WithParamInterface<std::string> {};
+
+TEST_P(DecompiledShape, CompilesToTheSameImages) {
+    Write("main.zek", bench::ZekSource(GetParam(), 40));
+    ASSERT_TRUE(Compile(".", "main.zek", "first"));
+    ExpectSameOfBoth("first");
+    ExpectSameAgain("first", ".zkd");
+    EXPECT_EQ(WithoutTime(Read("made.zkd")), WithoutTime(Read("first.zkd")));
+}
+
+std::vector<std::string> SoundShapes() {
+    std::vector<std::string> shapes;
+    for (const std::string_view name : bench::ShapeNames()) {
+        if (name != "errors") shapes.emplace_back(name);
+    }
+    return shapes;
+}
+
+INSTANTIATE_TEST_SUITE_P(Shape, DecompiledShape, testing::ValuesIn(SoundShapes()), [](const auto& row) {
+    std::string name;
+    for (const char c : row.param) name += std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+    return name;
+});
+
+class ZekDecompile : public DecompileTest {};
+
+TEST_F(ZekDecompile, PutsEverythingOnItsLineOfItsFile) {
+    std::filesystem::create_directory("source");
+    Write("source/main.zek", "; words\n\n[INCLUDE]\nFILE = sub\\words.zek\n[PROPERTY]\n\na=b ; c\nc = 1,\" x\"\n");
+    std::filesystem::create_directory("source/sub");
+    Write("source/sub/words.zek", "[DEFINE]\nA = 0x10\n[INCLUDE]\nFILE = empty.zek\n");
+    Write("source/sub/empty.zek", "; nothing\n");
+    ASSERT_TRUE(Compile("source", "main.zek", "first"));
+    EXPECT_EQ(Decompiled("first.zkd", "made"), "main.zek");
+    EXPECT_EQ(Read("made/main.zek"), "\n\n[INCLUDE]\nFILE = \"sub\\words.zek\"\n[PROPERTY]\n\na = \"b\"\nc = \"1\"\n");
+    EXPECT_EQ(Read("made/sub/words.zek"), "[DEFINE]\nA = \"16\"\n[INCLUDE]\nFILE = \"empty.zek\"\n");
+    EXPECT_EQ(Read("made/sub/empty.zek"), "");
+    ASSERT_TRUE(Compile("made", "main.zek", "again"));
+    EXPECT_EQ(Dump(WithoutTime(Read("again.zkd"))), Dump(WithoutTime(Read("first.zkd"))));
+}
+
+TEST_F(ZekDecompile, ShowsASingleFile) {
+    Write("a.zek", "[PROPERTY]\na = b\n");
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    const Result debug = Zek({"decompile", "a.zkd"});
+    EXPECT_EQ(debug.code, 0);
+    EXPECT_EQ(debug.out, "[PROPERTY]\na = \"b\"\n");
+    EXPECT_EQ(debug.err, "");
+    Setting setting;
+    setting.in = "a.zki";
+    const Result image = Zek({"decompile", "-"}, setting);
+    EXPECT_EQ(image.code, 0);
+    EXPECT_TRUE(image.out.starts_with("; Made of a compiled image")) << image.out;
+    EXPECT_TRUE(image.out.ends_with("\n\n[PROPERTY]\na = \"b\"\n")) << image.out;
+    EXPECT_EQ(image.err, "");
+}
+
+TEST_F(ZekDecompile, SourceWithoutSectionsIsEmpty) {
+    Write("a.zek", "; nothing\n");
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    const Result result = Zek({"decompile", "a.zkd"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.out, "");
+    ExpectSameOfBoth("a");
+}
+
+TEST_F(ZekDecompile, SeveralFilesNeedAFolder) {
+    Write("a.zek", "[INCLUDE]\nFILE = b.zek\n");
+    Write("b.zek", "");
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    const Result result = Zek({"decompile", "a.zkd"});
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "zek: the source has 2 files and needs a folder for them: -o DIR\n");
+}
+
+TEST_F(ZekDecompile, WritesNothingOutsideOfItsFolder) {
+    std::filesystem::create_directories("source/boards");
+    Write("source/common.zek", "[DEFINE]\nA = 1\n");
+    const std::string absolute = std::filesystem::absolute("source/words.zek");
+    Write("source/words.zek", "[DEFINE]\nB = 2\n");
+    Write("source/boards/a.zek",
+          "[INCLUDE]\nFILE = ../common.zek\n[INCLUDE]\nFILE = " + absolute + "\n[PROPERTY]\na = b\n");
+    ASSERT_TRUE(Compile("source/boards", std::filesystem::absolute("source/boards/a.zek"), "first"));
+    std::filesystem::rename("source", "gone");
+    std::filesystem::create_directory("deep");
+    const std::string main = Decompiled("first.zkd", "deep/made");
+    EXPECT_EQ(main, "a.zek");
+    EXPECT_EQ(Names("deep"), Strings{"made"});
+    EXPECT_EQ(Names(), (Strings{"deep", "first.zkd", "first.zki", "gone"}));
+    EXPECT_EQ(Read("deep/made/common.zek"), "[DEFINE]\nA = \"1\"\n");
+    EXPECT_EQ(Read("deep/made/a.zek"), "[INCLUDE]\nFILE = \"common.zek\"\n[INCLUDE]\nFILE = \"" + absolute.substr(1) +
+                                           "\"\n[PROPERTY]\na = \"b\"\n");
+    ASSERT_TRUE(Compile("deep/made", main, "again"));
+    EXPECT_EQ(WithoutTime(Read("again.zki")), WithoutTime(Read("first.zki")));
+}
+
+TEST_F(ZekDecompile, FollowsNoLinkInItsFolder) {
+    std::filesystem::create_directories("source/sub");
+    Write("source/a.zek", "[INCLUDE]\nFILE = sub/b.zek\n");
+    Write("source/sub/b.zek", "[PROPERTY]\na = b\n");
+    ASSERT_TRUE(Compile("source", "a.zek", "a"));
+    std::filesystem::create_directories("made");
+    std::filesystem::create_directories("elsewhere");
+    std::filesystem::create_directory_symlink("../elsewhere", "made/sub");
+    const Result result = Zek({"decompile", "a.zkd", "-o", "made"});
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.err, "zek: cannot enter made/sub: Not a directory\n");
+    EXPECT_EQ(Names("elsewhere"), Strings{});
+    EXPECT_EQ(Names("made"), Strings{"sub"});
+}
+
+TEST_F(ZekDecompile, ReplacesNoFile) {
+    Write("a.zek", "[PROPERTY]\na = b\n");
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    const Result result = Zek({"decompile", "a.zkd", "-o", "."});
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "zek: cannot write ./a.zek: File exists\n");
+    EXPECT_EQ(Read("a.zek"), "[PROPERTY]\na = b\n");
+    // But for one that is the same.
+    EXPECT_EQ(Zek({"decompile", "a.zkd", "-o", "made"}).code, 0);
+    EXPECT_EQ(Zek({"decompile", "a.zkd", "-o", "made"}).code, 0);
+}
+
+TEST_F(ZekDecompile, TakesTheValueThatAWordHadWhenItWasRead) {
+    // A is 1 in the table; the check converts its text again, when B is 2.
+    Write("a.zek", "[DEFINE]\nB = 1\nA = B\n[DEFINE]\nB = 2\n");
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    EXPECT_EQ(Zek({"decompile", "a.zkd"}).out, "[DEFINE]\nB = \"1\"\nA = \"1\"\n[DEFINE]\nB = \"2\"\n");
+}
+
+TEST_F(ZekDecompile, PutsParentsThatStandBehindTheirChildrenInFilesOfTheirOwn) {
+    Write("a.zek", std::string(30, '\n') + Group("child", "middle") + Group("other", "0") +
+                       "[INCLUDE]\nFILE = middle.zek\n[INCLUDE]\nFILE = top.zek\n" + Group("last", "child"));
+    Write("middle.zek", std::string(10, '\n') + Group("middle", "top") + Group("second", "middle"));
+    Write("top.zek", Group("top", "0"));
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    ExpectSameOfBoth("a");
+    EXPECT_EQ(Names("again"), (Strings{"a.zek", "a.zek.groups-1", "a.zek.groups-2"}));
+}
+
+TEST_F(ZekDecompile, MakesUpForNamesThatAreCountedOnly) {
+    for (const std::string name : {"", "x", "lost_name"}) {
+        SCOPED_TRACE(name);
+        Write("a.zek", Sound(Group("g", "0") + Sensor("s", "1") + View("1", "0", "1", "P_" + name + " = 1\nP_y = 2\n") +
+                             View("2", "0", "1", "P_z = 1\n")));
+        ASSERT_TRUE(Compile(".", "a.zek", "a"));
+        ExpectSameOfBoth("a");
+    }
+}
+
+TEST_F(ZekDecompile, WritesNumbersAsWordsWhereTheirTextsAreCompared) {
+    const std::string action = "[ACTION]\nNAME = act\nARGNUMBER = FIVE\nVALUE = CALL,act\n";
+    Write("a.zek", Sound(Group("g", "0") + Sensor("s", "1") + Sensor("t", "FIVE") + Sensor("u", "0x1") +
+                         View("1", "FIVE", "1,NO") + View("2", "1", "1") + action));
+    EXPECT_FALSE(Compile(".", "a.zek", "a"));  // u has the ID of s
+    Write("a.zek", Sound(Group("g", "0") + Sensor("s", "1") + Sensor("t", "FIVE") + "[DEFINE]\nONE = 1\n" +
+                         Sensor("u", "ONE") + View("1", "FIVE", "1,NO") + View("2", "1", "1") + action));
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    ExpectSameOfBoth("a");
+}
+
+TEST_F(ZekDecompile, FindsArgumentsThatWereCarriedIntoOtherClasses) {
+    Write("a.zek",
+          "[DEFINE]\nVT_PACK = 7\nVT_FAR = 16777217\n[ACTION]\nNAME = act\nARGNUMBER = 0xFFFFFFFF\n"
+          "VALUE_1 = VT_PACK,ARG16777216,ARG4093640704,ARG3808428031,ARG4093640709\nVALUE_2 = VT_FAR\n"
+          "VALUE_3 = VT_PACK,5,6\n");
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    ExpectSameOfBoth("a");
+}
+
+TEST_F(ZekDecompile, TellsWhatTheLanguageCannotExpress) {
+    Write("a.zek", "[PROPERTY]\na = bcd\n");
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    std::string image = Read("a.zkd");
+    image.replace(image.find("bcd"), 3, "b\"d");
+    Write("a.zkd", image);
+    const Result result = Zek({"decompile", "a.zkd", "-o", "made"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "zek: a.zek:2: no item of a source has the key \"a\" and such a value\n");
+    EXPECT_FALSE(std::filesystem::exists("made"));
+}
+
+TEST_F(ZekDecompile, NamesTheFirstDifference) {
+    Write("a.zek", "[DEFINE]\nA = 1\n[PROPERTY]\na = b\n");
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    std::string image = Read("a.zkd");
+    // A word that no item defines.
+    image.replace(image.find("A"), 1, "B");
+    Write("a.zkd", image);
+    const Result result = Zek({"decompile", "a.zkd"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "zek: the debug image of the source that was made differs: the word \"A\"\n");
+    image = Read("a.zki") + std::string(1, '\0');
+    Write("a.zki", image);
+    const Result compiled = Zek({"decompile", "a.zki", "-o", "made"});
+    EXPECT_EQ(compiled.code, 1);
+    EXPECT_EQ(compiled.err, "zek: the compiled image of the source that was made differs at byte " +
+                                std::to_string(image.size() - 1) + '\n');
+    EXPECT_FALSE(std::filesystem::exists("made"));
+}
+
+TEST_F(ZekDecompile, EndsWithTheCodesOfEveryCommand) {
+    Write("a.zek", "no image");
+    EXPECT_EQ(Zek({"decompile", "a.zek"}).code, 3);
+    EXPECT_EQ(Zek({"decompile", "missing"}).code, 2);
+    EXPECT_EQ(Zek({"decompile"}).code, 2);
+}
+
+}  // namespace
+
+}  // namespace zek::test

@@ -1,0 +1,33 @@
+#include "child.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+#include <cerrno>
+#include <cstring>
+
+#include "printable.h"
+#include "streams.h"
+
+namespace zek::tool {
+namespace {
+
+int CodeOf(int status, const std::string& what) {
+    if (WIFEXITED(status)) return WEXITSTATUS(status);
+    Tell("zek: " + Printable(what) + " was ended by a signal: " + strsignal(WTERMSIG(status)) + '\n');
+    return kUsageOrFiles;
+}
+
+}  // namespace
+
+int RunInChild(const std::string& what, const std::function<int()>& run) {
+    const pid_t child = fork();
+    if (child < 0) throw SystemFailure("cannot start a process");
+    if (child == 0) _exit(Guarded(run));
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0) {
+        if (errno != EINTR) throw SystemFailure("cannot wait for a process");
+    }
+    return CodeOf(status, what);
+}
+
+}  // namespace zek::tool

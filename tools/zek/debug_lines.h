@@ -1,0 +1,38 @@
+/// The lines of the source files behind a debug image: each header and item on the line of the file where it stood.
+/// Relies on debug_source.h.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "debug_source.h"
+
+namespace zek::tool {
+
+/// What stands on a line.
+struct RecordedLine {
+    const DebugSection* section = nullptr;
+    const DebugEntry* entry = nullptr;  ///< null for the header of the section
+};
+
+/// A source file, its lines by their numbers.
+using RecordedFile = std::map<std::uint32_t, RecordedLine>;
+
+/// Every file of the list, in its order. A file that was read several times has each line once. Throws Failure where
+/// two things that are not the same stand on a line, or an item does not stand below the header of its section.
+std::vector<RecordedFile> RecordedFiles(const DebugSource& source);
+
+/// The sub-strings of an entry, as far as the compiler kept them.
+std::vector<std::string_view> TextsOf(const DebugEntry& entry);
+
+/// The name that an [INCLUDE] item asks for in a file of that name: the backslash folder of that, then the item's text.
+std::string AskedName(std::string_view includer, const DebugEntry& file);
+
+/// Whether it is an item of an [INCLUDE] that names a file.
+bool IsInclude(const RecordedLine& line);
+bool IsDefinition(const DebugEntry& entry);
+
+}  // namespace zek::tool

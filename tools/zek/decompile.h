@@ -1,0 +1,38 @@
+/// Sources made of images. Relies on debug_source.h for debug images and on image_view.h for compiled ones.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "failure.h"
+#include "written_source.h"
+#include "zekcomp/image_view.h"
+
+namespace zek::tool {
+
+/// A source that should compile to the image that it was made of.
+struct Decompiled {
+    std::string main;                ///< the name to compile, inside the folder of the files
+    std::vector<WrittenFile> files;  ///< the main source first
+    /// What is different in the debug image of its compilation, the first thing; empty where nothing is. `main` is the
+    /// name by which it was compiled. Null where there is no debug image to compare with.
+    std::function<std::string(std::string_view debugImage, const std::string& main)> debugDifference = nullptr;
+};
+
+/// Of a debug image that was verified and has a list of source files; its bytes must outlive the result. Throws Failure
+/// where the language cannot express what the image holds.
+Decompiled DecompileDebug(std::string_view image);
+
+/// Of a compiled image; `main` is what the main source is to be called. Throws Failure as above.
+Decompiled DecompileCompiled(const ImageView& view, const std::string& main);
+
+/// Why there is no source.
+Failure CannotExpress(const std::string& what);
+
+/// The first difference of two compiled images, the time aside; empty where there is none.
+std::string ImageDifference(std::string_view wanted, std::string_view got);
+
+}  // namespace zek::tool

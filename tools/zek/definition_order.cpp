@@ -1,0 +1,65 @@
+#include "definition_order.h"
+
+#include <algorithm>
+
+#include "decompile.h"
+#include "failure.h"
+#include "file_placing.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr std::size_t kMostReadings = 10000;
+
+class Follower {
+public:
+    Follower(const DebugSource& source, const std::vector<RecordedFile>& files) : source_(source), files_(files) {
+        for (std::size_t i = 0; i < source.files.size(); ++i) positions_.emplace(source.files[i], i);
+    }
+
+    void Read(std::size_t file) {
+        // The parser library refuses a file that is being read.
+        if (std::find(open_.begin(), open_.end(), file) != open_.end()) return;
+        if (++readings_ > kMostReadings) throw CannotExpress("its files are included too often");
+        open_.push_back(file);
+        for (const auto& [number, line] : files_[file]) Take(file, number, line);
+        open_.pop_back();
+    }
+
+    Definitions definitions;
+
+private:
+    void Take(std::size_t file, std::uint32_t number, const RecordedLine& line) {
+        if (!line.entry) return;
+        if (IsDefinition(*line.entry)) {
+            const SourceSpot spot = {static_cast<std::uint32_t>(file), number};
+            definitions.words.emplace(line.entry->key, Definitions::Word{place_, spot}).first->second.last = spot;
+            definitions.places[spot] = place_++;
+        }
+        if (!IsInclude(line)) return;
+        const auto found = positions_.find(AskedName(source_.files[file], *line.entry));
+        if (found != positions_.end()) Read(found->second);
+    }
+
+    const DebugSource& source_;
+    const std::vector<RecordedFile>& files_;
+    std::map<std::string, std::size_t, std::less<>> positions_;
+    std::vector<std::size_t> open_;
+    std::size_t readings_ = 0;
+    std::size_t place_ = 0;  // of the next definition
+};
+
+}  // namespace
+
+Definitions FollowDefinitions(const DebugSource& source, const std::vector<RecordedFile>& files) {
+    Follower follower(source, files);
+    follower.Read(MainFile(files));
+    for (const RecordedFile& file : files) {
+        for (const auto& [number, line] : file) {
+            if (line.entry && IsDefinition(*line.entry)) ++follower.definitions.spotCount[line.entry->key];
+        }
+    }
+    return std::move(follower.definitions);
+}
+
+}  // namespace zek::tool
