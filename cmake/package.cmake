@@ -3,9 +3,11 @@ include(CMakePackageConfigHelpers)
 
 set(packageDir ${CMAKE_INSTALL_LIBDIR}/cmake/zekcomp)
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/zekcompConfig.cmake.in
-  ${PROJECT_BINARY_DIR}/zekcompConfig.cmake INSTALL_DESTINATION ${packageDir})
+  ${PROJECT_BINARY_DIR}/zekcompConfig.cmake INSTALL_DESTINATION ${packageDir}
+  PATH_VARS CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/zekcompConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/zekcompConfig.cmake ${PROJECT_BINARY_DIR}/zekcompConfigVersion.cmake
+              ${PROJECT_SOURCE_DIR}/cmake/zekAddImage.cmake
   DESTINATION ${packageDir} COMPONENT development)
 install(EXPORT zekcompTargets NAMESPACE zekcomp:: DESTINATION ${packageDir} COMPONENT development)
 
