@@ -59,6 +59,7 @@ extern const CommandSpec kVerifyCommand;
 extern const CommandSpec kDumpCommand;
 extern const CommandSpec kTreeCommand;
 extern const CommandSpec kFmtCommand;
+extern const CommandSpec kNewCommand;
 extern const CommandSpec kDecompileCommand;
 
 }  // namespace zek::tool

@@ -3,8 +3,9 @@
 namespace zek::tool {
 
 const std::vector<CommandSpec>& Commands() {
-    static const std::vector<CommandSpec> commands = {kCompileCommand, kCheckCommand, kVerifyCommand, kDumpCommand,
-                                                      kTreeCommand, kFmtCommand, kDecompileCommand};
+    static const std::vector<CommandSpec> commands = {kCompileCommand, kCheckCommand,    kVerifyCommand,
+                                                      kDumpCommand,    kTreeCommand,     kFmtCommand,
+                                                      kNewCommand,     kDecompileCommand};
     return commands;
 }
 

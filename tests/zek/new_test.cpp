@@ -1,0 +1,65 @@
+#include <chrono>
+
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+class ZekNew : public ZekTest {};
+
+TEST_F(ZekNew, BoardCompilesWithoutAWord) {
+    std::filesystem::create_directory("empty");
+    for (const std::string folder : {"board", "empty", "board/inner/"}) {
+        const Result result = Zek({"new", folder});
+        EXPECT_EQ(result.code, 0);
+        const std::string source = folder + (folder.ends_with('/') ? "" : "/") + "board.zek";
+        EXPECT_EQ(result.out, source + '\n');
+        EXPECT_EQ(result.err, "");
+        const Result compiled = Zek({"compile", source, "-o", "image", "-g", "debug"});
+        EXPECT_EQ(compiled.code, 0);
+        EXPECT_EQ(compiled.err, "");
+        EXPECT_EQ(Zek({"tree", "image"}).out,
+                  "GROUP \"Board\"\n"
+                  "  SENSOR \"Inlet Temp\" ID=1 TYPE=1 THRESHOLD_FH=50 THRESHOLD_WH=40\n"
+                  "  SENSOR \"Outlet Temp\" ID=2 TYPE=1 THRESHOLD_FH=70 THRESHOLD_WH=60\n"
+                  "TAVRGROUP \"Temperatures\" ID=1\n"
+                  "  SENSOR \"Inlet Temp\" ID=1\n"
+                  "  SENSOR \"Outlet Temp\" ID=2\n");
+    }
+    EXPECT_EQ(Names("empty"), (Strings{"Makefile", "board.zek", "sensors.zek"}));
+}
+
+TEST_F(ZekNew, MakefileCompilesItAgainWhenAnIncludedFileChanges) {
+    ASSERT_EQ(Zek({"new", "board"}).code, 0);
+    const std::string make = "PATH=$(dirname " ZEK_PROGRAM "):$PATH make -s -C board";
+    const Result built = Program({"sh", "-c", make + " && " + make + " -q"}).Finish();
+    EXPECT_EQ(built.code, 0) << built.err;
+    EXPECT_EQ(Zek({"verify", "--pair", "board/board.zki", "board/board.zkd"}).code, 0);
+    std::filesystem::last_write_time("board/sensors.zek",
+                                     std::filesystem::last_write_time("board/board.zki") + std::chrono::hours(1));
+    EXPECT_EQ(Program({"sh", "-c", make + " -q"}).Finish().code, 1);
+}
+
+TEST_F(ZekNew, TouchesNothingThatIsThere) {
+    Write("file", "x");
+    std::filesystem::create_directory("full");
+    Write("full/mine", "x");
+    const struct {
+        std::string folder;
+        std::string why;
+    } rows[] = {{"file", "cannot make file: File exists"},
+                {"full", "cannot make full: Directory not empty"},
+                {"missing/board", "cannot make missing/board: No such file or directory"}};
+    for (const auto& row : rows) {
+        const Result result = Zek({"new", row.folder});
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "zek: " + row.why + '\n');
+    }
+    EXPECT_EQ(Names("full"), Strings{"mine"});
+}
+
+}  // namespace
+
+}  // namespace zek::test
