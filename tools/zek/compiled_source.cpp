@@ -68,6 +68,7 @@ CompiledSource::CompiledSource(const ImageView& view) : view_(view), compared_(v
 std::vector<std::string> CompiledSource::Lines(const ImageView::Section& section) {
     std::vector<std::string> lines = {std::string("[") + kSectionKeywords[section.Kind() - kImageQuorzek] + ']'};
     Section in = {section};
+    in.isUnderlined = CountOf(section, kPlain) == 1 && JumpsToPlain(section);
     for (const ImageView::Entry entry : section.AllEntries()) {
         if ((entry.Id() & kIdClassMask) == kIdValue && section.Kind() == kImageAction) in.values.insert(entry.Id());
     }
@@ -100,7 +101,7 @@ std::string CompiledSource::ValueKey(Section& in, const ImageView::Entry& entry)
     const std::uint32_t id = entry.Id();
     const std::string name = words_.Text(id, kIdValue);
     // "VALUE" and "VALUE_" have one identifier; the first is declared, so it stands before all that is not.
-    const bool isUnderlined = id == kPlain && JumpsToPlain(in.section) && CountOf(in.section, id) == 1;
+    const bool isUnderlined = id == kPlain && in.isUnderlined;
     const bool isDeclared =
         !in.hasAdded && !isUnderlined && !(id == kPlain && in.plainGiven) && IsDeclared(in.section.Kind(), id);
     in.hasAdded = in.hasAdded || !isDeclared;

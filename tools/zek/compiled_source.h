@@ -31,6 +31,7 @@ private:
         ImageView::Section section;
         std::set<std::uint32_t> values = {};  // the identifiers of its VALUE_ entries
         bool hasAdded = false;                // keys that the kind does not declare have begun
+        bool isUnderlined = false;            // its only VALUE_ without a suffix is not VALUE
         bool plainGiven = false;              // VALUE or VALUE_
     };
 

@@ -21,6 +21,10 @@ constexpr char kUnnumberedComment[] =
     "; its section in the image. This one stands for all of them.";
 constexpr char kGroupFileComment[] = "; Groups that stand behind their children, and those above them.";
 
+/// What a compilation reads, and what files of groups may have of lines in all.
+constexpr std::size_t kMostFiles = 9000;
+constexpr std::uint64_t kMostLines = 64'000'000;
+
 /// One section as lines of a source.
 struct Piece {
     std::uint32_t kind = 0;
@@ -32,6 +36,7 @@ public:
     Assembly(const ImageView& view, const std::string& main) : view_(view), main_(main) {
         CompiledSource source(view);
         for (const ImageView::Section section : view.AllSections()) {
+            if (section.Kind() == kImageGroup) groups_.push_back(pieces_.size());
             pieces_.push_back({section.Kind(), source.Lines(section)});
         }
         words_ = source.Words().All();
@@ -40,6 +45,7 @@ public:
     Decompiled Run() {
         AddUnnumbered();
         order_ = OrderGroups(Groups());
+        RequireSize();
         WrittenText text;
         WriteHead(text);
         WriteSections(text);
@@ -82,6 +88,14 @@ private:
         return groups;
     }
 
+    void RequireSize() const {
+        std::uint64_t lines = order_.mainStart;
+        for (const GroupFile& file : order_.files) lines += file.starts.back();
+        if (lines > kMostLines || order_.files.size() > kMostFiles) {
+            throw CannotExpress("too many groups stand behind their children");
+        }
+    }
+
     void WriteHead(WrittenText& text) const {
         text.AddLines(kHeadComment);
         if (words_.empty()) return;
@@ -122,14 +136,10 @@ private:
     std::string FileName(std::size_t file) const { return main_ + ".groups-" + std::to_string(file + 1); }
 
     std::string GroupText(std::size_t file) const {
-        std::vector<const Piece*> groups;
-        for (const Piece& piece : pieces_) {
-            if (piece.kind == kImageGroup) groups.push_back(&piece);
-        }
         WrittenText text;
         for (std::size_t i = 0; i < order_.files[file].starts.size(); ++i) {
             text.SkipTo(order_.files[file].starts[i]);
-            for (const std::string& line : groups[order_.files[file].first + i]->lines) text.Add(line);
+            for (const std::string& line : pieces_[groups_[order_.files[file].first + i]].lines) text.Add(line);
         }
         text.Add(kGroupFileComment);
         return text.Text();
@@ -138,6 +148,7 @@ private:
     const ImageView& view_;
     std::string main_;
     std::vector<Piece> pieces_;
+    std::vector<std::size_t> groups_;  // of the pieces
     std::map<std::string, std::uint32_t> words_;
     GroupOrder order_;
 };

@@ -15,34 +15,41 @@
 namespace zek::tool {
 namespace {
 
-/// No file of a source that a machine can hold has more lines.
-constexpr std::uint32_t kMostLines = 64'000'000;
+/// No source has more lines in all its files.
+constexpr std::uint64_t kMostLines = 64'000'000;
+
+/// By number, the word that stands for it when all is read and is defined last.
+using LatestWords = std::map<unsigned, std::pair<std::size_t, std::string>>;
+
+LatestWords LatestWordsOf(const std::map<std::string, unsigned>& words, const DefinitionOrder& order) {
+    LatestWords latest;
+    for (const auto& [word, number] : words) {
+        const auto found = order.words.find(word);
+        if (found == order.words.end()) continue;
+        const std::pair<std::size_t, std::string> candidate = {found->second.first, word};
+        const auto [there, isNew] = latest.emplace(number, candidate);
+        if (!isNew && there->second.first < candidate.first) there->second = candidate;
+    }
+    return latest;
+}
 
 /// A debug image and what was found out about it.
 struct Origin {
     DebugSource source;
     std::map<std::string, unsigned> words;
     std::vector<RecordedFile> files;
-    Definitions definitions;
+    DefinitionOrder definitions;
+    LatestWords latest;
     std::vector<PlacedFile> placed;
 };
 
 Origin OriginOf(std::string_view image) {
-    Origin origin = {ReadDebugSource(image), PredefinedNames(image), {}, {}, {}};
+    Origin origin = {ReadDebugSource(image), PredefinedNames(image), {}, {}, {}, {}};
     origin.files = RecordedFiles(origin.source);
     origin.definitions = FollowDefinitions(origin.source, origin.files);
+    origin.latest = LatestWordsOf(origin.words, origin.definitions);
     origin.placed = PlaceFiles(origin.source, origin.files);
     return origin;
-}
-
-/// A word that stands for the number when all is read, and for nothing yet at a place of the reading; or nothing.
-const std::string* LaterWord(const Origin& origin, unsigned number, std::size_t place) {
-    for (const auto& [word, value] : origin.words) {
-        const auto found = origin.definitions.words.find(word);
-        const bool isLater = found != origin.definitions.words.end() && found->second.first > place;
-        if (value == number && isLater) return &word;
-    }
-    return nullptr;
 }
 
 /// The value of a definition. What the table of words says of the last definition of a word counts; the definition's
@@ -56,9 +63,10 @@ std::string ValueOf(const Origin& origin, const SourceSpot& spot, const DebugEnt
         const bool isLast = known != origin.definitions.words.end() && known->second.last == spot;
         return std::to_string(isLast ? word->second : entry.number);
     }
-    const std::string* later =
-        place == origin.definitions.places.end() ? nullptr : LaterWord(origin, entry.number, place->second);
-    return later ? *later : std::to_string(entry.number);
+    const auto later = origin.latest.find(entry.number);
+    const bool isLater =
+        place != origin.definitions.places.end() && later != origin.latest.end() && later->second.first > place->second;
+    return isLater ? later->second.second : std::to_string(entry.number);
 }
 
 std::string LineOf(const Origin& origin, const PlacedFile& placed, std::uint32_t number, const RecordedLine& line) {
@@ -84,10 +92,6 @@ std::string TextOfFile(const Origin& origin, const PlacedFile& placed) {
     WrittenText text;
     if (!placed.file) return {};
     for (const auto& [number, line] : origin.files[*placed.file]) {
-        if (number > kMostLines) {
-            throw CannotExpress(origin.source.Told({static_cast<std::uint32_t>(*placed.file), number}) +
-                                ": a file has not so many lines");
-        }
         text.SkipTo(number);
         text.Add(LineOf(origin, placed, number, line));
     }
@@ -107,6 +111,14 @@ std::vector<WrittenFile> FilesOf(const Origin& origin) {
         }
     }
     return files;
+}
+
+void RequireSize(const Origin& origin) {
+    std::uint64_t lines = 0;
+    for (const PlacedFile& placed : origin.placed) {
+        if (placed.file && !origin.files[*placed.file].empty()) lines += origin.files[*placed.file].rbegin()->first;
+    }
+    if (lines > kMostLines) throw CannotExpress("its files would have " + std::to_string(lines) + " lines");
 }
 
 void RequireReached(const Origin& origin) {
@@ -211,6 +223,7 @@ private:
 Decompiled DecompileDebug(std::string_view image) {
     const auto origin = std::make_shared<const Origin>(OriginOf(image));
     RequireReached(*origin);
+    RequireSize(*origin);
     Decompiled made;
     made.main = origin->placed.front().name;
     made.files = FilesOf(*origin);

@@ -26,14 +26,14 @@ public:
         open_.pop_back();
     }
 
-    Definitions definitions;
+    DefinitionOrder definitions;
 
 private:
     void Take(std::size_t file, std::uint32_t number, const RecordedLine& line) {
         if (!line.entry) return;
         if (IsDefinition(*line.entry)) {
             const SourceSpot spot = {static_cast<std::uint32_t>(file), number};
-            definitions.words.emplace(line.entry->key, Definitions::Word{place_, spot}).first->second.last = spot;
+            definitions.words.emplace(line.entry->key, DefinitionOrder::Word{place_, spot}).first->second.last = spot;
             definitions.places[spot] = place_++;
         }
         if (!IsInclude(line)) return;
@@ -51,7 +51,7 @@ private:
 
 }  // namespace
 
-Definitions FollowDefinitions(const DebugSource& source, const std::vector<RecordedFile>& files) {
+DefinitionOrder FollowDefinitions(const DebugSource& source, const std::vector<RecordedFile>& files) {
     Follower follower(source, files);
     follower.Read(MainFile(files));
     for (const RecordedFile& file : files) {

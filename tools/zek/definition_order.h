@@ -10,7 +10,7 @@
 
 namespace zek::tool {
 
-struct Definitions {
+struct DefinitionOrder {
     struct Word {
         std::size_t first = 0;  ///< the place of its first definition in the order of the reading
         SourceSpot last;        ///< where its last one stands
@@ -23,6 +23,6 @@ struct Definitions {
 
 /// Goes through the files as the compiler does, each at every [INCLUDE] of it. Throws Failure where that takes more
 /// readings than a compilation may have.
-Definitions FollowDefinitions(const DebugSource& source, const std::vector<RecordedFile>& files);
+DefinitionOrder FollowDefinitions(const DebugSource& source, const std::vector<RecordedFile>& files);
 
 }  // namespace zek::tool
