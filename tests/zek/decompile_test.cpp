@@ -268,6 +268,23 @@ TEST_F(ZekDecompile, TellsWhatTheLanguageCannotExpress) {
     EXPECT_FALSE(std::filesystem::exists("made"));
 }
 
+TEST_F(ZekDecompile, MakesNoFileOfAFolder) {
+    std::filesystem::create_directory("sub");
+    Write("sub/b.zek", "[PROPERTY]\na = b\n");
+    Write("a.zek", "[INCLUDE]\nFILE = sub\n[INCLUDE]\nFILE = sub/b.zek\n");
+    // The library goes on where a file cannot be loaded.
+    InChild([] {
+        ASSERT_EQ(gccCompStart("a.zek"), 1U);
+        gccParse();
+        ASSERT_EQ(gccCheck(), 1U);
+        ASSERT_EQ(gccOutputD("a.zkd"), 1U);
+    });
+    const Result result = Zek({"decompile", "a.zkd", "-o", "made"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err, "zek: sub would be a file and the folder of sub/b.zek\n");
+    EXPECT_FALSE(std::filesystem::exists("made"));
+}
+
 TEST_F(ZekDecompile, NamesTheFirstDifference) {
     Write("a.zek", "[DEFINE]\nA = 1\n[PROPERTY]\na = b\n");
     ASSERT_TRUE(Compile(".", "a.zek", "a"));

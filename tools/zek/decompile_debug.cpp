@@ -98,6 +98,16 @@ std::string TextOfFile(const Origin& origin, const PlacedFile& placed) {
     return text.Text();
 }
 
+/// Throws where a file would have to be the folder of another; `files` have their paths as keys.
+void RequireFolders(const std::map<std::string, std::size_t>& files) {
+    for (const auto& [path, position] : files) {
+        for (std::size_t slash = 0; (slash = path.find('/', slash)) != std::string::npos; ++slash) {
+            if (!files.count(path.substr(0, slash))) continue;
+            throw CannotExpress(path.substr(0, slash) + " would be a file and the folder of " + path);
+        }
+    }
+}
+
 std::vector<WrittenFile> FilesOf(const Origin& origin) {
     std::vector<WrittenFile> files;
     std::map<std::string, std::size_t> positions;
@@ -110,6 +120,7 @@ std::vector<WrittenFile> FilesOf(const Origin& origin) {
             throw CannotExpress("two different files were read by names of the file " + placed.path);
         }
     }
+    RequireFolders(positions);
     return files;
 }
 
