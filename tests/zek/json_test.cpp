@@ -44,6 +44,15 @@ TEST_F(ZekJson, IsOfTheFormThatThePagePromises) {
         Print({"tree", "--json", image}, 0, "zek-tree/1");
     }
     Print({"verify", "--json", "a.zki", "a.zkd"}, 0, "zek-verify/1");
+    Print({"get", "--json", "a.zki", "SENSOR/#1/VALUE"}, 0, "zek-get/1");
+    Print({"get", "--json", "a.zki", "GLOBAL/G_X", "--default", "\xff"}, 0, "zek-get/1");
+    Print({"map", "--json", "a.zki", "a.zkd"}, 0, "zek-map/1");
+    Print({"map", "--json", "a.zkd"}, 0, "zek-map/1");
+    Print({"origin", "--json", "a.zkd", "SENSOR/#1/VALUE", "a.zki"}, 0, "zek-origin/1");
+    Print({"diff", "--json", "a.zki", "a.zki"}, 0, "zek-diff/1");
+    WriteSound("b.zek", 1);
+    ASSERT_EQ(Zek({"compile", "b.zek"}).code, 0);
+    Print({"diff", "--json", "a.zki", "b.zki"}, 1, "zek-diff/1");
     Write("behind", Read("a.zki") + "behind");
     Print({"verify", "--json", "--notes", "behind", "x", "missing"}, 3, "zek-verify/1");
     EXPECT_EQ(Wrong(printed_), "");

@@ -7,7 +7,8 @@ namespace {
 class ZekUsage : public ZekTest {};
 
 TEST_F(ZekUsage, HelpOfEveryCommandHasAnExample) {
-    for (const std::string command : {"compile", "check", "verify", "dump", "tree", "fmt", "decompile"}) {
+    for (const std::string command :
+         {"compile", "check", "verify", "dump", "tree", "get", "origin", "diff", "map", "fmt", "decompile"}) {
         SCOPED_TRACE(command);
         const Result help = Zek({command, "--help"});
         EXPECT_EQ(help.code, 0);
@@ -131,6 +132,10 @@ TEST_P(ZekStandardOutput, ThatCannotBeWrittenEndsWithTwo) {
                                                          {"tree", "a.zki"},
                                                          {"tree", "--json", "a.zki"},
                                                          {"verify", "--json", "a.zki"},
+                                                         {"get", "a.zki", "GROUP/Board/NAME"},
+                                                         {"map", "a.zki"},
+                                                         {"origin", "a.zkd", "GROUP/Board/NAME"},
+                                                         {"diff", "--json", "a.zki", "a.zki"},
                                                          {"verify", "a.zki"}}) {
         SCOPED_TRACE(testing::PrintToString(arguments));
         const Result result = Zek(arguments, GetParam().setting);

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,10 @@ public:
     virtual void File(const std::string& type, std::string& place, const std::string& help) = 0;
     virtual void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
     virtual void AnyFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
+    /// A file that may be left out; then its name is empty.
+    virtual void OptionalFile(const std::string& type, std::string& place, const std::string& help) = 0;
+    /// What is no file and stands without an option.
+    virtual void Argument(const std::string& type, std::string& place, const std::string& help) = 0;
     /// An option whose value is the name of a file or folder; the second may be given several times.
     virtual void FileOption(const std::string& names, const std::string& type, std::string& place,
                             const std::string& help) = 0;
@@ -36,6 +41,9 @@ public:
     /// An option whose value is one of these words.
     virtual void Choice(const std::string& names, const std::string& type, const std::vector<std::string>& words,
                         std::string& place, const std::string& help) = 0;
+    /// An option with any text, the empty one too.
+    virtual void OptionalText(const std::string& names, const std::string& type, std::optional<std::string>& place,
+                              const std::string& help) = 0;
     virtual void Flag(const std::string& names, bool& place, const std::string& help) = 0;
 };
 
@@ -58,6 +66,10 @@ extern const CommandSpec kCheckCommand;
 extern const CommandSpec kVerifyCommand;
 extern const CommandSpec kDumpCommand;
 extern const CommandSpec kTreeCommand;
+extern const CommandSpec kGetCommand;
+extern const CommandSpec kOriginCommand;
+extern const CommandSpec kDiffCommand;
+extern const CommandSpec kMapCommand;
 extern const CommandSpec kFmtCommand;
 extern const CommandSpec kNewCommand;
 extern const CommandSpec kDecompileCommand;

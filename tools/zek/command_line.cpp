@@ -46,6 +46,12 @@ public:
     void File(const std::string& type, std::string& place, const std::string& help) override {
         AddFile(type, place, help)->required()->type_name("");
     }
+    void OptionalFile(const std::string& type, std::string& place, const std::string& help) override {
+        AddFile(type, place, help)->type_name("");
+    }
+    void Argument(const std::string& type, std::string& place, const std::string& help) override {
+        command_.add_option(type, place, help)->required()->type_name("");
+    }
     void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
         AddFiles(type, place, help)->required();
     }
@@ -78,6 +84,13 @@ public:
     void Choice(const std::string& names, const std::string& type, const std::vector<std::string>& words,
                 std::string& place, const std::string& help) override {
         command_.add_option(names, place, help)->check(CLI::Validator(OneOf(words), ""))->type_name(type);
+    }
+    void OptionalText(const std::string& names, const std::string& type, std::optional<std::string>& place,
+                      const std::string& help) override {
+        command_
+            .add_option_function<std::string>(
+                names, [&place](const std::string& text) { place = text; }, help)
+            ->type_name(type);
     }
     void Flag(const std::string& names, bool& place, const std::string& help) override {
         command_.add_flag(names, place, help);

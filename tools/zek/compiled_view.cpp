@@ -56,7 +56,9 @@ std::string KeyOf(const ImageView& view, unsigned id, unsigned kind) {
     }
 }
 
-ShownSection Shown(const ImageView& view, ImageView::Section section, unsigned index) {
+}  // namespace
+
+ShownSection ShowCompiledSection(const ImageView& view, ImageView::Section section, unsigned index) {
     ShownSection shown;
     shown.keyword = kSectionKeywords[section.Kind() - kImageQuorzek];
     shown.index = index;
@@ -71,8 +73,6 @@ ShownSection Shown(const ImageView& view, ImageView::Section section, unsigned i
     return shown;
 }
 
-}  // namespace
-
 const char* KeywordOf(unsigned id) {
     const unsigned ordinal = id & kIdOrdinalMask;
     return (id & kIdClassMask) == kIdKeyword && ordinal < std::size(kKeywords) ? kKeywords[ordinal] : nullptr;
@@ -82,7 +82,7 @@ void ForEachCompiledSection(const ImageView& view, unsigned position,
                             const std::function<void(const ShownSection&)>& show) {
     unsigned index = 0;
     for (const ImageView::Section section : view.SectionsOf(kImageQuorzek + position)) {
-        show(Shown(view, section, index++));
+        show(ShowCompiledSection(view, section, index++));
     }
 }
 

@@ -10,6 +10,8 @@ namespace zek::tool {
 
 /// The keyword of a name identifier, such as "PARENT"; null where there is none.
 const char* KeywordOf(unsigned id);
+/// A section; `index` is its place among those of its kind.
+ShownSection ShowCompiledSection(const ImageView& view, ImageView::Section section, unsigned index);
 
 /// Those of one kind: a position in kSectionKeywords.
 void ForEachCompiledSection(const ImageView& view, unsigned position,

@@ -6,6 +6,9 @@
 
 namespace zek::tool {
 
+/// A word, its class, and what it stands for, such as `0x18000001 group "Board"`.
+std::string ToldWord(const ShownWord& word);
+
 void DumpAsText(const Image& image, StandardOutput& out);
 
 /// One JSON object. A text is a string where its bytes are UTF-8, and else an object {"bytes": HEX}.

@@ -1,6 +1,6 @@
 #include "dump.h"
 
-#include "json_output.h"
+#include "word_json.h"
 
 namespace zek::tool {
 namespace {
@@ -12,17 +12,11 @@ Json Word(const ShownWord& word) {
     return json;
 }
 
-Json Words(const std::vector<ShownWord>& words) {
-    Json json = Json::array();
-    for (const ShownWord& word : words) json.push_back(Word(word));
-    return json;
-}
-
 Json Entry(const ShownEntry& entry, bool compiled) {
     Json json = {{"key", JsonText(entry.key)}};
     if (compiled) {
         json["id"] = entry.id;
-        json["values"] = Words(entry.words);
+        json["values"] = JsonOfWords(entry.words);
     } else {
         json["value"] = JsonText(entry.value);
     }
@@ -49,7 +43,7 @@ Json Block(const ShownBlock& block) {
 
 void WriteTables(const Image& image, JsonOutput& json) {
     json.BeginObject("tables");
-    image.ForEachTable([&](const ShownTable& table) { json.Element(table.name, Words(table.words)); });
+    image.ForEachTable([&](const ShownTable& table) { json.Element(table.name, JsonOfWords(table.words)); });
     json.End();
     json.BeginArray("tableData");
     image.ForEachBlock([&](const ShownBlock& block) { json.Element(Block(block)); });
@@ -63,6 +57,12 @@ void WriteNames(const Image& image, JsonOutput& json) {
 }
 
 }  // namespace
+
+Json JsonOfWords(const std::vector<ShownWord>& words) {
+    Json json = Json::array();
+    for (const ShownWord& word : words) json.push_back(Word(word));
+    return json;
+}
 
 void DumpAsJson(const Image& image, StandardOutput& out) {
     const bool compiled = image.Kind() == ImageKind::kCompiled;

@@ -20,14 +20,6 @@ std::string Time(unsigned seconds) {
     return text;
 }
 
-/// The word, its class, and what it stands for.
-std::string Shown(const ShownWord& word) {
-    std::string text = Hexadecimal(word.word) + ' ' + word.wordClass;
-    if (word.number) return text + ' ' + Number(*word.number);
-    if (word.text) return text + ' ' + Quoted(*word.text);
-    return text;
-}
-
 void WriteHeader(const Image& image, StandardOutput& out) {
     out.Write(image.Kind() == ImageKind::kCompiled ? "compiled image" : "debug image");
     out.Write(", version " + Hexadecimal(image.Info().dwVersion) + ", written " + Time(image.Info().dwTime) + " (" +
@@ -38,7 +30,7 @@ void WriteEntry(const ShownEntry& entry, bool compiled, StandardOutput& out) {
     out.Write("  " + Printable(entry.key));
     if (!compiled) return out.Write(" = " + Quoted(entry.value) + '\n');
     out.Write(" (" + Hexadecimal(entry.id) + ")\n");
-    for (const ShownWord& word : entry.words) out.Write("    " + Shown(word) + '\n');
+    for (const ShownWord& word : entry.words) out.Write("    " + ToldWord(word) + '\n');
 }
 
 void WriteSections(const Image& image, StandardOutput& out) {
@@ -55,7 +47,7 @@ void WriteSections(const Image& image, StandardOutput& out) {
 void WriteTables(const Image& image, StandardOutput& out) {
     image.ForEachTable([&](const ShownTable& table) {
         out.Write(std::string("\n") + table.name + ": " + std::to_string(table.words.size()) + '\n');
-        for (const ShownWord& word : table.words) out.Write("  " + Shown(word) + '\n');
+        for (const ShownWord& word : table.words) out.Write("  " + ToldWord(word) + '\n');
     });
     image.ForEachBlock([&](const ShownBlock& block) {
         out.Write("\ntable data #" + std::to_string(block.index));
@@ -76,6 +68,13 @@ void WriteNames(const Image& image, StandardOutput& out) {
 }
 
 }  // namespace
+
+std::string ToldWord(const ShownWord& word) {
+    std::string text = Hexadecimal(word.word) + ' ' + word.wordClass;
+    if (word.number) return text + ' ' + Number(*word.number);
+    if (word.text) return text + ' ' + Quoted(*word.text);
+    return text;
+}
 
 void DumpAsText(const Image& image, StandardOutput& out) {
     WriteHeader(image, out);

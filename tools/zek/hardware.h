@@ -6,19 +6,13 @@
 #include <utility>
 #include <vector>
 
-#include "image.h"
+#include "values.h"
 
 namespace zek::tool {
 
 struct ShownGroup {
     std::string name;
     std::string parent;
-};
-
-/// A value: the text to show, and the number that it stands for, where it is one.
-struct ShownValue {
-    std::string text;
-    std::optional<unsigned> number;
 };
 
 struct ShownSensor {

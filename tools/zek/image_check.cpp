@@ -48,6 +48,12 @@ DebugCheck CheckedDebugImage(const std::string& file, std::string_view bytes, co
     return check;
 }
 
+DebugSource SourceIn(const std::string& file, std::string_view bytes) {
+    if (RequireKind(file, bytes) != ImageKind::kDebug) throw Failure(kUsageOrFiles, file + " is no debug image");
+    CheckedDebugImage(file, bytes);
+    return ReadDebugSource(bytes);
+}
+
 ImageSize CheckImage(ImageKind kind, const std::string& file, std::string_view bytes, const ShowNote& showNote) {
     if (kind == ImageKind::kCompiled) return CheckCompiledImage(file, bytes, showNote);
     const DebugCheck check = CheckedDebugImage(file, bytes, showNote);

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "debug_check.h"
+#include "debug_source.h"
 #include "failure.h"
 #include "image_bytes.h"
 #include "zekcomp/image_view.h"
@@ -42,6 +43,10 @@ using ShowNote = std::function<void(const ImageFault&)>;
 // are those of the file, which must outlive the view.
 ImageView OpenCompiledImage(const std::string& file, std::string_view bytes);
 DebugCheck CheckedDebugImage(const std::string& file, std::string_view bytes, const ShowNote& showNote = nullptr);
+
+/// What a debug image says of its source, once it was verified; throws NoImage, and Failure (kUsageOrFiles) for a
+/// compiled image. The bytes are those of the file, which must outlive it.
+DebugSource SourceIn(const std::string& file, std::string_view bytes);
 
 /// What an image has, by its own records: entries of a debug image are also those that the source has not given.
 struct ImageSize {

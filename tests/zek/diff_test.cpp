@@ -1,0 +1,147 @@
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+
+#include "zek/board_source.h"
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+/// The text with one piece of it replaced everywhere.
+std::string With(std::string text, const std::string& from, const std::string& to) {
+    EXPECT_NE(text.find(from), std::string::npos) << from;
+    for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
+class ZekDiff : public ZekTest {
+protected:
+    void SetUp() override {
+        ZekTest::SetUp();
+        Write("words.zek", kBoardWords);
+        Compile("a", kBoard);
+    }
+
+    static void Compile(const std::string& name, const std::string& text) {
+        Write(name + ".zek", text);
+        const Result result = Zek({"compile", name + ".zek"});
+        ASSERT_EQ(result.code, 0) << result.err;
+    }
+
+    /// Compares a with b of that text, compiled images or debug images; the exit code must fit what is shown.
+    static std::string Shown(const std::string& text, Strings options = {}, const std::string& ending = ".zki") {
+        Compile("b", text);
+        options.insert(options.begin(), {"diff", "a" + ending, "b" + ending});
+        const Result result = Zek(options);
+        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(result.code, result.out.empty() ? 0 : 1);
+        return result.out;
+    }
+};
+
+TEST_F(ZekDiff, TellsWhatChangedByName) {
+    const struct {
+        std::string text;
+        std::string shown;
+        std::string breaking;
+    } rows[] = {
+        {kBoard, "", ""},
+        {With(kBoard, "= 40\n", "= 45\nTHRESHOLD_FH = 0x3c\n"),
+         "changed SENSOR/Inlet/THRESHOLD_WH: \"40\" to \"45\"\nadded SENSOR/Inlet/THRESHOLD_FH: \"60\"\n", ""},
+        {With(kBoard, "THRESHOLD_WH = 40\n", ""), "removed SENSOR/Inlet/THRESHOLD_WH: \"40\"\n",
+         "removed SENSOR/Inlet/THRESHOLD_WH: \"40\"\n"},
+        {With(kBoard, "TYPE = TEMP", "TYPE = 18"), "changed SENSOR/Inlet/TYPE: \"17\" to \"18\"\n",
+         "changed SENSOR/Inlet/TYPE: \"17\" to \"18\"\n"},
+        {With(kBoard, "ID = 5", "ID = 6"), "changed TAVRGROUP/All/ID: \"5\" to \"6\"\n",
+         "changed TAVRGROUP/All/ID: \"5\" to \"6\"\n"},
+        {With(kBoard, "G_T = VT_CALC,-,1,2", "G_T = VT_CALC,-,1,3"), "changed GLOBAL/G_T: \"2,-,1,2\" to \"2,-,1,3\"\n",
+         ""},
+        {With(kBoard, "VT_VALUE,9", "VT_CALC,+,1,8"), "changed SENSOR/Old/VALUE_X: \"1,9\" to \"2,+,1,8\"\n",
+         "changed SENSOR/Old/VALUE_X: \"1,9\" to \"2,+,1,8\"\n"},
+        {With(kBoard, "G_T", "G_U"),
+         "removed GLOBAL/G_T: \"2,-,1,2\"\nadded GLOBAL/G_U: \"2,-,1,2\"\n"
+         "changed SENSOR/Inlet/VALUE: \"2,+,7,G_T\" to \"2,+,7,G_U\"\n",
+         "removed GLOBAL/G_T: \"2,-,1,2\"\n"},
+        {std::string(kBoard) + "[PROPERTY]\nColour = red\n", "added PROPERTY/Colour: \"red\"\n", ""},
+        {With(kBoard, "0.255 = 9\n", "0.255 = 9\n7 = 8\n"), "changed TABLE/Curve/7: \"9\" to \"8\"\n", ""},
+        {std::string(kBoard) + "[GROUP]\nPARENT = 0\nNAME = R/2\nCHILDGROUP = 0\n", "added GROUP/R\\/2\n", ""},
+    };
+    for (const auto& row : rows) {
+        const auto sorted = [](const std::string& text) {
+            std::multiset<std::string> lines;
+            std::istringstream in(text);
+            for (std::string line; std::getline(in, line);) lines.insert(line);
+            return lines;
+        };
+        SCOPED_TRACE(row.shown);
+        // The kinds come in the order of the images.
+        EXPECT_EQ(sorted(Shown(row.text)), sorted(row.shown));
+        EXPECT_EQ(Shown(row.text, {"--breaking"}), row.breaking);
+    }
+}
+
+TEST_F(ZekDiff, TellsTheSameOfDebugImages) {
+    const std::string text = With(With(kBoard, "= 40\n", "= 45\n"), "ID = 5", "ID = 6");
+    const std::string compiled = Shown(text);
+    EXPECT_EQ(compiled,
+              "changed SENSOR/Inlet/THRESHOLD_WH: \"40\" to \"45\"\nchanged TAVRGROUP/All/ID: \"5\" to \"6\"\n");
+    EXPECT_EQ(Shown(text, {}, ".zkd"), compiled);
+}
+
+/// The children of a group that was renamed are what they were.
+TEST_F(ZekDiff, TellsARenamedSectionAsOne) {
+    const std::string text = With(With(kBoard, "Left", "Right"), "= Old", "= New");
+    EXPECT_EQ(Shown(text), "renamed GROUP/Left to GROUP/Right\nrenamed SENSOR/Old to SENSOR/New\n");
+    EXPECT_EQ(Shown(With(kBoard, "= Old", "= New"), {"--breaking"}), "renamed SENSOR/Old to SENSOR/New\n");
+    EXPECT_EQ(Shown(With(With(kBoard, "= Old", "= New"), "VT_VALUE,9", "VT_VALUE,8")),
+              "removed SENSOR/Old\nadded SENSOR/New\n");
+}
+
+TEST_F(ZekDiff, IdentifiersThatWereGivenOutAnewAreNoDifference) {
+    // A property first and the sensors the other way round: other identifiers, other places.
+    const std::string text = kBoard;
+    const std::size_t inlet = text.find("[SENSOR]");
+    const std::size_t old = text.find("[SENSOR]", inlet + 1);
+    const std::size_t behind = text.find("[TABLE]");
+    const std::string turned =
+        text.substr(0, inlet) + text.substr(old, behind - old) + text.substr(inlet, old - inlet) + text.substr(behind);
+    EXPECT_EQ(Shown(turned), "");
+    EXPECT_NE(WithoutTime(Read("a.zki")), WithoutTime(Read("b.zki")));
+    EXPECT_EQ(Shown("[PROPERTY]\nColour = red\n" + turned), "added PROPERTY/Colour: \"red\"\n");
+}
+
+TEST_F(ZekDiff, JsonSaysTheSame) {
+    const std::string out = Shown(With(With(kBoard, "= 40\n", "= 45\n"), "= Old", "= New"), {"--json"});
+    EXPECT_EQ(nlohmann::json::parse(out), nlohmann::json::parse(R"({"schema": "zek-diff/1", "differences": [
+        {"change": "changed", "path": "SENSOR/Inlet/THRESHOLD_WH", "section": "SENSOR", "name": "Inlet",
+         "key": "THRESHOLD_WH", "old": "40", "new": "45", "breaking": false},
+        {"change": "renamed", "path": "SENSOR/Old", "section": "SENSOR", "name": "Old", "newName": "New",
+         "breaking": true}]})"));
+}
+
+TEST_F(ZekDiff, WhatCannotBeComparedIsTold) {
+    const struct {
+        Strings arguments;
+        int code;
+        const char* why;
+    } rows[] = {
+        {{"diff", "a.zki", "a.zkd"}, 2, "one image is compiled, the other a debug image"},
+        {{"diff", "a.zki", "missing"}, 2, "cannot read missing: No such file or directory"},
+        {{"diff", "a.zek", "a.zki"}, 3, "a.zek: is neither a compiled nor a debug image (bad-magic at byte 0)"},
+    };
+    for (const auto& row : rows) {
+        const Result result = Zek(row.arguments);
+        EXPECT_EQ(result.code, row.code);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, std::string("zek: ") + row.why + '\n');
+    }
+    EXPECT_EQ(Program({"sh", "-c", ZEK_PROGRAM " diff - a.zki < a.zki"}).Finish().code, 0);
+}
+
+}  // namespace
+
+}  // namespace zek::test

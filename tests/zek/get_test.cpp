@@ -1,0 +1,112 @@
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+class ZekGet : public ZekTest {
+protected:
+    void SetUp() override {
+        ZekTest::SetUp();
+        Write("a.zek",
+              "[DEFINE]\nVT_READ = 4\nVT_CALC = 2\nTEMP = 0x11\nBUSTYPE_SMBUS = 1\n"
+              "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = 0\n"
+              "[PROPERTY]\nColour = light red\nCount = 7\n"
+              "[SENSOR]\nPARENT = Board\nNAME = CPU/0\nID = 0x10\nTYPE = TEMP\nINITFLAG = 0\nCONTROLMASK = 3\n"
+              "VALUE = VT_READ,0x20,8,BUSTYPE_SMBUS,0x48\nVALUE_X = VT_CALC,+,3,G_T\n"
+              "[SENSOR]\nPARENT = Board\nNAME = \"#1\"\nID = 2\nTYPE = 3\nINITFLAG = 0\nCONTROLMASK = 3\n"
+              "VALUE = VT_CALC,>>,1,2\n"
+              "[TABLE]\nNAME = Curve\nTYPE = 1\n0.255 = 9\n4.5 = 0x2A\n"
+              "[GLOBAL]\nG_T = VT_CALC,-,1,2\n"
+              "[TAVRGROUP]\nNAME = All\nID = 1\nPID = 0\nSENSORS = 16,2\n");
+        const Result result = Zek({"compile", "a.zek"});
+        ASSERT_EQ(result.code, 0) << result.err;
+    }
+};
+
+TEST_F(ZekGet, ShowsTheSameOfBothImages) {
+    const struct {
+        const char* path;
+        const char* value;
+    } rows[] = {
+        {"SENSOR/CPU\\/0/TYPE", "17"},
+        {"SENSOR/#0x10/TYPE", "17"},
+        {"SENSOR/#16/NAME", "CPU/0"},
+        {"SENSOR/\\#1/ID", "2"},
+        {"SENSOR/#16/VALUE", "4,32,8,1,72"},
+        {"SENSOR/#16/VALUE/4", "72"},
+        {"SENSOR/#16/VALUE_X", "2,+,3,G_T"},
+        {"SENSOR/#2/VALUE/1", ">>"},
+        {"GLOBAL/G_T", "2,-,1,2"},
+        {"PROPERTY/Colour", "light red"},
+        {"PROPERTY/Count", "7"},
+        {"TAVRGROUP/All/SENSORS", "16,2"},
+        {"TAVRGROUP/#1/SENSORS/1", "2"},
+        {"GROUP/Board/PARENT", "0"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        for (const char* image : {"a.zki", "a.zkd"}) {
+            const Result result = Zek({"get", image, row.path});
+            EXPECT_EQ(result.code, 0);
+            EXPECT_EQ(result.out, std::string(row.value) + '\n') << image;
+            EXPECT_EQ(result.err, "");
+        }
+    }
+}
+
+TEST_F(ZekGet, ShowsWhatOneImageAloneHas) {
+    EXPECT_EQ(Zek({"get", "a.zki", "TABLE/Curve/4"}).out, "42\n");
+    EXPECT_EQ(Zek({"get", "a.zki", "TABLE/Curve/255"}).out, "9\n");
+    EXPECT_EQ(Zek({"get", "a.zkd", "TABLE/Curve/4.5"}).out, "42\n");
+    EXPECT_EQ(Zek({"get", "a.zkd", "DEFINE/TEMP"}).out, "17\n");
+}
+
+TEST_F(ZekGet, ValueThatIsNotThereEndsWithOneOrIsTheDefault) {
+    for (const char* path : {"SENSOR/Other/ID", "SENSOR/#7/ID", "SENSOR/#2/THEORY", "SENSOR/#2/ID/1", "GLOBAL/G_Z",
+                             "TABLE/Curve/256", "TABLE/Curve/04", "TABLE/Other/4", "SYSTEM/MODEL"}) {
+        SCOPED_TRACE(path);
+        const Result missing = Zek({"get", "a.zki", path});
+        EXPECT_EQ(missing.code, 1);
+        EXPECT_EQ(missing.out, "");
+        EXPECT_EQ(missing.err, std::string("zek: a.zki has no value ") + path + '\n');
+        const Result given = Zek({"get", "a.zki", path, "--default", "x y"});
+        EXPECT_EQ(given.code, 0);
+        EXPECT_EQ(given.out, "x y\n");
+        EXPECT_EQ(given.err, "");
+        EXPECT_EQ(Zek({"get", "a.zki", path, "--default", ""}).out, "\n");
+    }
+}
+
+TEST_F(ZekGet, TellsWhatIsNoPath) {
+    const struct {
+        const char* path;
+        std::string why;
+    } rows[] = {
+        {"", "there are no [] sections"},
+        {"SENSORS/x/ID", "there are no [SENSORS] sections"},
+        {"SENSOR/x", "SENSOR/NAME/KEY or SENSOR/#ID/KEY is one, and perhaps the place of a value behind it"},
+        {"GLOBAL", "GLOBAL/KEY is one, and perhaps the place of a value behind it"},
+        {"GLOBAL/G_X/1/2", "GLOBAL/KEY is one, and perhaps the place of a value behind it"},
+        {"SENSOR/#x/ID", "behind the # an ID must stand"},
+        {"SENSOR/#4294967296/ID", "behind the # an ID must stand"},
+        {"SENSOR/x/VALUE/y", "behind the key the place of a value must stand, from 0"},
+    };
+    for (const auto& row : rows) {
+        const Result result = Zek({"get", "a.zki", row.path, "--default", "1"});
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, std::string("zek: ") + row.path + " is no path to a value: " + row.why + '\n');
+    }
+}
+
+TEST_F(ZekGet, FilesEndAsWithOtherCommands) {
+    EXPECT_EQ(Zek({"get", "missing", "GLOBAL/G_T"}).code, 2);
+    EXPECT_EQ(Zek({"get", "a.zek", "GLOBAL/G_T", "--default", "1"}).code, 3);
+    const Result result = Program({"sh", "-c", ZEK_PROGRAM " get - GLOBAL/G_T < a.zki"}).Finish();
+    EXPECT_EQ(result.out, "2,-,1,2\n");
+}
+
+}  // namespace
+
+}  // namespace zek::test

@@ -1,0 +1,32 @@
+/// Where a value comes from, by the debug image. Relies on debug_source.h and section_path.h.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "debug_source.h"
+#include "section_path.h"
+
+namespace zek::tool {
+
+/// Something in the source that takes part in the value.
+struct OriginStep {
+    std::string what;  ///< such as "value", "definition" or "global"
+    std::string text;  ///< what stands there
+    SourceSpot spot;   ///< line 0 where it stands in no source
+};
+
+struct Origin {
+    const DebugSection* section = nullptr;
+    const DebugEntry* entry = nullptr;
+    std::vector<OriginStep> steps;  ///< the value and its section, then what its operands name, in their order
+};
+
+/// `names` are the predefined names of the image. The entry is null where the source has none of that path.
+Origin FindOrigin(const DebugSource& source, const std::map<std::string, unsigned>& names, const SectionPath& path);
+
+/// The include items that lead to a file, from the innermost one to that of the main source.
+std::vector<SourceSpot> IncludesOf(const DebugSource& source, std::uint32_t file);
+
+}  // namespace zek::tool

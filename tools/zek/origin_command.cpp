@@ -1,0 +1,136 @@
+#include <memory>
+#include <optional>
+
+#include "command.h"
+#include "dump.h"
+#include "failure.h"
+#include "image_check.h"
+#include "json_output.h"
+#include "memory_file.h"
+#include "origin.h"
+#include "printable.h"
+#include "source_pairing.h"
+#include "word_json.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr char kOriginExample[] =
+    "Example:\n"
+    "  zek origin board.zkd SENSOR/CPU0_TEMP/VALUE board.zki\n"
+    "\n"
+    "Shows where a value of the debug image was written, and where what it names was: the words of [DEFINE] and "
+    "[IFDEF]\n"
+    "with their numbers, globals, values, actions, tables and groups; for each the includes that lead there. With the\n"
+    "compiled image of the same source, the words that the value became. PATH is as for 'zek get'. The exit code is 1\n"
+    "where the source has no such value.";
+
+struct OriginOptions {
+    std::string debug;
+    std::string path;
+    std::string compiled;
+    bool json = false;
+};
+
+/// The words that an entry became; nothing where the image has no such entry.
+std::optional<std::vector<ShownWord>> WordsOf(const std::string& file, const DebugSource& source,
+                                              const Origin& origin) {
+    const Image image(file);
+    if (image.Kind() != ImageKind::kCompiled) throw Failure(kUsageOrFiles, file + " is no compiled image");
+    const SourcePairing pairing(source);
+    std::optional<std::vector<ShownWord>> words;
+    image.ForEachSectionOf(origin.section->keyword, [&](const ShownSection& section) {
+        if (words || pairing.SectionOf(section) != origin.section) return;
+        const std::vector<const DebugEntry*> entries = SourcePairing::EntriesOf(section, *origin.section);
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (entries[i] == origin.entry) words = section.entries[i].words;
+        }
+    });
+    return words;
+}
+
+class OriginWriter {
+public:
+    explicit OriginWriter(const DebugSource& source) : source_(source) {}
+
+    void WriteAsText(const Origin& origin, const std::optional<std::vector<ShownWord>>& words, bool compiled) {
+        for (const OriginStep& step : origin.steps) {
+            const std::string place = step.spot.line ? source_.Told(step.spot) : "predefined";
+            out_.Write(place + ": " + step.what + ' ' + Printable(step.text) + '\n');
+            for (const SourceSpot& spot : IncludesOf(source_, step.spot.file)) {
+                if (step.spot.line) out_.Write("  included from " + source_.Told(spot) + '\n');
+            }
+        }
+        if (compiled) out_.Write(words ? "compiled:\n" : "compiled: no entry of its own\n");
+        for (const ShownWord& word : words.value_or(std::vector<ShownWord>())) out_.Write("  " + ToldWord(word) + '\n');
+        out_.Finish();
+    }
+
+    void WriteAsJson(const std::string& path, const Origin& origin,
+                     const std::optional<std::vector<ShownWord>>& words) {
+        JsonOutput json(out_, "zek-origin/1");
+        json.Member("path", JsonText(path));
+        json.BeginArray("steps");
+        for (const OriginStep& step : origin.steps) json.Element(JsonOf(step));
+        json.End();
+        if (words) json.Member("words", JsonOfWords(*words));
+        json.Finish();
+    }
+
+private:
+    void AddSpot(Json& json, const SourceSpot& spot) const {
+        if (spot.line == 0) return;
+        if (spot.file < source_.files.size()) json["file"] = JsonText(std::string(source_.files[spot.file]));
+        json["line"] = spot.line;
+    }
+
+    Json JsonOf(const OriginStep& step) const {
+        Json json = {{"what", step.what}, {"text", JsonText(step.text)}};
+        AddSpot(json, step.spot);
+        json["includedFrom"] = Json::array();
+        if (step.spot.line == 0) return json;
+        for (const SourceSpot& spot : IncludesOf(source_, step.spot.file)) {
+            Json place = Json::object();
+            AddSpot(place, spot);
+            json["includedFrom"].push_back(place);
+        }
+        return json;
+    }
+
+    const DebugSource& source_;
+    StandardOutput out_;
+};
+
+int RunOrigin(const OriginOptions& options) {
+    const SectionPath path = ParsePath(options.path);
+    const std::string bytes = ReadFile(options.debug);
+    const DebugSource source = SourceIn(options.debug, bytes);
+    const Origin origin = FindOrigin(source, PredefinedNames(bytes), path);
+    if (!origin.entry) throw Failure(kSourceHasErrors, options.debug + " has no value " + options.path);
+    const bool compiled = !options.compiled.empty();
+    std::optional<std::vector<ShownWord>> words;
+    if (compiled) words = WordsOf(options.compiled, source, origin);
+    OriginWriter writer(source);
+    if (options.json) {
+        writer.WriteAsJson(options.path, origin, words);
+    } else {
+        writer.WriteAsText(origin, words, compiled);
+    }
+    return kFine;
+}
+
+Run PrepareOrigin(Words& words) {
+    const auto options = std::make_shared<OriginOptions>();
+    words.File("DEBUG", options->debug, "The debug image");
+    words.Argument("PATH", options->path, "The value, such as SENSOR/CPU0_TEMP/VALUE");
+    words.OptionalFile("IMAGE", options->compiled, "The compiled image of the same source");
+    words.Flag("--json", options->json, "As JSON");
+    return [options] { return RunOrigin(*options); };
+}
+
+}  // namespace
+
+const CommandSpec kOriginCommand = {"origin", "Show where in the source a value comes from", kOriginExample,
+                                    PrepareOrigin};
+
+}  // namespace zek::tool

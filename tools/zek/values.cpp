@@ -1,0 +1,158 @@
+#include "values.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+#include "printable.h"
+#include "zekcomp/identifiers.h"
+
+namespace zek::tool {
+namespace {
+
+struct Operator {
+    unsigned code;
+    const char* text;
+};
+
+constexpr Operator kOperators[] = {{1, "+"},   {2, "-"},    {3, "*"},    {4, "/"},   {5, "|"},    {6, "&"},
+                                   {7, "%"},   {8, "^"},    {9, ">>"},   {10, "<<"}, {20, "pow"}, {101, "=="},
+                                   {102, ">"}, {103, ">="}, {104, "!="}, {105, "<"}, {106, "<="}};
+
+/// The keys whose text is a number.
+constexpr std::string_view kNumericKeys[] = {
+    "TYPE",        "FLAG",   "SOUTHBRIDGE",  "NORTHBRIDGE",  "ZEKLOOP",      "CHILDGROUP",   "ID",        "INITFLAG",
+    "CONTROLMASK", "THEORY", "THRESHOLD_FH", "THRESHOLD_WH", "THRESHOLD_FL", "THRESHOLD_WL", "ARGNUMBER", "PID"};
+
+const char* OperatorText(unsigned code) {
+    for (const Operator& known : kOperators) {
+        if (known.code == code) return known.text;
+    }
+    return nullptr;
+}
+
+/// The pieces between commas.
+std::vector<std::string> Pieces(const std::string& text) {
+    std::vector<std::string> pieces;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t comma = std::min(text.find(',', start), text.size());
+        pieces.push_back(text.substr(start, comma - start));
+        start = comma + 1;
+    }
+    return pieces;
+}
+
+/// Whether the entry has a value type, or is a repeater item: what stands between its commas counts by itself.
+bool IsValue(const ShownSection& section, const std::string& key) {
+    const std::string_view keyword = section.keyword;
+    return keyword == "REPEATER" || (keyword == "GLOBAL" && key.starts_with("G_")) || key == "VALUE" ||
+           (key.starts_with("VALUE_") && keyword != "PROPERTY");
+}
+
+/// A debug image shows an access to a bus without data with its last operand before the second; hosts rely on it.
+void PutInSourceOrder(std::vector<ShownValue>& values) {
+    constexpr unsigned kTypes[] = {4, 8, 12};
+    constexpr std::size_t kOperands = 4;
+    const bool swapped = std::find(std::begin(kTypes), std::end(kTypes), values[0].number) != std::end(kTypes);
+    if (swapped && values.size() == 1 + kOperands) std::swap(values[2], values[4]);
+}
+
+/// Whether the text is a number and nothing else: hexadecimal behind 0x, else decimal.
+bool IsNumber(const std::string& text) {
+    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    const std::string digits = hexadecimal ? text.substr(2) : text;
+    const char* const allowed = hexadecimal ? "0123456789abcdefABCDEF" : "0123456789";
+    return !digits.empty() && digits.find_first_not_of(allowed) == std::string::npos;
+}
+
+}  // namespace
+
+std::string SourceText(const ShownWord& word) {
+    if (word.word == kIdUnresolved) return "unresolved";
+    const std::string text = word.text.value_or(std::string());
+    switch (word.word & kIdClassMask) {
+        case kIdGlobal: return "G_" + text;
+        case kIdValue: return text.empty() ? "VALUE" : "VALUE_" + text;
+        case kIdArgument: return "ARG" + std::to_string(word.number.value_or(0));
+        case kIdOperator:
+            if (const char* known = OperatorText(word.number.value_or(0))) return known;
+            break;
+        default: break;
+    }
+    if (word.number) return std::to_string(*word.number);
+    return word.text ? text : Hexadecimal(word.word);
+}
+
+ShownValue Values::First(const ShownSection& section, const char* key) const {
+    const ShownEntry* entry = section.Entry(key);
+    if (!entry) return {};
+    if (!compiled_) return Written(entry->value);
+    return entry->words.empty() ? ShownValue() : OfWord(entry->words[0]);
+}
+
+std::vector<ShownValue> Values::List(const ShownSection& section, const char* key) const {
+    std::vector<ShownValue> values;
+    const ShownEntry* entry = section.Entry(key);
+    if (!entry) return values;
+    for (const ShownWord& word : entry->words) values.push_back(OfWord(word));
+    if (entry->value.empty()) return values;
+    // A comma stands before every element.
+    for (const std::string& piece : Pieces(entry->value.substr(1))) values.push_back(Written(piece));
+    return values;
+}
+
+std::vector<ShownValue> Values::Resolved(const ShownSection& section, const ShownEntry& entry) const {
+    std::vector<ShownValue> values;
+    for (const ShownWord& word : entry.words) {
+        const bool number = (word.word & kIdClassMask) == kIdNumber || (word.word & kIdClassMask) == kIdValueType;
+        values.push_back({SourceText(word), number ? word.number : std::nullopt});
+    }
+    if (compiled_) return values;
+    const bool list = entry.key == "SENSORS" && std::string_view(section.keyword) == "TAVRGROUP";
+    if (!list && !IsValue(section, entry.key)) {
+        const std::string_view keyword = section.keyword;
+        const bool named = keyword == "PROPERTY" || (keyword == "IFDEF" && entry.key == "DEFINEWORD");
+        const bool number =
+            keyword == "DEFINE" || keyword == "IFDEF" || keyword == "TABLE" ||
+            std::find(std::begin(kNumericKeys), std::end(kNumericKeys), entry.key) != std::end(kNumericKeys);
+        const bool isText = named || !number || entry.key == "NAME";
+        return {isText ? ShownValue{entry.value, {}} : ResolvedText(entry.value)};
+    }
+    for (const std::string& piece : Pieces(list ? entry.value.substr(1) : entry.value)) {
+        values.push_back(ResolvedText(piece));
+    }
+    if (!list && std::string_view(section.keyword) != "REPEATER") PutInSourceOrder(values);
+    // Operands that an arithmetic operator does not take.
+    while (values.size() > 1 && values.back().text.empty()) values.pop_back();
+    return values;
+}
+
+ShownValue Values::OfWord(const ShownWord& word) {
+    if (word.number) return {std::to_string(*word.number), word.number};
+    return {word.text.value_or(std::string()), {}};
+}
+
+/// A predefined name or a number of the source: hexadecimal after 0x, else decimal.
+ShownValue Values::Written(const std::string& text) const {
+    const auto name = names_.find(text);
+    if (name != names_.end()) return {text, name->second};
+    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    char* end = nullptr;
+    const auto number = static_cast<unsigned>(std::strtoull(text.c_str(), &end, hexadecimal ? 16 : 10));
+    if (end == text.c_str()) return {text, {}};
+    return {text, number};
+}
+
+ShownValue Values::ResolvedText(const std::string& text) const {
+    if (!names_.contains(text) && !IsNumber(text)) return {text, {}};
+    const ShownValue written = Written(text);
+    return {std::to_string(written.number.value_or(0)), written.number};
+}
+
+std::string Joined(const std::vector<ShownValue>& values) {
+    std::string text;
+    for (const ShownValue& value : values) text += (&value == values.data() ? "" : ",") + value.text;
+    return text;
+}
+
+}  // namespace zek::tool
