@@ -24,7 +24,9 @@ endfunction()
 
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 foreach(file lib/libzekcomp.so.0 lib/libzekrsparser.so.0 lib/cmake/zekcomp/zekcompConfig.cmake lib/pkgconfig/zekcomp.pc
-        include/zekcomp/zekcomp.h include/zekrsparser.h bin/zek share/zek/include/zek/words.zek)
+        include/zekcomp/zekcomp.h include/zekrsparser.h bin/zek share/man/man1/zek.1
+        share/man/man1/zek-compile.1 share/bash-completion/completions/zek share/zsh/vendor-completions/_zek
+        share/fish/vendor_completions.d/zek.fish share/zek/include/zek/words.zek)
   if(NOT EXISTS ${prefix}/${file})
     message(FATAL_ERROR "${file} was not installed")
   endif()

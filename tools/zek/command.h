@@ -58,6 +58,10 @@ struct CommandSpec {
     Run (*prepare)(Words& words);
 };
 
+/// What the help of `zek` itself says: one line, and "Example:" with the rest.
+extern const char* const kAboutZek;
+extern const char* const kExampleZek;
+
 /// In the order of the help. Each is defined beside what it does.
 const std::vector<CommandSpec>& Commands();
 

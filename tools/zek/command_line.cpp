@@ -11,14 +11,6 @@
 namespace zek::tool {
 namespace {
 
-constexpr char kAbout[] = "Compiles hardware descriptions in the ZEK language and shows what their images hold.";
-constexpr char kExample[] =
-    "Example:\n"
-    "  zek compile board.zek          check board.zek, write board.zki and board.zkd\n"
-    "\n"
-    "Exit codes: 0 fine, 1 the source has errors, 2 wrong command line or a file that cannot be read or written,\n"
-    "3 not a valid image. Messages go to standard error.\n"
-    "'zek COMMAND --help' tells more about a command.";
 constexpr char kMoreHelp[] = "\nRun with --help for more information.\n";
 /// What is wrong with the text of a count; empty when nothing is.
 std::string WhyNoCount(const std::string& text) {
@@ -173,8 +165,8 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
 
 CommandLine ReadCommandLine(int argc, char** argv) {
     CommandLine line;
-    CLI::App app(kAbout, "zek");
-    app.footer(kExample);
+    CLI::App app(kAboutZek, "zek");
+    app.footer(kExampleZek);
     app.set_version_flag("--version", std::string("zek ") + ZEK_TOOL_VERSION);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.require_subcommand(1);
