@@ -43,6 +43,11 @@ void operator delete(void* memory) noexcept {
 }
 void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
+// The sanitizer's array forms would pass by those above.
+void* operator new[](std::size_t size) { return operator new(size); }
+void operator delete[](void* memory) noexcept { operator delete(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { operator delete(memory); }
+
 #if !defined(__SANITIZE_ADDRESS__)
 // The sanitizer has functions of its own in their place, which must see every piece.
 extern "C" {
