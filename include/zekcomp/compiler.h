@@ -2,7 +2,8 @@
 ///
 /// One compilation at a time, in this order: `gccCompStart`, `gccParse`, `gccCheck`, then `gccOutputD` and `gccOutput`
 /// in either order, and last `gccCompEnd`. All state is process-wide and unguarded: call from one thread. None of these
-/// calls sets an error slot; the reasons of a failure go to the host's `Output`.
+/// calls sets an error slot; the reasons of a failure go to the host's `Output`. Where memory runs out each throws
+/// `std::bad_alloc`; `gccCompEnd`, which does not, then makes ready for another compilation.
 #pragma once
 
 #include <string>
@@ -22,10 +23,12 @@ ZEK_API void gccParse();
 /// of a pass is reported; cross-references are checked only when every entry by itself is sound.
 ZEK_API unsigned gccCheck();
 
-/// Writes the debug image. 1 when the file could be created, else 0; later write errors are not examined.
+/// Writes the debug image. 1 when the file could be created, else 0; later write errors are not examined. Where memory
+/// runs out, the file is cut anywhere.
 ZEK_API unsigned gccOutputD(const std::string& file);
 
-/// Writes the compiled image. 1 when the file could be created, else 0; later write errors are not examined.
+/// Writes the compiled image. 1 when the file could be created, else 0; later write errors are not examined. Where
+/// memory runs out, identifier tables, counters and table data are as they were before.
 ZEK_API unsigned gccOutput(const std::string& file);
 
 /// Destroys the model and the predefined names. The list of source file names, the identifier tables and their counters
