@@ -118,7 +118,7 @@ std::vector<ShownValue> Values::Resolved(const ShownSection& section, const Show
         const bool isText = named || !number || entry.key == "NAME";
         return {isText ? ShownValue{entry.value, {}} : ResolvedText(entry.value)};
     }
-    for (const std::string& piece : Pieces(list ? entry.value.substr(1) : entry.value)) {
+    for (const std::string& piece : Pieces(list && !entry.value.empty() ? entry.value.substr(1) : entry.value)) {
         values.push_back(ResolvedText(piece));
     }
     if (!list && std::string_view(section.keyword) != "REPEATER") PutInSourceOrder(values);
