@@ -28,6 +28,12 @@ public:
     void AnyFiles(const std::string& type, std::vector<std::string>&, const std::string& help) override {
         all.push_back({{}, type, help, Value::kFile, {}, true, false});
     }
+    void OptionalFile(const std::string& type, std::string&, const std::string& help) override {
+        all.push_back({{}, type, help, Value::kFile});
+    }
+    void Argument(const std::string& type, std::string&, const std::string& help) override {
+        all.push_back({{}, type, help, Value::kText, {}, false, true});
+    }
     void FileOption(const std::string& names, const std::string& type, std::string&, const std::string& help) override {
         all.push_back({Split(names), type, help, Value::kFile});
     }
@@ -48,6 +54,10 @@ public:
     void Choice(const std::string& names, const std::string& type, const std::vector<std::string>& words, std::string&,
                 const std::string& help) override {
         all.push_back({Split(names), type, help, Value::kChoice, words});
+    }
+    void OptionalText(const std::string& names, const std::string& type, std::optional<std::string>&,
+                      const std::string& help) override {
+        all.push_back({Split(names), type, help, Value::kText});
     }
     void Flag(const std::string& names, bool&, const std::string& help) override {
         all.push_back({Split(names), "", help});
