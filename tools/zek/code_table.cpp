@@ -8,7 +8,7 @@ namespace {
 
 std::vector<CodeGroup> AllGroups() {
     std::vector<CodeGroup> all;
-    for (const auto& some : {ReadingCodes(), CheckingCodes(), CommandCodes()}) {
+    for (const auto& some : {ReadingCodes(), CheckingCodes(), CommandCodes(), LintCodes()}) {
         all.insert(all.end(), some.begin(), some.end());
     }
     return all;

@@ -50,6 +50,7 @@ std::span<const CodeGroup> CodeGroups();
 std::span<const CodeGroup> ReadingCodes();
 std::span<const CodeGroup> CheckingCodes();
 std::span<const CodeGroup> CommandCodes();
+std::span<const CodeGroup> LintCodes();
 
 /// Null for an unknown code.
 const CodeRow* RowOfCode(std::string_view code);

@@ -77,5 +77,6 @@ extern const CommandSpec kMapCommand;
 extern const CommandSpec kFmtCommand;
 extern const CommandSpec kNewCommand;
 extern const CommandSpec kDecompileCommand;
+extern const CommandSpec kLintCommand;
 
 }  // namespace zek::tool

@@ -14,10 +14,12 @@
 #include "dependency_file.h"
 #include "failure.h"
 #include "image_bytes.h"
+#include "lint.h"
 #include "output_file.h"
 #include "parser_library.h"
 #include "paths.h"
 #include "printable.h"
+#include "renderer.h"
 #include "report.h"
 #include "source_index.h"
 #include "source_reading.h"
@@ -53,6 +55,8 @@ struct SourceOptions {
     std::vector<std::string> definitions;
     std::size_t mostFiles = 10000;  ///< how many files one compilation may read
     ReportOptions report;
+    bool lint = false;         ///< the rules of lint are run, too
+    bool amongOthers = false;  ///< other sources are checked in the same run
 };
 
 struct CompileOptions : SourceOptions {
@@ -116,6 +120,20 @@ struct CheckedSource {
     bool valid = false;
 };
 
+/// Tells what the rules of lint find; `sound`: the source has no errors.
+void TellLint(const std::string& source, const SourceOptions& options, const std::vector<SourceFile>& files,
+              SourceIndex& index, bool sound) {
+    SourceText text;
+    const Levels levels;
+    ReviewScope scope;
+    // Where there are errors most rules are not run, so that nothing is known of what they would find.
+    if (sound) scope.origins = {Origin::kLint, Origin::kCommand};
+    for (const SourceFile& file : files) scope.paths.push_back(file.path);
+    const LintScope where = {sound, options.amongOthers};
+    SourceFindings all = {source, Reviewed(Lint(files, index, text, levels, where), levels, scope, text)};
+    Tell(TextRenderer(false)->Of(all, text));
+}
+
 /// Reads and checks a source and tells what there is to tell. The model stays for the outputs.
 CheckedSource Check(const std::string& source, const SourceOptions& options) {
     RequireReadable(source);
@@ -137,6 +155,7 @@ CheckedSource Check(const std::string& source, const SourceOptions& options) {
     report.Add(whileReading, TakeMessages());
     Tell(report.Text());
     checked.valid = passed && report.Losses() == 0;
+    if (options.lint && !options.report.raw) TellLint(source, options, checked.files, index, checked.valid);
     return checked;
 }
 
@@ -275,8 +294,9 @@ int RunCompile(const CompileOptions& options) {
 
 int RunCheck(const CheckOptions& options) {
     int worst = kFine;
-    for (const std::string& source : options.sources)
-        worst = std::max(worst, CheckInChild(PathOfSource(source), options));
+    SourceOptions each = options;
+    each.amongOthers = options.sources.size() > 1;
+    for (const std::string& source : options.sources) worst = std::max(worst, CheckInChild(PathOfSource(source), each));
     return worst;
 }
 
@@ -314,6 +334,7 @@ Run PrepareCompile(Words& words) {
 
 Run PrepareCheck(Words& words) {
     const auto options = std::make_shared<CheckOptions>();
+    options->lint = true;
     words.Files("SOURCE", options->sources, "The sources");
     AddSourceOptions(words, *options);
     return [options] { return RunCheck(*options); };

@@ -35,16 +35,20 @@ public:
     /// The headers of all sections of that name without an item of that key, in the order in which they were read.
     const std::vector<Place>& SectionsWithout(const std::string& section, const std::string& key);
 
-    /// The include items that lead to an opening of a file, the one in the main source first. Line 0 where it is not
-    /// known. The opening is a position among the files.
-    std::vector<Place> WayTo(std::size_t opening);
-
-private:
     struct ReadSection {
         const std::string* path;
         const SourceSection* section;
     };
 
+    /// All sections in the order in which they were read, those of a file as often as it was; none with a parser
+    /// library without hook.
+    const std::vector<ReadSection>& SectionsRead();
+
+    /// The include items that lead to an opening of a file, the one in the main source first. Line 0 where it is not
+    /// known. The opening is a position among the files.
+    std::vector<Place> WayTo(std::size_t opening);
+
+private:
     /// The order in which the library checks sections: that of the kinds, then that of the reading.
     using Order = std::pair<std::size_t, std::size_t>;
 
@@ -52,7 +56,6 @@ private:
     std::vector<Place> Fitting(const Wanted& wanted, const std::vector<std::size_t>& openings);
     Order OrderOf(std::size_t opening, const SourceLine& line) const;
     void ReadAgain(std::size_t position, const std::vector<std::vector<std::size_t>>& included);
-    const std::vector<ReadSection>& SectionsRead();
 
     const std::vector<SourceFile>& files_;
     SourceIndex& index_;

@@ -1,0 +1,68 @@
+// What the rules of `zek check` find. The first sentence of each cause is what `zek lint --list` says.
+#include "code_table.h"
+
+// What every source with values or views needs.
+#define ZEK_WORDS "[INCLUDE]\nFILE = zek/words.zek\n"
+#define ZEK_ACTION "[ACTION]\nNAME = Step\nARGNUMBER = 1\nVALUE = VT_WRITE,0,8,BUSTYPE_SMBUS,0x2C,ARG1\n"
+#define ZEK_GROUP "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = 0\n"
+
+namespace zek::tool {
+namespace {
+
+constexpr CodeRow kLosses[] = {
+    {"L101", Level::kWarning, "[%s]:%s, is lost: no [SENSOR], [DEVICE], [SYSTEM] or [PROPERTY] uses the name %s",
+     "A P_ text of a [TAVRGROUP] does not reach the image, nor do the P_ texts behind it. The image numbers only the "
+     "names that P_ texts of a [SENSOR], [DEVICE] or [SYSTEM] or keys of a [PROPERTY] have; any other ends the "
+     "section.",
+     "[TAVRGROUP]\nNAME = Fans\nID = 1\nPID = 0\nSENSORS =\nP_ICON = fan\n",
+     "Use the name in one of these sections, too, for instance as a [PROPERTY]; or take the text away."},
+    {"L102", Level::kWarning, "[%s]:%s, %s is no argument and compiles to 0xFFFFFFFF, which stands for nothing",
+     "An argument of a [REPEATER] has no number behind ARG. The library does not check these, and the image gets the "
+     "word of what was not found.",
+     ZEK_WORDS ZEK_ACTION "[REPEATER]\nRampUp = 8,Step,ARGx\n", "Write a number behind ARG."},
+    {"L103", Level::kWarning, "[%s]:%s, %s compiles to 0xFFFFFFFF, which stands for nothing",
+     "The number 0xFFFFFFFF, or -1, reaches the service as nothing. The image uses that number where there is none.",
+     ZEK_WORDS ZEK_ACTION "[REPEATER]\nRampUp = 8,Step,-1\n", "Use another number, or a value that is worked out."},
+    {"L104", Level::kWarning, "[%s]:%s, the count %s is no plain number and compiles to 0",
+     "The count of a [REPEATER] is a word or a global. The check takes it, but the image gets 0.",
+     ZEK_WORDS ZEK_ACTION "[DEFINE]\nTIMES = 8\n[REPEATER]\nRampUp = TIMES,Step,1\n", "Write the number itself."},
+    {"L105", Level::kWarning, "[%s]:%s, %s is no plain number and compiles to 0xFFFFFFFF",
+     "An element of SENSORS is a word or a text. Words are not looked up there.",
+     "[TAVRGROUP]\nNAME = Fans\nID = 1\nPID = 0\nSENSORS = FAN\n", "Write the ID of the sensor as a number."},
+    {"L106", Level::kWarning, "[%s]:%s, %s is no plain number: the check compares it as 0",
+     "The ID of a [SENSOR], the PID of a [TAVRGROUP] or ARGNUMBER is a word. The check compares it as 0, so that it "
+     "misses views and arguments that do not fit.",
+     "[DEFINE]\nTOP = 7\n[TAVRGROUP]\nNAME = Fans\nID = 1\nPID = TOP\nSENSORS =\n", "Write the number itself."},
+    {"L107", Level::kWarning, "[%s]:%s, %s is no plain number and compiles to 0",
+     "The value of a row of a [TABLE] is a word or a text. Words are not looked up there.",
+     "[DEFINE]\nFULL = 255\n[TABLE]\nNAME = Curve\nTYPE = 1\n0.255 = FULL\n", "Write the number itself."},
+    {"L108", Level::kWarning, "[%s]:%s, the operands are lost, since %s is the value type %s, which takes none",
+     "A value has operands, and its type takes none. The types 13 to 100 and above 104 pass with any operands, but "
+     "none "
+     "reaches the image.",
+     "[DEFINE]\nVT_OTHER = 50\n[GLOBAL]\nG_Any = VT_OTHER,1,2\n", "Use another value type, or take the operands away."},
+};
+
+constexpr CodeRow kTexts[] = {
+    {"L161", Level::kWarning, "[%s]:%s, '%s' is lost, since it stands outside the quotes of '%s'",
+     "Text before or behind the quotes of a sub-string is lost. Only what stands between the quotes counts, up to the "
+     "next comma.",
+     "[PROPERTY]\nVendor = The \"Example\" company\n", "Put the quotes round the whole sub-string."},
+    {"L162", Level::kWarning, "[%s]:%s, the quote is not closed, so that it takes everything to the end",
+     "A closing quote is missing. The sub-string takes the rest of the value, commas and comments included.",
+     "[PROPERTY]\nVendor = \"Example, Limited\n", "Close the quote."},
+    {"L163", Level::kWarning, "[%s]:%s, there is no = behind the key",
+     "An item has no equals sign. The whole line is its key, and its value is empty.",
+     "[TAVRGROUP]\nNAME = Fans\nID = 1\nPID = 0\nSENSORS\n", "Write KEY = VALUE, or make the line a comment."},
+};
+
+constexpr CodeGroup kGroups[] = {
+    {"Lint: what the image loses", "", Origin::kLint, kLosses},
+    {"Lint: texts", "", Origin::kLint, kTexts},
+};
+
+}  // namespace
+
+std::span<const CodeGroup> LintCodes() { return kGroups; }
+
+}  // namespace zek::tool

@@ -1,0 +1,23 @@
+/// The functions of the rules; lint.cpp gives each its code, and codes_lint.cpp says what it finds. Relies on lint.h.
+#pragma once
+
+#include "lint.h"
+
+namespace zek::tool {
+
+// lint_losses.cpp: what does not reach the image, or as something else.
+void FindLostTexts(LintRun& run);
+void FindLostArguments(LintRun& run);
+void FindNumbersForNone(LintRun& run);
+void FindCountsByName(LintRun& run);
+void FindSensorsByName(LintRun& run);
+void FindIdsByName(LintRun& run);
+void FindRowsByName(LintRun& run);
+void FindLostOperands(LintRun& run);
+
+// lint_texts.cpp: what the cutting of the text loses.
+void FindTextOutsideQuotes(LintRun& run);
+void FindOpenQuotes(LintRun& run);
+void FindItemsWithoutEquals(LintRun& run);
+
+}  // namespace zek::tool

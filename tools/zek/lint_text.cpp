@@ -1,0 +1,57 @@
+#include "lint_text.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "source_line.h"
+
+namespace zek::tool {
+namespace {
+
+constexpr std::size_t kLongestNumber = 10;
+
+/// The sub-string from `begin`, and where the next comma is.
+CutText CutAt(std::string_view value, std::size_t begin, std::size_t& comma) {
+    const std::size_t quote = value.find('"', begin);
+    comma = value.find(',', begin);
+    if (quote == value.npos || comma < quote) return {value.substr(begin, std::min(comma, value.size()) - begin)};
+    CutText cut;
+    cut.before = value.substr(begin, quote - begin);
+    const std::size_t closing = value.find('"', quote + 1);
+    cut.open = closing == value.npos;
+    const std::size_t end = std::min(closing, value.size());
+    cut.text = value.substr(quote + 1, end - quote - 1);
+    comma = value.find(',', end);
+    if (!cut.open) cut.after = value.substr(end + 1, std::min(comma, value.size()) - end - 1);
+    return cut;
+}
+
+}  // namespace
+
+std::vector<CutText> CutValue(std::string_view value) {
+    std::vector<CutText> all;
+    if (value.empty()) return all;
+    for (std::size_t begin = 0, comma = 0; comma != value.npos; begin = comma + 1) {
+        all.push_back(CutAt(value, begin, comma));
+    }
+    return all;
+}
+
+std::optional<WrittenNumber> WrittenNumberIn(std::string_view text) {
+    if (text.empty() || text.size() > kLongestNumber) return std::nullopt;
+    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    const std::string written(text);
+    char* end = nullptr;
+    const unsigned long long wide = std::strtoull(written.c_str(), &end, hexadecimal ? 16 : 10);
+    WrittenNumber number;
+    number.value = static_cast<unsigned>(wide);
+    const std::size_t first = hexadecimal ? 2 : 0;
+    if (number.value == 0 && (text.size() <= first || text[first] != '0')) return std::nullopt;
+    const std::size_t sign = text.find_first_not_of(" \t\n\v\f\r");
+    number.negative = text[sign] == '-';
+    number.wrapped = (number.negative ? 0ULL - wide : wide) > 0xFFFFFFFFULL;
+    number.hasTextBehind = !Trimmed(text.substr(static_cast<std::size_t>(end - written.c_str()))).empty();
+    return number;
+}
+
+}  // namespace zek::tool
