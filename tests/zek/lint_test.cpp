@@ -87,8 +87,7 @@ TEST_F(ZekLint, ListsEachRuleWithCodeNameAndSentence) {
 
 TEST_F(ZekLint, PageNamesEveryRule) {
     const Result list = Zek({"lint", "--list"});
-    EXPECT_NE(Read(ZEK_LINT_PAGE).find("\n```text zek lint\n" + list.out + "```\n"), std::string::npos)
-        << list.out;
+    EXPECT_NE(Read(ZEK_LINT_PAGE).find("\n```text zek lint\n" + list.out + "```\n"), std::string::npos) << list.out;
 }
 
 TEST_F(ZekLint, FindsItsExamples) {
@@ -195,6 +194,66 @@ TEST_F(ZekLint, FindsOperandsOfTypesWithout) {
         {"L108", global + "VT_A\n", ""},
         {"L108", global + "VT_C,1\n", ""},
     });
+}
+
+TEST_F(ZekLint, FindsNumbersThatCountAsOthers) {
+    Expect({
+        {"L111", "[DEFINE]\nA = 12V\n", "2:5: [DEFINE]:A, 12V counts as 12: what stands behind the digits is ignored"},
+        {"L111", kWords + "[GLOBAL]\nG_A = VT_VALUE,0x1G\n",
+         "4:16: [GLOBAL]:G_A, 0x1G counts as 1: what stands behind the digits is ignored"},
+        {"L111", kWords + "[GLOBAL]\nG_A = VT_VALUE,\"12 \"\n[DEFINE]\nA = 0x1F\n", ""},
+        {"L112", "[DEFINE]\nA = 4294967297\n", "2:5: [DEFINE]:A, 4294967297 does not fit and counts as 1"},
+        {"L112", "[DEFINE]\nA = 4294967295\n", ""},
+        {"L113", kTable + "7 = -2\n", "5:5: [TABLE]:7, -2 is negative and counts as 4294967294"},
+        {"L113", kWords + "[DEFINE]\nA = -2\n[GLOBAL]\nG_A = VT_VALUE,-2\n", ""},
+    });
+}
+
+TEST_F(ZekLint, FindsThresholdsThatFall) {
+    const std::string before = kWords +
+                               "[GROUP]\nPARENT = 0\nNAME = B\nCHILDGROUP = 0\n[TAVRGROUP]\nNAME = A\nID = 1\n"
+                               "PID = 0\nSENSORS = 1\n[SENSOR]\nPARENT = B\nNAME = S\nID = 1\nTYPE = 1\n"
+                               "INITFLAG = 0\nCONTROLMASK = 0\nVALUE = VT_NONE\n";
+    Expect({
+        {"L121", before + "THRESHOLD_FL = -20\nTHRESHOLD_WL = -30\nTHRESHOLD_FH = 40\n",
+         "21:16: [SENSOR]:THRESHOLD_WL, -30 is below THRESHOLD_FL, which is -20"},
+        {"L121", before + "THRESHOLD_FH = 9\nTHRESHOLD_FL = 10\n",
+         "20:16: [SENSOR]:THRESHOLD_FH, 9 is below THRESHOLD_FL, which is 10"},
+        {"L121", before + "THRESHOLD_FL = -20\nTHRESHOLD_WL = -10\nTHRESHOLD_WH = 40\nTHRESHOLD_FH = 40\n", ""},
+        {"L121", before + "THRESHOLD_FL = 30 ; zek: allow L121\nTHRESHOLD_WL = 20 ; zek: allow L121\n", ""},
+    });
+}
+
+TEST_F(ZekLint, FindsWordsThatStandForSomethingElse) {
+    Expect({
+        {"L141", "[DEFINE]\nA = 1\n[IFDEF]\nDEFINEWORD = A\nA = 2\n",
+         "5:1: [IFDEF]:A, the word A is defined again, as 2: this value holds everywhere, also above"},
+        {"L141", "[DEFINE]\nA = 1\n[DEFINE]\nA = 0x01\n", ""},
+        {"L143", "[IFDEF]\nDEFINEWORD = A\nB = 1\n[DEFINE]\nA = 1\n",
+         "2:14: [IFDEF]:DEFINEWORD, the word A is not defined here, but the items below are defined all the same"},
+        {"L143", "[DEFINE]\nA = 1\n[IFDEF]\nDEFINEWORD = A\nB = 1\n", ""},
+    });
+    Write("a.zek", "[IFDEF]\nDEFINEWORD = A\nB = 1\n");
+    EXPECT_EQ(FoundIn({"check", "-D", "A=1", "a.zek"}, "L143"), "");
+}
+
+TEST_F(ZekLint, FindsTablesThatDoNotSetAllTheirBytes) {
+    const std::string second = "[TABLE]\nNAME = Other\nTYPE = 1\n";
+    Expect({
+        {"L151", "[TABLE]\nNAME = Curve\nTYPE = 1\n1.255 = 7\n",
+         "2:8: [TABLE]:NAME, Curve sets 255 of its 256 bytes: from byte 0 on, those that no row sets are 0"},
+        {"L151", "[TABLE]\nNAME = Curve\nTYPE = 1\n8.255 = 7\n0.7 = 1\n", ""},
+        {"L151", kTable + second, ""},
+        {"L152", kTable + second + "0.9 = 7\n11.255 = 7\n",
+         "6:8: [TABLE]:NAME, Other sets 255 of its 256 bytes: from byte 10 on, those that no row sets are those of the "
+         "table before"},
+        {"L152", kTable + second + "0.9 = 7\n10.255 = 7\n", ""},
+    });
+}
+
+TEST_F(ZekLint, FindsNothingInTheExample) {
+    const std::filesystem::path example = ZEK_EXAMPLE;
+    EXPECT_EQ(Zek({"check", example.string()}).err, "");
 }
 
 TEST_F(ZekLint, FindsTextsThatTheCuttingLoses) {

@@ -43,6 +43,48 @@ constexpr CodeRow kLosses[] = {
      "[DEFINE]\nVT_OTHER = 50\n[GLOBAL]\nG_Any = VT_OTHER,1,2\n", "Use another value type, or take the operands away."},
 };
 
+constexpr CodeRow kNumbers[] = {
+    {"L111", Level::kWarning, "[%s]:%s, %s counts as %s: what stands behind the digits is ignored",
+     "Text stands behind the digits of a number. The library ignores it, be it a unit, a fraction or a slip.",
+     "[DEFINE]\nLIMIT = 3.3\n", "Write the number alone, in a unit in which it is whole."},
+    {"L112", Level::kWarning, "[%s]:%s, %s does not fit and counts as %s",
+     "A number has more than 32 bits. The bits above are dropped.", "[DEFINE]\nLIMIT = 4294967297\n",
+     "Write a number up to 4294967295."},
+    {"L113", Level::kWarning, "[%s]:%s, %s is negative and counts as %s",
+     "A negative number stands where numbers have no sign. It counts down from 2^32.",
+     "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = -2\n", "Write the number that is meant."},
+};
+
+constexpr CodeRow kThresholds[] = {
+    {"L121", Level::kWarning, "[%s]:%s, %s is below %s, which is %s",
+     "The thresholds of a [SENSOR] are out of order. Fatal low, warning low, warning high and fatal high should not "
+     "fall; they are compared as numbers with sign.",
+     ZEK_WORDS ZEK_GROUP "[SENSOR]\nPARENT = Board\nNAME = Inlet\nID = 1\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 3\n"
+                         "THRESHOLD_WH = 90\nTHRESHOLD_FH = 80\nVALUE = VT_NONE\n"
+                         "[TAVRGROUP]\nNAME = All\nID = 1\nPID = 0\nSENSORS = 1\n",
+     "Correct them, or allow it where the order is meant."},
+};
+
+constexpr CodeRow kWords[] = {
+    {"L141", Level::kWarning, "[%s]:%s, the word %s is defined again, as %s: this value holds everywhere, also above",
+     "A word is defined in several sections with different values. The last value holds everywhere.",
+     "[DEFINE]\nLIMIT = 1\n[DEFINE]\nLIMIT = 2\n", "Rename one."},
+    {"L143", Level::kWarning, "[%s]:%s, the word %s is not defined here, but the items below are defined all the same",
+     "The word of an [IFDEF] is unknown where it stands. Its items are defined all the same.",
+     "[IFDEF]\nDEFINEWORD = REAR\nLIMIT = 1\n", "Define the word above, or make the section a [DEFINE]."},
+};
+
+constexpr CodeRow kTables[] = {
+    {"L151", Level::kWarning, "[%s]:%s, %s sets %s of its 256 bytes: from byte %s on, those that no row sets are 0",
+     "The first [TABLE] does not set all its bytes. The others are 0.", "[TABLE]\nNAME = Curve\nTYPE = 1\n0.254 = 7\n",
+     "Begin with a row `0.255`."},
+    {"L152", Level::kWarning,
+     "[%s]:%s, %s sets %s of its 256 bytes: from byte %s on, those that no row sets are those of the table before",
+     "A [TABLE] behind another does not set all its bytes. The others keep the values of the table before.",
+     "[TABLE]\nNAME = Curve\nTYPE = 1\n0.255 = 7\n[TABLE]\nNAME = Other\nTYPE = 1\n0.254 = 8\n",
+     "Begin with a row `0.255`."},
+};
+
 constexpr CodeRow kTexts[] = {
     {"L161", Level::kWarning, "[%s]:%s, '%s' is lost, since it stands outside the quotes of '%s'",
      "Text before or behind the quotes of a sub-string is lost. Only what stands between the quotes counts, up to the "
@@ -58,6 +100,10 @@ constexpr CodeRow kTexts[] = {
 
 constexpr CodeGroup kGroups[] = {
     {"Lint: what the image loses", "", Origin::kLint, kLosses},
+    {"Lint: numbers", "", Origin::kLint, kNumbers},
+    {"Lint: thresholds", "", Origin::kLint, kThresholds},
+    {"Lint: words", "", Origin::kLint, kWords},
+    {"Lint: tables", "", Origin::kLint, kTables},
     {"Lint: texts", "", Origin::kLint, kTexts},
 };
 

@@ -15,6 +15,22 @@ void FindIdsByName(LintRun& run);
 void FindRowsByName(LintRun& run);
 void FindLostOperands(LintRun& run);
 
+// lint_numbers.cpp: numbers that do not count as they are written.
+void FindTextBehindNumbers(LintRun& run);
+void FindWrappedNumbers(LintRun& run);
+void FindNegativeNumbers(LintRun& run);
+
+// lint_thresholds.cpp
+void FindThresholdsOutOfOrder(LintRun& run);
+
+// lint_words.cpp
+void FindWordsDefinedAgain(LintRun& run);
+void FindUnknownConditions(LintRun& run);
+
+// lint_tables.cpp
+void FindIncompleteFirstTable(LintRun& run);
+void FindIncompleteLaterTables(LintRun& run);
+
 // lint_texts.cpp: what the cutting of the text loses.
 void FindTextOutsideQuotes(LintRun& run);
 void FindOpenQuotes(LintRun& run);
