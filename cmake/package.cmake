@@ -19,4 +19,4 @@ foreach(module zekcomp zekrsparser)
   install(FILES ${PROJECT_BINARY_DIR}/${module}.pc DESTINATION ${pkgConfigDir} COMPONENT development)
 endforeach()
 
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/share/zek DESTINATION ${CMAKE_INSTALL_DATADIR} COMPONENT runtime)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/share/zek DESTINATION ${CMAKE_INSTALL_DATADIR} COMPONENT tools)
