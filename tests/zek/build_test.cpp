@@ -1,6 +1,9 @@
 // What a build asks of `zek compile`: dependency files, sources of C, equal bytes, words from outside.
 #include <chrono>
+#include <fstream>
+#include <nlohmann/json.hpp>
 #include <regex>
+#include <sstream>
 
 #include "zek/command.h"
 
@@ -270,6 +273,44 @@ TEST_F(ZekBuild, ReadsStandardInputAndWritesStandardOutputWhereTheNamesAreDashes
     EXPECT_EQ(full.code, 2);
     EXPECT_EQ(full.err, "zek: cannot write to standard output: No space left on device\n");
     EXPECT_EQ(Names(), (Strings{"a.zek", "a.zkd", "a.zki", "g.zkd"}));
+}
+
+TEST_F(ZekBuild, ProblemMatcherTakesErrorsAndWarningsApart) {
+    std::ifstream file(ZEK_SOURCE_DIR "/share/zek/github/problem-matcher.json");
+    const auto pattern = nlohmann::json::parse(file).at("problemMatcher").at(0).at("pattern").at(0);
+    const std::regex regex(pattern.at("regexp").get<std::string>());
+    Write("faulty.zek", "[GROUP]\nPARENT = 0\nNAME = Board\nCOLOUR = red\n\n[SENSR]\nNAME = Inlet\n");
+    std::istringstream lines(Zek({"check", "faulty.zek"}).err + "zek: cannot read a:1: error: x\n");
+    Strings found;
+    for (std::string line; std::getline(lines, line);) {
+        std::smatch match;
+        if (!std::regex_match(line, match, regex)) continue;
+        EXPECT_EQ(match[pattern.at("file").get<std::size_t>()], "faulty.zek");
+        found.push_back(match[pattern.at("line").get<std::size_t>()].str() + ' ' +
+                        match[pattern.at("severity").get<std::size_t>()].str());
+        EXPECT_EQ(match[pattern.at("message").get<std::size_t>()].str().substr(0, 1), "[") << line;
+    }
+    EXPECT_EQ(found, (Strings{"4 warning", "6 error", "0 error"}));
+    // With a column and a code.
+    std::smatch match;
+    const std::string full = "a.zek:3:7: error: is [odd] [E012]";
+    ASSERT_TRUE(std::regex_match(full, match, regex));
+    EXPECT_EQ(match[pattern.at("column").get<std::size_t>()], "7");
+    EXPECT_EQ(match[pattern.at("message").get<std::size_t>()], "is [odd]");
+    EXPECT_EQ(match[pattern.at("code").get<std::size_t>()], "E012");
+}
+
+TEST_F(ZekBuild, HooksRunCommandsThatTakeSources) {
+    std::ifstream file(ZEK_SOURCE_DIR "/.pre-commit-hooks.yaml");
+    std::size_t hooks = 0;
+    WriteSound("a.zek");
+    for (std::string line; std::getline(file, line);) {
+        if (!line.starts_with("  entry: ")) continue;
+        ++hooks;
+        EXPECT_TRUE(line.starts_with("  entry: zek ")) << line;
+        EXPECT_EQ(Shell(ZEK_PROGRAM + line.substr(12) + " a.zek").code, 0) << line;
+    }
+    EXPECT_EQ(hooks, 2U);
 }
 
 class ZekPair : public ZekTest {
