@@ -1,4 +1,4 @@
-// The list of messages in docs/language.md is that of the library.
+// The page of messages has every message of the library; that it is the table of codes is held with the command.
 #include <filesystem>
 #include <regex>
 #include <set>
@@ -34,13 +34,13 @@ std::multiset<std::string> MessagesOfTheLibrary() {
     return messages;
 }
 
-TEST(MessagesOfTheLanguagePage, AreThoseOfTheLibrary) {
-    const std::string page = SourceFile("docs/language.md");
-    const std::string list = page.substr(page.find("\n## Messages\n"));
-    std::multiset<std::string> listed = Matches(list, "^- `([^`\n]+)`");
-    listed.merge(Matches(list, "^- `[^`\n]+` and `([^`\n]+)`$"));
-    EXPECT_FALSE(listed.empty());
-    EXPECT_EQ(listed, MessagesOfTheLibrary());
+TEST(MessagesPage, HasEveryMessageOfTheLibraryUnderACode) {
+    const std::string page = SourceFile("docs/messages.md");
+    std::set<std::string> listed;
+    for (const std::string& format : Matches(page, "^### [EW][0-9]{3}\n\n`([^`\n]+)`$")) listed.insert(format);
+    const std::multiset<std::string> sent = MessagesOfTheLibrary();
+    EXPECT_FALSE(sent.empty());
+    EXPECT_EQ(listed, std::set<std::string>(sent.begin(), sent.end()));
 }
 
 }  // namespace

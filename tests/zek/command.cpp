@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <sstream>
 
 namespace zek::test {
 
@@ -81,6 +82,16 @@ Result Program::Finish() {
 Result Zek(std::vector<std::string> arguments, const Setting& setting) {
     arguments.insert(arguments.begin(), ZEK_PROGRAM);
     return Program(std::move(arguments), setting).Finish();
+}
+
+std::string WithoutExcerpts(const std::string& said) {
+    std::string rest;
+    std::istringstream lines(said);
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t bar = line.find_first_not_of(" 0123456789");
+        if (!(line.starts_with(' ') && bar != line.npos && line[bar] == '|')) rest += line + '\n';
+    }
+    return rest;
 }
 
 Setting Fault(const std::string& name) {

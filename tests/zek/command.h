@@ -49,6 +49,9 @@ private:
 /// Runs `zek` with these arguments to its end.
 Result Zek(std::vector<std::string> arguments, const Setting& setting = {});
 
+/// What was said without the lines that show the source.
+std::string WithoutExcerpts(const std::string& said);
+
 /// A setting in which a call fails; the names are told in faults.cpp.
 Setting Fault(const std::string& name);
 

@@ -25,9 +25,7 @@ TEST(ZekKnownMessages, AreTheLibrarysOwn) {
     EXPECT_STREQ(kSectionNameFailed, zek::kSectionNameFailed);
     EXPECT_STREQ(kCreateSectionFailed, zek::kCreateSectionFailed);
     EXPECT_STREQ(kFileNotLoaded, zek::kFileNotLoaded);
-    EXPECT_STREQ(kNoSuchSensor, zek::kNoSuchSensor);
-    EXPECT_STREQ(kSmbusAddress, zek::kSmbusAddress);
-    EXPECT_STREQ(kSmbusType, zek::kSmbusType);
+    EXPECT_STREQ(kNotANumber, zek::kNotANumber);
     EXPECT_STREQ(kEntryMissing, zek::kEntryMissing);
 }
 

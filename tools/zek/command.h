@@ -44,6 +44,10 @@ public:
     /// An option with any text, the empty one too.
     virtual void OptionalText(const std::string& names, const std::string& type, std::optional<std::string>& place,
                               const std::string& help) = 0;
+    /// An option that may be given several times; `take` gets each value in the order of the line and may throw
+    /// Failure.
+    virtual void Each(const std::string& names, const std::string& type,
+                      const std::function<void(const std::string&)>& take, const std::string& help) = 0;
     virtual void Flag(const std::string& names, bool& place, const std::string& help) = 0;
 };
 
@@ -67,6 +71,7 @@ const std::vector<CommandSpec>& Commands();
 
 extern const CommandSpec kCompileCommand;
 extern const CommandSpec kCheckCommand;
+extern const CommandSpec kExplainCommand;
 extern const CommandSpec kVerifyCommand;
 extern const CommandSpec kDumpCommand;
 extern const CommandSpec kTreeCommand;

@@ -84,6 +84,10 @@ public:
                 names, [&place](const std::string& text) { place = text; }, help)
             ->type_name(type);
     }
+    void Each(const std::string& names, const std::string& type, const std::function<void(const std::string&)>& take,
+              const std::string& help) override {
+        command_.add_option_function<std::string>(names, take, help)->type_name(type)->trigger_on_parse();
+    }
     void Flag(const std::string& names, bool& place, const std::string& help) override {
         command_.add_flag(names, place, help);
     }

@@ -13,8 +13,8 @@ const char* const kExampleZek =
 
 const std::vector<CommandSpec>& Commands() {
     static const std::vector<CommandSpec> commands = {
-        kCompileCommand, kCheckCommand, kVerifyCommand, kDumpCommand,      kTreeCommand, kGetCommand, kOriginCommand,
-        kDiffCommand,    kMapCommand,   kFmtCommand,    kDecompileCommand, kNewCommand,  kLintCommand};
+        kCompileCommand, kCheckCommand, kExplainCommand, kVerifyCommand, kDumpCommand,      kTreeCommand, kGetCommand,
+        kOriginCommand,  kDiffCommand,  kMapCommand,     kFmtCommand,    kDecompileCommand, kNewCommand,  kLintCommand};
     return commands;
 }
 

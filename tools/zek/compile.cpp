@@ -13,8 +13,10 @@
 #include "definitions.h"
 #include "dependency_file.h"
 #include "failure.h"
+#include "findings_output.h"
 #include "image_bytes.h"
 #include "lint.h"
+#include "memory_file.h"
 #include "output_file.h"
 #include "parser_library.h"
 #include "paths.h"
@@ -57,6 +59,7 @@ struct SourceOptions {
     ReportOptions report;
     bool lint = false;         ///< the rules of lint are run, too
     bool amongOthers = false;  ///< other sources are checked in the same run
+    FindingsOptions findings;
 };
 
 struct CompileOptions : SourceOptions {
@@ -85,23 +88,45 @@ void RequireReadable(const std::string& source) {
     if (access(path.c_str(), R_OK) != 0) throw SystemFailure("cannot read " + source);
 }
 
+/// What the library has said of a source, ready to be shown.
+struct Said {
+    SourceFindings findings;
+    bool sound = false;  ///< the check passed, and nothing of the source is missing in the model
+};
+
+Said WhatWasSaid(const std::string& source, const SourceOptions& options, const std::vector<SourceFile>& files,
+                 const ParserLibrary& parser, const std::vector<Message>& whileReading, bool passed, SourceText& text) {
+    SourceIndex index(parser);
+    Report report(options.report, source, files, index, text);
+    report.Add(whileReading, TakeMessages());
+    ReviewScope scope = {{}, {Origin::kLibrary, Origin::kCommand}};
+    // Where there are errors most rules are not run, so that nothing is known of what they would find.
+    const bool sound = passed && report.Losses() == 0;
+    if (options.lint && sound) scope.origins.insert(Origin::kLint);
+    for (const SourceFile& file : files) scope.paths.push_back(file.path);
+    Levels levels = options.findings.levels;
+    if (options.report.verbose) levels.ShowHidden();
+    if (options.lint) report.Add(Lint(files, index, text, levels, {sound, options.amongOthers}));
+    Said said = {{source, Reviewed(report.Findings(), levels, scope, text)}, sound};
+    if (options.report.raw) said.findings.raw = report.Raw();
+    return said;
+}
+
 /// Tells what the library has said so far, which is all that it will say, and ends the command.
-[[noreturn]] void GiveUp(const std::string& source, const SourceOptions& options, const std::string& why) {
-    const std::vector<SourceFile> none;
-    SourceIndex index{ParserLibrary()};
-    Report report(options.report, source, none, index);
-    report.Add(TakeMessages(), {});
-    Tell(report.Text());
+[[noreturn]] void GiveUp(const std::string& source, const SourceOptions& options, FindingsOutput& output,
+                         const std::string& why) {
+    SourceText text;
+    output.Show(output.Piece(WhatWasSaid(source, options, {}, ParserLibrary(), {}, false, text).findings, text));
     throw Failure(kUsageOrFiles, why);
 }
 
-ParserLibrary RequireParser(const std::string& source, const SourceOptions& options) {
+ParserLibrary RequireParser(const std::string& source, const SourceOptions& options, FindingsOutput& output) {
     ParserLibrary parser = ServingParser();
     if (parser.path.empty()) {
-        GiveUp(source, options, "there is no section-file parser library to read sources with");
+        GiveUp(source, options, output, "there is no section-file parser library to read sources with");
     }
     if (!parser.Serves()) {
-        GiveUp(source, options, parser.path + " lacks functions of a section-file parser library");
+        GiveUp(source, options, output, parser.path + " lacks functions of a section-file parser library");
     }
     if (!parser.HasHook()) Tell("zek: note: " + parser.path + kAnotherParser);
     return parser;
@@ -120,29 +145,15 @@ struct CheckedSource {
     bool valid = false;
 };
 
-/// Tells what the rules of lint find; `sound`: the source has no errors.
-void TellLint(const std::string& source, const SourceOptions& options, const std::vector<SourceFile>& files,
-              SourceIndex& index, bool sound) {
-    SourceText text;
-    const Levels levels;
-    ReviewScope scope;
-    // Where there are errors most rules are not run, so that nothing is known of what they would find.
-    if (sound) scope.origins = {Origin::kLint, Origin::kCommand};
-    for (const SourceFile& file : files) scope.paths.push_back(file.path);
-    const LintScope where = {sound, options.amongOthers};
-    SourceFindings all = {source, Reviewed(Lint(files, index, text, levels, where), levels, scope, text)};
-    Tell(TextRenderer(false)->Of(all, text));
-}
-
-/// Reads and checks a source and tells what there is to tell. The model stays for the outputs.
-CheckedSource Check(const std::string& source, const SourceOptions& options) {
+/// Reads and checks a source and shows what there is to tell. The model stays for the outputs.
+CheckedSource Check(const std::string& source, const SourceOptions& options, FindingsOutput& output) {
     RequireReadable(source);
-    const ParserLibrary parser = RequireParser(source, options);
+    const ParserLibrary parser = RequireParser(source, options, output);
     Define(options.definitions);
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()), options.mostFiles);
     if (!gccCompStart(source)) {
         const std::string why = parser.HasHook() ? WhyRefused(MainSource(source)) : "the parser library refuses it";
-        GiveUp(source, options, "cannot read " + source + ": " + why);
+        GiveUp(source, options, output, "cannot read " + source + ": " + why);
     }
     gccParse();
     reading.Stop();
@@ -150,12 +161,10 @@ CheckedSource Check(const std::string& source, const SourceOptions& options) {
     CheckedSource checked;
     checked.files = reading.Files();
     const bool passed = gccCheck();
-    SourceIndex index(parser);
-    Report report(options.report, source, checked.files, index);
-    report.Add(whileReading, TakeMessages());
-    Tell(report.Text());
-    checked.valid = passed && report.Losses() == 0;
-    if (options.lint && !options.report.raw) TellLint(source, options, checked.files, index, checked.valid);
+    SourceText text;
+    const Said said = WhatWasSaid(source, options, checked.files, parser, whileReading, passed, text);
+    output.Show(output.Piece(said.findings, text));
+    checked.valid = said.sound && said.findings.Count(Severity::kError) == 0;
     return checked;
 }
 
@@ -221,15 +230,28 @@ void AddMainSource(const std::string& source, std::vector<SourceFile>& files) {
     if (files.empty() && stat(path.c_str(), &info) == 0) files.push_back({source, path, info.st_dev, info.st_ino, 0});
 }
 
-int CheckInThisProcess(const std::string& source, const SourceOptions& options) {
+/// Stands behind a piece of a document that is whole; no piece has such a byte.
+constexpr char kWhole = '\0';
+
+/// In a process of its own: its piece of the document goes into a file that it shares.
+int CheckHere(const std::string& source, const SourceOptions& options, const MemoryFile& shared) {
+    FindingsOutput output(options.findings);
     const Compilation compilation;
-    return Check(source, options).valid ? kFine : kSourceHasErrors;
+    const int code = Check(source, options, output).valid ? kFine : kSourceHasErrors;
+    shared.Append(output.Pieces() + kWhole);
+    return code;
 }
 
 /// The library's order of kinds and its list of files outlive a compilation, so each source gets a process as fresh as
 /// this one still is.
-int CheckInChild(const std::string& source, const SourceOptions& options) {
-    return RunInChild("the check of " + source, [&] { return CheckInThisProcess(source, options); });
+int CheckInChild(const std::string& source, const SourceOptions& options, FindingsOutput& output) {
+    const MemoryFile shared;
+    const int code = RunInChild("the check of " + source, [&] { return CheckHere(source, options, shared); });
+    std::string piece = shared.Bytes();
+    if (!piece.ends_with(kWhole)) return std::max<int>(code, kUsageOrFiles);
+    piece.pop_back();
+    output.Show(piece);
+    return code;
 }
 
 /// What the dependency file says. A pipe or a device is nothing that a later run could compare.
@@ -270,14 +292,14 @@ Images ImagesOf(const CompileOptions& options, std::optional<unsigned> timeStamp
     return images;
 }
 
-int RunCompile(const CompileOptions& options) {
+int Compile(const CompileOptions& options, FindingsOutput& output) {
     const std::string source = PathOfSource(options.source);
     const std::optional<unsigned> timeStamp = WantedTimeStamp(options.timeStamp);
     RequireReadable(source);
     const Targets targets(options);
     RequireDistinct(targets);
     const Compilation compilation;
-    CheckedSource checked = Check(source, options);
+    CheckedSource checked = Check(source, options, output);
     AddMainSource(source, checked.files);
     RequireNoSource(targets, checked.files);
     if (!checked.valid) return kSourceHasErrors;
@@ -292,11 +314,32 @@ int RunCompile(const CompileOptions& options) {
     return kFine;
 }
 
+void RequireTextForRaw(const SourceOptions& options) {
+    if (!options.report.raw || options.findings.format == "text") return;
+    throw Failure(kUsageOrFiles, "--raw shows text, not " + options.findings.format);
+}
+
+int RunCompile(const CompileOptions& options) {
+    RequireTextForRaw(options);
+    FindingsOutput output(options.findings);
+    if (output.IsDocument() && (options.image == "-" || options.debugImage == "-")) {
+        throw Failure(kUsageOrFiles, "an image and the findings would both go to standard output");
+    }
+    const int code = Guarded([&] { return Compile(options, output); });
+    output.Finish(code);
+    return code;
+}
+
 int RunCheck(const CheckOptions& options) {
+    RequireTextForRaw(options);
+    FindingsOutput output(options.findings);
     int worst = kFine;
     SourceOptions each = options;
     each.amongOthers = options.sources.size() > 1;
-    for (const std::string& source : options.sources) worst = std::max(worst, CheckInChild(PathOfSource(source), each));
+    for (const std::string& source : options.sources) {
+        worst = std::max(worst, CheckInChild(PathOfSource(source), each, output));
+    }
+    output.Finish(worst);
     return worst;
 }
 
@@ -309,6 +352,7 @@ void AddSourceOptions(Words& words, SourceOptions& options) {
     words.Count("--max-files", "N", options.mostFiles,
                 "Read so many files at most for one source, each as often as it is included; default: " +
                     std::to_string(options.mostFiles));
+    AddFindingsOptions(words, options.findings);
     words.Flag("--raw", options.report.raw, "Show messages as the library sends them");
     words.Flag("--verbose", options.report.verbose, "Show also what the library says of the reading itself");
 }

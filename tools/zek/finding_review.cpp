@@ -83,7 +83,9 @@ std::optional<Severity> Levels::Of(const std::string& code) const {
         return told->second == Told::kRaise ? Severity::kError : Severity::kWarning;
     }
     const CodeRow* const row = RowOfCode(code);
-    const Level level = row ? row->level : Level::kError;
+    // A message of another version of the library.
+    if (!row) return Severity::kNote;
+    const Level level = row->level;
     if (level == Level::kError) return Severity::kError;
     if (level == Level::kWarning) return allRaised_ ? Severity::kError : Severity::kWarning;
     if (level == Level::kHidden && hiddenShown_) return Severity::kNote;

@@ -1,4 +1,4 @@
-/// The formats of those messages of the library that the command does not show as they come. Relies on nothing.
+/// The formats of those messages of the library that the command does more with than to show them. Relies on nothing.
 #pragma once
 
 namespace zek::tool {
@@ -15,10 +15,8 @@ inline constexpr char kSectionNameFailed[] = "Parse::Get section(NO. = %u,Index=
 inline constexpr char kCreateSectionFailed[] = "Create section(%u, %s) object failed.\n";
 inline constexpr char kFileNotLoaded[] = "Warning[%s:%u], [%s]:%s FILE %s cannot be loaded.\n";
 
-// Called errors, although the check passes with them.
-inline constexpr char kNoSuchSensor[] = "Error[%s:%u]: [%s]:%s, The SENSOR with ID %s does not exist.\n";
-inline constexpr char kSmbusAddress[] = "Error[%s:%u]:SMBUS address field is wrong!\n";
-inline constexpr char kSmbusType[] = "Error[%s:%u]: SMBUS type is wrong!\n";
+// Does not fail where it comes of the reading alone.
+inline constexpr char kNotANumber[] = "Error[%s:%u]: [%s]:%s, %s has not been defined and is not a valid number.\n";
 
 // Has no place of its own: line 0 of the main source.
 inline constexpr char kEntryMissing[] = "Error[%s:%u]: [%s]:%s, This ENTRY does not exist.\n";

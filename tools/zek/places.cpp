@@ -5,16 +5,6 @@
 namespace zek::tool {
 namespace {
 
-/// The first sub-string of a value, as the compiler cuts it: up to a comma, or what stands in quotes that come before
-/// one.
-std::string FirstText(const std::string& value) {
-    const std::size_t comma = std::min(value.find(','), value.size());
-    const std::size_t quote = value.find('"');
-    if (quote == std::string::npos || comma < quote) return value.substr(0, comma);
-    const std::size_t closing = value.find('"', quote + 1);
-    return value.substr(quote + 1, closing == std::string::npos ? closing : closing - quote - 1);
-}
-
 /// Whether a text is a sub-string of a value: between commas, quotes or its ends, but for blanks.
 bool IsSubString(const std::string& value, const std::string& text) {
     const auto isBound = [&](std::size_t at) { return at == value.npos || value[at] == ',' || value[at] == '"'; };
@@ -33,6 +23,14 @@ bool Fits(const SourceLine& line, const Wanted& wanted) {
 }
 
 }  // namespace
+
+std::string FirstSubString(const std::string& value) {
+    const std::size_t comma = std::min(value.find(','), value.size());
+    const std::size_t quote = value.find('"');
+    if (quote == std::string::npos || comma < quote) return value.substr(0, comma);
+    const std::size_t closing = value.find('"', quote + 1);
+    return value.substr(quote + 1, closing == std::string::npos ? closing : closing - quote - 1);
+}
 
 Places::Places(const std::vector<SourceFile>& files, SourceIndex& index) : files_(files), index_(index) {
     for (std::size_t i = 0; i < files.size(); ++i) openings_[NameInMessages(files[i].name)].push_back(i);
@@ -86,6 +84,14 @@ const std::vector<Place>& Places::SectionsWithout(const std::string& section, co
     return found->second;
 }
 
+std::vector<std::string> Places::KeysBeside(const Place& item) {
+    std::vector<std::string> keys;
+    const std::optional<SourceLine> line = index_.At(item.path, item.line);
+    if (!line) return keys;
+    for (const SourceItem& beside : line->section->items) keys.push_back(beside.key);
+    return keys;
+}
+
 std::vector<Place> Places::WayTo(std::size_t opening) {
     SectionsRead();
     std::vector<Place> way;
@@ -106,7 +112,7 @@ void Places::ReadAgain(std::size_t position, const std::vector<std::vector<std::
         if (section.name != "INCLUDE") continue;
         for (const SourceItem& item : section.items) {
             // One that could not be loaded is not among the files.
-            const std::string name = BackslashFolder(files_[position].name) + FirstText(item.value);
+            const std::string name = BackslashFolder(files_[position].name) + FirstSubString(item.value);
             if (next == included[position].end() || files_[*next].name != name) continue;
             lines_[*next] = item.line;
             ReadAgain(*next++, included);

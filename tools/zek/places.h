@@ -23,6 +23,10 @@ struct Wanted {
     std::vector<std::string> texts;  ///< what the message quotes of the value
 };
 
+/// The first sub-string of a value, as the compiler cuts it: up to a comma, or what stands in quotes that come before
+/// one.
+std::string FirstSubString(const std::string& value);
+
 class Places {
 public:
     /// Both must outlive this.
@@ -35,18 +39,20 @@ public:
     /// The headers of all sections of that name without an item of that key, in the order in which they were read.
     const std::vector<Place>& SectionsWithout(const std::string& section, const std::string& key);
 
+    /// The include items that lead to an opening of a file, the one in the main source first. Line 0 where it is not
+    /// known. The opening is a position among the files.
+    std::vector<Place> WayTo(std::size_t opening);
+
     struct ReadSection {
         const std::string* path;
         const SourceSection* section;
     };
-
     /// All sections in the order in which they were read, those of a file as often as it was; none with a parser
     /// library without hook.
     const std::vector<ReadSection>& SectionsRead();
 
-    /// The include items that lead to an opening of a file, the one in the main source first. Line 0 where it is not
-    /// known. The opening is a position among the files.
-    std::vector<Place> WayTo(std::size_t opening);
+    /// The keys of the section in which an item stands.
+    std::vector<std::string> KeysBeside(const Place& item);
 
 private:
     /// The order in which the library checks sections: that of the kinds, then that of the reading.

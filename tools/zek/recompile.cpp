@@ -5,10 +5,12 @@
 #include "child.h"
 #include "debug_view.h"
 #include "failure.h"
+#include "finding_review.h"
 #include "image_bytes.h"
 #include "memory_file.h"
 #include "parser_library.h"
 #include "paths.h"
+#include "renderer.h"
 #include "report.h"
 #include "source_index.h"
 #include "source_reading.h"
@@ -37,9 +39,10 @@ bool CheckInto(const std::string& source, const MemoryFile& messages) {
     const std::vector<Message> whileReading = TakeMessages();
     const bool passed = gccCheck();
     SourceIndex index(parser);
-    Report report({}, source, reading.Files(), index);
+    SourceText text;
+    Report report({}, source, reading.Files(), index, text);
     report.Add(whileReading, TakeMessages());
-    messages.Append(report.Text());
+    messages.Append(TextRenderer(false)->Of({source, Reviewed(report.Findings(), {}, {}, text)}, text));
     return passed && report.Losses() == 0;
 }
 

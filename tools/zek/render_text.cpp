@@ -64,9 +64,9 @@ public:
     explicit Text(bool colour) : colour_(colour) {}
 
     std::string Of(const SourceFindings& all, SourceText& text) override {
-        std::string shown = all.raw;
+        std::string shown = all.raw.value_or("");
         std::set<std::string> entered;
-        if (shown.empty()) {
+        if (!all.raw) {
             for (const Finding& finding : all.findings) shown += OfFinding(finding, text, entered);
         }
         return shown + Summary(all);
@@ -78,10 +78,9 @@ private:
     }
 
     std::string Head(const Place& place, Severity severity, const std::string& text) const {
-        const std::string where = Shown(place);
+        const std::string where = place.path.empty() ? "zek" : Shown(place);
         const Look& look = LookOf(severity);
-        return (where.empty() ? "" : Coloured(kBold, where + ':') + ' ') +
-               Coloured(look.colour, std::string(look.name) + ':') + ' ' + text;
+        return Coloured(kBold, where + ':') + ' ' + Coloured(look.colour, std::string(look.name) + ':') + ' ' + text;
     }
 
     std::string Excerpt(const Place& place, Severity severity, SourceText& text) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,7 +16,7 @@ namespace zek::tool {
 struct SourceFindings {
     std::string source;  ///< the name of the main source
     std::vector<Finding> findings = {};
-    std::string raw = {};  ///< the messages as the library sent them, in the place of the findings; text only
+    std::optional<std::string> raw = {};  ///< what the library sent, in the place of the findings; text only
 
     std::size_t Count(Severity severity) const;
 };

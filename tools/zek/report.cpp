@@ -1,7 +1,7 @@
 #include "report.h"
 
 #include <algorithm>
-#include <set>
+#include <array>
 
 #include "known_messages.h"
 #include "printable.h"
@@ -9,31 +9,29 @@
 namespace zek::tool {
 namespace {
 
-constexpr std::string_view kErrorAt = "Error[%s:%u]";
-constexpr std::string_view kWarningAt = "Warning[%s:%u]";
 constexpr std::string_view kEarlierPlace = "Line[%s:%u]";
 constexpr std::size_t kEarlierArgument = 4;  ///< the position of its file among the arguments
 
 bool IsChatter(const Message& message) { return message.Is(kLoadParserFailed) || message.Is(kNoMoreSections); }
 
-bool IsLoss(const Message& message) {
-    return message.Is(kCreateSectionFailed) || message.Is(kSectionNameFailed) || message.Is(kFileNotLoaded);
-}
+bool HasPlace(const Message& message) { return WithoutPlace(message.format).size() < message.format.size(); }
 
-bool IsError(const Message& message) { return message.format.starts_with(kErrorAt); }
-
-bool PassesTheCheck(const Message& message) {
-    return message.Is(kNoSuchSensor) || message.Is(kSmbusAddress) || message.Is(kSmbusType);
-}
-
-/// The format behind "Error[%s:%u]" or "Warning[%s:%u]" and the punctuation that follows it there.
-std::string_view Rest(std::string_view format, std::string_view prefix) {
-    format.remove_prefix(prefix.size());
-    return format.substr(std::min(format.find_first_not_of(":, "), format.size()));
+/// The message without its line feed and without the place that it begins with, which the finding has.
+std::string TextOf(const Message& message) {
+    std::string_view text = message.text;
+    if (text.ends_with('\n')) text.remove_suffix(1);
+    if (!HasPlace(message)) return std::string(text);
+    const std::string_view format = message.format;
+    const std::size_t behind = format.find(']') + 1;
+    const std::size_t punctuation = format.size() - WithoutPlace(format).size() - behind;
+    const std::size_t begin =
+        format.find('[') + 1 + message.Text(0).size() + 1 + std::to_string(message.Number(1)).size() + 1 + punctuation;
+    return std::string(text.substr(std::min(begin, text.size())));
 }
 
 /// What the message says of its place; which names it has is told by how its format begins.
-Wanted WantedBy(const Message& message, std::string_view rest) {
+Wanted WantedBy(const Message& message) {
+    const std::string_view rest = WithoutPlace(message.format);
     Wanted wanted = {message.Text(0), message.Number(1), {}, {}, {}};
     if (rest.starts_with("[%s]")) wanted.section = message.Text(2);
     if (rest.starts_with("[%s], Entry %s")) wanted.key = message.Text(3);
@@ -50,127 +48,160 @@ Wanted WantedBy(const Message& message, std::string_view rest) {
     return wanted;
 }
 
+bool HasEarlier(const Message& message) { return message.format.find(kEarlierPlace) != message.format.npos; }
+
 /// What stands in Line[%s:%u].
 Wanted EarlierWantedBy(const Message& message, const Wanted& wanted) {
     return {message.Text(kEarlierArgument), message.Number(kEarlierArgument + 1), wanted.section, wanted.key,
             wanted.texts};
 }
 
-std::string Shown(const Place& place) { return Printable(place.path) + ':' + std::to_string(place.line); }
-
-std::string ShownOrPath(const Place& place) { return place.line ? Shown(place) : Printable(place.path); }
+/// Messages that are about a sub-string which they do not quote: its position.
+struct MarkedPosition {
+    std::string_view code;
+    std::size_t position;
+};
+constexpr std::array<MarkedPosition, 3> kMarkedPositions = {{{"W101", 1}, {"W302", 4}, {"W303", 3}}};
 
 }  // namespace
 
 Report::Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files,
-               SourceIndex& index)
-    : options_(options), source_(std::move(source)), index_(index), places_(files, index) {}
+               SourceIndex& index, SourceText& text)
+    : options_(options),
+      source_(std::move(source)),
+      files_(files),
+      index_(index),
+      text_(text),
+      places_(files, index),
+      names_(places_) {}
 
 void Report::Add(const std::vector<Message>& reading, const std::vector<Message>& checking) {
-    std::set<std::string_view> repeated;
+    std::map<std::string_view, std::size_t> told;
     for (const Message& message : checking) {
-        repeated.insert(message.text);
         ++checked_[message.text];
         if (message.Is(kEntryMissing)) ++missing_[{message.Text(2), message.Text(3)}];
     }
-    for (const Message& message : reading) AddOne(message, repeated.contains(message.text));
-    for (const Message& message : checking) AddOne(message, true);
+    for (const Message& message : reading) {
+        AddRaw(message);
+        const bool repeated = checked_.contains(message.text);
+        if (repeated) ++told[message.text];
+        AddOne(message, repeated);
+    }
+    for (const Message& message : checking) {
+        AddRaw(message);
+        const auto twin = told.find(message.text);
+        if (twin == told.end() || twin->second == 0) {
+            AddOne(message, true);
+        } else {
+            --twin->second;
+        }
+    }
+    if (firstPast_ && pastMost_ > 1) {
+        findings_[*firstPast_].notes.push_back(
+            {Counted(pastMost_ - 1, "more include", "more includes") + " not read for the same reason"});
+    }
 }
 
-std::string Report::Text() const {
-    std::string summary;
-    std::string text = text_;
-    if (pastMost_ > 1 && !options_.raw) {
-        text += Printable(source_) + ": note: " + Counted(pastMost_ - 1, "more include", "more includes") +
-                " not read for the same reason\n";
-    }
-    if (errors_) summary += Counted(errors_, "error", "errors");
-    if (warnings_) summary += (errors_ ? ", " : "") + Counted(warnings_, "warning", "warnings");
-    return summary.empty() ? text : text + Printable(source_) + ": " + summary + '\n';
+void Report::Add(std::vector<Finding> findings) {
+    for (Finding& finding : findings) findings_.push_back(std::move(finding));
+}
+
+std::vector<Finding> Report::Findings() {
+    AddWays();
+    return findings_;
+}
+
+void Report::AddRaw(const Message& message) {
+    if (options_.raw && (options_.verbose || !IsChatter(message))) raw_ += message.text;
 }
 
 void Report::AddOne(const Message& message, bool fails) {
-    if (IsChatter(message) && !options_.verbose) return;
-    if (options_.raw) text_ += message.text;
-    // The warning that follows says the same with its place.
-    if (message.Is(kAddItemFailed) && !options_.verbose) return;
-    if (IsLoss(message)) return AddLoss(message);
-    if (IsError(message)) {
-        return AddLocated(message, fails && !PassesTheCheck(message) ? Severity::kError : Severity::kWarning);
+    const CodeRow* const row = RowOfFormat(message.format);
+    Finding finding;
+    finding.code = row ? row->code : "";
+    finding.message = TextOf(message);
+    if (message.Is(kCreateSectionFailed) || message.Is(kSectionNameFailed) || message.Is(kFileNotLoaded)) {
+        return AddLoss(std::move(finding), message);
     }
-    if (message.format.starts_with(kWarningAt)) return AddLocated(message, Severity::kWarning);
-    if (!options_.raw) text_ += Filled(message, message.format, 0) + '\n';
+    // A word that stands below: the check, where all words are known, finds nothing wrong.
+    if (message.Is(kNotANumber) && !fails) finding.code = "W005";
+    if (HasPlace(message)) return AddLocated(std::move(finding), message);
+    finding.place.path = message.path;
+    findings_.push_back(std::move(finding));
 }
 
-void Report::AddLine(const std::string& place, Severity severity, const std::string& text) {
-    const bool error = severity == Severity::kError;
-    ++(error ? errors_ : warnings_);
-    if (!options_.raw) text_ += place + (error ? ": error: " : ": warning: ") + text + '\n';
-}
-
-void Report::AddLoss(const Message& message) {
-    ++losses_;
-    // The first tells it for all.
-    if (message.refusal.isPastMost && ++pastMost_ > 1) return;
-    std::string place = message.path;
+Place Report::PlaceOfFile(const Message& message) {
     // Not known with another maker's parser library.
-    if (place.empty()) place = message.Is(kFileNotLoaded) ? message.Text(0) : source_;
-    place = Printable(place);
-    const std::string text = LossText(message, place);
-    AddLine(place, Severity::kError, text);
-    if (!options_.raw && !message.refusal.circle.empty()) NoteCircle(message, place);
+    const std::string path = message.path.empty() ? message.Text(0) : message.path;
+    return text_.SubString(path, message.Number(1), 0);
 }
 
-void Report::NoteCircle(const Message& message, const std::string& place) {
+Place Report::PlaceOfSection(const Message& message) {
+    if (message.path.empty()) return {source_};
+    const auto line = index_.LineOfSection(message.path, message.Number(0) - 1, message.Text(1));
+    return line ? text_.Head(message.path, *line) : Place{message.path};
+}
+
+void Report::AddLoss(Finding finding, const Message& message) {
+    ++losses_;
     const Refusal& refusal = message.refusal;
-    // One file may hold many such items; the way to it is told once.
-    if (lastChain_ != refusal.includer) {
-        std::vector<Place> way = places_.WayTo(refusal.includer);
-        for (std::size_t i = 0; i < way.size(); ++i) {
-            const std::string& included = i + 1 < way.size() ? way[i + 1].path : message.path;
-            text_ += ShownOrPath(way[i]) + ": note: includes " + Printable(included) + '\n';
-        }
-    }
-    lastChain_ = refusal.includer;
-    text_ += place + ": note: includes " + Printable(refusal.circle) + '\n';
-}
-
-std::string Report::LossText(const Message& message, std::string& place) {
+    // The first tells it for all.
+    if (refusal.isPastMost && ++pastMost_ > 1) return;
+    if (refusal.isPastMost) firstPast_ = findings_.size();
     if (message.Is(kFileNotLoaded)) {
-        place += ':' + std::to_string(message.Number(1));
-        const std::string reason = message.refusal.reason.empty() ? "cannot be loaded" : message.refusal.reason;
-        const std::string file = message.refusal.name.empty() ? message.Text(4) : message.refusal.name;
-        return '[' + Printable(message.Text(2)) + "]:" + Printable(message.Text(3)) + ", " +
-               Printable(file + ' ' + reason);
+        finding.place = PlaceOfFile(message);
+        const std::string name = refusal.name.empty() ? message.Text(4) : refusal.name;
+        if (!refusal.reason.empty()) finding.notes.push_back({name + ' ' + refusal.reason});
+    } else if (message.Is(kSectionNameFailed)) {
+        finding.place = {message.path.empty() ? source_ : message.path};
+        finding.message = "section " + std::to_string(message.Number(0)) + " cannot be read: " + finding.message;
+    } else {
+        const std::string name = message.Text(1);
+        finding.place = PlaceOfSection(message);
+        finding.message =
+            (name.empty() ? "items before the first section" : '[' + name + "] is no section of the language") + ": " +
+            finding.message;
+        finding.fix = names_.Meant(finding.code, {}, name, finding.place, text_);
     }
-    if (message.Is(kSectionNameFailed)) return "section " + std::to_string(message.Number(0)) + " cannot be read";
-    const std::string name = message.Text(1);
-    if (const auto line = index_.LineOfSection(message.path, message.Number(0) - 1, name)) {
-        place += ':' + std::to_string(*line);
-    }
-    if (name.empty()) return "items before the first section";
-    return '[' + Printable(name) + "] is no section of the language";
+    findings_.push_back(std::move(finding));
 }
 
-void Report::AddLocated(const Message& message, Severity severity) {
-    const std::string_view rest = Rest(message.format, IsError(message) ? kErrorAt : kWarningAt);
-    const Wanted wanted = WantedBy(message, rest);
+Place Report::Marked(const Place& place, const Wanted& wanted, const std::string& code) {
+    for (const MarkedPosition& marked : kMarkedPositions) {
+        if (marked.code == code) return text_.SubString(place.path, place.line, marked.position);
+    }
+    for (const std::string& text : wanted.texts) {
+        if (!text.empty()) return text_.SubString(place.path, place.line, text);
+    }
+    return text_.Head(place.path, place.line);
+}
+
+void Report::AddLocated(Finding finding, const Message& message) {
+    const Wanted wanted = WantedBy(message);
     std::vector<Place> places = {{message.path, wanted.line}};
     // While a file is being read the message is about that very file.
-    if (message.path.empty() || wanted.line == 0) places = PlacesOf(message, wanted, rest);
-    AddLine(Shown(places[0]), severity, Filled(message, rest, 2));
-    if (options_.raw) return;
-    for (std::size_t i = 1; i < places.size(); ++i) {
-        text_ += Shown(places[i]) + ": note: or here; both files were included as " + Printable(wanted.name) + '\n';
+    if (message.path.empty() || wanted.line == 0) places = PlacesOf(message, wanted);
+    if (message.Is(kEntryMissing)) {
+        if (const auto header = SectionWithout(wanted.section, wanted.key)) places = {*header};
     }
-    if (message.Is(kEntryMissing)) NoteMissing(wanted.section, wanted.key);
+    finding.place = Marked(places[0], wanted, finding.code);
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        finding.notes.push_back(
+            {"or here; both files were included as " + wanted.name, Marked(places[i], wanted, finding.code)});
+    }
+    if (HasEarlier(message)) {
+        const Wanted earlier = EarlierWantedBy(message, wanted);
+        finding.notes.push_back({"it was defined here", Marked(places_.Of(earlier)[0], earlier, finding.code)});
+    }
+    const std::string written = wanted.texts.empty() ? wanted.key : wanted.texts[0];
+    finding.fix = names_.Meant(finding.code, {wanted.section, places[0]}, written, finding.place, text_);
+    findings_.push_back(std::move(finding));
 }
 
-std::vector<Place> Report::PlacesOf(const Message& message, const Wanted& wanted, std::string_view rest) {
+std::vector<Place> Report::PlacesOf(const Message& message, const Wanted& wanted) {
     std::vector<Place> places = places_.Of(wanted);
     if (places.size() == 1) return places;
-    const bool hasEarlier = rest.find(kEarlierPlace) != rest.npos;
-    if (hasEarlier && message.Text(kEarlierArgument) == wanted.name &&
+    if (HasEarlier(message) && message.Text(kEarlierArgument) == wanted.name &&
         message.Number(kEarlierArgument + 1) == wanted.line) {
         const auto earlier = std::find(places.begin(), places.end(), places_.Of(EarlierWantedBy(message, wanted))[0]);
         if (earlier != places.end()) places.erase(earlier);
@@ -185,36 +216,30 @@ std::vector<Place> Report::PlacesOf(const Message& message, const Wanted& wanted
     return different;
 }
 
-void Report::NoteMissing(const std::string& section, const std::string& key) {
+std::optional<Place> Report::SectionWithout(const std::string& section, const std::string& key) {
     const std::vector<Place>& sections = places_.SectionsWithout(section, key);
     // The library names no place. Where as many sections lack the entry as it complains of, they must be these.
     const std::size_t shown = missingShown_[{section, key}]++;
-    if (sections.size() != missing_[{section, key}]) return;
-    text_ += Shown(sections[shown]) + ": note: the section without " + Printable(key) + " begins here\n";
+    if (sections.size() != missing_[{section, key}]) return std::nullopt;
+    return sections[shown];
 }
 
-std::string Report::Filled(const Message& message, std::string_view format, std::size_t argument) {
-    if (message.arguments.empty()) return Printable(message.text.substr(0, message.text.find_last_not_of('\n') + 1));
-    std::string text;
-    while (!format.empty()) {
-        if (format.starts_with(kEarlierPlace)) {
-            const Wanted wanted = WantedBy(message, Rest(message.format, kErrorAt));
-            const Place place = places_.Of(EarlierWantedBy(message, wanted))[0];
-            text += "Line[" + place.path + ':' + std::to_string(place.line) + ']';
-            format.remove_prefix(kEarlierPlace.size());
-            argument += 2;
-        } else if (format.starts_with("%s")) {
-            text += message.Text(argument++);
-            format.remove_prefix(2);
-        } else if (format.starts_with("%u")) {
-            text += std::to_string(message.Number(argument++));
-            format.remove_prefix(2);
-        } else {
-            text += format.front();
-            format.remove_prefix(1);
+void Report::AddWays() {
+    // Of a file that was opened several times, the first way.
+    std::map<std::string_view, std::size_t> openings;
+    for (std::size_t i = 0; i < files_.size(); ++i) openings.try_emplace(files_[i].path, i);
+    std::map<std::string_view, std::vector<Place>> ways;
+    for (Finding& finding : findings_) {
+        const auto opening = openings.find(finding.place.path);
+        if (finding.place.line == 0 || opening == openings.end() || opening->second == 0) continue;
+        const auto [way, isNew] = ways.try_emplace(opening->first);
+        if (isNew) {
+            for (const Place& item : places_.WayTo(opening->second)) {
+                way->second.push_back(item.line ? text_.SubString(item.path, item.line, 0) : item);
+            }
         }
+        finding.way = way->second;
     }
-    return Printable(text.substr(0, text.find_last_not_of('\n') + 1));
 }
 
 }  // namespace zek::tool

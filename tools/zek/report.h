@@ -1,5 +1,5 @@
-/// The library's messages as the user sees them: FILE:LINE: error: [SECTION]:KEY, text. Relies on the messages' formats
-/// and on places.h for FILE.
+/// The library's messages as findings: with the place that they are about, what else belongs there, and what probably
+/// was meant. Relies on the messages' formats (code_table.h) and on places.h for the files.
 #pragma once
 
 #include <map>
@@ -9,8 +9,12 @@
 #include <utility>
 #include <vector>
 
+#include "code_table.h"
+#include "finding.h"
 #include "messages.h"
 #include "places.h"
+#include "source_names.h"
+#include "source_text.h"
 
 namespace zek::tool {
 
@@ -21,50 +25,57 @@ struct ReportOptions {
 
 class Report {
 public:
-    /// `source` is the name of the main source, for the summary. Files and index must outlive the report.
-    Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files, SourceIndex& index);
+    /// `source` is the name of the main source. Files, index and text must outlive the report.
+    Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files, SourceIndex& index,
+           SourceText& text);
 
-    /// Adds the messages of the reading, then those of the check, in the order in which they came. An "Error" of the
-    /// reading that the check does not repeat has not failed it and counts as a warning. Call it once.
+    /// Adds the messages of the reading, then those of the check, in the order in which they came; what the check
+    /// repeats of the reading is one finding. Call it once.
     void Add(const std::vector<Message>& reading, const std::vector<Message>& checking);
 
-    /// All lines so far, then the summary line; empty when there is nothing to say.
-    std::string Text() const;
+    /// Adds what the rules have found.
+    void Add(std::vector<Finding> findings);
+
+    /// All so far, each with the way to its file.
+    std::vector<Finding> Findings();
+    /// The messages as the library sent them, where the options say so.
+    const std::string& Raw() const { return raw_; }
 
     /// How much of the source is missing in the model although the library goes on without a failure: sections that it
     /// does not know, includes that it could not load.
     unsigned Losses() const { return losses_; }
 
 private:
-    enum class Severity { kError, kWarning };
-
+    void AddRaw(const Message& message);
     void AddOne(const Message& message, bool fails);
-    void AddLoss(const Message& message);
-    void AddLocated(const Message& message, Severity severity);
-    void AddLine(const std::string& place, Severity severity, const std::string& text);
+    void AddLoss(Finding finding, const Message& message);
+    void AddLocated(Finding finding, const Message& message);
+    Place PlaceOfFile(const Message& message);
+    Place PlaceOfSection(const Message& message);
+    /// The place with its columns.
+    Place Marked(const Place& place, const Wanted& wanted, const std::string& code);
     /// The places that a message of the check may be about, those of its twins taken away where they are known.
-    std::vector<Place> PlacesOf(const Message& message, const Wanted& wanted, std::string_view rest);
-    /// The chain of files that ends in one that includes itself.
-    void NoteCircle(const Message& message, const std::string& place);
-    void NoteMissing(const std::string& section, const std::string& key);
-    std::string LossText(const Message& message, std::string& place);
-    /// The text of a format from its `position`, whose first conversion takes the argument at `argument`.
-    std::string Filled(const Message& message, std::string_view format, std::size_t argument);
+    std::vector<Place> PlacesOf(const Message& message, const Wanted& wanted);
+    /// The header of the section that lacks an entry, where that can be told for certain.
+    std::optional<Place> SectionWithout(const std::string& section, const std::string& key);
+    void AddWays();
 
     ReportOptions options_;
     std::string source_;
+    const std::vector<SourceFile>& files_;
     SourceIndex& index_;
+    SourceText& text_;
     Places places_;
+    SourceNames names_;
     std::map<std::pair<std::string, std::string>, std::size_t> missing_;       // messages about a missing entry, in all
     std::map<std::pair<std::string, std::string>, std::size_t> missingShown_;  // of these, so far
     std::map<std::string, std::size_t> checked_;                               // messages of the check, by their text
     std::map<std::string, std::size_t> checkedShown_;                          // of these, so far
-    std::string text_;
-    unsigned errors_ = 0;
-    unsigned warnings_ = 0;
+    std::vector<Finding> findings_;
+    std::string raw_;
     unsigned losses_ = 0;
     unsigned pastMost_ = 0;                 // files that were not read because of the limit
-    std::optional<std::size_t> lastChain_;  // whose includes of itself were shown with their chain last
+    std::optional<std::size_t> firstPast_;  // the finding about the first of them
 };
 
 }  // namespace zek::tool

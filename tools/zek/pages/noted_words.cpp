@@ -59,6 +59,10 @@ public:
                       const std::string& help) override {
         all.push_back({Split(names), type, help, Value::kText});
     }
+    void Each(const std::string& names, const std::string& type, const std::function<void(const std::string&)>&,
+              const std::string& help) override {
+        all.push_back({Split(names), type, help, Value::kText, {}, true});
+    }
     void Flag(const std::string& names, bool&, const std::string& help) override {
         all.push_back({Split(names), "", help});
     }

@@ -1,0 +1,67 @@
+#include "findings_output.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "streams.h"
+
+namespace zek::tool {
+namespace {
+
+/// As the line asks; else where a terminal reads that has colours and nobody minds them.
+bool WantsColour(const std::string& color, int descriptor) {
+    if (color != "auto") return color == "always";
+    const char* const none = std::getenv("NO_COLOR");
+    const char* const terminal = std::getenv("TERM");
+    return !(none && *none) && terminal && std::string(terminal) != "dumb" && isatty(descriptor) != 0;
+}
+
+const FormatRow* RowOfFormatName(const std::string& name) {
+    const auto row = std::find_if(kFormats.begin(), kFormats.end(), [&](const FormatRow& a) { return name == a.name; });
+    return &*row;
+}
+
+}  // namespace
+
+void AddFindingsOptions(Words& words, FindingsOptions& options) {
+    std::vector<std::string> formats;
+    for (const FormatRow& row : kFormats) formats.push_back(row.name);
+    words.Choice(
+        "--format", "FORMAT", formats, options.format,
+        "How findings are shown: text on standard error (the default), or json, sarif or github on standard output");
+    words.Choice("--color", "WHEN", {"auto", "always", "never"}, options.color,
+                 "Colours in text: auto, always or never; default: auto, on a terminal unless NO_COLOR is set");
+    words.Each(
+        "-W", "CODE",
+        [&options](const std::string& code) {
+            code == "error" ? options.levels.RaiseWarnings() : options.levels.Warn(code);
+        },
+        "Show this code as a warning; -Werror: all warnings are errors");
+    words.Each(
+        "--no-warn", "CODE", [&options](const std::string& code) { options.levels.Hide(code); },
+        "Do not show this code");
+    words.Each(
+        "--error", "CODE", [&options](const std::string& code) { options.levels.Raise(code); },
+        "Take this code for an error");
+}
+
+FindingsOutput::FindingsOutput(const FindingsOptions& options)
+    : format_(RowOfFormatName(options.format)), renderer_(format_->make(WantsColour(options.color, STDERR_FILENO))) {}
+
+void FindingsOutput::Show(const std::string& piece) {
+    if (!IsDocument()) return Tell(piece);
+    if (piece.empty()) return;
+    pieces_ += (isEmpty_ ? "" : renderer_->Separator()) + piece;
+    isEmpty_ = false;
+}
+
+void FindingsOutput::Finish(int code) {
+    if (!IsDocument()) return;
+    StandardOutput out;
+    out.Write(renderer_->Begin() + pieces_ + renderer_->End(code));
+    out.Finish();
+}
+
+}  // namespace zek::tool
