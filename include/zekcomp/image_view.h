@@ -4,8 +4,8 @@
 /// A view belongs to nobody but its host: there may be any number at once, beside the image that `gcInit` has loaded,
 /// and every const call may run in many threads at a time. The bytes stay the host's; they must not change while the
 /// view, a copy of it, or anything that it handed out is in use. Copies share what the view has built, so that a
-/// service opens a new file, looks at it, and then swaps one view for the other. But for `Open`, nothing allocates,
-/// nothing fails for the image's sake, and nothing touches the error slots.
+/// service opens a new file, looks at it, and then swaps one view for the other. But for `Open` and `ForEachNote`,
+/// nothing allocates; nothing fails for the image's sake, and nothing touches the error slots.
 #pragma once
 
 #include <cstddef>
@@ -27,38 +27,39 @@ namespace zek {
 /// 100 on, are odd but can be the compiler's work, so the image opens. The numbers stay as they are.
 enum class ImageCode : unsigned {
     kNone = 0,
-    kTooShort = 1,            ///< the bytes end within the header
-    kBadMagic = 2,            ///< another kind of file
-    kBadVersion = 3,          ///< a format version that this library does not know
-    kReservedByte = 4,        ///< a byte that is always 0 is not
-    kMissingTable = 5,        ///< a slot of the directory is 0
-    kMisplacedTable = 6,      ///< a table does not begin where it must, or not within the image
-    kExtraTable = 7,          ///< the directory does not end behind the tables
-    kWrongTable = 8,          ///< the tag of a table is not that of its slot
-    kTableLength = 9,         ///< the length of a table cannot be, or runs past its end
-    kUnendedName = 10,        ///< the last name of a table has no end
-    kBlockCount = 11,         ///< more blocks of table data than names of tables
-    kSectionCount = 20,       ///< more sections than the image has bytes for
-    kSectionEnd = 21,         ///< the sections do not end where the tables begin
-    kUnknownSection = 22,     ///< no identifier of a kind of section
-    kEntryCount = 23,         ///< more entries than there are bytes for
-    kUnknownEntry = 24,       ///< a name identifier that no entry of such a section has
-    kWordCount = 25,          ///< more words than there are bytes for
-    kWrongWordCount = 26,     ///< too few or too many words for such an entry
-    kWrongClass = 27,         ///< a word of a class that cannot stand there
-    kBeyondTable = 28,        ///< an identifier behind the last one of its table
-    kUnknownOperator = 29,    ///< no code of an operator
-    kMissingParent = 30,      ///< no group has the name of the parent
-    kParentCycle = 31,        ///< a group is its own ancestor
-    kTrailingBytes = 100,     ///< bytes follow behind the last table
-    kSurplusLength = 101,     ///< a table of names says that it is longer than what was written
-    kShortLength = 102,       ///< a table says that it is shorter than what was written
-    kRepeatedKey = 103,       ///< a name or number stands in its table before: this identifier stands for nothing
-    kUnnumbered = 104,        ///< the word 0: a name without an identifier
-    kUnresolved = 105,        ///< the word or number 0xFFFFFFFF: what the source said was not found
-    kCarriedWord = 106,       ///< a number that was too large carried the word into another class
-    kOwnParent = 107,         ///< a group names itself as its parent
-    kTableWithoutBlock = 108  ///< there are names of tables without a block of table data
+    kTooShort = 1,             ///< the bytes end within the header
+    kBadMagic = 2,             ///< another kind of file
+    kBadVersion = 3,           ///< a format version that this library does not know
+    kReservedByte = 4,         ///< a byte that is always 0 is not
+    kMissingTable = 5,         ///< a slot of the directory is 0
+    kMisplacedTable = 6,       ///< a table does not begin where it must, or not within the image
+    kExtraTable = 7,           ///< the directory does not end behind the tables
+    kWrongTable = 8,           ///< the tag of a table is not that of its slot
+    kTableLength = 9,          ///< the length of a table cannot be, or runs past its end
+    kUnendedName = 10,         ///< the last name of a table has no end
+    kBlockCount = 11,          ///< more blocks of table data than names of tables
+    kSectionCount = 20,        ///< more sections than the image has bytes for
+    kSectionEnd = 21,          ///< the sections do not end where the tables begin
+    kUnknownSection = 22,      ///< no identifier of a kind of section
+    kEntryCount = 23,          ///< more entries than there are bytes for
+    kUnknownEntry = 24,        ///< a name identifier that no entry of such a section has
+    kWordCount = 25,           ///< more words than there are bytes for
+    kWrongWordCount = 26,      ///< too few or too many words for such an entry
+    kWrongClass = 27,          ///< a word of a class that cannot stand there
+    kBeyondTable = 28,         ///< an identifier behind the last one of its table
+    kUnknownOperator = 29,     ///< no code of an operator
+    kMissingParent = 30,       ///< no group has the name of the parent
+    kParentCycle = 31,         ///< a group is its own ancestor
+    kTrailingBytes = 100,      ///< bytes follow behind the last table
+    kSurplusLength = 101,      ///< a table of names says that it is longer than what was written
+    kShortLength = 102,        ///< a table says that it is shorter than what was written
+    kRepeatedKey = 103,        ///< a name or number stands in its table before: this identifier stands for nothing
+    kUnnumbered = 104,         ///< the word 0: a name without an identifier
+    kUnresolved = 105,         ///< the word or number 0xFFFFFFFF: what the source said was not found
+    kCarriedWord = 106,        ///< a number that was too large carried the word into another class
+    kOwnParent = 107,          ///< a group names itself as its parent
+    kTableWithoutBlock = 108,  ///< there are names of tables without a block of table data
+    kBeyondLength = 109,  ///< the key lies behind what its table's length covers: this identifier stands for nothing
 };
 
 /// Whether the code is a note, not a failure.
@@ -135,7 +136,7 @@ public:
     ZEK_API unsigned IdentifierCount(unsigned tableClass) const;
 
     /// The block of a table, of kTableBlockSize bytes, by its ordinal or its table-name identifier; empty where there
-    /// is none.
+    /// is none. The top byte does not count, as in `gcGetTableData`.
     ZEK_API std::span<const unsigned char> TableBlock(unsigned table) const;
     ZEK_API unsigned TableBlockCount() const;
 
@@ -144,7 +145,8 @@ public:
 
     /// How many notes the verification made.
     ZEK_API std::size_t NoteCount() const;
-    /// Shows the notes in the order of the image. Goes through all of it once more, since no note is kept.
+    /// Shows the notes as the verification comes to them: tables, then sections, then parents. No note is kept, so this
+    /// opens the image once more, with the time and memory of `Open`. Throws `std::bad_alloc`.
     ZEK_API void ForEachNote(const std::function<void(const ImageFinding&)>& show) const;
 
 private:

@@ -168,11 +168,15 @@ private:
     /// Takes the item into the key and the value.
     unsigned ReadItem(void* section, unsigned index, unsigned& line) {
         if (!peekItem_) return TakeItem(enumItem_, section, index, key_, value_, line);
-        const char* key;
-        const char* value;
-        unsigned keySize;
-        unsigned valueSize;
+        const char* key = nullptr;
+        const char* value = nullptr;
+        unsigned keySize = 0;
+        unsigned valueSize = 0;
         if (!peekItem_(section, index, &key, &keySize, &value, &valueSize, &line)) return 0;
+        // Another maker's function of that name: every text of ours has at least its NUL.
+        if (!key || !value || keySize == 0 || valueSize == 0) {
+            return TakeItem(enumItem_, section, index, key_, value_, line);
+        }
         key_.assign(key, keySize - 1);
         value_.assign(value, valueSize - 1);
         return 1;

@@ -51,6 +51,8 @@ constexpr CodeText kCodes[] = {
     {ImageCode::kUnresolved, "unresolved", "%x marks what was not found when the image was written"},
     {ImageCode::kCarriedWord, "carried-word", "a large number has become %x, which means nothing here"},
     {ImageCode::kOwnParent, "own-parent", "the group names itself as its parent"},
+    {ImageCode::kBeyondLength, "beyond-length",
+     "the key lies behind the length that its table says, so this identifier means nothing"},
     {ImageCode::kTableWithoutBlock, "table-without-block", "%l tables have a name, %f have a block"},
 };
 

@@ -83,13 +83,14 @@ std::optional<ImageView::Section> ImageView::SectionWithID(unsigned kind, unsign
 ImageValue ImageView::Resolve(unsigned word) const { return data_->Resolve(word); }
 
 std::optional<unsigned> ImageView::IdentifierOf(unsigned tableClass, std::string_view name) const {
+    if (!data_->IsClass(tableClass)) return {};
     const std::uint32_t ordinal = data_->TableOf(tableClass).OrdinalOf(name);
     if (ordinal == HashSlots::kNone) return {};
     return tableClass + ordinal;
 }
 
 unsigned ImageView::IdentifierCount(unsigned tableClass) const {
-    return tableClass >> 24 < data_->tables.size() ? data_->TableOf(tableClass).count : 0;
+    return data_->IsClass(tableClass) ? data_->TableOf(tableClass).count : 0;
 }
 
 std::span<const unsigned char> ImageView::TableBlock(unsigned table) const {

@@ -22,6 +22,11 @@ constexpr std::size_t kMostKeys = 1U << 24;
 
 bool IsKind(unsigned identifier) { return identifier >= kImageQuorzek && identifier <= kImageRepeater; }
 
+/// Why an identifier that was given out stands for nothing.
+ImageCode CodeOfMissing(const KeyTable& table, unsigned ordinal) {
+    return ordinal < table.count ? ImageCode::kRepeatedKey : ImageCode::kBeyondLength;
+}
+
 bool OffersNames(unsigned kind) { return kind == kImageProperty || kind == kImageGlobal || kind == kImageRepeater; }
 
 }  // namespace
@@ -59,11 +64,11 @@ std::size_t ImageVerifier::Fillers(const TableFrame& frame, std::size_t length) 
 }
 
 /// Whether more was written than this length says: the next table begins later than behind such a body, or the gap
-/// before it is not empty, with as many places filled.
+/// before it is not empty; and with as many places filled, since nothing else makes a length too short.
 bool ImageVerifier::IsShort(const TableFrame& frame, std::size_t length) const {
-    if (NextTable(frame.body + length) < frame.end) return true;
-    const std::size_t written = WrittenInGap(frame, length);
-    return written > 0 && written <= Fillers(frame, length + written);
+    const bool later = NextTable(frame.body + length) < frame.end;
+    const std::size_t missing = later ? frame.end - kImageAlignment - frame.body - length : WrittenInGap(frame, length);
+    return missing > 0 && missing <= Fillers(frame, length + missing);
 }
 
 ImageFinding ImageVerifier::Finding(ImageCode code, std::size_t offset, std::uint32_t found, std::uint32_t limit,
@@ -148,7 +153,7 @@ bool ImageVerifier::Table(std::size_t slot) {
 /// The bytes that a table's length covers. It may end before what was written does, since the writer does not count
 /// what fills the place of a key that it lacks. And a length of names may go beyond the next table, since it counts
 /// keys that are not written; only the names before that are looked at: the writer has used no identifier beyond.
-bool ImageVerifier::TakeLength(const TableFrame& frame, std::size_t& length) {
+bool ImageVerifier::TakeLength(const TableFrame& frame, std::size_t& length, bool& isShort) {
     const std::size_t at = frame.begin + 4;
     const std::size_t claimed = At(at);
     const std::size_t room = frame.end - frame.body;
@@ -157,15 +162,17 @@ bool ImageVerifier::TakeLength(const TableFrame& frame, std::size_t& length) {
         return place_.table == kIdNumber ? Fail(ImageCode::kTableLength, at, claimed, room)
                                          : Note(ImageCode::kSurplusLength, at, claimed, room);
     }
-    return IsShort(frame, length) ? Note(ImageCode::kShortLength, at, claimed, room)
-                                  : Zeros(frame.body + length, frame.end);
+    isShort = IsShort(frame, length);
+    if (isShort) return Note(ImageCode::kShortLength, at, claimed, room);
+    if (NextTable(frame.body + length) != frame.end) return Fail(ImageCode::kTableLength, at, claimed, room);
+    return Zeros(frame.body + length, frame.end);
 }
 
 bool ImageVerifier::Names(const TableFrame& frame, KeyTable& table) {
     std::size_t length = 0;
-    if (!TakeLength(frame, length)) return false;
+    bool isShort = false;
+    if (!TakeLength(frame, length, isShort)) return false;
     const unsigned char* const body = table.body = image_.data() + frame.body;
-    const bool isShort = IsShort(frame, length);
     if (length > 0 && !isShort && length < frame.end - frame.body && body[length - 1] != 0) {
         return Fail(ImageCode::kUnendedName, frame.body + length - 1, body[length - 1]);
     }
@@ -186,11 +193,11 @@ bool ImageVerifier::Names(const TableFrame& frame, KeyTable& table) {
 
 bool ImageVerifier::Numbers(const TableFrame& frame, KeyTable& table) {
     std::size_t length = 0;
-    if (!TakeLength(frame, length)) return false;
+    bool isShort = false;
+    if (!TakeLength(frame, length, isShort)) return false;
     if (length % 4 != 0) return Fail(ImageCode::kTableLength, frame.begin + 4, length, frame.end - frame.body);
     table.body = image_.data() + frame.body;
     table.count = static_cast<std::uint32_t>(std::min(length / 4, kMostKeys));
-    const bool isShort = IsShort(frame, length);
     table.limit = isShort ? static_cast<std::uint32_t>((frame.end - frame.body) / 4) : table.count;
     FindRepeated(table, frame);
     return true;
@@ -296,7 +303,7 @@ bool ImageVerifier::Name(std::size_t at, unsigned name) {
     const bool known = (name & kIdClassMask) <= kIdRepeater && (name & kIdClassMask) >= kIdProperty;
     if (!known) return Fail(ImageCode::kUnknownEntry, at, name);
     if (ordinal >= table.limit) return Fail(ImageCode::kBeyondTable, at, name, table.limit);
-    return table.Stands(ordinal) || Note(ImageCode::kRepeatedKey, at, name, ordinal);
+    return table.Stands(ordinal) || Note(CodeOfMissing(table, ordinal), at, name, ordinal);
 }
 
 bool ImageVerifier::Value(const unsigned char* record, std::size_t at) {
@@ -345,7 +352,7 @@ bool ImageVerifier::Word(char role, unsigned word, std::size_t at, std::uint32_t
             return carries ? Note(ImageCode::kCarriedWord, at, word, 0, index)
                            : Fail(ImageCode::kBeyondTable, at, word, table.limit, index);
         }
-        if (!table.Stands(ordinal)) return Note(ImageCode::kRepeatedKey, at, word, ordinal, index);
+        if (!table.Stands(ordinal)) return Note(CodeOfMissing(table, ordinal), at, word, ordinal, index);
         const bool unresolved = wordClass == kIdNumber && table.NumberAt(ordinal) == kIdUnresolved;
         return !unresolved || Note(ImageCode::kUnresolved, at, word, 0, index);
     }
@@ -367,7 +374,9 @@ void ImageVerifier::Remember(const unsigned char* record, std::size_t at) {
         const ImageValue id = data_.Resolve(EntryWord(record, 0));
         if (id) data_.withID.Add(place_.kind, id.number, place_.section);
     }
-    if (name == kIdParent && (place_.kind == kImageGroup || place_.kind == kImageSensor)) {
+    // The first PARENT counts, as in Section::Parent.
+    const bool again = !parents_.empty() && parents_.back().section == place_.section;
+    if (name == kIdParent && !again && (place_.kind == kImageGroup || place_.kind == kImageSensor)) {
         parents_.push_back({place_.section, EntryWord(record, 0), static_cast<std::uint32_t>(at + kEntryHead)});
     }
 }

@@ -45,7 +45,7 @@ private:
     std::size_t WrittenInGap(const TableFrame& frame, std::size_t length) const;
     std::size_t Fillers(const TableFrame& frame, std::size_t length) const;
     bool IsShort(const TableFrame& frame, std::size_t length) const;
-    bool TakeLength(const TableFrame& frame, std::size_t& length);
+    bool TakeLength(const TableFrame& frame, std::size_t& length, bool& isShort);
     bool Names(const TableFrame& frame, KeyTable& table);
     bool Numbers(const TableFrame& frame, KeyTable& table);
     bool Blocks(const TableFrame& frame);

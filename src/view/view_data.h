@@ -121,6 +121,7 @@ struct ImageView::Data {
     std::vector<LargeSection> largeSections;
 
     const unsigned char* Record(std::uint32_t section) const { return image.data() + sections[section]; }
+    bool IsClass(unsigned word) const { return (word & kIdOrdinalMask) == 0 && word >> 24 < tables.size(); }
     const KeyTable& TableOf(unsigned word) const { return tables[word >> 24 & 31]; }
     ImageValue Resolve(unsigned word) const;
     /// The word of the first entry of a section that has this name; kIdUnresolved where there is none.

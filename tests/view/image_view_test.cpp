@@ -130,6 +130,9 @@ TEST(ImageView, ResolvesWordsAndNames) {
     EXPECT_EQ(view->IdentifierOf(kIdGroup, "A"), 0x18000001U);
     EXPECT_EQ(view->IdentifierOf(kIdGroup, "B"), std::nullopt);
     EXPECT_EQ(view->IdentifierOf(kIdNumber, "7"), std::nullopt) << "numbers have no names";
+    EXPECT_EQ(view->IdentifierOf(kIdGroup + 1, "A"), std::nullopt) << "no class";
+    EXPECT_EQ(view->IdentifierOf(0x38000000, "A"), std::nullopt) << "no class";
+    EXPECT_EQ(view->IdentifierCount(kIdValue + 1), 0U);
     EXPECT_EQ(view->IdentifierCount(kIdValue), 6U);
     EXPECT_EQ(view->IdentifierCount(kIdNumber), 3U);
     EXPECT_EQ(view->IdentifierCount(0xFF000000), 0U);
@@ -171,6 +174,21 @@ TEST(ImageView, KnowsAGroupOfTwoNamesByTheFirst) {
     ASSERT_TRUE(view) << Refusal(image);
     EXPECT_EQ(view->SectionNamed(kImageGroup, "A")->Name(), "B");
     EXPECT_EQ(view->GroupIndex("A"), 2U);
+}
+
+TEST(ImageView, TakesTheFirstOfSeveralParents) {
+    const auto groups = [](unsigned first, unsigned second) {
+        return ViewedImage({{kImageGroup, {{kIdParent, {0x18000000}}, {kIdName, {0x18000003}}}},
+                            {kImageGroup, {{kIdParent, {first}}, {kIdName, {0x18000001}}, {kIdParent, {second}}}},
+                            {kImageGroup, {{kIdParent, {0x18000001}}, {kIdName, {0x18000002}}}}},
+                           {.groups = {"0", "A", "B", "C"}});
+    };
+    const std::string image = groups(0x18000003, 0x18000002);
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view) << Refusal(image);
+    EXPECT_EQ(view->AllSections()[1].Parent()->Name(), "C");
+    EXPECT_EQ(Refusal(groups(0x18000002, 0x18000003)),
+              "parent-cycle at 308, section 1 [GROUP]: the group is its own ancestor");
 }
 
 TEST(ImageView, SelectsFieldsOfValuesAndRepeaterItems) {

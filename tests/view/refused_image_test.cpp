@@ -77,6 +77,18 @@ TEST(RefusedImage, TellsWhatIsWrongWithATable) {
               "block-count at 420, table of table data: there are 2 blocks, but only 1 names of tables");
 }
 
+TEST(RefusedImage, HasATableWhoseLengthWasCut) {
+    const std::string image =
+        ViewedImage({}, {.numbers = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, .texts = {"first", "second", "third", "fourth"}});
+    ASSERT_EQ(Refusal(image), "");
+    const auto cut = [&](std::size_t offset, unsigned length) {
+        return Refusal(std::string(image).replace(offset, 4, Word(length)));
+    };
+    EXPECT_EQ(cut(0x154, 0), "table-length at 340, table of numbers: a length of 0 bytes cannot be, there are 56");
+    EXPECT_EQ(cut(0x194, 0), "table-length at 404, table of texts: a length of 0 bytes cannot be, there are 40");
+    EXPECT_EQ(cut(0x194, 6), "table-length at 404, table of texts: a length of 6 bytes cannot be, there are 40");
+}
+
 TEST(RefusedImage, TellsWhatIsWrongWithTheSections) {
     ExpectRefusals({
         {0x100, Word(24), "section-count at 256, image: 24 sections are announced, there is room for 23"},
