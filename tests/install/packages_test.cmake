@@ -5,14 +5,7 @@ set(root ${WORK_DIR}/root)
 file(MAKE_DIRECTORY ${root}/var/lib/dpkg/info ${root}/var/lib/dpkg/updates ${root}/tmp)
 file(TOUCH ${root}/var/lib/dpkg/status)
 
-function(run)
-  execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${WORK_DIR} RESULT_VARIABLE result OUTPUT_VARIABLE output
-                  ERROR_VARIABLE errors)
-  if(NOT result EQUAL 0)
-    message(FATAL_ERROR "${ARGN}\nended with ${result}\n${output}${errors}")
-  endif()
-  set(output "${output}" PARENT_SCOPE)
-endfunction()
+include(${CMAKE_CURRENT_LIST_DIR}/run.cmake)
 
 function(expect what text pattern)
   if(NOT "${text}" MATCHES "${pattern}")
