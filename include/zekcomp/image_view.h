@@ -24,7 +24,8 @@
 namespace zek {
 
 /// What the verification finds. Failures, up to 99, refuse the image: the compiler writes no such thing. Notes, from
-/// 100 on, are odd but can be the compiler's work, so the image opens. The numbers stay as they are.
+/// 100 on, are odd but can be the compiler's work, so the image opens. Keywords in a kind of section that does not have
+/// them, and keywords given twice, are not looked for. The numbers stay as they are.
 enum class ImageCode : unsigned {
     kNone = 0,
     kTooShort = 1,             ///< the bytes end within the header
