@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <tuple>
 
 #include "compile/compile.h"
 #include "compile/tables.h"
@@ -10,10 +11,13 @@ namespace zek {
 
 namespace {
 
-template <class Map, class Key>
-tagGCENTRY* Find(const Map& map, const Key& key) {
-    const auto place = map.find(key);
-    return place == map.end() ? nullptr : place->second;
+/// Of no text.
+constexpr unsigned kNoIdentifier = kIdUnresolved;
+
+/// Texts are compared up to where they differ: in a damaged image one may have a million characters.
+bool StandsFor(unsigned identifier, const std::string& text) {
+    const tagGCVALUE own = GetTblData(identifier);
+    return own.dwKind == 2 && std::strcmp(text.c_str(), own.pszName) == 0;
 }
 
 template <class Test>
@@ -24,28 +28,56 @@ tagGCENTRY* Walk(tagGCSECT& section, Test&& test) {
 
 }  // namespace
 
+void NamedIdentifiers::Add(unsigned identifier) {
+    if (before_.Find(identifier)) return;
+    const tagGCVALUE name = GetTblData(identifier);
+    if (name.dwKind != 2) {
+        before_.Add(identifier, kNoIdentifier);
+        return;
+    }
+    unsigned& last = last_.Add(HashOf(std::string_view(name.pszName)), kNoIdentifier);
+    before_.Add(identifier, last);
+    last = identifier;
+}
+
+template <class Visit>
+void NamedIdentifiers::ForEachOf(const std::string& text, Visit&& visit) const {
+    for (const unsigned* id = last_.Find(HashOf(text)); id && *id != kNoIdentifier; id = before_.Find(*id)) {
+        if (StandsFor(*id, text)) visit(*id);
+    }
+}
+
 tagGCENTRY* EntryIndex::Named(tagGCSECT& section, const std::string& name) {
-    if (const Entries* entries = Of(section)) return Find(entries->byText, name);
-    // Texts are compared up to where they differ: in a damaged image one may have a million characters.
     if (name.find('\0') != std::string::npos) return nullptr;
-    return Walk(section, [&name](const tagGCENTRY& entry) {
-        const tagGCVALUE own = GetTblData(entry.dwName);
-        return own.dwKind == 2 && std::strcmp(name.c_str(), own.pszName) == 0;
+    const Entries* entries = Of(section);
+    if (!entries) {
+        return Walk(section, [&name](const tagGCENTRY& entry) { return StandsFor(entry.dwName, name); });
+    }
+    // A text can have an identifier in several tables; the entry that stands first counts.
+    tagGCENTRY* first = nullptr;
+    names_.ForEachOf(name, [&](unsigned identifier) {
+        tagGCENTRY* const entry = Find(*entries, section, identifier);
+        if (entry && (!first || entry < first)) first = entry;
     });
+    return first;
 }
 
 tagGCENTRY* EntryIndex::WithName(tagGCSECT& section, unsigned identifier) {
-    if (const Entries* entries = Of(section)) return Find(entries->byIdentifier, identifier);
-    for (tagGCENTRY& entry : section.vEntries) {
-        if (entry.dwName == identifier) return &entry;
-    }
-    return nullptr;
+    if (const Entries* entries = Of(section)) return Find(*entries, section, identifier);
+    return Walk(section, [identifier](const tagGCENTRY& entry) { return entry.dwName == identifier; });
 }
 
-EntryIndex::Entries* EntryIndex::OfLong(tagGCSECT& section) {
+tagGCENTRY* EntryIndex::Find(const Entries& entries, tagGCSECT& section, unsigned identifier) {
+    const auto first = std::ranges::lower_bound(entries.firsts, identifier, {}, &FirstEntry::identifier);
+    const bool found = first != entries.firsts.end() && first->identifier == identifier;
+    return found ? &section.vEntries[first->position] : nullptr;
+}
+
+const EntryIndex::Entries* EntryIndex::OfLong(const tagGCSECT& section) {
     if (const ImageStamp now = ImageStamp::Now(); stamp_ != now) {
         stamp_ = {};
         long_.clear();
+        names_ = {};
         for (const tagGCSECT* listed : g_GCHead) {
             if (listed->vEntries.size() > kWalkedAtOnce) long_[listed];
         }
@@ -54,20 +86,21 @@ EntryIndex::Entries* EntryIndex::OfLong(tagGCSECT& section) {
     const auto place = long_.find(&section);
     if (place == long_.end()) return nullptr;
     Entries& entries = place->second;
-    if (entries.first != section.vEntries.data() || entries.count != section.vEntries.size()) entries = Read(section);
+    if (entries.begin != section.vEntries.data() || entries.count != section.vEntries.size()) entries = Read(section);
     return &entries;
 }
 
-EntryIndex::Entries EntryIndex::Read(tagGCSECT& section) {
-    Entries entries;
-    entries.first = section.vEntries.data();
-    entries.count = section.vEntries.size();
-    for (tagGCENTRY& entry : section.vEntries) {
-        // A name is read once: a damaged image may name a thousand entries by one text of a million characters.
-        if (!entries.byIdentifier.try_emplace(entry.dwName, &entry).second) continue;
-        const tagGCVALUE name = GetTblData(entry.dwName);
-        if (name.dwKind == 2) entries.byText.try_emplace(name.pszName, &entry);
+EntryIndex::Entries EntryIndex::Read(const tagGCSECT& section) {
+    Entries entries{{}, section.vEntries.data(), section.vEntries.size()};
+    auto& firsts = entries.firsts;
+    firsts.reserve(entries.count);
+    for (unsigned position = 0; const tagGCENTRY& entry : section.vEntries) {
+        names_.Add(entry.dwName);
+        firsts.push_back({entry.dwName, position++});
     }
+    std::ranges::sort(firsts, {}, [](const FirstEntry& row) { return std::tie(row.identifier, row.position); });
+    const auto repeated = std::ranges::unique(firsts, {}, &FirstEntry::identifier);
+    firsts.erase(repeated.begin(), repeated.end());
     return entries;
 }
 

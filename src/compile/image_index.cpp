@@ -1,7 +1,6 @@
 #include "compile/image_index.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "compile/compile.h"
@@ -28,36 +27,61 @@ SectionsStamp SectionsStamp::Now() {
 ImageStamp ImageStamp::Now() { return {SectionsStamp::Now(), KeysInTables()}; }
 
 ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
-    if (g_GCHead.size() <= kWalkedAtOnce) {
-        stamp_ = {};
-        return CollectOther(identifier);
-    }
+    const bool isShort = g_GCHead.size() <= kWalkedAtOnce;
     if (const SectionsStamp now = SectionsStamp::Now(); stamp_ != now) {
         stamp_ = {};
         kinds_ = {};
         other_ = {};
-        for (tagGCSECT* section : g_GCHead) {
-            const unsigned ordinal = section->dwSect - kImageSectionClass;
-            if (ordinal < kinds_.size()) kinds_[ordinal].sections.push_back(section);
-        }
-        for (unsigned ordinal = 0; Kind & kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
+        if (!isShort) SortByKind();
         stamp_ = now;
     }
     const unsigned ordinal = identifier - kImageSectionClass;
-    if (ordinal < kinds_.size()) return kinds_[ordinal];
-    if (other_.identifier == identifier && !other_.sections.empty()) return other_;
-    return CollectOther(identifier);
+    if (!isShort && ordinal < kinds_.size()) return kinds_[ordinal];
+    Kind& kind = ordinal < kinds_.size() ? kinds_[ordinal] : other_;
+    if (isShort ? !IsKept(kind, identifier) : kind.identifier != identifier || kind.sections.empty()) {
+        Collect(kind, identifier);
+    }
+    return kind;
 }
 
-ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
-    std::vector<tagGCSECT*> sections = std::move(other_.sections);
-    other_ = {};
+void ImageIndex::SortByKind() {
+    for (tagGCSECT* section : g_GCHead) {
+        const unsigned ordinal = section->dwSect - kImageSectionClass;
+        if (ordinal < kinds_.size()) kinds_[ordinal].sections.push_back(section);
+    }
+    for (unsigned ordinal = 0; Kind & kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
+}
+
+/// Whether the sections of a short list are those that were collected, and one has so many entries that reading them
+/// for every query would take the square of their number.
+bool ImageIndex::IsKept(const Kind& kind, unsigned identifier) {
+    const auto isLong = [](std::span<const tagGCENTRY> entries) { return entries.size() > kWalkedAtOnce; };
+    if (kind.identifier != identifier || std::ranges::none_of(kind.entries, isLong)) return false;
+    std::size_t position = 0;
+    for (const tagGCSECT* section : g_GCHead) {
+        if (section->dwSect != identifier) continue;
+        if (position == kind.sections.size() || kind.sections[position] != section) return false;
+        const std::span<const tagGCENTRY> entries = kind.entries[position++];
+        if (entries.data() != section->vEntries.data() || entries.size() != section->vEntries.size()) return false;
+    }
+    return position == kind.sections.size();
+}
+
+void ImageIndex::Collect(Kind& kind, unsigned identifier) {
+    // Nothing is left of the kind when memory runs out.
+    std::vector<tagGCSECT*> sections = std::move(kind.sections);
+    std::vector<std::span<const tagGCENTRY>> entries = std::move(kind.entries);
+    kind = {};
     sections.clear();
-    std::copy_if(g_GCHead.begin(), g_GCHead.end(), std::back_inserter(sections),
-                 [identifier](const tagGCSECT* section) { return section->dwSect == identifier; });
-    other_.identifier = identifier;
-    other_.sections = std::move(sections);
-    return other_;
+    entries.clear();
+    for (tagGCSECT* section : g_GCHead) {
+        if (section->dwSect != identifier) continue;
+        sections.push_back(section);
+        entries.emplace_back(section->vEntries);
+    }
+    kind.identifier = identifier;
+    kind.sections = std::move(sections);
+    kind.entries = std::move(entries);
 }
 
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,8 +31,8 @@ struct Positions {
 class ImageIndex {
 public:
     /// The sections with this identifier in order. They are made anew when our functions have changed the list or a
-    /// table, and for a short list always; a host that changes a long one itself is followed when it changes a size, or
-    /// the first or last section.
+    /// table; a host that changes a long list itself is followed when it changes a size, or the first or last section.
+    /// In a short list it is followed always, but for changes within the entries of those with many.
     const std::vector<tagGCSECT*>& Sections(unsigned identifier);
     /// The first of them whose NAME, or in sections of free names whose entry's name, is this text.
     Found Named(unsigned identifier, const std::string& name);
@@ -44,12 +45,15 @@ private:
     struct Kind {
         unsigned identifier = 0;
         std::vector<tagGCSECT*> sections;
-        std::optional<Names> names;  ///< read when the first name is asked for
-        std::optional<IDs> ids;      ///< read when the first id is asked for
+        std::vector<std::span<const tagGCENTRY>> entries;  ///< where those of each stood
+        std::optional<Names> names;                        ///< read when the first name is asked for
+        std::optional<IDs> ids;                            ///< read when the first id is asked for
     };
     /// The kind of an identifier, brought up to date.
     Kind& KindOf(unsigned identifier);
-    Kind& CollectOther(unsigned identifier);
+    void SortByKind();
+    static bool IsKept(const Kind& kind, unsigned identifier);
+    static void Collect(Kind& kind, unsigned identifier);
     static Names ReadNames(const Kind& kind);
     static IDs ReadIDs(const Kind& kind);
     template <class Key>
@@ -57,7 +61,7 @@ private:
 
     SectionsStamp stamp_;
     std::array<Kind, 12> kinds_;  ///< by the ordinal of the identifiers that the compiler writes
-    Kind other_;                  ///< the kind of any other identifier, or of a short list: the last that was asked for
+    Kind other_;                  ///< the kind of any other identifier: the last that was asked for
 };
 
 }  // namespace zek

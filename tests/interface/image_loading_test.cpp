@@ -138,6 +138,52 @@ TEST_F(ImageLoading, FindsNamesOfAMillionCharactersInNoTimeHoweverManySectionsHa
     });
 }
 
+TEST_F(ImageLoading, FindsEachNameOfOneLongSectionInNoTime) {
+    constexpr unsigned kNames = 50'000;
+    SectionWords properties = {0x01000002, {}};
+    std::vector<std::string> names;
+    for (unsigned i = 0; i < kNames; ++i) {
+        properties.entries.push_back({kIdProperty + i, {}});
+        names.push_back("name" + std::to_string(i));
+    }
+    Write("properties.meta", Image({properties}, {Record(kIdProperty, Names(names))}));
+    InChild([&] {
+        // Reading the names for every query would take minutes.
+        alarm(20);
+        ASSERT_EQ(gcInit("properties.meta", nullptr), 1U);
+        tagGCSECT* const section = g_GCHead.front();
+        for (unsigned i = 0; i < kNames; ++i) {
+            ASSERT_EQ(gcGetSectByName(0x01000002, names[i]), section) << i;
+            ASSERT_EQ(gcGetEntryByName(section, names[i], nullptr), &section->vEntries[i]) << i;
+        }
+        EXPECT_EQ(gcGetSectByName(0x01000002, "none"), nullptr);
+        // The section's entries have moved, and what is asked for stands no longer among them.
+        section->vEntries = {section->vEntries[1], section->vEntries[2]};
+        EXPECT_EQ(gcGetSectByName(0x01000002, "name2"), section);
+        EXPECT_EQ(gcGetSectByName(0x01000002, "name3"), nullptr);
+    });
+}
+
+TEST_F(ImageLoading, FindsTheFirstOfTheEntriesWithOneTextInSeveralTables) {
+    const std::vector<std::string> tables = {Record(kIdProperty, Names({"other", "a"})),
+                                             Record(kIdGlobal, Names({"a"})),
+                                             Record(kIdString, Names({"x", "y", "a"}))};
+    SectionWords section = {0x01000002, std::vector<EntryWords>(70, {kIdProperty, {}})};
+    section.entries[66].name = kIdString + 2;
+    section.entries[67].name = kIdGlobal;
+    section.entries[68].name = kIdProperty + 1;
+    section.entries[69].name = kIdString + 2;
+    Write("tables.meta", Image({section}, tables));
+    ASSERT_EQ(gcInit("tables.meta", nullptr), 1U);
+    std::vector<tagGCENTRY>& entries = g_GCHead.front()->vEntries;
+    unsigned id = 0;
+    EXPECT_EQ(gcGetEntryByName(g_GCHead.front(), "a", &id), &entries[66]);
+    EXPECT_EQ(id, kIdString + 2);
+    EXPECT_EQ(gcGetEntryByName(g_GCHead.front(), "other", nullptr), &entries[0]);
+    EXPECT_EQ(gcGetEntryByName(g_GCHead.front(), "x", nullptr), nullptr);
+    EXPECT_EQ(gcGetEntryByType(g_GCHead.front(), kIdGlobal), &entries[67]);
+}
+
 TEST_F(ImageLoading, FindsNoEntryByATextWithANul) {
     Write("queried.meta", Image({{0x01000002, {{kIdProperty, {}}}}}, {Record(kIdProperty, Names({"a"}))}));
     ASSERT_EQ(gcInit("queried.meta", nullptr), 1U);

@@ -117,6 +117,27 @@ std::string EntriesOfAllNames() {
     return Image({section}, {});
 }
 
+/// Sections with one entry more than is walked at every query; `nameOf` gives the identifier of each entry in turn.
+std::vector<SectionWords> LongSections(std::size_t room, const std::function<unsigned(unsigned)>& nameOf) {
+    constexpr unsigned kEntries = 65;
+    std::vector<SectionWords> sections(room / (8 + 8 * kEntries), {0x01000002, {}});
+    unsigned entry = 0;
+    for (SectionWords& section : sections) {
+        for (unsigned i = 0; i < kEntries; ++i) section.entries.push_back({nameOf(entry++), {}});
+    }
+    return sections;
+}
+
+/// All entries of all sections have one long name.
+std::string LongSectionsOfOneName() {
+    return Image(LongSections(kImageSize / 2, [](unsigned) { return kIdProperty; }),
+                 {Record(kIdProperty, Names({std::string(kImageSize / 2, 'a')}))});
+}
+
+std::string LongSectionsOfAllNames() {
+    return Image(LongSections(kImageSize, [](unsigned entry) { return kIdProperty + entry; }), {});
+}
+
 /// Each entry has a name of its own.
 std::string NamedEntries() {
     constexpr unsigned kCount = kImageSize / 12;
@@ -242,8 +263,10 @@ INSTANTIATE_TEST_SUITE_P(
               [] {
                   return CompiledSections(kImageSize / 20, {0x01000005, 1, 0x02000015, 1, 5});
               }},
-        Worst{"EntriesOfAllNames", false, 12, EntriesOfAllNames}, Worst{"NamedEntries", false, 36, NamedEntries},
-        Worst{"Numbers", false, 36, Numbers},
+        Worst{"EntriesOfAllNames", false, 12, EntriesOfAllNames},
+        Worst{"LongSectionsOfAllNames", false, 12, LongSectionsOfAllNames},
+        Worst{"LongSectionsOfOneName", false, 12, LongSectionsOfOneName},
+        Worst{"NamedEntries", false, 36, NamedEntries}, Worst{"Numbers", false, 36, Numbers},
         Worst{"Names", false, 36, [] { return Image({}, {Record(kIdString, NamesWithNul(kImageSize))}); }},
         Worst{"NamesOfTwoCharacters", false, 36, [] { return Image({}, {Record(kIdString, NamesWithNul(195'000))}); }},
         Worst{"EqualNames", false, 12, [] { return Image({}, {Record(kIdString, std::string(kImageSize, '\0'))}); }},
