@@ -25,6 +25,7 @@ protected:
     /// What `check` says of boards/main.zek.
     static std::string Said(Strings arguments = {}) {
         arguments.insert(arguments.begin(), {"check", "boards/main.zek"});
+        arguments.insert(arguments.end(), kUnusedAside.begin(), kUnusedAside.end());
         return WithoutExcerpts(Zek(arguments).err);
     }
 

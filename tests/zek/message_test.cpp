@@ -11,6 +11,7 @@ protected:
     static std::string Said(const std::string& text, Strings options = {}) {
         Write("a.zek", text);
         options.insert(options.begin(), {"check", "a.zek"});
+        options.insert(options.end(), kUnusedAside.begin(), kUnusedAside.end());
         return WithoutExcerpts(Zek(options).err);
     }
 };
@@ -76,12 +77,10 @@ TEST_F(ZekMessages, ThatDoNotFailAreWarnings) {
 }
 
 TEST_F(ZekMessages, DefinitionOfALaterWordIsAWarning) {
-    Write("a.zek", "[DEFINE]\nA = B\nB = 1\n");
-    const Result result = Zek({"check", "a.zek"});
-    EXPECT_EQ(WithoutExcerpts(result.err),
+    EXPECT_EQ(Said("[DEFINE]\nA = B\nB = 1\n"),
               "a.zek:2:5: warning: [DEFINE]:A, B has not been defined and is not a valid number. [W005]\n"
               "a.zek: 1 warning\n");
-    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(Zek({"check", "a.zek"}).code, 0);
 }
 
 TEST_F(ZekMessages, ComeOnceThoughTheLibraryRepeatsThem) {

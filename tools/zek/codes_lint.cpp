@@ -41,6 +41,13 @@ constexpr CodeRow kLosses[] = {
      "none "
      "reaches the image.",
      "[DEFINE]\nVT_OTHER = 50\n[GLOBAL]\nG_Any = VT_OTHER,1,2\n", "Use another value type, or take the operands away."},
+    {"L109", Level::kWarning, "[%s]:%s, no caller passes %s",
+     "An ARG operand names an argument that no caller passes. In an [ACTION] these are ARG0, since the first is ARG1, "
+     "and "
+     "all above what its callers pass; in a [GLOBAL], which is used without arguments, all; elsewhere those above "
+     "ARG16777215, which become other words in the image.",
+     ZEK_WORDS ZEK_ACTION "[ACTION]\nNAME = Show\nARGNUMBER = 1\nVALUE = VT_CALL,Step,ARG0\n",
+     "Correct the number of the argument."},
 };
 
 constexpr CodeRow kNumbers[] = {
@@ -53,6 +60,9 @@ constexpr CodeRow kNumbers[] = {
     {"L113", Level::kWarning, "[%s]:%s, %s is negative and counts as %s",
      "A negative number stands where numbers have no sign. It counts down from 2^32.",
      "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = -2\n", "Write the number that is meant."},
+    {"L114", Level::kWarning, "[%s]:%s, %s does not fit a byte and counts as %s",
+     "The value of a row of a [TABLE] is above 255. Only its low 8 bits count.",
+     "[TABLE]\nNAME = Curve\nTYPE = 1\n0.255 = 256\n", "Write a number up to 255."},
 };
 
 constexpr CodeRow kThresholds[] = {
@@ -65,10 +75,32 @@ constexpr CodeRow kThresholds[] = {
      "Correct them, or allow it where the order is meant."},
 };
 
+constexpr CodeRow kUnused[] = {
+    {"L131", Level::kWarning, "[%s]:%s, nothing calls the action %s",
+     "An [ACTION] is called by nothing but itself. One with VALUE_IPMI counts as called.", ZEK_WORDS ZEK_ACTION,
+     "Take it away, or call it."},
+    {"L132", Level::kWarning, "[%s]:%s, nothing uses the table %s", "A [TABLE] is used by nothing.",
+     "[TABLE]\nNAME = Curve\nTYPE = 1\n0.255 = 7\n", "Take it away, or use it by VT_TABLE."},
+    {"L133", Level::kWarning, "[%s]:%s, nothing uses this global", "A key of a [GLOBAL] is used by nothing but itself.",
+     ZEK_WORDS "[GLOBAL]\nG_Limit = VT_VALUE,40\n", "Take it away, or use it as an operand."},
+    {"L134", Level::kWarning, "[%s]:%s, nothing uses what this step works out",
+     "A step of an [ACTION] works out a value that nothing uses. Steps that do something, such as writes, calls and "
+     "jumps, count as used.",
+     ZEK_WORDS "[ACTION]\nNAME = Read\nVALUE_1 = VT_READ,0,8,BUSTYPE_SMBUS,0x48\nVALUE = VT_VALUE,1\n",
+     "Take it away, or use it; allow it where the reading itself is meant, such as to clear a register."},
+    {"L135", Level::kWarning, "[%s]:%s, nothing uses the word %s", "A word is defined and used by nothing but itself.",
+     "[DEFINE]\nLIMIT = 40\n", "Take it away, or use it."},
+};
+
 constexpr CodeRow kWords[] = {
     {"L141", Level::kWarning, "[%s]:%s, the word %s is defined again, as %s: this value holds everywhere, also above",
      "A word is defined in several sections with different values. The last value holds everywhere.",
      "[DEFINE]\nLIMIT = 1\n[DEFINE]\nLIMIT = 2\n", "Rename one."},
+    {"L142", Level::kWarning, "[%s]:%s, the word %s is used before it is defined",
+     "A word is used before it is defined. It counts all the same, but a reader who goes from the top does not know "
+     "it, "
+     "and words that take its value do not know it either.",
+     "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = NONE\n[DEFINE]\nNONE = 0\n", "Define it above."},
     {"L143", Level::kWarning, "[%s]:%s, the word %s is not defined here, but the items below are defined all the same",
      "The word of an [IFDEF] is unknown where it stands. Its items are defined all the same.",
      "[IFDEF]\nDEFINEWORD = REAR\nLIMIT = 1\n", "Define the word above, or make the section a [DEFINE]."},
@@ -102,6 +134,7 @@ constexpr CodeGroup kGroups[] = {
     {"Lint: what the image loses", "", Origin::kLint, kLosses},
     {"Lint: numbers", "", Origin::kLint, kNumbers},
     {"Lint: thresholds", "", Origin::kLint, kThresholds},
+    {"Lint: what nothing uses", "", Origin::kLint, kUnused},
     {"Lint: words", "", Origin::kLint, kWords},
     {"Lint: tables", "", Origin::kLint, kTables},
     {"Lint: texts", "", Origin::kLint, kTexts},

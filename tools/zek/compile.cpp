@@ -97,7 +97,9 @@ struct Said {
 Said WhatWasSaid(const std::string& source, const SourceOptions& options, const std::vector<SourceFile>& files,
                  const ParserLibrary& parser, const std::vector<Message>& whileReading, bool passed, SourceText& text) {
     SourceIndex index(parser);
-    Report report(options.report, source, files, index, text);
+    ReportOptions wanted = options.report;
+    wanted.words = NamesIn(options.definitions);
+    Report report(wanted, source, files, index, text);
     report.Add(whileReading, TakeMessages());
     ReviewScope scope = {{}, {Origin::kLibrary, Origin::kCommand}};
     // Where there are errors most rules are not run, so that nothing is known of what they would find.
@@ -106,7 +108,7 @@ Said WhatWasSaid(const std::string& source, const SourceOptions& options, const 
     for (const SourceFile& file : files) scope.paths.push_back(file.path);
     Levels levels = options.findings.levels;
     if (options.report.verbose) levels.ShowHidden();
-    if (options.lint) report.Add(Lint(files, index, text, levels, {sound, options.amongOthers}));
+    if (options.lint) report.Add(Lint(files, index, text, levels, {sound, options.amongOthers, wanted.words}));
     Said said = {{source, Reviewed(report.Findings(), levels, scope, text)}, sound};
     if (options.report.raw) said.findings.raw = report.Raw();
     return said;

@@ -58,4 +58,10 @@ void Define(const std::vector<std::string>& definitions) {
     }
 }
 
+std::set<std::string> NamesIn(const std::vector<std::string>& definitions) {
+    std::set<std::string> names;
+    for (const std::string& definition : definitions) names.insert(definition.substr(0, definition.find('=')));
+    return names;
+}
+
 }  // namespace zek::tool

@@ -1,6 +1,7 @@
 /// Words that the command line defines for a source. Relies on predefined.h.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -10,5 +11,8 @@ namespace zek::tool {
 /// language and nothing behind it, a word defined before, or nothing, which is 0. Throws Failure for anything else.
 /// To be called before the source is opened.
 void Define(const std::vector<std::string>& definitions);
+
+/// The names that they give.
+std::set<std::string> NamesIn(const std::vector<std::string>& definitions);
 
 }  // namespace zek::tool

@@ -1,8 +1,11 @@
 #include "lint.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <system_error>
 #include <tuple>
 
@@ -22,11 +25,19 @@ constexpr LintRule kRules[] = {
     {"L106", "id-by-name", FindIdsByName, true},
     {"L107", "row-by-name", FindRowsByName, true},
     {"L108", "lost-operands", FindLostOperands, true},
+    {"L109", "argument-of-none", FindArgumentsOfNone, true},
     {"L111", "text-behind-number", FindTextBehindNumbers, true},
     {"L112", "wrapped-number", FindWrappedNumbers, true},
     {"L113", "negative-number", FindNegativeNumbers, true},
+    {"L114", "row-above-byte", FindRowsAboveByte, true},
     {"L121", "threshold-order", FindThresholdsOutOfOrder, true},
+    {"L131", "unused-action", FindUnusedActions, true},
+    {"L132", "unused-table", FindUnusedTables, true},
+    {"L133", "unused-global", FindUnusedGlobals, true},
+    {"L134", "unused-step", FindUnusedSteps, true},
+    {"L135", "unused-word", FindUnusedWords, true},
     {"L141", "word-again", FindWordsDefinedAgain, true},
+    {"L142", "word-used-before", FindWordsUsedBefore, true},
     {"L143", "unknown-condition", FindUnknownConditions, true},
     {"L151", "table-not-set", FindIncompleteFirstTable, true},
     {"L152", "table-inherits", FindIncompleteLaterTables, true},
@@ -57,6 +68,24 @@ std::string Filled(std::string_view format, const std::vector<std::string>& text
     return filled.append(format);
 }
 
+/// Whether a file that ends as the main source does stands beside it and is not read: perhaps another source, which
+/// shares files with this one.
+bool HasNeighbour(const std::vector<SourceFile>& files) {
+    std::set<std::pair<dev_t, ino_t>> read;
+    for (const SourceFile& file : files) read.emplace(file.device, file.inode);
+    const std::filesystem::path main = files.front().path;
+    const std::string folder = FolderOf(main);
+    std::error_code failed;
+    std::filesystem::directory_iterator entries(folder.empty() ? "." : folder, failed);
+    for (const std::filesystem::directory_iterator end; !failed && entries != end; entries.increment(failed)) {
+        if (!main.has_extension() || entries->path().extension() != main.extension()) continue;
+        struct stat info {};
+        if (stat(entries->path().c_str(), &info) != 0 || !S_ISREG(info.st_mode)) continue;
+        if (!read.contains({info.st_dev, info.st_ino})) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 LintRun::LintRun(const LintModel& source, SourceText& text, bool amongOthers)
@@ -65,9 +94,16 @@ LintRun::LintRun(const LintModel& source, SourceText& text, bool amongOthers)
 }
 
 bool LintRun::IsOwn(const std::string& path) const {
-    if (path == *model_.Written().front()->path) return true;
+    const auto [known, isNew] = own_.try_emplace(&path);
+    if (!isNew) return known->second;
     const std::string real = Real(path);
-    return !amongOthers_ && IsBelow(real, folder_) && !IsBelow(real, builtIn_);
+    const bool isAlone = !amongOthers_ && IsBelow(real, folder_) && !IsBelow(real, builtIn_);
+    return known->second = isAlone || path == *model_.Written().front()->path;
+}
+
+void LintRun::NoteWord(Finding& finding, const std::string& word) const {
+    const Definition* const definition = model_.Defined(word);
+    if (definition) finding.notes.push_back({"it is defined here", KeyPlace(*definition->section, *definition->item)});
 }
 
 Place LintRun::KeyPlace(const LintSection& section, const LintItem& item) const {
@@ -101,10 +137,11 @@ std::string AboutRule(const LintRule& rule) {
 
 std::vector<Finding> Lint(const std::vector<SourceFile>& files, SourceIndex& index, SourceText& text,
                           const Levels& levels, const LintScope& scope) {
-    const LintModel model(files, index);
-    LintRun run(model, text, scope.amongOthers);
+    const LintModel model(files, index, scope.words);
+    if (model.Written().empty()) return {};
+    LintRun run(model, text, scope.amongOthers || HasNeighbour(files));
     for (const LintRule& rule : kRules) {
-        if (!model.Written().empty() && levels.Wanted(rule.code) && (scope.sound || !rule.needsSound)) rule.find(run);
+        if (levels.Wanted(rule.code) && (scope.sound || !rule.needsSound)) rule.find(run);
     }
     std::vector<Finding> findings = run.Take();
     std::map<std::string, std::size_t> order;

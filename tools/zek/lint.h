@@ -3,6 +3,8 @@
 #pragma once
 
 #include <initializer_list>
+#include <map>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -23,7 +25,8 @@ public:
     const LintModel& Model() const { return model_; }
     SourceText& Text() const { return text_; }
     /// Whether a file is read by this source alone, as far as that can be told: it is the main source, or stands in its
-    /// folder or below while no other source is checked in the same run.
+    /// folder or below while no other source is checked in the same run or stands beside this one. `path` is that of a
+    /// section.
     bool IsOwn(const std::string& path) const;
 
     /// Adds a finding about a sub-string or, without position, about the key; `texts` fill the text of the code behind
@@ -32,6 +35,9 @@ public:
                  std::initializer_list<std::string> texts);
     Finding& Add(const char* code, const LintSection& section, const LintItem& item,
                  std::initializer_list<std::string> texts);
+
+    /// Notes where the source defines a word; nothing where it does not.
+    void NoteWord(Finding& finding, const std::string& word) const;
 
     Place KeyPlace(const LintSection& section, const LintItem& item) const;
 
@@ -43,6 +49,7 @@ private:
     bool amongOthers_;
     std::string folder_;   // of the main source
     std::string builtIn_;  // of what comes with the command
+    mutable std::map<const std::string*, bool> own_;
     std::vector<Finding> findings_;
 };
 
@@ -60,8 +67,9 @@ std::span<const LintRule> LintRules();
 std::string AboutRule(const LintRule& rule);
 
 struct LintScope {
-    bool sound = false;        ///< the source has no errors
-    bool amongOthers = false;  ///< other sources are checked in the same run
+    bool sound = false;                ///< the source has no errors
+    bool amongOthers = false;          ///< other sources are checked in the same run
+    std::set<std::string> words = {};  ///< that the command line defines
 };
 
 /// What the rules find that are wanted, by file in the order of the reading, then by place. Nothing with a parser

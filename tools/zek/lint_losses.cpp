@@ -58,7 +58,9 @@ void FindNoneAmongOperands(const LintSection& section, const LintItem& item, Lin
     run.Model().ForEachOperand(item, [&](std::size_t position, Role role) {
         if (role != Role::kOperand && role != Role::kNumber) return;
         const std::string operand = item.Part(position);
-        if (Compiled(run.Model(), operand) == kNone) run.Add("L103", section, item, position, {operand});
+        if (Compiled(run.Model(), operand) != kNone) return;
+        Finding& finding = run.Add("L103", section, item, position, {operand});
+        if (!WrittenNumberIn(operand)) run.NoteWord(finding, operand);
     });
 }
 
@@ -69,7 +71,7 @@ void FindByName(const char* code, const std::string& kind, std::initializer_list
         for (const std::string_view key : keys) {
             const LintItem* const item = section->Find(key);
             if (item && !item->parts.empty() && !WrittenNumberIn(item->parts[0].text)) {
-                run.Add(code, *section, *item, 0, {item->Part(0)});
+                run.NoteWord(run.Add(code, *section, *item, 0, {item->Part(0)}), item->Part(0));
             }
         }
     }
@@ -97,9 +99,16 @@ void FindLostArguments(LintRun& run) {
 void FindNumbersForNone(LintRun& run) {
     for (const Meaning meaning : {Meaning::kNumber, Meaning::kSigned}) {
         ForEachItem(run, meaning, [&](const LintSection& section, const LintItem& item) {
-            if (run.Model().ValueOf(item.Part(0)) == kNone) run.Add("L103", section, item, 0, {item.Part(0)});
+            if (run.Model().ValueOf(item.Part(0)) != kNone) return;
+            run.NoteWord(run.Add("L103", section, item, 0, {item.Part(0)}), item.Part(0));
         });
     }
+    ForEachItem(run, Meaning::kList, [&](const LintSection& section, const LintItem& item) {
+        for (std::size_t i = 0; i < item.parts.size(); ++i) {
+            const std::optional<WrittenNumber> number = WrittenNumberIn(item.parts[i].text);
+            if (number && number->value == kNone) run.Add("L103", section, item, i, {item.Part(i)});
+        }
+    });
     for (const Meaning meaning : {Meaning::kValue, Meaning::kRepeater}) {
         ForEachItem(run, meaning, [&](const LintSection& section, const LintItem& item) {
             FindNoneAmongOperands(section, item, run);
@@ -109,14 +118,16 @@ void FindNumbersForNone(LintRun& run) {
 
 void FindCountsByName(LintRun& run) {
     ForEachItem(run, Meaning::kRepeater, [&](const LintSection& section, const LintItem& item) {
-        if (!WrittenNumberIn(item.Part(0))) run.Add("L104", section, item, 0, {item.Part(0)});
+        if (WrittenNumberIn(item.Part(0))) return;
+        run.NoteWord(run.Add("L104", section, item, 0, {item.Part(0)}), item.Part(0));
     });
 }
 
 void FindSensorsByName(LintRun& run) {
     ForEachItem(run, Meaning::kList, [&](const LintSection& section, const LintItem& item) {
         for (std::size_t i = 0; i < item.parts.size(); ++i) {
-            if (!WrittenNumberIn(item.parts[i].text)) run.Add("L105", section, item, i, {item.Part(i)});
+            if (WrittenNumberIn(item.parts[i].text)) continue;
+            run.NoteWord(run.Add("L105", section, item, i, {item.Part(i)}), item.Part(i));
         }
     });
 }
@@ -129,8 +140,8 @@ void FindIdsByName(LintRun& run) {
 
 void FindRowsByName(LintRun& run) {
     ForEachItem(run, Meaning::kRow, [&](const LintSection& section, const LintItem& item) {
-        if (!item.parts.empty() && !WrittenNumberIn(item.parts[0].text))
-            run.Add("L107", section, item, 0, {item.Part(0)});
+        if (item.parts.empty() || WrittenNumberIn(item.parts[0].text)) return;
+        run.NoteWord(run.Add("L107", section, item, 0, {item.Part(0)}), item.Part(0));
     });
 }
 
@@ -140,7 +151,7 @@ void FindLostOperands(LintRun& run) {
         if (item.parts.size() < 2 || !type || *type == 0) return;
         bool any = false;
         run.Model().ForEachOperand(item, [&](std::size_t, Role) { any = true; });
-        if (!any) run.Add("L108", section, item, 1, {item.Part(0), std::to_string(*type)});
+        if (!any) run.NoteWord(run.Add("L108", section, item, 1, {item.Part(0), std::to_string(*type)}), item.Part(0));
     });
 }
 

@@ -59,17 +59,26 @@ struct TypeRow {
     unsigned type;
     const char* operands;
     bool more;
+    bool acts;
 };
 
 // x: anything that is a value; n: a number or a word; o: operator; a: action; t: table; v: a step of the section.
 constexpr TypeRow kTypes[] = {
-    {1, "x", false},    {2, "oxxxx", false}, {3, "ax", true},     {4, "xnnx", false},
-    {5, "xnnxx", true}, {6, "nnx", true},    {7, "xxxx", false},  {8, "xnnx", false},
-    {9, "xnnxx", true}, {10, "tx", false},   {11, "xnnxx", true}, {12, "xnnx", false},
-    {101, "x", false},  {102, "xax", true},  {103, "x", false},   {104, "v", false},
+    {1, "x", false, false},   {2, "oxxxx", false, false}, {3, "ax", true, true},     {4, "xnnx", false, false},
+    {5, "xnnxx", true, true}, {6, "nnx", true, true},     {7, "xxxx", false, false}, {8, "xnnx", false, false},
+    {9, "xnnxx", true, true}, {10, "tx", false, false},   {11, "xnnxx", true, true}, {12, "xnnx", false, false},
+    {101, "x", false, true},  {102, "xax", true, true},   {103, "x", false, true},   {104, "v", false, true},
 };
 
-constexpr TypeRow kRepeater = {0, "nax", true};
+constexpr TypeRow kRepeater = {0, "nax", true, true};
+
+/// Null for a type that takes no operands.
+const TypeRow* RowOfType(unsigned type) {
+    const auto* const row =
+        std::find_if(std::begin(kTypes), std::end(kTypes), [&](const TypeRow& a) { return a.type == type; });
+    return row == std::end(kTypes) ? nullptr : row;
+}
+
 constexpr unsigned kCalculation = 2;
 
 Role RoleOf(char letter) {
@@ -104,7 +113,8 @@ std::string LintSection::TextOf(std::string_view key) const {
     return item ? item->Part(0) : std::string();
 }
 
-LintModel::LintModel(const std::vector<SourceFile>& files, SourceIndex& index) {
+LintModel::LintModel(const std::vector<SourceFile>& files, SourceIndex& index, std::set<std::string> given)
+    : given_(std::move(given)) {
     std::map<const SourceSection*, const LintSection*> known;
     Places places(files, index);
     std::map<std::string_view, const std::string*> paths;
@@ -128,7 +138,11 @@ void LintModel::Define(const LintSection& section, std::size_t position) {
         if (item.meaning != Meaning::kWord || item.parts.empty()) continue;
         const std::string text = item.Part(0);
         const std::optional<unsigned> value = text.empty() ? 0 : ValueOf(text);
-        if (value) words_[item.source->key].push_back({&section, &item, position, *value});
+        if (!value) continue;
+        const Definition* const other = Defined(text);
+        const std::optional<WrittenNumber> number = WrittenNumberIn(text);
+        const bool negative = other ? other->negative : number && number->negative;
+        words_[item.source->key].push_back({&section, &item, position, *value, negative});
     }
 }
 
@@ -140,9 +154,19 @@ std::vector<const LintSection*> LintModel::OfKind(std::string_view kind) const {
     return all;
 }
 
-std::optional<unsigned> LintModel::WordValue(const std::string& word) const {
+const Definition* LintModel::Defined(const std::string& word) const {
     const auto found = words_.find(word);
-    if (found != words_.end()) return found->second.back().value;
+    return found == words_.end() ? nullptr : &found->second.back();
+}
+
+bool LintModel::IsDefinedBefore(const std::string& word, std::size_t position) const {
+    if (given_.contains(word)) return true;
+    const auto found = words_.find(word);
+    return found != words_.end() && found->second.front().position < position;
+}
+
+std::optional<unsigned> LintModel::WordValue(const std::string& word) const {
+    if (const Definition* const definition = Defined(word)) return definition->value;
     // Defined on the command line.
     unsigned value = 0;
     return GetPreDefinedValue(word, &value) ? std::optional(value) : std::nullopt;
@@ -158,13 +182,16 @@ std::optional<unsigned> LintModel::TypeOf(const LintItem& item) const {
     return item.meaning == Meaning::kValue ? WordValue(item.Part(0)) : std::nullopt;
 }
 
+bool LintModel::Acts(const LintItem& item) const {
+    const std::optional<unsigned> type = TypeOf(item);
+    const TypeRow* const row = type ? RowOfType(*type) : nullptr;
+    return !row || row->acts;
+}
+
 void LintModel::ForEachOperand(const LintItem& item, const std::function<void(std::size_t, Role)>& show) const {
     const TypeRow* row = item.meaning == Meaning::kRepeater ? &kRepeater : nullptr;
     const std::size_t first = row ? 0 : 1;
-    if (const std::optional<unsigned> type = TypeOf(item)) {
-        row = std::find_if(std::begin(kTypes), std::end(kTypes), [&](const TypeRow& a) { return a.type == *type; });
-        if (row == std::end(kTypes)) return;
-    }
+    if (const std::optional<unsigned> type = TypeOf(item)) row = RowOfType(*type);
     if (!row) return;
     const std::string_view letters = row->operands;
     std::size_t most = row->more ? item.parts.size() : letters.size();
@@ -174,8 +201,22 @@ void LintModel::ForEachOperand(const LintItem& item, const std::function<void(st
     }
 }
 
+void LintModel::ForEachWord(const LintItem& item, const std::function<void(std::size_t)>& show) const {
+    const bool isNumber = item.meaning == Meaning::kNumber || item.meaning == Meaning::kSigned;
+    if (isNumber || item.meaning == Meaning::kValue) show(0);
+    ForEachOperand(item, [&](std::size_t position, Role role) {
+        const bool isWord = role == Role::kOperand || role == Role::kNumber;
+        // A number goes before a word there.
+        if (isWord && !WrittenNumberIn(item.Part(position))) show(position);
+    });
+}
+
 bool IsStepName(std::string_view operand) { return operand.size() > 6 && operand.starts_with("VALUE_"); }
 bool IsArgumentName(std::string_view operand) { return operand.size() > 3 && operand.starts_with("ARG"); }
 bool IsGlobalName(std::string_view operand) { return operand.size() > 2 && operand.starts_with("G_"); }
+
+std::optional<WrittenNumber> ArgumentNumber(const std::string& operand) {
+    return IsArgumentName(operand) ? WrittenNumberIn(operand.substr(3)) : std::nullopt;
+}
 
 }  // namespace zek::tool

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -45,6 +46,7 @@ struct Definition {
     const LintItem* item;
     std::size_t position;  ///< of the section among all that were read
     unsigned value;
+    bool negative;  ///< as it is written, there or where the word stands that it is taken from
 };
 
 /// What an operand of a value is, by its place; or any other sub-string that becomes a number.
@@ -52,8 +54,9 @@ enum class Role { kOperand, kNumber, kOperator, kAction, kTable, kStep };
 
 class LintModel {
 public:
-    /// The files and the index must outlive this. Empty with a parser library without hook.
-    LintModel(const std::vector<SourceFile>& files, SourceIndex& index);
+    /// The files and the index must outlive this. Empty with a parser library without hook. `given` are the words that
+    /// the command line defines.
+    LintModel(const std::vector<SourceFile>& files, SourceIndex& index, std::set<std::string> given);
 
     /// As they were read, those of a file as often as it was.
     const std::vector<const LintSection*>& Sections() const { return sections_; }
@@ -63,6 +66,10 @@ public:
 
     /// By the words, each in the order of the reading.
     const std::map<std::string, std::vector<Definition>>& Words() const { return words_; }
+    /// The definition of the word that counts, which is the last; null where the source has none.
+    const Definition* Defined(const std::string& word) const;
+    /// Whether something stands for the word before a section, by its position among all that were read.
+    bool IsDefinedBefore(const std::string& word, std::size_t position) const;
     /// What the word stands for in the end.
     std::optional<unsigned> WordValue(const std::string& word) const;
     /// The number that a text of a numeric key stands for: a word, or else a number.
@@ -70,8 +77,12 @@ public:
 
     /// The type of a value; nothing where it has none.
     std::optional<unsigned> TypeOf(const LintItem& item) const;
+    /// Whether the value does something, or may do so; else all that comes of it is what it works out.
+    bool Acts(const LintItem& item) const;
     /// The operands of a value or a repeater that reach the image, by their positions among the sub-strings.
     void ForEachOperand(const LintItem& item, const std::function<void(std::size_t, Role)>& show) const;
+    /// The sub-strings that are looked up among the words, by their positions, but for the values of words.
+    void ForEachWord(const LintItem& item, const std::function<void(std::size_t)>& show) const;
 
 private:
     void Define(const LintSection& section, std::size_t position);
@@ -79,11 +90,15 @@ private:
     std::vector<std::unique_ptr<LintSection>> written_;
     std::vector<const LintSection*> sections_;
     std::map<std::string, std::vector<Definition>> words_;
+    std::set<std::string> given_;
 };
 
 /// Whether an operand names something by its beginning (VALUE_, ARG or G_, and more behind it).
 bool IsStepName(std::string_view operand);
 bool IsArgumentName(std::string_view operand);
 bool IsGlobalName(std::string_view operand);
+
+/// The number of an argument; nothing where the operand names none.
+std::optional<WrittenNumber> ArgumentNumber(const std::string& operand);
 
 }  // namespace zek::tool

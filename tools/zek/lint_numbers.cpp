@@ -4,53 +4,118 @@
 namespace zek::tool {
 namespace {
 
-/// Calls with every sub-string that the compiler takes for a number: section, item, position, text, number, and whether
-/// it has to be without sign.
-template <typename Show>
-void ForEachNumber(const LintRun& run, Show show) {
-    const LintModel& model = run.Model();
-    for (const auto& section : model.Written()) {
-        for (const LintItem& item : section->items) {
-            const auto tell = [&](std::size_t position, bool hasNoSign) {
-                const std::string text = item.Part(position);
-                const std::optional<WrittenNumber> number = WrittenNumberIn(text);
-                if (number) show(*section, item, position, text, *number, hasNoSign);
-            };
-            const Meaning meaning = item.meaning;
-            const bool isKey = meaning == Meaning::kNumber || meaning == Meaning::kSigned || meaning == Meaning::kWord;
-            // A word goes before a number there.
-            if (isKey && !model.WordValue(item.Part(0))) tell(0, meaning == Meaning::kNumber);
-            if (meaning == Meaning::kRow) tell(0, true);
-            for (std::size_t i = 0; meaning == Meaning::kList && i < item.parts.size(); ++i) tell(i, true);
-            model.ForEachOperand(item, [&](std::size_t position, Role role) {
-                if (role == Role::kOperand || role == Role::kNumber) tell(position, role == Role::kNumber);
-            });
-        }
+constexpr std::size_t kInKey = static_cast<std::size_t>(-1);
+constexpr unsigned kHighestByte = 255;
+
+/// A text that the compiler takes for a number.
+struct FoundNumber {
+    const LintSection& section;
+    const LintItem& item;
+    std::size_t position;  ///< of the sub-string, or kInKey
+    std::string text;      ///< as it is written
+    WrittenNumber number;
+    bool hasNoSign;  ///< where it stands numbers have none
+    std::string counts;
+};
+
+using ShowNumber = std::function<void(const FoundNumber&)>;
+
+/// The numbers of one item.
+class NumbersOf {
+public:
+    NumbersOf(const LintModel& model, const LintSection& section, const LintItem& item, const ShowNumber& show)
+        : model_(model), section_(section), item_(item), show_(show) {}
+
+    void Run() const {
+        const Meaning meaning = item_.meaning;
+        if (meaning == Meaning::kRow) RowKey();
+        if (meaning == Meaning::kRow) Number(0, item_.Part(0), true);
+        for (std::size_t i = 0; meaning == Meaning::kList && i < item_.parts.size(); ++i)
+            Number(i, item_.Part(i), true);
+        const bool isKey = meaning == Meaning::kNumber || meaning == Meaning::kSigned || meaning == Meaning::kWord;
+        // A word goes before a number there.
+        if (isKey && !Word(0, meaning == Meaning::kNumber)) Number(0, item_.Part(0), meaning == Meaning::kNumber);
+        model_.ForEachOperand(item_, [&](std::size_t position, Role role) { Operand(position, role); });
     }
+
+private:
+    bool Number(std::size_t position, const std::string& text, bool hasNoSign, const std::string& before = {}) const {
+        const std::optional<WrittenNumber> number = WrittenNumberIn(text);
+        if (!number) return false;
+        show_({section_, item_, position, before + text, *number, hasNoSign, before + std::to_string(number->value)});
+        return true;
+    }
+
+    /// A word that was given a negative number.
+    bool Word(std::size_t position, bool hasNoSign) const {
+        const std::string text = item_.Part(position);
+        const Definition* const word = model_.Defined(text);
+        if (word && word->negative) {
+            WrittenNumber number;
+            number.value = word->value;
+            number.negative = true;
+            show_({section_, item_, position, text, number, hasNoSign, std::to_string(word->value)});
+        }
+        return model_.WordValue(text).has_value();
+    }
+
+    void RowKey() const {
+        const std::string& key = item_.source->key;
+        const std::size_t point = std::min(key.find('.'), key.size());
+        Number(kInKey, key.substr(0, point), true);
+        if (point < key.size()) Number(kInKey, key.substr(point + 1), true);
+    }
+
+    void Operand(std::size_t position, Role role) const {
+        if (role != Role::kOperand && role != Role::kNumber) return;
+        const std::string text = item_.Part(position);
+        if (Number(position, text, role == Role::kNumber) || Word(position, role == Role::kNumber)) return;
+        if (IsArgumentName(text)) Number(position, text.substr(3), true, "ARG");
+    }
+
+    const LintModel& model_;
+    const LintSection& section_;
+    const LintItem& item_;
+    const ShowNumber& show_;
+};
+
+void ForEachNumber(const LintModel& model, const ShowNumber& show) {
+    for (const auto& section : model.Written()) {
+        for (const LintItem& item : section->items) NumbersOf(model, *section, item, show).Run();
+    }
+}
+
+Finding& AddNumber(const char* code, const FoundNumber& found, const std::string& counts, LintRun& run) {
+    return run.Add(code, found.section, found.item, found.position, {found.text, counts});
 }
 
 }  // namespace
 
 void FindTextBehindNumbers(LintRun& run) {
-    ForEachNumber(run, [&](const LintSection& section, const LintItem& item, std::size_t position,
-                           const std::string& text, const WrittenNumber& number, bool) {
-        if (number.hasTextBehind) run.Add("L111", section, item, position, {text, std::to_string(number.value)});
+    ForEachNumber(run.Model(), [&](const FoundNumber& found) {
+        if (found.number.hasTextBehind) AddNumber("L111", found, found.counts, run);
     });
 }
 
 void FindWrappedNumbers(LintRun& run) {
-    ForEachNumber(run, [&](const LintSection& section, const LintItem& item, std::size_t position,
-                           const std::string& text, const WrittenNumber& number, bool) {
-        if (number.wrapped) run.Add("L112", section, item, position, {text, std::to_string(number.value)});
+    ForEachNumber(run.Model(), [&](const FoundNumber& found) {
+        if (found.number.wrapped) AddNumber("L112", found, found.counts, run);
     });
 }
 
 void FindNegativeNumbers(LintRun& run) {
-    ForEachNumber(run, [&](const LintSection& section, const LintItem& item, std::size_t position,
-                           const std::string& text, const WrittenNumber& number, bool hasNoSign) {
-        if (number.negative && hasNoSign) {
-            run.Add("L113", section, item, position, {text, std::to_string(number.value)});
-        }
+    ForEachNumber(run.Model(), [&](const FoundNumber& found) {
+        if (!found.number.negative || !found.hasNoSign) return;
+        Finding& finding = AddNumber("L113", found, found.counts, run);
+        if (!WrittenNumberIn(found.text)) run.NoteWord(finding, found.text);
+    });
+}
+
+void FindRowsAboveByte(LintRun& run) {
+    ForEachNumber(run.Model(), [&](const FoundNumber& found) {
+        if (found.item.meaning != Meaning::kRow || found.position == kInKey || found.number.negative) return;
+        const unsigned value = found.number.value;
+        if (value > kHighestByte) AddNumber("L114", found, std::to_string(value & kHighestByte), run);
     });
 }
 

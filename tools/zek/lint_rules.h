@@ -15,16 +15,28 @@ void FindIdsByName(LintRun& run);
 void FindRowsByName(LintRun& run);
 void FindLostOperands(LintRun& run);
 
+// lint_arguments.cpp
+void FindArgumentsOfNone(LintRun& run);
+
 // lint_numbers.cpp: numbers that do not count as they are written.
 void FindTextBehindNumbers(LintRun& run);
 void FindWrappedNumbers(LintRun& run);
 void FindNegativeNumbers(LintRun& run);
+void FindRowsAboveByte(LintRun& run);
 
 // lint_thresholds.cpp
 void FindThresholdsOutOfOrder(LintRun& run);
 
+// lint_unused.cpp: what is given a name and is not used by it.
+void FindUnusedActions(LintRun& run);
+void FindUnusedTables(LintRun& run);
+void FindUnusedGlobals(LintRun& run);
+void FindUnusedSteps(LintRun& run);
+void FindUnusedWords(LintRun& run);
+
 // lint_words.cpp
 void FindWordsDefinedAgain(LintRun& run);
+void FindWordsUsedBefore(LintRun& run);
 void FindUnknownConditions(LintRun& run);
 
 // lint_tables.cpp

@@ -1,17 +1,9 @@
 // Words that do not stand for what they seem to.
+#include <set>
+
 #include "lint_rules.h"
 
 namespace zek::tool {
-namespace {
-
-bool IsDefinedBefore(const LintModel& model, const std::string& word, std::size_t position) {
-    const auto found = model.Words().find(word);
-    // What the command line defines stands before everything.
-    if (found == model.Words().end()) return model.WordValue(word).has_value();
-    return found->second.front().position < position;
-}
-
-}  // namespace
 
 void FindWordsDefinedAgain(LintRun& run) {
     for (const auto& [word, definitions] : run.Model().Words()) {
@@ -26,13 +18,30 @@ void FindWordsDefinedAgain(LintRun& run) {
     }
 }
 
+void FindWordsUsedBefore(LintRun& run) {
+    const LintModel& model = run.Model();
+    const std::vector<const LintSection*>& sections = model.Sections();
+    std::set<std::string> told;
+    for (std::size_t i = 0; i < sections.size(); ++i) {
+        for (const LintItem& item : sections[i]->items) {
+            model.ForEachWord(item, [&](std::size_t position) {
+                const std::string word = item.Part(position);
+                if (!model.Defined(word) || model.IsDefinedBefore(word, i) || !told.insert(word).second) return;
+                run.NoteWord(run.Add("L142", *sections[i], item, position, {word}), word);
+            });
+        }
+    }
+}
+
 void FindUnknownConditions(LintRun& run) {
     const std::vector<const LintSection*>& sections = run.Model().Sections();
+    std::set<const LintItem*> told;
     for (std::size_t i = 0; i < sections.size(); ++i) {
         if (sections[i]->Kind() != "IFDEF" || sections[i]->items.empty()) continue;
         const LintItem& condition = sections[i]->items.front();
         const std::string word = condition.Part(0);
-        if (!IsDefinedBefore(run.Model(), word, i)) run.Add("L143", *sections[i], condition, 0, {word});
+        if (run.Model().IsDefinedBefore(word, i) || !told.insert(&condition).second) continue;
+        run.NoteWord(run.Add("L143", *sections[i], condition, 0, {word}), word);
     }
 }
 

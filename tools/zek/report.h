@@ -4,6 +4,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,8 +20,9 @@
 namespace zek::tool {
 
 struct ReportOptions {
-    bool raw = false;      ///< messages as the library sent them
-    bool verbose = false;  ///< also what the reading says of itself, and what says nothing new
+    bool raw = false;                  ///< messages as the library sent them
+    bool verbose = false;              ///< also what the reading says of itself, and what says nothing new
+    std::set<std::string> words = {};  ///< that the command line defines
 };
 
 class Report {
