@@ -1,6 +1,7 @@
 #include "compilation.h"
 
 #include "harness.h"
+#include "heap_watch.h"
 #include "messages.h"
 #include "process_state.h"
 #include "source_files.h"
@@ -11,6 +12,9 @@ namespace zek::fuzz {
 namespace {
 
 constexpr std::size_t kTime = 20;
+
+/// How many times the size of its files a description takes at most, all of its outputs included.
+constexpr std::size_t kMostOfFiles = 96;
 
 constexpr std::string_view kGoodText = R"([DEFINE]
 VT_VALUE = 1
@@ -47,6 +51,7 @@ Compilation Compile(std::string_view text) {
     ForgetEverything();
     TakeMessages();
     const SourceFiles files(text);
+    const HeapWatch heap;
     Compilation result;
     Require(gccCompStart(SourceFiles::kMainFile) == 1, "the main file can be opened");
     gccParse();
@@ -55,6 +60,7 @@ Compilation Compile(std::string_view text) {
         result.debug = Written(gccOutputD);
         result.compiled = Written(gccOutput);
     }
+    heap.HoldTo(kMostOfFiles, files.OpenedBytes());
     ForgetEverything();
     result.messages = TakeMessages();
     return result;

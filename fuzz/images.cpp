@@ -6,6 +6,7 @@
 #include "../tools/zek/debug_check.h"
 #include "compilation.h"
 #include "harness.h"
+#include "heap_watch.h"
 #include "image_structure.h"
 #include "memory_file.h"
 #include "process_state.h"
@@ -20,6 +21,11 @@ namespace {
 
 constexpr unsigned kSensorKind = 5;
 constexpr std::string_view kOutOfRangeText = "vector::_M_range_check";
+
+/// How many times its size an image takes at most, as docs/reliability.md tells.
+constexpr std::size_t kMostOfCompiled = 288;
+constexpr std::size_t kMostOfDebug = 12;
+constexpr std::size_t kMostOfView = 24;
 
 void LoadGoodCompiled() {
     MemoryFile file;
@@ -54,9 +60,11 @@ void CompiledImage(std::string_view bytes) {
     GoodImages();
     MemoryFile file;
     file.Write(bytes);
+    const HeapWatch heap;
     const unsigned loaded = gcInit(file.Path(), nullptr);
     Require(gcGetLastError() == (loaded ? kNoError : kBadMagic), "every failed load has one code");
     AskImage();
+    heap.HoldTo(kMostOfCompiled, bytes.size());
     LoadGoodCompiled();
     ForgetEverything();
 }
@@ -65,8 +73,10 @@ void DebugImage(std::string_view bytes) {
     GoodImages();
     MemoryFile file;
     file.Write(bytes);
+    const HeapWatch heap;
     const bool loaded = Load(file.Path());
     AskModel(bytes.size());
+    heap.HoldTo(kMostOfDebug, bytes.size());
     gdUnInit();
     const tool::DebugCheck check = tool::CheckDebugImage(bytes);
     Require(loaded || check.failure || check.lacksFileList, "an image that is verified is loaded");
@@ -79,7 +89,9 @@ void ViewedImage(std::string_view bytes) {
     // At most as many bytes as the image has, so that AddressSanitizer sees one too many.
     const std::vector<unsigned char> image(bytes.begin(), bytes.end());
     ImageFinding failure;
+    const HeapWatch heap;
     const std::optional<ImageView> opened = ImageView::Open(image, &failure);
+    heap.HoldTo(kMostOfView, bytes.size());
     if (!opened) {
         Require(failure.code != ImageCode::kNone && !IsNote(failure.code), "a refusal has a code");
         Require(failure.offset <= image.size(), "a refusal has an offset in the image");

@@ -20,10 +20,13 @@ void MemoryFile::Write(std::string_view bytes) {
     if (!written) Break("the system has memory for the file of the harness");
 }
 
-std::string MemoryFile::Read() const {
+std::size_t MemoryFile::Size() const {
     struct stat info = {};
-    if (fstat(fd_, &info) != 0) return {};
-    std::string bytes(static_cast<std::size_t>(info.st_size), '\0');
+    return fstat(fd_, &info) == 0 ? static_cast<std::size_t>(info.st_size) : 0;
+}
+
+std::string MemoryFile::Read() const {
+    std::string bytes(Size(), '\0');
     const ssize_t size = pread(fd_, bytes.data(), bytes.size(), 0);
     bytes.resize(size < 0 ? 0 : static_cast<std::size_t>(size));
     return bytes;

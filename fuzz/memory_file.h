@@ -18,6 +18,7 @@ public:
     /// Replaces what the file holds.
     void Write(std::string_view bytes);
     std::string Read() const;
+    std::size_t Size() const;
 
 private:
     int fd_;

@@ -69,7 +69,7 @@ void AskSection(CZEKSection& section, Room& room) {
 }  // namespace
 
 void AskModel(std::size_t size) {
-    Room room(size + kMostMissing);
+    Room room(size);
     for (unsigned kind = 0; kind <= kLastKind; ++kind) {
         const std::vector<CZEKSection*> sections = plain::Sections(kSectionClass + kind);
         for (unsigned i = 0; i < sections.size(); ++i) {

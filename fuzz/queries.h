@@ -6,8 +6,8 @@
 
 namespace zek::fuzz {
 
-/// Asks the loaded compiled image everything. Where that does not take too long, each answer is held against the plain
-/// version of its query.
+/// Asks the loaded compiled image everything. Each answer is held against the plain version of its query; of a large
+/// image only so many of them as take some hundredths of a second.
 void AskImage();
 
 /// Asks the loaded debug image everything; `size` is that of its file in bytes.

@@ -9,6 +9,7 @@
 #include "files.h"
 #include "harness.h"
 #include "literals.h"
+#include "long_description.h"
 #include "source_files.h"
 #include "yardstick/source_generator.h"
 
@@ -74,6 +75,7 @@ std::size_t MakeSeeds(const fs::path& sources, const fs::path& out) {
     TakePages(sources, texts);
     TakeTests(sources, texts);
     TakeGenerated(texts);
+    texts.insert(LongDescription());
     // Those of an earlier run may have other names.
     for (const Harness& harness : kHarnesses) fs::remove_all(out / harness.name);
     std::size_t count = 0;

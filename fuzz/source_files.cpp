@@ -26,6 +26,7 @@ bool SourceFiles::Open(void* context, const std::string& name, const std::string
     const auto file = files.byName_.find(name);
     if (file == files.byName_.end() || ++files.opens_ > kMostOpens) return false;
     path = file->second->Path();
+    files.openedBytes_ += file->second->Size();
     return true;
 }
 

@@ -24,6 +24,9 @@ public:
     SourceFiles(const SourceFiles&) = delete;
     SourceFiles& operator=(const SourceFiles&) = delete;
 
+    /// The bytes of the files that were opened, of one as often as it was.
+    std::size_t OpenedBytes() const { return openedBytes_; }
+
 private:
     static constexpr std::size_t kMostFiles = 16;
     /// Of opened files: a few that include each other twice would be read millions of times.
@@ -34,6 +37,7 @@ private:
     std::array<MemoryFile, kMostFiles> files_;
     std::map<std::string, const MemoryFile*> byName_;
     unsigned opens_ = 0;
+    std::size_t openedBytes_ = 0;
 };
 
 }  // namespace zek::fuzz

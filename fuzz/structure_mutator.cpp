@@ -16,7 +16,8 @@ constexpr unsigned kClass = 0xFF000000;
 StructureMutator::StructureMutator(std::string_view image, unsigned seed) : image_(image), random_(seed) {}
 
 std::string StructureMutator::Mutated() {
-    for (unsigned changes = 1 + random_.Below(kMostChanges); changes > 0; --changes) {
+    // Mostly few: with every change an image is more likely to be refused at once.
+    for (unsigned changes = 1 + random_.Below(1 + random_.Below(kMostChanges)); changes > 0; --changes) {
         structure_ = StructureOf(image_);
         if (structure_.fields.empty()) break;
         while (!Change()) {
@@ -141,23 +142,3 @@ void StructureMutator::SetWord(std::size_t at, unsigned word) {
 }
 
 }  // namespace zek::fuzz
-
-namespace {
-
-/// How often an image is changed blindly all the same.
-constexpr unsigned kBlindly = 10;
-
-}  // namespace
-
-extern "C" std::size_t LLVMFuzzerMutate(unsigned char* data, std::size_t size, std::size_t mostSize);
-
-extern "C" std::size_t LLVMFuzzerCustomMutator(unsigned char* data, std::size_t size, std::size_t mostSize,
-                                               unsigned seed) {
-    const std::string_view image(reinterpret_cast<const char*>(data), size);
-    const std::string mutated = zek::fuzz::StructureMutator(image, seed).Mutated();
-    if (mutated == image || mutated.size() > mostSize || seed % 100 < kBlindly) {
-        return LLVMFuzzerMutate(data, size, mostSize);
-    }
-    std::copy(mutated.begin(), mutated.end(), data);
-    return mutated.size();
-}
