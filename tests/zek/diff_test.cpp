@@ -114,6 +114,19 @@ TEST_F(ZekDiff, IdentifiersThatWereGivenOutAnewAreNoDifference) {
     EXPECT_EQ(Shown("[PROPERTY]\nColour = red\n" + turned), "added PROPERTY/Colour: \"red\"\n");
 }
 
+TEST_F(ZekDiff, NumberForNoneIsANumberWhateverItsIdentifier) {
+    const std::string board = With(kBoard, "TYPE = 3\n", "TYPE = -1\nTHRESHOLD_WL = 0xFFFFFFFF\n") +
+                              "[TAVRGROUP]\nNAME = Odd\nID = 6\nPID = 0\nSENSORS = 1,-1\n[GLOBAL]\nG_N = VT_VALUE,-1\n";
+    const std::string sensors =
+        "[SENSOR]\nPARENT = Board\nNAME = Odd\nID = -1\nTYPE = 3\nINITFLAG = 0\nCONTROLMASK = 3\nVALUE = VT_VALUE,1\n";
+    Compile("a", board + sensors);
+    EXPECT_EQ(Shown("[DEFINE]\nVT = 1\n[GLOBAL]\nG_0 = VT,12345\n" + board + sensors, {"--breaking"}), "");
+    EXPECT_EQ(Shown("[DEFINE]\nVT = 1\n[GLOBAL]\nG_0 = VT,12345\n" + board + sensors),
+              "added GLOBAL/G_0: \"1,12345\"\n");
+    EXPECT_EQ(Shown(With(board, "TYPE = -1", "TYPE = 4") + sensors),
+              "changed SENSOR/Old/TYPE: \"4294967295\" to \"4\"\n");
+}
+
 TEST_F(ZekDiff, JsonSaysTheSame) {
     const std::string out = Shown(With(With(kBoard, "= 40\n", "= 45\n"), "= Old", "= New"), {"--json"});
     EXPECT_EQ(nlohmann::json::parse(out), nlohmann::json::parse(R"({"schema": "zek-diff/1", "differences": [

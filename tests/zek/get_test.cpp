@@ -62,6 +62,16 @@ TEST_F(ZekGet, ShowsWhatOneImageAloneHas) {
     EXPECT_EQ(Zek({"get", "a.zkd", "DEFINE/TEMP"}).out, "17\n");
 }
 
+TEST_F(ZekGet, NumberForNoneIsShownAsTheNumberThatItIs) {
+    Write("b.zek",
+          "[DEFINE]\nVT_CALC = 2\n[GLOBAL]\nG_N = VT_CALC,+,-1,G_N\n[SYSTEM]\nTYPE = 0xFFFFFFFF\nMODEL = "
+          "A\nSOUTHBRIDGE = 0\nNORTHBRIDGE = 0\nFLAG = 0\nZEKLOOP = 1\n");
+    ASSERT_EQ(Zek({"compile", "b.zek"}).code, 0);
+    EXPECT_EQ(Zek({"get", "b.zki", "GLOBAL/G_N"}).out, "2,+,4294967295,G_N\n");
+    EXPECT_EQ(Zek({"get", "b.zki", "SYSTEM/TYPE"}).out, "4294967295\n");
+    EXPECT_NE(Zek({"get", "b.zki", "SYSTEM/TYPE", "--json"}).out.find("[\n 4294967295\n"), std::string::npos);
+}
+
 TEST_F(ZekGet, ValueThatIsNotThereEndsWithOneOrIsTheDefault) {
     for (const char* path : {"SENSOR/Other/ID", "SENSOR/#7/ID", "SENSOR/#2/THEORY", "SENSOR/#2/ID/1", "GLOBAL/G_Z",
                              "TABLE/Curve/256", "TABLE/Curve/04", "TABLE/Other/4", "SYSTEM/MODEL"}) {

@@ -83,6 +83,18 @@ TEST_F(ZekTree, ShowsGroupsSensorsAndViewsUnderTheirParents) {
               "    SENSOR (does not exist) ID=99\n");
 }
 
+TEST_F(ZekTree, NumberForNoneIsShownAndNamesNothing) {
+    Compile(Words() + Group("Board", "0") + Sensor("Inlet", "Board", "1", "THRESHOLD_WL = -1\n") +
+            Sensor("Odd", "Board", "-1") + View("All", "1", "0", "1,0xFFFFFFFF"));
+    EXPECT_EQ(Shown("a.zki"),
+              "GROUP \"Board\"\n"
+              "  SENSOR \"Inlet\" ID=1 TYPE=17 THRESHOLD_WL=4294967295\n"
+              "  SENSOR \"Odd\" ID=4294967295 TYPE=17\n"
+              "TAVRGROUP \"All\" ID=1\n"
+              "  SENSOR \"Inlet\" ID=1\n"
+              "  SENSOR (does not exist) ID=4294967295\n");
+}
+
 TEST_F(ZekTree, EmptyImageIsAnEmptyTree) {
     Compile("");
     EXPECT_EQ(Shown("a.zki"), "");

@@ -35,9 +35,19 @@ const char* ClassName(unsigned word) {
     return "unknown";
 }
 
-ShownWord Shown(unsigned word, const ImageValue& value) {
+/// Whether the word is the identifier of the number 0xFFFFFFFF: the view reads that as nothing, as hosts do.
+bool IsNumberForNone(const ImageView& view, unsigned word) {
+    constexpr std::size_t kSlot = 128 + 4 * 4;  // of the directory, where the table of numbers begins
+    constexpr std::size_t kBody = 8;            // behind tag and length
+    if ((word & kIdClassMask) != kIdNumber || (word & kIdOrdinalMask) >= view.IdentifierCount(kIdNumber)) return false;
+    const std::string_view bytes(reinterpret_cast<const char*>(view.Bytes().data()), view.Bytes().size());
+    return WordAt(bytes, WordAt(bytes, kSlot) + kBody + std::size_t{4} * (word & kIdOrdinalMask)) == kIdUnresolved;
+}
+
+ShownWord Shown(const ImageView& view, unsigned word, const ImageValue& value) {
     ShownWord shown = {word, ClassName(word), {}, {}};
     if (value.kind == ImageValue::Kind::kNumber) shown.number = value.number;
+    if (!value && IsNumberForNone(view, word)) shown.number = kIdUnresolved;
     if (value.kind == ImageValue::Kind::kText) shown.text = value.text;
     return shown;
 }
@@ -68,7 +78,8 @@ ShownSection ShowCompiledSection(const ImageView& view, ImageView::Section secti
         ShownEntry& added = shown.entries.emplace_back();
         added.id = entry.Id();
         added.key = KeyOf(view, added.id, section.Kind());
-        for (unsigned i = 0; i < entry.WordCount(); ++i) added.words.push_back(Shown(entry.Word(i), entry.Value(i)));
+        for (unsigned i = 0; i < entry.WordCount(); ++i)
+            added.words.push_back(Shown(view, entry.Word(i), entry.Value(i)));
     }
     return shown;
 }
@@ -91,7 +102,8 @@ void ForEachCompiledTable(const ImageView& view, const std::function<void(const 
         if (!known.table) continue;
         ShownTable table = {known.table, {}};
         const unsigned count = view.IdentifierCount(known.id);
-        for (unsigned id = known.id; id < known.id + count; ++id) table.words.push_back(Shown(id, view.Resolve(id)));
+        for (unsigned id = known.id; id < known.id + count; ++id)
+            table.words.push_back(Shown(view, id, view.Resolve(id)));
         show(table);
     }
 }
@@ -99,7 +111,7 @@ void ForEachCompiledTable(const ImageView& view, const std::function<void(const 
 void ForEachCompiledBlock(const ImageView& view, const std::function<void(const ShownBlock&)>& show) {
     for (unsigned i = 0; i < view.TableBlockCount(); ++i) {
         const auto block = view.TableBlock(i);
-        const ShownWord name = Shown(kIdTableName | i, view.Resolve(kIdTableName | i));
+        const ShownWord name = Shown(view, kIdTableName | i, view.Resolve(kIdTableName | i));
         show({i, name.text, std::string(block.begin(), block.end())});
     }
 }
