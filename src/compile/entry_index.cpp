@@ -99,8 +99,8 @@ EntryIndex::Entries EntryIndex::Read(const tagGCSECT& section) {
         firsts.push_back({entry.dwName, position++});
     }
     std::ranges::sort(firsts, {}, [](const FirstEntry& row) { return std::tie(row.identifier, row.position); });
-    const auto repeated = std::ranges::unique(firsts, {}, &FirstEntry::identifier);
-    firsts.erase(repeated.begin(), repeated.end());
+    const auto same = [](const FirstEntry& a, const FirstEntry& b) { return a.identifier == b.identifier; };
+    firsts.erase(std::unique(firsts.begin(), firsts.end(), same), firsts.end());
     return entries;
 }
 
