@@ -1,9 +1,11 @@
 #include "model/files.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <cerrno>
+#include <chrono>
 
 #include "model/file_header.h"
 
@@ -13,11 +15,15 @@ namespace {
 
 constexpr std::size_t kMostOfStream = std::size_t{256} << 20;
 constexpr std::size_t kChunk = std::size_t{1} << 16;
+/// How long a pipe or a device may keep silent.
+constexpr std::chrono::seconds kLongestSilence{2};
 
 /// Closes the file however its reading ends.
 class OpenFile {
 public:
-    explicit OpenFile(const std::string& file) : fd_(open(file.c_str(), O_RDONLY | O_CLOEXEC)) {}
+    /// Does not wait for a writer where the file is a FIFO.
+    explicit OpenFile(const std::string& file)
+        : fd_(open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC)) {}
     ~OpenFile() {
         if (fd_ >= 0) close(fd_);
     }
@@ -30,25 +36,43 @@ private:
     int fd_;
 };
 
-/// Reads until the buffer holds `size` bytes or the file ends.
-void Fill(int fd, ByteBuffer& bytes, std::size_t size) {
-    if (size <= bytes.Size()) return;
-    std::size_t missing = size - bytes.Size();
-    unsigned char* to = bytes.Extend(missing);
-    while (missing > 0) {
-        const ssize_t got = read(fd, to, missing);
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) break;
-        to += got;
-        missing -= static_cast<std::size_t>(got);
+/// The number of bytes read, 0 at the end of the file and where it cannot be read; nothing when it keeps silent.
+std::optional<std::size_t> ReadSome(int fd, unsigned char* to, std::size_t room) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point deadline = Clock::now() + kLongestSilence;
+    while (true) {
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        if (left <= 0) return std::nullopt;
+        // Before the first read, too: from a FIFO that nobody writes to yet it would get the end of the file.
+        pollfd waiting = {fd, POLLIN, 0};
+        if (poll(&waiting, 1, static_cast<int>(left)) <= 0) continue;
+        const ssize_t got = read(fd, to, room);
+        if (got >= 0) return static_cast<std::size_t>(got);
+        if (errno != EINTR && errno != EAGAIN) return 0;
     }
-    bytes.Shrink(missing);
 }
 
-/// Reads the rest of what is no regular file, whose size nobody knows.
-void FillFromStream(int fd, ByteBuffer& bytes) {
+/// Reads until the buffer holds `size` bytes or the file ends; false when it keeps silent.
+bool Fill(int fd, ByteBuffer& bytes, std::size_t size) {
+    if (size <= bytes.Size()) return true;
+    std::size_t missing = size - bytes.Size();
+    unsigned char* to = bytes.Extend(missing);
+    std::optional<std::size_t> got;
+    while (missing > 0 && (got = ReadSome(fd, to, missing)) && *got > 0) {
+        to += *got;
+        missing -= *got;
+    }
+    bytes.Shrink(missing);
+    return missing == 0 || got;
+}
+
+/// Reads the rest of what is no regular file, whose size nobody knows; false when it keeps silent.
+bool FillFromStream(int fd, ByteBuffer& bytes) {
     std::size_t size = bytes.Size();
-    while (bytes.Size() == size && size < kMostOfStream) Fill(fd, bytes, size += kChunk);
+    while (bytes.Size() == size && size < kMostOfStream) {
+        if (!Fill(fd, bytes, size += kChunk)) return false;
+    }
+    return true;
 }
 
 }  // namespace
@@ -58,15 +82,13 @@ std::optional<ByteBuffer> ReadImage(const std::string& file, std::string_view ma
     const int fd = opened.Descriptor();
     if (fd < 0) return std::nullopt;
     ByteBuffer bytes;
-    Fill(fd, bytes, kMagicSize);
+    bool spoke = Fill(fd, bytes, kMagicSize);
     struct stat info = {};
     if (HasMagic(bytes.View(), magic) && fstat(fd, &info) == 0) {
-        if (S_ISREG(info.st_mode)) {
-            Fill(fd, bytes, static_cast<std::size_t>(info.st_size));
-        } else {
-            FillFromStream(fd, bytes);
-        }
+        spoke =
+            S_ISREG(info.st_mode) ? Fill(fd, bytes, static_cast<std::size_t>(info.st_size)) : FillFromStream(fd, bytes);
     }
+    if (!spoke) return std::nullopt;
     return bytes;
 }
 

@@ -28,7 +28,7 @@ private:
 };
 
 /// The bytes of a file, or of standard input where the name is "-"; throws Failure. What is no regular file may give
-/// 256 MiB.
+/// 256 MiB, and keep silent for two seconds where it is not standard input.
 std::string ReadFile(const std::string& name);
 
 }  // namespace zek::tool

@@ -1,0 +1,83 @@
+// Images that come from pipes, and FIFOs from which nothing comes.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <thread>
+
+#include "compile/image_file.h"
+#include "compile/small_image.h"
+#include "debugimage/debug_bytes.h"
+#include "interface/queried_image.h"
+#include "support/resources.h"
+
+namespace zek::test {
+
+namespace {
+
+class SpecialImageFile : public ProcessTest {
+protected:
+    void SetUp() override {
+        ProcessTest::SetUp();
+        ASSERT_EQ(mkfifo("fifo", 0600), 0);
+    }
+
+    /// Writes bytes to the FIFO in pieces, after a while; waits for a reader first.
+    static void Feed(const std::string& bytes) {
+        const int fifo = open("fifo", O_WRONLY);
+        ASSERT_GE(fifo, 0);
+        for (std::size_t at = 0; at < bytes.size(); at += 10) {
+            if (at < 100) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            const std::string piece = bytes.substr(at, 10);
+            EXPECT_EQ(write(fifo, piece.data(), piece.size()), static_cast<ssize_t>(piece.size()));
+        }
+        close(fifo);
+    }
+
+    /// What `load` gives while the FIFO is fed.
+    template <class Load>
+    static unsigned Fed(const std::string& bytes, Load load) {
+        std::thread feeder(Feed, bytes);
+        const unsigned result = load();
+        feeder.join();
+        return result;
+    }
+};
+
+unsigned LoadCompiled() { return gcInit("fifo", nullptr); }
+unsigned LoadDebug() { return gdInit("fifo", nullptr); }
+
+TEST_F(SpecialImageFile, FifoThatNobodyWritesToIsAFileThatCannotBeRead) {
+    const auto openBefore = OpenFiles();
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(LoadCompiled(), 0U); }), 13U);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(ReadMeta("fifo", nullptr), 0U); }), 12U);
+    EXPECT_EQ(LoadDebug(), 0U);
+    EXPECT_EQ(Messages(), "ERROR: Open debug file fifo failed.\n");
+    const auto waited = std::chrono::steady_clock::now() - begin;
+    EXPECT_GE(waited, std::chrono::milliseconds(3 * 1900)) << "a writer may come within two seconds";
+    EXPECT_LT(waited, std::chrono::seconds(30));
+    EXPECT_EQ(OpenFiles(), openBefore);
+}
+
+TEST_F(SpecialImageFile, FifoIsReadToItsEndHoweverItsPiecesCome) {
+    EXPECT_EQ(Fed(SmallImage(), LoadCompiled), 1U);
+    EXPECT_EQ(gcGetGroupIndex("A"), 1U);
+    EXPECT_EQ(Fed(DebugHead() + Joined({0, 0}), LoadDebug), 1U);
+    EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(SpecialImageFile, FifoWhoseWriterFallsSilentIsRefused) {
+    const std::string image = SmallImage();
+    const int fifo = open("fifo", O_RDWR);
+    ASSERT_GE(fifo, 0);
+    ASSERT_EQ(write(fifo, image.data(), 300), 300);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(LoadCompiled(), 0U); }), 13U);
+    close(fifo);
+    EXPECT_EQ(Fed(image, LoadCompiled), 1U) << "a good image loads right after";
+}
+
+}  // namespace
+
+}  // namespace zek::test

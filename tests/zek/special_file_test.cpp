@@ -1,0 +1,104 @@
+// Images that come from pipes, and FIFOs from which nothing comes.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <memory>
+
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+class ZekSpecialFile : public ZekTest {
+protected:
+    void SetUp() override {
+        ZekTest::SetUp();
+        WriteSound("a.zek", 2);
+        ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
+        ASSERT_EQ(mkfifo("fifo", 0600), 0);
+    }
+
+    static Result Shell(const std::string& command) {
+        std::string line = command;
+        for (std::size_t at = 0; (at = line.find("zek ", at)) != std::string::npos; at += sizeof ZEK_PROGRAM) {
+            line.replace(at, 4, ZEK_PROGRAM " ");
+        }
+        return Program({"bash", "-c", line}).Finish();
+    }
+};
+
+TEST_F(ZekSpecialFile, FifoThatNobodyWritesToEndsWithTwoAfterAWhile) {
+    const std::vector<Strings> commands = {
+        {"verify", "fifo"},
+        {"verify", "--pair", "a.zki", "fifo"},
+        {"dump", "fifo"},
+        {"tree", "fifo"},
+        {"get", "fifo", "SENSOR/#1/VALUE"},
+        {"map", "fifo"},
+        {"map", "a.zki", "fifo"},
+        {"origin", "fifo", "SENSOR/#1/VALUE"},
+        {"diff", "a.zki", "fifo"},
+        {"diff", "fifo", "fifo"},
+        {"origin", "a.zkd", "SENSOR/#1/VALUE", "fifo"},
+        {"decompile", "fifo"},
+        {"fmt", "fifo"},
+    };
+    // All at once: each waits for two seconds.
+    std::vector<std::unique_ptr<Program>> programs;
+    for (Strings words : commands) {
+        words.insert(words.begin(), {"timeout", "60", ZEK_PROGRAM});
+        programs.push_back(std::make_unique<Program>(words));
+    }
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        SCOPED_TRACE(testing::PrintToString(commands[i]));
+        const Result result = programs[i]->Finish();
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "zek: cannot read fifo: nothing came for two seconds\n");
+    }
+}
+
+TEST_F(ZekSpecialFile, FifoWhoseWriterFallsSilentEndsWithTwo) {
+    const int fifo = open("fifo", O_RDWR);
+    ASSERT_GE(fifo, 0);
+    ASSERT_EQ(write(fifo, "QUOR", 4), 4);
+    const Result result = Zek({"verify", "fifo"});
+    close(fifo);
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.err, "zek: cannot read fifo: nothing came for two seconds\n");
+}
+
+TEST_F(ZekSpecialFile, FifoMayHaveAWriterThatComesLater) {
+    const Result result = Shell("(sleep 0.3; cat a.zki > fifo) & zek verify fifo; wait");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.out, "fifo: ok: compiled image, 4 sections, 23 entries, 0 notes\n") << result.err;
+}
+
+TEST_F(ZekSpecialFile, PipesOfTheShellAreRead) {
+    const struct {
+        const char* command;
+        int code;
+        std::string out;
+    } rows[] = {
+        {"zek diff <(cat a.zki) <(sleep 0.3; cat a.zki)", 0, ""},
+        {"cat a.zkd | zek get /dev/stdin 'SENSOR/#2/NAME'", 0, "Sensor 2\n"},
+        {"cat a.zkd | zek get - 'SENSOR/#2/NAME'", 0, "Sensor 2\n"},
+        {"(sleep 2.5; cat a.zkd) | zek get - 'SENSOR/#2/NAME'", 0, "Sensor 2\n"},
+        {"zek get - 'SENSOR/#2/NAME' < a.zkd", 0, "Sensor 2\n"},
+        {"zek verify /dev/zero", 2, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.command);
+        const Result result = Shell(row.command);
+        EXPECT_EQ(result.code, row.code) << result.err;
+        EXPECT_EQ(result.out, row.out);
+    }
+    EXPECT_EQ(Zek({"verify", "/dev/zero"}).err,
+              "zek: cannot read /dev/zero: what is no regular file may give 256 MiB\n");
+}
+
+}  // namespace
+
+}  // namespace zek::test
