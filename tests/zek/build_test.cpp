@@ -351,6 +351,49 @@ TEST_F(ZekPair, OfDifferentSourcesEndsWithOneAndTellsTheFirstDifference) {
                   std::to_string(Read("c.zki").find("Sensor X") + 7) + " on\n");
 }
 
+TEST_F(ZekPair, IsToldAsJsonToo) {
+    Write("x", "no image");
+    const auto json = [](const char* text) { return nlohmann::json::parse(text); };
+    const struct {
+        Strings images;
+        int code;
+        nlohmann::json told;
+    } rows[] = {
+        {{"a.zki", "a.zkd"},
+         0,
+         json(R"({"schema": "zek-verify-pair/1", "files": ["a.zki", "a.zkd"], "image": "a.zki", "debug": "a.zkd",
+                  "pair": true, "exitCode": 0})")},
+        {{"b.zkd", "a.zki"},
+         1,
+         {{"schema", "zek-verify-pair/1"},
+          {"files", {"b.zkd", "a.zki"}},
+          {"image", "a.zki"},
+          {"debug", "b.zkd"},
+          {"pair", false},
+          {"difference",
+           {{"imageSize", Read("a.zki").size()}, {"compiledSize", Read("b.zki").size()}, {"offset", 128}}},
+          {"exitCode", 1}}},
+        {{"a.zki", "x"},
+         3,
+         json(R"({"schema": "zek-verify-pair/1", "files": ["a.zki", "x"], "faultyFile": "x", "fault": {"place": "",
+                  "text": "is neither a compiled nor a debug image", "code": "bad-magic", "offset": 0},
+                  "exitCode": 3})")},
+        {{"a.zki", "missing"},
+         2,
+         json(R"({"schema": "zek-verify-pair/1", "files": ["a.zki", "missing"], "exitCode": 2})")},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.images));
+        const Result result = Zek({"verify", "--json", "--pair", row.images[0], row.images[1]});
+        EXPECT_EQ(result.code, row.code);
+        EXPECT_EQ(nlohmann::json::parse(result.out), row.told);
+        EXPECT_EQ(result.err, Zek({"verify", "--pair", row.images[0], row.images[1]}).err);
+    }
+    const Result one = Zek({"verify", "--json", "--pair", "a.zki"});
+    EXPECT_EQ(one.code, 2);
+    EXPECT_EQ(one.out, "");
+}
+
 TEST_F(ZekPair, TakesOneValidImageOfEachKind) {
     Write("x", "no image");
     Write("cut", Read("a.zkd").substr(0, 300));

@@ -104,6 +104,64 @@ TEST_F(ZekVerify, CountsNotesAndShowsThemWhereAsked) {
                   end("a.zki") + ")\n" + "i: ok: compiled image, 4 sections, 23 entries, 1 note\n" + kDebugOk);
 }
 
+/// An image that has a note for each of very many words.
+class ZekManyNotes : public ZekTest {
+protected:
+    static constexpr unsigned kNotes = 300'000;
+
+    void SetUp() override {
+        ZekTest::SetUp();
+        WriteSound("a.zek");
+        std::string source = Read("a.zek");
+        const std::size_t list = source.find("SENSORS = ") + 10;
+        std::string words;
+        for (unsigned i = 0; i < kNotes; ++i) words += "W,";
+        Write("a.zek", "[DEFINE]\nW = 1\n" + source.insert(list, words));
+        ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
+    }
+};
+
+// The sanitizer does not start under such a limit.
+#if !defined(__SANITIZE_ADDRESS__)
+TEST_F(ZekManyNotes, TakeNoMemory) {
+    const std::string count = std::to_string(kNotes);
+    for (const std::string options : {"", "--json "}) {
+        SCOPED_TRACE(options);
+        const std::string command = ZEK_PROGRAM " verify --notes " + options + "a.zki";
+        const Result result = Program({"sh", "-c", "ulimit -v 100000; " + command}).Finish();
+        EXPECT_EQ(result.code, 0);
+        EXPECT_EQ(result.err, "");
+        std::size_t notes = 0;
+        for (std::size_t at = 0; (at = result.out.find("what was not found", at)) != std::string::npos; ++at) ++notes;
+        EXPECT_EQ(notes, kNotes);
+        EXPECT_NE(result.out.find(options.empty() ? ", " + count + " notes\n" : "\"noteCount\":" + count),
+                  result.out.npos);
+    }
+}
+
+/// As JSON, the 64 bytes that a word takes while it is shown grew tenfold.
+TEST_F(ZekManyNotes, TakeLittleMemoryToBeShown) {
+    for (const std::string command : {"dump --json", "tree --json", "dump", "tree"}) {
+        SCOPED_TRACE(command);
+        const Result result = Program({"sh", "-c", "ulimit -v 160000; " ZEK_PROGRAM " " + command + " a.zki"}).Finish();
+        EXPECT_EQ(result.code, 0);
+        EXPECT_EQ(result.err, "");
+        EXPECT_GT(result.out.size(), kNotes * std::size_t{10});
+    }
+}
+#endif
+
+/// Where nobody reads, that is told once, and the images behind are not looked at.
+TEST_F(ZekManyNotes, EndWithTheFirstFailureOfStandardOutput) {
+    for (const Strings& options : std::vector<Strings>{{"verify", "--notes"}, {"verify", "--notes", "--json"}}) {
+        Strings arguments = options;
+        arguments.insert(arguments.end(), {"a.zki", "a.zki", "missing"});
+        const Result result = Zek(arguments, {.readerGone = true});
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.err, "zek: cannot write to standard output: Broken pipe\n");
+    }
+}
+
 TEST_F(ZekVerify, ReadsStandardInputWhereTheNameIsADash) {
     for (const std::string command : {"verify -", "dump -", "tree -"}) {
         const Result result = Program({"sh", "-c", "cat a.zkd | " ZEK_PROGRAM " " + command}).Finish();

@@ -12,25 +12,29 @@ Json Word(const ShownWord& word) {
     return json;
 }
 
-Json Entry(const ShownEntry& entry, bool compiled) {
-    Json json = {{"key", JsonText(entry.key)}};
+void WriteEntry(const ShownEntry& entry, bool compiled, JsonOutput& json) {
+    json.BeginObject();
+    json.Member("key", JsonText(entry.key));
     if (compiled) {
-        json["id"] = entry.id;
-        json["values"] = JsonOfWords(entry.words);
+        json.Member("id", entry.id);
+        WriteWords(json, "values", entry.words);
     } else {
-        json["value"] = JsonText(entry.value);
+        json.Member("value", JsonText(entry.value));
     }
-    return json;
+    json.End();
 }
 
-Json Section(const ShownSection& section, bool compiled) {
-    Json json = {{"section", section.keyword}, {"index", section.index}};
-    if (section.name) json["name"] = JsonText(*section.name);
-    if (section.id) json["id"] = *section.id;
-    if (section.parent) json["parent"] = JsonText(*section.parent);
-    json["entries"] = Json::array();
-    for (const ShownEntry& entry : section.entries) json["entries"].push_back(Entry(entry, compiled));
-    return json;
+void WriteSection(const ShownSection& section, bool compiled, JsonOutput& json) {
+    json.BeginObject();
+    json.Member("section", section.keyword);
+    json.Member("index", section.index);
+    if (section.name) json.Member("name", JsonText(*section.name));
+    if (section.id) json.Member("id", *section.id);
+    if (section.parent) json.Member("parent", JsonText(*section.parent));
+    json.BeginArray("entries");
+    for (const ShownEntry& entry : section.entries) WriteEntry(entry, compiled, json);
+    json.End();
+    json.End();
 }
 
 Json Block(const ShownBlock& block) {
@@ -43,7 +47,7 @@ Json Block(const ShownBlock& block) {
 
 void WriteTables(const Image& image, JsonOutput& json) {
     json.BeginObject("tables");
-    image.ForEachTable([&](const ShownTable& table) { json.Element(table.name, JsonOfWords(table.words)); });
+    image.ForEachTable([&](const ShownTable& table) { WriteWords(json, table.name, table.words); });
     json.End();
     json.BeginArray("tableData");
     image.ForEachBlock([&](const ShownBlock& block) { json.Element(Block(block)); });
@@ -58,10 +62,10 @@ void WriteNames(const Image& image, JsonOutput& json) {
 
 }  // namespace
 
-Json JsonOfWords(const std::vector<ShownWord>& words) {
-    Json json = Json::array();
-    for (const ShownWord& word : words) json.push_back(Word(word));
-    return json;
+void WriteWords(JsonOutput& json, const std::string& name, const std::vector<ShownWord>& words) {
+    json.BeginArray(name);
+    for (const ShownWord& word : words) json.Element(Word(word));
+    json.End();
 }
 
 void DumpAsJson(const Image& image, StandardOutput& out) {
@@ -71,7 +75,7 @@ void DumpAsJson(const Image& image, StandardOutput& out) {
     json.Member("version", image.Info().dwVersion);
     json.Member("time", image.Info().dwTime);
     json.BeginArray("sections");
-    image.ForEachSection([&](const ShownSection& section) { json.Element(Section(section, compiled)); });
+    image.ForEachSection([&](const ShownSection& section) { WriteSection(section, compiled, json); });
     json.End();
     if (compiled) {
         // A valid image has no section of an unknown kind. Scripts look for the member.

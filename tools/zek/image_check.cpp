@@ -32,7 +32,7 @@ std::string ImageFault::Told() const {
 }
 
 NoImage::NoImage(const std::string& file, ImageFault fault)
-    : Failure(kNoImage, file + ": " + fault.Told()), fault_(std::move(fault)) {}
+    : Failure(kNoImage, file + ": " + fault.Told()), file_(file), fault_(std::move(fault)) {}
 
 ImageView OpenCompiledImage(const std::string& file, std::string_view bytes) {
     ImageFinding failure;

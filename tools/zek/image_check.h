@@ -30,9 +30,11 @@ struct ImageFault {
 class NoImage : public Failure {
 public:
     NoImage(const std::string& file, ImageFault fault);
+    const std::string& File() const { return file_; }
     const ImageFault& Fault() const { return fault_; }
 
 private:
+    std::string file_;
     ImageFault fault_;
 };
 

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 #include <string>
+#include <vector>
 
 #include "json_text.h"
 #include "streams.h"
@@ -19,25 +20,33 @@ public:
     JsonOutput(const JsonOutput&) = delete;
     JsonOutput& operator=(const JsonOutput&) = delete;
 
+    // Each adds to what was begun last and has not ended. An object takes things with names, an array those without;
+    // what begins here ends with End. A member of the whole, and each thing in it, has a line of its own.
     void Member(const std::string& name, const Json& value);
-
-    /// A member that is an array or, with names, an object: Begin, its elements, End.
+    void Element(const Json& value);
     void BeginArray(const std::string& name) { Begin(name, '[', ']'); }
     void BeginObject(const std::string& name) { Begin(name, '{', '}'); }
-    void Element(const Json& value);
-    void Element(const std::string& name, const Json& value);
+    void BeginObject();
     void End();
 
     /// Ends the object and the output.
     void Finish();
 
 private:
+    struct Open {
+        char close;
+        bool empty;  // nothing stands in it so far
+    };
+
     void Begin(const std::string& name, char open, char close);
-    void BeginElement();
+    void BeginItem();
+    void BeginItem(const std::string& name);
+    bool HasLines() const { return open_.size() <= 2; }
+    /// What stands before a thing, or the end, of what was begun last.
+    std::string NewLine() const;
 
     StandardOutput& out_;
-    char close_ = ']';
-    bool empty_ = true;  // nothing stands in the member that was begun
+    std::vector<Open> open_;
 };
 
 }  // namespace zek::tool

@@ -73,7 +73,7 @@ public:
         json.BeginArray("steps");
         for (const OriginStep& step : origin.steps) json.Element(JsonOf(step));
         json.End();
-        if (words) json.Member("words", JsonOfWords(*words));
+        if (words) WriteWords(json, "words", *words);
         json.Finish();
     }
 

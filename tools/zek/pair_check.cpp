@@ -10,8 +10,6 @@
 #include "image_check.h"
 #include "memory_file.h"
 #include "messages.h"
-#include "printable.h"
-#include "streams.h"
 #include "time_stamp.h"
 #include "written_image.h"
 #include "zekcomp/compiler.h"
@@ -32,8 +30,7 @@ struct Loaded {
     Loaded& operator=(const Loaded&) = delete;
 };
 
-/// What is different, or nothing.
-std::string WhyNoPair(std::string_view image, std::string_view debug, bool lacksFileList) {
+std::optional<PairDifference> DifferenceOf(std::string_view image, std::string_view debug, bool lacksFileList) {
     const Loaded loaded(debug, lacksFileList);
     const std::string compiled = WithoutTimeStamp(WrittenImage(gccOutput, IsWholeCompiledImage));
     const std::string given = WithoutTimeStamp(std::string(image));
@@ -41,8 +38,7 @@ std::string WhyNoPair(std::string_view image, std::string_view debug, bool lacks
     TakeMessages();
     if (compiled == given) return {};
     const auto [at, other] = std::mismatch(given.begin(), given.end(), compiled.begin(), compiled.end());
-    return "the debug image compiles to " + std::to_string(compiled.size()) + " bytes, the compiled image has " +
-           std::to_string(given.size()) + ", and they differ from byte " + std::to_string(at - given.begin()) + " on";
+    return PairDifference{given.size(), compiled.size(), static_cast<std::size_t>(at - given.begin())};
 }
 
 struct NamedImage {
@@ -59,10 +55,14 @@ NamedImage ReadImage(const std::string& file) {
 
 }  // namespace
 
-int VerifyPair(const std::vector<std::string>& images) {
-    if (images.size() != 2) throw Failure(kUsageOrFiles, "--pair takes two images, IMAGE and DEBUG");
-    NamedImage image = ReadImage(images[0]);
-    NamedImage debug = ReadImage(images[1]);
+std::string PairDifference::Told() const {
+    return "the debug image compiles to " + std::to_string(compiledSize) + " bytes, the compiled image has " +
+           std::to_string(imageSize) + ", and they differ from byte " + std::to_string(offset) + " on";
+}
+
+VerifiedPair VerifyPair(const std::string& file, const std::string& other) {
+    NamedImage image = ReadImage(file);
+    NamedImage debug = ReadImage(other);
     if (image.kind == debug.kind) {
         throw Failure(kUsageOrFiles, "--pair takes a compiled and a debug image, and both are of one kind: " +
                                          image.file + " and " + debug.file);
@@ -70,14 +70,7 @@ int VerifyPair(const std::vector<std::string>& images) {
     if (image.kind == ImageKind::kDebug) std::swap(image, debug);
     OpenCompiledImage(image.file, image.bytes);
     const DebugCheck check = CheckedDebugImage(debug.file, debug.bytes);
-    const std::string why = WhyNoPair(image.bytes, debug.bytes, check.lacksFileList);
-    if (!why.empty()) {
-        throw Failure(kSourceHasErrors, image.file + " and " + debug.file + " do not belong together: " + why);
-    }
-    StandardOutput out;
-    out.Write(Printable(image.file) + " and " + Printable(debug.file) + ": ok: they belong together\n");
-    out.Finish();
-    return kFine;
+    return {image.file, debug.file, DifferenceOf(image.bytes, debug.bytes, check.lacksFileList)};
 }
 
 }  // namespace zek::tool

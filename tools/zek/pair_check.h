@@ -2,14 +2,31 @@
 /// debug image as it compiles that of a source.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
-#include <vector>
 
 namespace zek::tool {
 
+/// Between a compiled image and what a debug image compiles to.
+struct PairDifference {
+    std::size_t imageSize = 0;
+    std::size_t compiledSize = 0;  ///< of what the debug image compiles to
+    std::size_t offset = 0;        ///< of the first byte that differs
+
+    /// What is different, in a sentence without a full stop.
+    std::string Told() const;
+};
+
+struct VerifiedPair {
+    std::string image;                         ///< the file of the compiled image
+    std::string debug;                         ///< that of the debug image
+    std::optional<PairDifference> difference;  ///< nothing where they belong together
+};
+
 /// Verifies a compiled and a debug image, in either order, compiles the debug image and compares, time stamps aside.
-/// Says on standard output that they belong together, or throws Failure: kSourceHasErrors where they do not, with what
-/// is different. To be called once in a process: the numbers of names go on from one compilation to the next.
-int VerifyPair(const std::vector<std::string>& images);
+/// Throws Failure where they are not such images. To be called once in a process: the numbers of names go on from one
+/// compilation to the next.
+VerifiedPair VerifyPair(const std::string& file, const std::string& other);
 
 }  // namespace zek::tool

@@ -39,7 +39,7 @@ void StandardOutput::Write(std::string_view text) {
 void StandardOutput::Finish() {
     const int error = WriteAll(STDOUT_FILENO, waiting_);
     waiting_.clear();
-    if (error) throw SystemFailure("cannot write to standard output", error);
+    if (error) throw OutputFailure(SystemFailure("cannot write to standard output", error));
 }
 
 void Tell(std::string_view text) { WriteAll(STDERR_FILENO, text); }

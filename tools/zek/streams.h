@@ -17,7 +17,13 @@ void OccupyStandardStreams();
 /// Writes all bytes; 0, or the errno of the call that failed.
 int WriteAll(int descriptor, std::string_view bytes);
 
-/// Text on its way to standard output. Throws Failure when it cannot be written.
+/// Standard output cannot be written, so there is nobody to go on for.
+class OutputFailure : public Failure {
+public:
+    explicit OutputFailure(const Failure& failure) : Failure(failure) {}
+};
+
+/// Text on its way to standard output. Throws OutputFailure when it cannot be written.
 class StandardOutput {
 public:
     void Write(std::string_view text);
@@ -48,6 +54,23 @@ int Guarded(Run&& run) {
         TellWhy(error.what());
         return kUsageOrFiles;
     }
+}
+
+/// The same for one file of several, behind which the others come: what ends the command for all of them, an
+/// OutputFailure, is thrown on.
+template <class Run>
+int GuardedEach(Run&& run) {
+    std::exception_ptr ending;
+    const int code = Guarded([&]() -> int {
+        try {
+            return run();
+        } catch (const OutputFailure&) {
+            ending = std::current_exception();
+            return kUsageOrFiles;
+        }
+    });
+    if (ending) std::rethrow_exception(ending);
+    return code;
 }
 
 }  // namespace zek::tool

@@ -17,10 +17,10 @@ Json Sensor(const ShownSensor& sensor) {
     return json;
 }
 
-Json Sensors(const std::vector<const ShownSensor*>& sensors) {
-    Json json = Json::array();
-    for (const ShownSensor* sensor : sensors) json.push_back(Sensor(*sensor));
-    return json;
+void WriteSensors(JsonOutput& json, const std::string& name, const std::vector<const ShownSensor*>& sensors) {
+    json.BeginArray(name);
+    for (const ShownSensor* sensor : sensors) json.Element(Sensor(*sensor));
+    json.End();
 }
 
 /// A flat list with depths: a chain of parents can be longer than readers of JSON can nest.
@@ -30,32 +30,41 @@ public:
 
     void Group(const ShownGroup& group, std::size_t depth, ParentFault fault,
                const std::vector<const ShownSensor*>& sensors) override {
-        Json json = {{"depth", depth}, {"name", JsonText(group.name)}, {"parent", JsonText(group.parent)}};
-        AddFault(json, fault);
-        json["sensors"] = Sensors(sensors);
-        json_.Element(json);
+        Begin(depth, group.name);
+        json_.Member("parent", JsonText(group.parent));
+        WriteFault(fault);
+        WriteSensors(json_, "sensors", sensors);
+        json_.End();
     }
 
     void Homeless(const std::vector<const ShownSensor*>& sensors) override {
         json_.End();
-        json_.Member("sensorsWithoutGroup", Sensors(sensors));
+        WriteSensors(json_, "sensorsWithoutGroup", sensors);
         json_.BeginArray("tavrgroups");
     }
 
     void View(const ShownView& view, std::size_t depth, ParentFault fault,
               const std::vector<const ShownSensor*>& sensors) override {
-        Json json = {{"depth", depth}, {"name", JsonText(view.name)}};
-        if (view.id) json["id"] = *view.id;
-        if (view.parent) json["pid"] = *view.parent;
-        AddFault(json, fault);
-        json["sensors"] = Json::array();
-        for (std::size_t i = 0; i < sensors.size(); ++i) json["sensors"].push_back(Member(view.sensors[i], sensors[i]));
-        json_.Element(json);
+        Begin(depth, view.name);
+        if (view.id) json_.Member("id", *view.id);
+        if (view.parent) json_.Member("pid", *view.parent);
+        WriteFault(fault);
+        json_.BeginArray("sensors");
+        for (std::size_t i = 0; i < sensors.size(); ++i) json_.Element(Member(view.sensors[i], sensors[i]));
+        json_.End();
+        json_.End();
     }
 
 private:
-    static void AddFault(Json& json, ParentFault fault) {
-        if (fault != ParentFault::kNone) json["parentFault"] = fault == ParentFault::kMissing ? "missing" : "circle";
+    void Begin(std::size_t depth, const std::string& name) {
+        json_.BeginObject();
+        json_.Member("depth", depth);
+        json_.Member("name", JsonText(name));
+    }
+
+    void WriteFault(ParentFault fault) {
+        if (fault == ParentFault::kNone) return;
+        json_.Member("parentFault", fault == ParentFault::kMissing ? "missing" : "circle");
     }
 
     static Json Member(const ShownValue& member, const ShownSensor* sensor) {

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <functional>
 #include <memory>
+#include <optional>
 
 #include "command.h"
 #include "image_check.h"
@@ -59,33 +61,53 @@ Json Fault(const ImageFault& fault) {
     return {{"place", fault.place}, {"text", fault.sentence}, {"code", fault.code}, {"offset", fault.offset}};
 }
 
-/// Of a valid image its size, of another one what is wrong; what ends the command is told on standard error too.
-void AddVerdict(const std::string& file, bool showNotes, Json& json) {
-    Json notes = Json::array();
+/// Runs what verifies images; gives the exit code and stores what is wrong where an image is not valid.
+int GuardedVerify(std::optional<NoImage>& fault, const std::function<void()>& verify) {
+    return GuardedEach([&]() -> int {
+        try {
+            verify();
+        } catch (const NoImage& failure) {
+            fault = failure;
+            throw;
+        }
+        return kFine;
+    });
+}
+
+/// Of a valid image its size, of another one what is wrong; what ends the verification is told on standard error too.
+/// Notes come first, each when it is found: an image may have as many as it has words.
+int WriteVerdictAsJson(const std::string& file, bool showNotes, JsonOutput& json) {
+    json.BeginObject();
+    json.Member("file", JsonText(file));
     ShowNote showNote;
-    if (showNotes) showNote = [&](const ImageFault& note) { notes.push_back(Fault(note)); };
-    try {
-        const auto [kind, size] = Verify(file, showNote);
-        json["valid"] = true;
-        json["image"] = NameOf(kind);
-        json["sections"] = size.sections;
-        json["entries"] = size.entries;
-        json["noteCount"] = size.notes;
-        if (showNotes) json["notes"] = std::move(notes);
-    } catch (const NoImage& failure) {
-        json["valid"] = false;
-        json["fault"] = Fault(failure.Fault());
-        throw;
+    if (showNotes) {
+        json.BeginArray("notes");
+        showNote = [&](const ImageFault& note) { json.Element(Fault(note)); };
     }
+    std::optional<Verdict> verdict;
+    std::optional<NoImage> fault;
+    const int code = GuardedVerify(fault, [&] { verdict = Verify(file, showNote); });
+    if (showNotes) json.End();
+    if (verdict || fault) json.Member("valid", verdict.has_value());
+    if (verdict) {
+        json.Member("image", NameOf(verdict->kind));
+        json.Member("sections", verdict->size.sections);
+        json.Member("entries", verdict->size.entries);
+        json.Member("noteCount", verdict->size.notes);
+    }
+    if (fault) json.Member("fault", Fault(fault->Fault()));
+    json.Member("exitCode", code);
+    json.End();
+    return code;
 }
 
 int RunVerifyAsText(const VerifyOptions& options) {
     StandardOutput out;
     int worst = kFine;
     for (const std::string& file : options.images) {
-        const int code = Guarded([&] {
+        const int code = GuardedEach([&]() -> int {
             WriteVerdict(file, options.notes, out);
-            return static_cast<int>(kFine);
+            return kFine;
         });
         // At once, so that the lines of both streams come in the order of the images.
         out.Finish();
@@ -96,29 +118,69 @@ int RunVerifyAsText(const VerifyOptions& options) {
 
 int RunVerifyAsJson(const VerifyOptions& options) {
     StandardOutput out;
-    JsonOutput all(out, "zek-verify/1");
-    all.BeginArray("images");
+    JsonOutput json(out, "zek-verify/1");
+    json.BeginArray("images");
     int worst = kFine;
     for (const std::string& file : options.images) {
-        Json json = {{"file", JsonText(file)}};
-        const int code = Guarded([&] {
-            AddVerdict(file, options.notes, json);
-            return static_cast<int>(kFine);
-        });
-        json["exitCode"] = code;
-        all.Element(json);
-        worst = std::max(worst, code);
+        worst = std::max(worst, WriteVerdictAsJson(file, options.notes, json));
     }
-    all.End();
-    all.Finish();
+    json.End();
+    json.Finish();
     return worst;
 }
 
-int RunVerify(const VerifyOptions& options) {
-    if (options.pair && (options.json || options.notes)) {
-        throw Failure(kUsageOrFiles, "--pair goes neither with --json nor with --notes");
+/// Verifies a pair, and throws where the images do not belong together.
+void RequirePair(const std::vector<std::string>& images, std::optional<VerifiedPair>& pair) {
+    pair = VerifyPair(images[0], images[1]);
+    if (!pair->difference) return;
+    throw Failure(kSourceHasErrors,
+                  pair->image + " and " + pair->debug + " do not belong together: " + pair->difference->Told());
+}
+
+int RunPairAsText(const std::vector<std::string>& images) {
+    std::optional<VerifiedPair> pair;
+    RequirePair(images, pair);
+    StandardOutput out;
+    out.Write(Printable(pair->image) + " and " + Printable(pair->debug) + ": ok: they belong together\n");
+    out.Finish();
+    return kFine;
+}
+
+int RunPairAsJson(const std::vector<std::string>& images) {
+    std::optional<VerifiedPair> pair;
+    std::optional<NoImage> fault;
+    const int code = GuardedVerify(fault, [&] { RequirePair(images, pair); });
+    StandardOutput out;
+    JsonOutput json(out, "zek-verify-pair/1");
+    json.BeginArray("files");
+    for (const std::string& file : images) json.Element(JsonText(file));
+    json.End();
+    if (pair) {
+        json.Member("image", JsonText(pair->image));
+        json.Member("debug", JsonText(pair->debug));
+        json.Member("pair", !pair->difference);
     }
-    if (options.pair) return VerifyPair(options.images);
+    if (pair && pair->difference) {
+        const auto& [imageSize, compiledSize, offset] = *pair->difference;
+        json.Member("difference", {{"imageSize", imageSize}, {"compiledSize", compiledSize}, {"offset", offset}});
+    }
+    if (fault) {
+        json.Member("faultyFile", JsonText(fault->File()));
+        json.Member("fault", Fault(fault->Fault()));
+    }
+    json.Member("exitCode", code);
+    json.Finish();
+    return code;
+}
+
+int RunPair(const VerifyOptions& options) {
+    if (options.notes) throw Failure(kUsageOrFiles, "--pair does not go with --notes");
+    if (options.images.size() != 2) throw Failure(kUsageOrFiles, "--pair takes two images, IMAGE and DEBUG");
+    return options.json ? RunPairAsJson(options.images) : RunPairAsText(options.images);
+}
+
+int RunVerify(const VerifyOptions& options) {
+    if (options.pair) return RunPair(options);
     return options.json ? RunVerifyAsJson(options) : RunVerifyAsText(options);
 }
 
@@ -126,7 +188,7 @@ Run PrepareVerify(Words& words) {
     const auto options = std::make_shared<VerifyOptions>();
     words.Files("IMAGE", options->images, "The images");
     words.Flag("--notes", options->notes, "Show each note");
-    words.Flag("--json", options->json, "As JSON");
+    words.Flag("--json", options->json, "As JSON; with --pair, too");
     words.Flag("--pair", options->pair, "Tell whether two images, IMAGE and DEBUG, are of one compilation");
     return [options] { return RunVerify(*options); };
 }
