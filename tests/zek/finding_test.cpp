@@ -233,7 +233,7 @@ TEST(GithubOfFindings, EscapesWhatHasAMeaning) {
 
 TEST(JsonOfFindings, HoldsEverything) {
     const auto json = nlohmann::json::parse(Shown().By(*JsonRenderer()));
-    EXPECT_EQ(json["schema"], "zek-findings");
+    EXPECT_EQ(json["schema"], "zek-findings/1");
     EXPECT_EQ(json["exitCode"], 1);
     const nlohmann::json place = {{"path", "a"}, {"line", 2}, {"column", 9}, {"length", 4}};
     EXPECT_EQ(json["sources"],

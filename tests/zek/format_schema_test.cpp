@@ -14,9 +14,13 @@ namespace {
 
 using nlohmann::json;
 
-/// What is wrong with a document; empty when nothing is.
+constexpr char kJsonPage[] = "docs/json.md";
+constexpr char kSarifSchema[] = "tests/zek/sarif.schema.json";
+
+/// What is wrong with a document; empty when nothing is. The schema is a file, or stands in the page.
 std::string WrongWith(const json& document, const std::string& schemaFile) {
-    const json text = json::parse(SourceFile(schemaFile));
+    const bool isPage = schemaFile == kJsonPage;
+    const json text = json::parse(isPage ? Block(schemaFile, "json zek-findings/1") : SourceFile(schemaFile));
     valijson::Schema schema;
     valijson::SchemaParser().populateSchema(valijson::adapters::NlohmannJsonAdapter(text), schema);
     valijson::ValidationResults results;
@@ -88,13 +92,12 @@ TEST_P(ZekFormat, HoldsWhateverBytesTheSourceHas) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Format, ZekFormat,
-                         testing::Values(Format{"Json", "json", "tests/zek/findings.schema.json"},
-                                         Format{"Sarif", "sarif", "tests/zek/sarif.schema.json"}),
+                         testing::Values(Format{"Json", "json", kJsonPage}, Format{"Sarif", "sarif", kSarifSchema}),
                          RowName());
 
 TEST(ZekFormatSchemas, CanFail) {
-    EXPECT_NE(WrongWith(json::parse(R"({"schema": "zek-findings"})"), "tests/zek/findings.schema.json"), "");
-    EXPECT_NE(WrongWith(json::parse(R"({"version": "2.1.0", "runs": [{}]})"), "tests/zek/sarif.schema.json"), "");
+    EXPECT_NE(WrongWith(json::parse(R"({"schema": "zek-findings/1"})"), kJsonPage), "");
+    EXPECT_NE(WrongWith(json::parse(R"({"version": "2.1.0", "runs": [{}]})"), kSarifSchema), "");
 }
 
 class ZekFindingOptions : public ZekTest {};

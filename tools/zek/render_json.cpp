@@ -45,8 +45,7 @@ ordered_json JsonFinding(const Finding& finding) {
 class Json : public Renderer {
 public:
     std::string Begin() override {
-        return std::string("{\"schema\": \"zek-findings\", \"version\": 1, \"tool\": \"zek " ZEK_TOOL_VERSION
-                           "\", \"sources\": [\n");
+        return "{\"schema\": \"zek-findings/1\", \"tool\": \"zek " ZEK_TOOL_VERSION "\", \"sources\": [\n";
     }
 
     std::string Of(const SourceFindings& all, SourceText&) override {
