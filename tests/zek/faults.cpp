@@ -2,11 +2,14 @@
 //
 //   write    a write fails with ENOSPC         fsync    a sync fails with EIO
 //   close    a close fails with EIO            fchmod   keeping the mode fails with EPERM
-//   rename1  the first rename fails with EBUSY rename2  the second does
-//   hang     a sync never returns
+//   rename1  the first rename fails with EBUSY rename2  the second does, rename3 the third
+//   renames  all but the first do              link     files may have no second name: EPERM
+//   folder   a folder's sync fails with EIO    hang     a sync never returns
 //   room:N   the disk has room for N bytes: what goes beyond is not written, and fails with ENOSPC
 //   kill:N   the program is killed at its N-th step (from 1), before it takes it; a step is one of these calls, and of
 //            a write only half is done at a time
+//
+// Several stand with commas between them, the one with a number last.
 //
 // ZEK_TEST_PARSER is the file that is loaded in place of the installed parser library.
 #include <dlfcn.h>
@@ -20,21 +23,30 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 namespace {
 
 constexpr char kInstalled[] = "/usr/tavr/lib/libzekrsparser.so.0";
 
-bool Fails(const char* name) {
+/// What stands behind the name of a fault that is wanted: a comma, a colon or nothing; null where it is not wanted.
+const char* Wanted(const char* name) {
+    const std::size_t length = std::strlen(name);
     const char* fault = std::getenv("ZEK_FAULT");
-    return fault && std::strcmp(fault, name) == 0;
+    while (fault && *fault) {
+        if (std::strncmp(fault, name, length) == 0 && std::strchr(",:", fault[length])) return fault + length;
+        fault = std::strchr(fault, ',');
+        if (fault) ++fault;
+    }
+    return nullptr;
 }
 
-/// The number of a fault that has one, such as 17 of "room:17"; -1 when it is not this one.
+bool Fails(const char* name) { return Wanted(name) != nullptr; }
+
+/// The number of a fault that has one, such as 17 of "room:17"; -1 when it is not wanted.
 long NumberOf(const char* name) {
-    const char* fault = std::getenv("ZEK_FAULT");
-    const std::size_t length = std::strlen(name);
-    return fault && std::strncmp(fault, name, length) == 0 && fault[length] == ':' ? std::atol(fault + length + 1) : -1;
+    const char* behind = Wanted(name);
+    return behind && *behind == ':' ? std::atol(behind + 1) : -1;
 }
 
 void Step() {
@@ -90,6 +102,8 @@ ssize_t write(int descriptor, const void* bytes, size_t count) {
 }
 
 int fsync(int descriptor) {
+    struct stat info {};
+    if (Fails("folder") && fstat(descriptor, &info) == 0 && S_ISDIR(info.st_mode)) return Failed(EIO);
     if (Fails("fsync") && IsTemporary(descriptor)) return Failed(EIO);
     while (Fails("hang") && IsTemporary(descriptor)) pause();
     Step();
@@ -110,6 +124,7 @@ int fchmod(int descriptor, mode_t mode) {
 }
 
 int link(const char* from, const char* to) {
+    if (Fails("link")) return Failed(EPERM);
     Step();
     return Next("link", &link)(from, to);
 }
@@ -122,7 +137,8 @@ int unlink(const char* path) {
 int rename(const char* from, const char* to) {
     static int count = 0;
     ++count;
-    if ((Fails("rename1") && count == 1) || (Fails("rename2") && count == 2)) return Failed(EBUSY);
+    const std::string numbered = "rename" + std::to_string(count);
+    if (Fails(numbered.c_str()) || (Fails("renames") && count > 1)) return Failed(EBUSY);
     Step();
     return Next("rename", &rename)(from, to);
 }

@@ -5,9 +5,11 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <cstring>
 #include <utility>
 
 #include "failure.h"
+#include "memory_file.h"
 #include "paths.h"
 #include "streams.h"
 #include "temporary_files.h"
@@ -71,19 +73,16 @@ int KeepMode(int descriptor, const struct stat& old) {
 /// One file on its way to its place.
 class Replacement {
 public:
-    explicit Replacement(const OutputFile& file) : target_(file.target) {
-        const int descriptor = fresh_.Create(FolderOf(target_.path));
-        if (descriptor < 0) throw CannotWrite(target_, errno);
-        int error = WriteAll(descriptor, file.bytes);
-        if (!error && target_.stands) error = KeepMode(descriptor, target_.info);
-        const int finished = Finish(descriptor, false);
-        if (!error) error = finished;
-        if (error) throw CannotWrite(target_, error);
-    }
+    explicit Replacement(const OutputFile& file) : target_(file.target) { WriteTemporary(fresh_, file.bytes); }
 
-    /// Keeps the old file at hand. Where the file system knows no second names, it cannot be put back.
+    /// Keeps the old file at hand, so that it can be put back: by a second name, or as a copy where the file system
+    /// knows no second names or does not allow one.
     void KeepOld() {
-        if (target_.stands) old_.Link(FolderOf(target_.path), target_.path);
+        if (!target_.stands || old_.Link(FolderOf(target_.path), target_.path)) return;
+        WriteTemporary(old_, ReadFile(target_.path));
+        // Builds compare times.
+        const timespec times[] = {target_.info.st_atim, target_.info.st_mtim};
+        utimensat(AT_FDCWD, old_.Path().c_str(), times, 0);
     }
 
     void TakePlace() {
@@ -94,24 +93,41 @@ public:
 
     void PutBack() {
         if (!placed_) return;
-        if (!target_.stands) {
-            unlink(target_.path.c_str());
-        } else if (!old_.Path().empty() && std::rename(old_.Path().c_str(), target_.path.c_str()) == 0) {
-            old_.Forget();
-        }
+        const bool back = target_.stands ? std::rename(old_.Path().c_str(), target_.path.c_str()) == 0
+                                         : unlink(target_.path.c_str()) == 0;
+        if (!back) TellThatItStays(errno);
+        old_.Forget();
     }
 
-    /// Makes the new name last.
+    /// Makes the new name last. The file is whole and in its place, so where that fails, all that is lost is what a
+    /// failure of the power may take back.
     void SyncFolder() const {
         const std::string folder = FolderOf(target_.path);
         const int descriptor = open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         // A folder that may be written but not read cannot be synced, and not every file system can sync one.
         if (descriptor < 0) return;
         const int error = Finish(descriptor, true);
-        if (error) throw CannotWrite(target_, error);
+        if (!error) return;
+        TellWhy("warning: " + target_.name + " is written, but its folder cannot be synced: " + std::strerror(error));
     }
 
 private:
+    /// Writes bytes to a file beside the target, as it is to be there.
+    void WriteTemporary(TemporaryFile& file, std::string_view bytes) const {
+        const int descriptor = file.Create(FolderOf(target_.path));
+        if (descriptor < 0) throw CannotWrite(target_, errno);
+        int error = WriteAll(descriptor, bytes);
+        if (!error && target_.stands) error = KeepMode(descriptor, target_.info);
+        const int finished = Finish(descriptor, false);
+        if (!error) error = finished;
+        if (error) throw CannotWrite(target_, error);
+    }
+
+    void TellThatItStays(int error) const {
+        const std::string old = target_.stands ? "; the old one is " + old_.Path() : "";
+        TellWhy("the new " + target_.name + " cannot be taken back: " + std::strerror(error) + old);
+    }
+
     Target target_;
     TemporaryFile fresh_;
     TemporaryFile old_;
@@ -121,7 +137,7 @@ private:
 void PlaceAll(std::vector<Replacement>& replacements) {
     // All or none, for a signal too.
     const SignalsWait wait;
-    if (replacements.size() > 1) replacements.front().KeepOld();
+    for (std::size_t i = 0; i + 1 < replacements.size(); ++i) replacements[i].KeepOld();
     try {
         for (Replacement& replacement : replacements) replacement.TakePlace();
     } catch (const Failure&) {

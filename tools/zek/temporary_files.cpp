@@ -18,7 +18,7 @@ constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 constexpr int kAttempts = 16;
 
 /// What a signal handler may look at: plain memory. An empty text is a free slot.
-char g_slots[4][PATH_MAX];
+char g_slots[kMostTemporaryFiles][PATH_MAX];
 
 extern "C" void RemoveAndEnd(int signal) {
     for (const char* path : g_slots) {

@@ -23,6 +23,9 @@ private:
     sigset_t before_;
 };
 
+/// So many exist at a time.
+inline constexpr int kMostTemporaryFiles = 6;
+
 /// A file that is removed at the latest when its object is destroyed or a signal ends the program.
 class TemporaryFile {
 public:
@@ -32,7 +35,7 @@ public:
     TemporaryFile& operator=(TemporaryFile&&) = delete;
 
     /// Makes a new, empty file with a name of its own in a folder ("" is the current one) and gives its descriptor,
-    /// open for writing; -1 with errno set when it cannot. At most four exist at a time.
+    /// open for writing; -1 with errno set when it cannot.
     int Create(const std::string& folder);
     /// Makes another name of a file in its folder; false with errno set when it cannot.
     bool Link(const std::string& folder, const std::string& file);
