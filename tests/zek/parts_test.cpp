@@ -2,6 +2,8 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 #include "check/messages.h"
 #include "failure.h"
 #include "frontend/messages.h"
@@ -12,6 +14,7 @@
 #include "model/messages.h"
 #include "parser_library.h"
 #include "printable.h"
+#include "tree_writer.h"
 #include "zek/in_process.h"
 
 namespace zek::tool {
@@ -118,6 +121,51 @@ TEST(ZekParserLibrary, AnotherMakersHasNoHookAlthoughTheLinkedOneHas) {
     EXPECT_FALSE(library.HasHook());
     EXPECT_EQ(library.path, ZEK_FOREIGN_PARSER);
     dlclose(handle);
+}
+
+/// What a view lists, by the positions of the sensors; nothing for those that are not there.
+class NotedMembers : public TreeWriter {
+public:
+    explicit NotedMembers(const Hardware& hardware) : hardware_(hardware) {}
+    void Group(const ShownGroup&, std::size_t, ParentFault, const std::vector<const ShownSensor*>&) override {}
+    void Homeless(const std::vector<const ShownSensor*>&) override {}
+    void View(const ShownView&, std::size_t, ParentFault, const std::vector<const ShownSensor*>& sensors) override {
+        for (const ShownSensor* sensor : sensors) {
+            positions.push_back(sensor ? std::optional(sensor - hardware_.sensors.data()) : std::nullopt);
+        }
+    }
+
+    std::vector<std::optional<std::ptrdiff_t>> positions;
+
+private:
+    const Hardware& hardware_;
+};
+
+TEST(ZekTreeWalk, TakesTheFirstOfSeveralSensorsWithAnID) {
+    Hardware hardware;
+    for (const unsigned id : {7, 5, 7, 6, 5}) hardware.sensors.push_back({"G", "S", id, {}});
+    hardware.views.push_back({"V", 1, "1", 0, "0", {{"7", 7}, {"5", 5}, {"8", 8}, {"W", std::nullopt}}});
+    NotedMembers noted(hardware);
+    WalkTree(hardware, noted);
+    EXPECT_EQ(noted.positions, (std::vector<std::optional<std::ptrdiff_t>>{0, 1, std::nullopt, std::nullopt}));
+}
+
+/// These IDs all have one remainder by the number of places that a table of hashes has at that size.
+TEST(ZekTreeWalk, TakesNoLongerWhateverTheIDsAre) {
+    constexpr unsigned kSensors = 50'000;
+    constexpr unsigned kPlaces = 85'229;
+    Hardware hardware;
+    hardware.views.push_back({"V", 1, "1", 0, "0", {}});
+    for (unsigned i = 0; i < kSensors; ++i) {
+        hardware.sensors.push_back({"G", "S", i * kPlaces, {}});
+        hardware.views[0].sensors.push_back({"", i * kPlaces});
+    }
+    NotedMembers noted(hardware);
+    const std::clock_t begin = std::clock();
+    WalkTree(hardware, noted);
+    EXPECT_LT(std::clock() - begin, 1 * CLOCKS_PER_SEC) << "in processor time; a walk along a list took many seconds";
+    ASSERT_EQ(noted.positions.size(), kSensors);
+    for (unsigned i = 0; i < kSensors; ++i) ASSERT_EQ(noted.positions[i], i);
 }
 
 }  // namespace

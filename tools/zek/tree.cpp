@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <functional>
-#include <unordered_map>
+#include <string_view>
 
 #include "tree_writer.h"
 
@@ -70,38 +70,48 @@ private:
     std::vector<bool> shown_;
 };
 
-/// The position of each parent; the first of several that answer to a name or an ID counts, as in the library.
+/// The position of each name or ID; the first of several that are alike counts, as in the library. Sorted, since who
+/// writes an image could choose the keys so that a table of hashes becomes one long list.
 template <class Key>
-using Positions = std::unordered_map<Key, std::size_t>;
+class Positions {
+public:
+    /// `keyOf` gives the key of an object as an optional.
+    template <class Object, class KeyOf>
+    Positions(const std::vector<Object>& objects, KeyOf keyOf) {
+        for (std::size_t i = 0; i < objects.size(); ++i) {
+            if (const std::optional<Key> key = keyOf(objects[i])) sorted_.emplace_back(*key, i);
+        }
+        std::sort(sorted_.begin(), sorted_.end());
+    }
 
-template <class Key>
-std::size_t PositionOf(const Positions<Key>& positions, const Key& key) {
-    const auto found = positions.find(key);
-    return found == positions.end() ? kNobody : found->second;
-}
+    std::size_t Of(const Key& key) const {
+        const auto found = std::lower_bound(sorted_.begin(), sorted_.end(), std::pair<Key, std::size_t>(key, 0));
+        return found == sorted_.end() || found->first != key ? kNobody : found->second;
+    }
+
+private:
+    std::vector<std::pair<Key, std::size_t>> sorted_;
+};
 
 class Tree {
 public:
-    Tree(const Hardware& hardware, TreeWriter& writer) : hardware_(hardware), writer_(writer) {
-        for (std::size_t i = 0; i < hardware.groups.size(); ++i) groups_.try_emplace(hardware.groups[i].name, i);
-        for (std::size_t i = 0; i < hardware.views.size(); ++i) {
-            if (hardware.views[i].id) views_.try_emplace(*hardware.views[i].id, i);
-        }
-        for (std::size_t i = 0; i < hardware.sensors.size(); ++i) {
-            if (hardware.sensors[i].id) sensors_.try_emplace(*hardware.sensors[i].id, i);
-        }
-    }
+    Tree(const Hardware& hardware, TreeWriter& writer)
+        : hardware_(hardware),
+          writer_(writer),
+          groups_(hardware.groups, [](const ShownGroup& group) { return std::optional<std::string_view>(group.name); }),
+          views_(hardware.views, [](const ShownView& view) { return view.id; }),
+          sensors_(hardware.sensors, [](const ShownSensor& sensor) { return sensor.id; }) {}
 
     void ShowGroups() {
         std::vector<std::vector<const ShownSensor*>> members(hardware_.groups.size());
         std::vector<const ShownSensor*> homeless;
         for (const ShownSensor& sensor : hardware_.sensors) {
-            const std::size_t group = PositionOf(groups_, sensor.parent);
+            const std::size_t group = groups_.Of(sensor.parent);
             (group == kNobody ? homeless : members[group]).push_back(&sensor);
         }
         std::vector<std::size_t> parents;
         for (const ShownGroup& group : hardware_.groups) {
-            parents.push_back(group.parent == "0" ? kRoot : PositionOf(groups_, group.parent));
+            parents.push_back(group.parent == "0" ? kRoot : groups_.Of(group.parent));
         }
         Forest(std::move(parents)).Walk([&](std::size_t node, std::size_t depth, ParentFault fault) {
             writer_.Group(hardware_.groups[node], depth, fault, members[node]);
@@ -113,7 +123,7 @@ public:
         std::vector<std::size_t> parents;
         for (const ShownView& view : hardware_.views) {
             const bool top = !view.parent || *view.parent == 0;
-            parents.push_back(top ? kRoot : PositionOf(views_, *view.parent));
+            parents.push_back(top ? kRoot : views_.Of(*view.parent));
         }
         Forest(std::move(parents)).Walk([&](std::size_t node, std::size_t depth, ParentFault fault) {
             const ShownView& view = hardware_.views[node];
@@ -125,13 +135,13 @@ public:
 
 private:
     const ShownSensor* SensorOf(const ShownValue& member) const {
-        const std::size_t sensor = member.number ? PositionOf(sensors_, *member.number) : kNobody;
+        const std::size_t sensor = member.number ? sensors_.Of(*member.number) : kNobody;
         return sensor == kNobody ? nullptr : &hardware_.sensors[sensor];
     }
 
     const Hardware& hardware_;
     TreeWriter& writer_;
-    Positions<std::string> groups_;
+    Positions<std::string_view> groups_;
     Positions<unsigned> views_;
     Positions<unsigned> sensors_;
 };
