@@ -1,6 +1,7 @@
 // The verification of debug images, on bytes.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "failure.h"
 #include "image.h"
 #include "memory_file.h"
+#include "model/keyword_table.h"
 #include "model/section.h"
 #include "model/section_kinds.h"
 #include "model/value_shapes.h"
@@ -29,12 +31,29 @@ std::string Number(std::size_t number) {
 /// A text or a block: its length, then its bytes.
 std::string Counted(const std::string& bytes) { return Number(bytes.size()) + bytes; }
 
-std::string Object(unsigned type, const std::string& name, unsigned file = 0) {
-    return Number(type) + Number(2) + Number(1) + Number(file) + Counted(name);
+struct Common {
+    unsigned notation = 2;
+    unsigned line = 1;
+    unsigned file = 0;
+};
+
+std::string Object(unsigned type, const std::string& name, const Common& common = {}) {
+    return Number(type) + Number(common.notation) + Number(common.line) + Number(common.file) + Counted(name);
 }
 
+/// An entry that a source adds.
 std::string Entry(unsigned type, const std::string& data, unsigned file = 0) {
-    return Counted(Counted(Object(type, "key", file)) + Counted(data));
+    return Counted(Counted(Object(type, "key", {AddedNotation(type), 1, file})) + Counted(data));
+}
+
+/// Any entry with a text.
+std::string TextEntry(unsigned type, const std::string& name, const Common& common) {
+    return Counted(Counted(Object(type, name, common)) + Counted(Number(type) + Counted("text")));
+}
+
+/// A declared key that was not given.
+std::string Absent(unsigned type, unsigned notation) {
+    return Counted(Counted(Object(type, "", {notation, 0, 0})) + Counted(Number(0)));
 }
 
 const std::string kFiles = Number(1) + Counted("a.zek");
@@ -90,7 +109,6 @@ TEST(ZekDebugCheck, AcceptsWhatIsSound) {
     EXPECT_EQ(Told(Image({Group({}), Group({Section(kDefine, "DEFINE", {}, kFiles)}), Group({})})), "1 0 0");
     EXPECT_EQ(Told(Image({Group({Section(kDefine, "DEFINE", {}, Number(0))})})),
               "section 0 [DEFINE], file index: is 0, and the list of source files has 0 (file-index at 169)");
-    EXPECT_EQ(Told(WithData(Number(0))), "1 1 0");
     EXPECT_EQ(Told(WithValue(Number(1) + Counted("W") + Counted("5"))), "1 1 0");
     EXPECT_EQ(Told(WithValue(Number(3) + Counted("") + Counted("Act") + Number(2) + Counted("1") + Counted(""))),
               "1 1 0");
@@ -104,7 +122,8 @@ TEST(ZekDebugCheck, NotesBytesBehindTheImageAndAListThatIsNotThere) {
         notes.push_back(note.Place() + ": " + note.Sentence() + " (" + NameOf(note.code) + " at " +
                         std::to_string(note.offset) + ')');
     };
-    const std::string image = Image({Group({Section(kDefine, "DEFINE", {Entry(kDefinitionKey, Number(0), 99)})})});
+    const std::string image =
+        Image({Group({Section(kDefine, "DEFINE", {Entry(kDefinitionKey, Number(kDefinitionKey) + Number(7), 99)})})});
     const DebugCheck check = CheckDebugImage(image + "xyz", show);
     EXPECT_FALSE(check.failure);
     EXPECT_TRUE(check.lacksFileList);
@@ -216,10 +235,13 @@ TEST(ZekDebugCheck, TellsWhatIsWrongWithAnEntry) {
          "section 0 [GLOBAL], entry 0, type id: 0x10200000 is no entry of such a section (unknown-entry at 208)"},
         {with(Entry(ValueKey(1), none, 1)),
          "section 0 [GLOBAL], entry 0, file index: is 1, and the list of source files has 1 (file-index at 220)"},
-        {with(Counted(Counted(Object(ValueKey(1), "key")) + Counted(none) + "x")),
-         "section 0 [GLOBAL], entry 0, block: ends 1 bytes before its block does (surplus-bytes at 239)"},
-        {WithData(none + "x"),
-         "section 0 [GLOBAL], entry 0, typed data: ends 1 bytes before its block does (surplus-bytes at 239)"},
+        {with(Counted(Counted(Object(ValueKey(1), "key")) + Counted(value + Counted(Number(0) + Counted("W"))) + "x")),
+         "section 0 [GLOBAL], entry 0, block: ends 1 bytes before its block does (surplus-bytes at 252)"},
+        {WithData(value + Counted(Number(0) + Counted("W")) + "x"),
+         "section 0 [GLOBAL], entry 0, typed data: ends 1 bytes before its block does (surplus-bytes at 252)"},
+        {WithData(none),
+         "section 0 [GLOBAL], entry 0, type id of the data: is 0, and only a declared key can be without data "
+         "(no-data at 235)"},
         {WithData(Number(ValueKey(2)) + Counted(list)),
          "section 0 [GLOBAL], entry 0, type id of the data: is 0x10080002, and that of the entry is 0x10080001 "
          "(wrong-data at 235)"},
@@ -237,6 +259,80 @@ TEST(ZekDebugCheck, TellsWhatIsWrongWithAnEntry) {
          "section 0 [GLOBAL], entry 0, value record: ends 1 bytes before its block does (surplus-bytes at 252)"},
     };
     for (const auto& row : rows) EXPECT_EQ(Told(row.image), row.told);
+}
+
+/// An image of a [TABLE] with these entries behind its NAME, or of a [DEVICE] without any that is declared.
+std::string TableImage(const std::vector<std::string>& more, const std::string& name = "NAME",
+                       const Common& common = {1, 2, 0}) {
+    std::vector<std::string> entries = {TextEntry(kNameKey.type, name, common), Absent(kTypeKey.type, 1)};
+    entries.insert(entries.end(), more.begin(), more.end());
+    return Image({Group({Section(0x20000008, "TABLE", entries, kFiles)})});
+}
+
+std::string DeviceImage(const std::string& entry) {
+    const std::vector<std::string> entries = {Absent(kNameKey.type, 1), Absent(kIDKey.type, 1),
+                                              Absent(kInitFlagKey.type, 1), Absent(kControlMaskKey.type, 1), entry};
+    return Image({Group({Section(0x20000006, "DEVICE", entries, kFiles)})});
+}
+
+TEST(ZekDebugCheck, TellsWhatIsWrongWithTheNameAndTheNotationOfAKey) {
+    constexpr unsigned kRow = TextKey(0x12);
+    const std::string named = "section 0 [TABLE], entry ";
+    const std::string given = ": is that of a key that was given, and this one has no data (absent-key at ";
+    const auto absent = [](const std::string& name, const Common& common) {
+        return Image(
+            {Group({Section(0x2000000d, "IFDEF",
+                            {Counted(Counted(Object(TextKey(0x16), name, common)) + Counted(Number(0)))}, kFiles)})});
+    };
+    const struct {
+        std::string image;
+        std::string told;
+    } rows[] = {
+        {TableImage({}), "1 2 0"},
+        {TableImage({TextEntry(kRow, "1.2", {10, 0, 0}), TextEntry(kNameKey.type, "NAME", {2, 9, 0})}), "1 4 0"},
+        {TableImage({}, "Name"), named + "0, name: is not a name that makes such an entry (entry-name at 223)"},
+        {TableImage({}, ""), named + "0, name: is not a name that makes such an entry (entry-name at 223)"},
+        {TableImage({}, "NAME", {2, 2, 0}),
+         named + "0, notation: is 2, and that of such an object is 1 (notation at 211)"},
+        {TableImage({TextEntry(kNameKey.type, "NAME", {1, 9, 0})}),
+         named + "2, notation: is 1, and that of such an object is 2 (notation at 295)"},
+        {TableImage({TextEntry(kNameKey.type, "TYPE", {2, 9, 0})}),
+         named + "2, name: is not a name that makes such an entry (entry-name at 307)"},
+        {TableImage({TextEntry(kRow, "TYPE", {10, 9, 0})}),
+         named + "2, name: is not a name that makes such an entry (entry-name at 307)"},
+        {TableImage({TextEntry(kRow, "1", {2, 9, 0})}),
+         named + "2, notation: is 2, and that of such an object is 10 (notation at 295)"},
+        {DeviceImage(TextEntry(kPropertyKey, "P_", {10, 1, 0})), "1 5 0"},
+        {DeviceImage(TextEntry(kPropertyKey, "VALUE_X", {10, 1, 0})),
+         "section 0 [DEVICE], entry 4, name: is not a name that makes such an entry (entry-name at 368)"},
+        {absent("", {1, 0, 0}), "1 1 0"},
+        {absent("W", {1, 0, 0}), "section 0 [IFDEF], entry 0, name" + given + "223)"},
+        {absent("", {1, 3, 0}), "section 0 [IFDEF], entry 0, line" + given + "215)"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(Told(row.image), row.told);
+}
+
+TEST(ZekDebugCheck, TellsOfANulInATextOfASource) {
+    const std::string nul(1, '\0');
+    const std::string why = "has a NUL behind 1 bytes, and no text of a source has one (nul at ";
+    const struct {
+        std::string image;
+        std::string place;
+    } rows[] = {
+        {WithValue(Number(1) + Counted("W") + Counted("5" + nul)), "text: " + why + "252)"},
+        {WithValue(Number(1) + Counted("W" + nul) + Counted("5")), "type word: " + why + "247)"},
+        {WithValue(Number(7) + Counted("W") + Number(1) + Counted("5" + nul + "5")), "list element 0: " + why + "256)"},
+        {TableImage({TextEntry(TextKey(0x12), "1" + nul, {10, 1, 0})}), "name: " + why + "307)"},
+    };
+    for (const auto& row : rows) {
+        const std::string told = Told(row.image);
+        EXPECT_TRUE(told.ends_with(", " + row.place)) << told;
+    }
+    EXPECT_EQ(Told(Image({Group({Section(kDefine, "DEFINE", {}, Number(1) + Counted("a" + nul))})})),
+              "section 0 [DEFINE], source file 0: " + why + "187)");
+    // A host may define a word of any bytes.
+    std::string image = Image({});
+    EXPECT_EQ(Told(image.replace(image.find("W", 0x80), 1, nul)), "0 0 0");
 }
 
 TEST(ZekDebugCheck, EveryCodeIsInTheTableOfThePage) {
@@ -261,16 +357,31 @@ TEST(ZekDebugLayout, KindsAreTheLibrarysOwn) {
         CZEKSection* section = CZEKSection::Create("a.zek", kind.keyword, 1);
         ASSERT_NE(section, nullptr);
         EXPECT_EQ(DebugKindOf(section->m_dwType), &kind);
-        std::vector<unsigned> declared;
-        for (const CZEKEntry* entry : section->m_vpEntry) declared.push_back(entry->m_dwType);
-        EXPECT_EQ(declared, std::vector<unsigned>(kind.declared.begin(), kind.declared.end()));
-        // The first item of an [IFDEF] is its word.
-        if (declared.size() == 1) section->SetEntry("a.zek", "DEFINEWORD", "W", 2);
+        EXPECT_EQ(section->m_eNotation, kind.notation);
+        ASSERT_EQ(section->m_vpEntry.size(), kind.declared.size());
+        for (std::size_t i = 0; i < kind.declared.size(); ++i) {
+            const DebugKey& key = kind.declared[i];
+            const CZEKEntry& entry = *section->m_vpEntry[i];
+            EXPECT_EQ(entry.m_dwType, key.type);
+            EXPECT_EQ(entry.m_eNotation, key.notation);
+            const auto row = std::find_if(g_NTMapEntry.begin(), g_NTMapEntry.end(),
+                                          [&](const tagNTMAP& keyword) { return keyword.dwID == key.type; });
+            ASSERT_NE(row, g_NTMapEntry.end());
+            EXPECT_STREQ(row->pszName, key.name);
+            // Given twice. The first item of an [IFDEF] is its word, the second a definition.
+            section->SetEntry("a.zek", key.name, "1", 2);
+            section->SetEntry("a.zek", key.name, "1", 2);
+            const CZEKEntry& repeated = *section->m_vpEntry.back();
+            EXPECT_EQ(repeated.m_dwType, kind.Defines() ? kDefinitionKey : key.type);
+            EXPECT_EQ(repeated.m_eNotation, kind.Defines() ? AddedNotation(kDefinitionKey) : kRepeatedNotation);
+        }
         std::vector<unsigned> added;
         for (const char* key : {"P_x", "1"}) {
             const std::size_t before = section->m_vpEntry.size();
             section->SetEntry("a.zek", key, "missing", 3);
-            if (section->m_vpEntry.size() > before) added.push_back(section->m_vpEntry.back()->m_dwType);
+            if (section->m_vpEntry.size() == before) continue;
+            added.push_back(section->m_vpEntry.back()->m_dwType);
+            EXPECT_EQ(section->m_vpEntry.back()->m_eNotation, AddedNotation(added.back()));
         }
         std::vector<unsigned> known;
         if (kind.added || kind.addsProperties) known = {kind.addsProperties ? kPropertyKey : kind.added};

@@ -92,11 +92,18 @@ private:
         in.at += length;
         return text;
     }
+    /// A text that comes from a source, and not from a host as the names of predefined words may.
+    std::string_view SourceText(Extent& in) const {
+        const std::string_view text = Text(in);
+        const std::size_t nul = text.find('\0');
+        if (nul != std::string_view::npos) Fail(DebugCode::kNul, nul);
+        return text;
+    }
     void List(Extent& in, const char* count, const char* element) {
         const std::uint32_t elements = Count(in, count, kWord);
         for (std::uint32_t i = 0; i < elements; ++i) {
             Name(element, in.at, i);
-            Text(in);
+            SourceText(in);
         }
     }
     /// The extent of a block, behind which `in` then stands.
@@ -164,9 +171,10 @@ private:
         Extent section = Block(in, "block");
         Extent common = Block(section, "common part");
         const DebugKind& kind = CheckSectionType(common);
-        const auto [name, offset] = CheckObject(common);
-        Name("name", offset);
-        if (name != kind.keyword) Fail(DebugCode::kWrongName, 0);
+        const Object object = CheckObject(common);
+        RequireNotation(object, kind.notation);
+        Name("name", object.nameOffset);
+        if (object.name != kind.keyword) Fail(DebugCode::kWrongName, 0);
         const std::uint32_t entries = Count(section, "number of entries", kWord);
         if (entries < kind.declared.size()) Fail(DebugCode::kEntryCount, entries, kind.declared.size());
         for (where_.entry = 0; where_.entry < entries; ++where_.entry) CheckEntry(section, kind);
@@ -188,20 +196,35 @@ private:
         return *kind;
     }
 
-    /// The common part behind the type id; gives the name and where it stands.
-    std::pair<std::string_view, std::size_t> CheckObject(Extent& common) {
-        Word(common, "notation");
-        Word(common, "line");
-        const std::size_t fileOffset = common.at;
-        const std::uint32_t file = Word(common, "file index");
-        const std::size_t nameOffset = common.at;
-        Name("name", nameOffset);
-        const std::string_view name = Text(common);
+    /// The common part behind the type id.
+    struct Object {
+        std::size_t offset = 0;  ///< of the notation; line and file index follow
+        std::uint32_t notation = 0;
+        std::uint32_t line = 0;
+        std::uint32_t file = 0;
+        std::size_t nameOffset = 0;
+        std::string_view name;
+    };
+
+    Object CheckObject(Extent& common) {
+        Object object;
+        object.offset = common.at;
+        object.notation = Word(common, "notation");
+        object.line = Word(common, "line");
+        object.file = Word(common, "file index");
+        object.nameOffset = common.at;
+        Name("name", object.nameOffset);
+        object.name = SourceText(common);
         if (!listRead_) TakeFileList(common);
-        Name("file index", fileOffset);
-        if (files_ && file >= *files_) Fail(DebugCode::kFileIndex, file, *files_);
+        Name("file index", object.offset + 2 * kWord);
+        if (files_ && object.file >= *files_) Fail(DebugCode::kFileIndex, object.file, *files_);
         RequireEnd(common, "common part");
-        return {name, nameOffset};
+        return object;
+    }
+
+    void RequireNotation(const Object& object, unsigned notation) {
+        Name("notation", object.offset);
+        if (object.notation != notation) Fail(DebugCode::kNotation, object.notation, notation);
     }
 
     /// Stands in the first object. Where a process writes several images, it is in the first one only.
@@ -220,31 +243,80 @@ private:
         Extent common = Block(entry, "common part");
         const std::uint32_t type = Word(common, "type id");
         CheckEntryType(type, kind);
-        CheckObject(common);
+        const Object object = CheckObject(common);
         Extent data = Block(entry, "typed data");
-        CheckData(data, type);
+        const bool given = CheckData(data, type, IsDeclared(kind));
         RequireEnd(data, "typed data");
         RequireEnd(entry, "block");
+        if (!given) RequireAbsence(object);
+        const DebugKey* key = IsDeclared(kind) ? &kind.declared[where_.entry] : DeclaredKey(kind, type);
+        RequireNotation(object, NotationOf(key, type, kind));
+        if (given) CheckName(object.name, object.nameOffset, key, type, kind);
+    }
+
+    /// Whether the entry is one of those that its section begins with.
+    bool IsDeclared(const DebugKind& kind) const { return where_.entry < kind.declared.size(); }
+
+    /// The declared key of this type, or null.
+    static const DebugKey* DeclaredKey(const DebugKind& kind, std::uint32_t type) {
+        const auto key = std::find_if(kind.declared.begin(), kind.declared.end(),
+                                      [type](const DebugKey& candidate) { return candidate.type == type; });
+        return key == kind.declared.end() ? nullptr : &*key;
     }
 
     void CheckEntryType(std::uint32_t type, const DebugKind& kind) const {
-        const auto& declared = kind.declared;
-        if (where_.entry < declared.size()) {
-            if (type != declared[where_.entry]) Fail(DebugCode::kMissingKey, type, declared[where_.entry]);
+        if (IsDeclared(kind)) {
+            const unsigned declared = kind.declared[where_.entry].type;
+            if (type != declared) Fail(DebugCode::kMissingKey, type, declared);
             return;
         }
         // A declared key may be given again.
-        if (std::find(declared.begin(), declared.end(), type) != declared.end()) return;
+        if (DeclaredKey(kind, type) && !kind.Defines()) return;
         if (kind.added && type == kind.added) return;
         if (kind.addsProperties && type == kPropertyKey) return;
         Fail(DebugCode::kUnknownEntry, type);
     }
 
-    void CheckData(Extent& data, std::uint32_t entryType) {
+    /// Nothing is known of a key that a source has not given.
+    void RequireAbsence(const Object& object) {
+        const std::pair<const char*, bool> fields[] = {
+            {"line", object.line == 0}, {"file index", object.file == 0}, {"name", object.name.empty()}};
+        std::size_t offset = object.offset;
+        for (const auto& [field, isAbsent] : fields) {
+            Name(field, offset += kWord);
+            if (!isAbsent) Fail(DebugCode::kAbsentKey, 0);
+        }
+    }
+
+    /// `key` is null for an entry whose key is not declared.
+    unsigned NotationOf(const DebugKey* key, std::uint32_t type, const DebugKind& kind) const {
+        if (!key) return AddedNotation(type);
+        return IsDeclared(kind) ? key->notation : kRepeatedNotation;
+    }
+
+    /// The name of a key that was given says which entry it becomes.
+    void CheckName(std::string_view name, std::size_t offset, const DebugKey* key, std::uint32_t type,
+                   const DebugKind& kind) {
+        Name("name", offset);
+        if (key ? name != key->name : !IsNameOfAdded(name, type, kind)) Fail(DebugCode::kEntryName, 0);
+    }
+
+    static bool IsNameOfAdded(std::string_view name, std::uint32_t type, const DebugKind& kind) {
+        if (kind.Defines()) return true;
+        // Beside own values, properties are told by their names.
+        if (kind.added == kOwnValueKey && name.starts_with("P_") != (type == kPropertyKey)) return false;
+        return std::none_of(kind.declared.begin(), kind.declared.end(),
+                            [name](const DebugKey& key) { return name == key.name; });
+    }
+
+    /// Whether there is data; only a declared key can be without.
+    bool CheckData(Extent& data, std::uint32_t entryType, bool isDeclared) {
         const std::uint32_t type = Word(data, "type id of the data");
-        if (type == 0) return;
+        if (type == 0 && !isDeclared) Fail(DebugCode::kNoData, 0);
+        if (type == 0) return false;
         if (type != entryType) Fail(DebugCode::kWrongData, type, entryType);
         CheckFields(data, DataFields(type));
+        return true;
     }
 
     void CheckFields(Extent& in, std::string_view fields) {
@@ -254,7 +326,7 @@ private:
             if (fields[i] == 'v') CheckValue(in);
             if (fields[i] != 't') continue;
             Name(fields.size() == 1 ? "text" : "operand", in.at, fields.size() == 1 ? DebugFinding::kNowhere : i);
-            Text(in);
+            SourceText(in);
         }
     }
 
@@ -262,7 +334,7 @@ private:
         Extent value = Block(in, "value record");
         const std::uint32_t type = Word(value, "value type");
         Name("type word", value.at);
-        Text(value);
+        SourceText(value);
         CheckFields(value, ValueFields(type));
         RequireEnd(value, "value record");
     }

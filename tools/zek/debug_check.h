@@ -32,6 +32,11 @@ enum class DebugCode : unsigned {
     kUnknownEntry = 26,    ///< a type id that no entry of such a section has
     kWrongData = 27,       ///< typed data of another type than its entry
     kFileIndex = 28,       ///< a source file that is not in the list
+    kNotation = 29,        ///< a notation that is not that of such a section or entry
+    kEntryName = 30,       ///< a name that makes another entry than this one
+    kNoData = 31,          ///< an entry without data that is not declared
+    kAbsentKey = 32,       ///< a declared key without data that has a name, a line or a file
+    kNul = 33,             ///< a NUL in a text of a source
     kTrailingBytes = 100,  ///< bytes follow behind the last section
     kNoFileList = 101      ///< the list of source files is not there: its process had written another image before
 };
