@@ -17,19 +17,23 @@ class Words {
 public:
     virtual ~Words() = default;
 
-    /// Files that stand without an option: one, or one and more, or any number.
+    /// Files to read that stand without an option: one, or one and more, or any number. A name of - is standard input,
+    /// which can be read once, so the line may have it for one of them all.
     virtual void File(const std::string& type, std::string& place, const std::string& help) = 0;
     virtual void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
     virtual void AnyFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
     /// A file that may be left out; then its name is empty.
     virtual void OptionalFile(const std::string& type, std::string& place, const std::string& help) = 0;
-    /// What is no file and stands without an option.
+    /// A folder that stands without an option, and an option with folders; - is none.
+    virtual void Folder(const std::string& type, std::string& place, const std::string& help) = 0;
+    virtual void FolderOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
+                               const std::string& help) = 0;
+    /// What is no file and stands without an option: one, or any number.
     virtual void Argument(const std::string& type, std::string& place, const std::string& help) = 0;
-    /// An option whose value is the name of a file or folder; the second may be given several times.
+    virtual void AnyArguments(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
+    /// An option whose value is the name of a file or folder to write.
     virtual void FileOption(const std::string& names, const std::string& type, std::string& place,
                             const std::string& help) = 0;
-    virtual void FileOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
-                             const std::string& help) = 0;
     /// An option with a number from 1 on.
     virtual void Count(const std::string& names, const std::string& type, std::size_t& place,
                        const std::string& help) = 0;

@@ -12,6 +12,13 @@ namespace zek::tool {
 namespace {
 
 constexpr char kMoreHelp[] = "\nRun with --help for more information.\n";
+/// The name of standard input and output.
+constexpr char kStandard[] = "-";
+
+std::string WhyNoFolder(const std::string& name) {
+    return name == kStandard ? "- is standard input or output and no folder; a folder of that name is ./-" : "";
+}
+
 /// What is wrong with the text of a count; empty when nothing is.
 std::string WhyNoCount(const std::string& text) {
     constexpr std::size_t kMostDigits = 9;
@@ -36,27 +43,33 @@ public:
     explicit CommandWords(CLI::App& command) : command_(command) {}
 
     void File(const std::string& type, std::string& place, const std::string& help) override {
-        AddFile(type, place, help)->required()->type_name("");
+        Read(command_.add_option(type, place, help))->required();
     }
     void OptionalFile(const std::string& type, std::string& place, const std::string& help) override {
-        AddFile(type, place, help)->type_name("");
+        Read(command_.add_option(type, place, help));
+    }
+    void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
+        Read(command_.add_option(type, place, help))->required();
+    }
+    void AnyFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
+        Read(command_.add_option(type, place, help));
+    }
+    void Folder(const std::string& type, std::string& place, const std::string& help) override {
+        command_.add_option(type, place, help)->check(CLI::Validator(WhyNoFolder, ""))->required()->type_name("");
+    }
+    void FolderOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
+                       const std::string& help) override {
+        AddTexts(names, type, place, help)->check(CLI::Validator(WhyNoFolder, ""));
     }
     void Argument(const std::string& type, std::string& place, const std::string& help) override {
         command_.add_option(type, place, help)->required()->type_name("");
     }
-    void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
-        AddFiles(type, place, help)->required();
-    }
-    void AnyFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
-        AddFiles(type, place, help);
+    void AnyArguments(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
+        command_.add_option(type, place, help)->type_name("");
     }
     void FileOption(const std::string& names, const std::string& type, std::string& place,
                     const std::string& help) override {
-        AddFile(names, place, help)->type_name(type);
-    }
-    void FileOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
-                     const std::string& help) override {
-        Texts(names, type, place, help);
+        written_.push_back(command_.add_option(names, place, help)->type_name(type));
     }
     void Count(const std::string& names, const std::string& type, std::size_t& place,
                const std::string& help) override {
@@ -67,11 +80,7 @@ public:
     }
     void Texts(const std::string& names, const std::string& type, std::vector<std::string>& place,
                const std::string& help) override {
-        command_
-            .add_option_function<std::string>(
-                names, [&place](const std::string& text) { place.push_back(text); }, help)
-            ->type_name(type)
-            ->trigger_on_parse();
+        AddTexts(names, type, place, help);
     }
     void Choice(const std::string& names, const std::string& type, const std::vector<std::string>& words,
                 std::string& place, const std::string& help) override {
@@ -92,37 +101,43 @@ public:
         command_.add_flag(names, place, help);
     }
 
-    /// Whether a file was given with an empty name.
-    bool HasEmptyName() const {
-        const auto isEmpty = [](const std::string& name) { return name.empty(); };
-        const auto givenEmpty = [](const auto& file) { return file.option->count() > 0 && file.place->empty(); };
-        const auto hasEmpty = [&](const std::vector<std::string>* list) {
-            return std::any_of(list->begin(), list->end(), isEmpty);
-        };
-        return std::any_of(files_.begin(), files_.end(), givenEmpty) ||
-               std::any_of(lists_.begin(), lists_.end(), hasEmpty);
+    /// What is wrong with the names of files; empty when nothing is.
+    std::string WhyNoFiles() const {
+        const std::vector<std::string> read = Given(read_);
+        const std::vector<std::string> written = Given(written_);
+        const std::string none;
+        if (std::count(read.begin(), read.end(), none) + std::count(written.begin(), written.end(), none) > 0) {
+            return "a file name is empty";
+        }
+        const bool twice = std::count(read.begin(), read.end(), kStandard) > 1;
+        return twice ? "standard input can be read only once, and - stands for several files" : "";
     }
 
 private:
-    struct FilePlace {
-        CLI::Option* option;
-        const std::string* place;
-    };
+    using Options = std::vector<CLI::Option*>;
 
-    CLI::Option* AddFile(const std::string& names, std::string& place, const std::string& help) {
-        CLI::Option* const option = command_.add_option(names, place, help);
-        files_.push_back({option, &place});
-        return option;
+    CLI::Option* Read(CLI::Option* option) {
+        read_.push_back(option);
+        return option->type_name("");
     }
 
-    CLI::Option* AddFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) {
-        lists_.push_back(&place);
-        return command_.add_option(type, place, help)->type_name("");
+    CLI::Option* AddTexts(const std::string& names, const std::string& type, std::vector<std::string>& place,
+                          const std::string& help) {
+        const auto add = [&place](const std::string& text) { place.push_back(text); };
+        return command_.add_option_function<std::string>(names, add, help)->type_name(type)->trigger_on_parse();
+    }
+
+    static std::vector<std::string> Given(const Options& options) {
+        std::vector<std::string> given;
+        for (const CLI::Option* option : options) {
+            given.insert(given.end(), option->results().begin(), option->results().end());
+        }
+        return given;
     }
 
     CLI::App& command_;
-    std::vector<FilePlace> files_;
-    std::vector<const std::vector<std::string>*> lists_;
+    Options read_;
+    Options written_;
 };
 
 /// A command as the line may give it.
@@ -179,7 +194,8 @@ CommandLine ReadCommandLine(int argc, char** argv) {
         app.parse(Arguments(argc, argv));
         for (const auto& prepared : commands) {
             if (!prepared->command->parsed()) continue;
-            if (prepared->words.HasEmptyName()) throw CLI::ValidationError("a file name is empty");
+            const std::string why = prepared->words.WhyNoFiles();
+            if (!why.empty()) throw CLI::ValidationError(why);
             line.run = prepared->run;
         }
     } catch (const CLI::ParseError& error) {

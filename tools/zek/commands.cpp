@@ -8,7 +8,7 @@ const char* const kExampleZek =
     "  zek compile board.zek          check board.zek, write board.zki and board.zkd\n"
     "\n"
     "Exit codes: 0 fine, 1 the source has errors, 2 wrong command line or a file that cannot be read or written,\n"
-    "3 not a valid image. Messages go to standard error.\n"
+    "3 not a valid image. Messages go to standard error. A file name of - is standard input or output.\n"
     "'zek COMMAND --help' tells more about a command.";
 
 const std::vector<CommandSpec>& Commands() {

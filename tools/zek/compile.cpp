@@ -170,8 +170,10 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     return checked;
 }
 
+constexpr char kStandardInput[] = "/dev/stdin";
+
 /// A source of - is standard input.
-std::string PathOfSource(const std::string& source) { return source == "-" ? "/dev/stdin" : source; }
+std::string PathOfSource(const std::string& source) { return source == "-" ? kStandardInput : source; }
 
 /// Where an image goes that was not given a name.
 std::string WithExtension(const std::string& source, const std::string& extension) {
@@ -256,7 +258,7 @@ int CheckInChild(const std::string& source, const SourceOptions& options, Findin
     return code;
 }
 
-/// What the dependency file says. A pipe or a device is nothing that a later run could compare.
+/// What the dependency file says. Standard input, a pipe or a device is nothing that a later run could compare.
 std::string Dependencies(const Targets& targets, const std::vector<SourceFile>& files) {
     if (!ServingParser().HasHook()) {
         throw Failure(kUsageOrFiles, "--depfile: another maker's parser library does not tell which files it reads");
@@ -269,6 +271,7 @@ std::string Dependencies(const Targets& targets, const std::vector<SourceFile>& 
     for (const SourceFile& file : files) {
         struct stat info {};
         const bool regular = stat(file.path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
+        if (file.path == kStandardInput) continue;
         if (regular && std::find(inputs.begin(), inputs.end(), file.path) == inputs.end()) inputs.push_back(file.path);
     }
     return DependencyRules(outputs, inputs);
@@ -324,8 +327,9 @@ void RequireTextForRaw(const SourceOptions& options) {
 int RunCompile(const CompileOptions& options) {
     RequireTextForRaw(options);
     FindingsOutput output(options.findings);
-    if (output.IsDocument() && (options.image == "-" || options.debugImage == "-")) {
-        throw Failure(kUsageOrFiles, "an image and the findings would both go to standard output");
+    for (const std::string& file : {options.image, options.debugImage, options.dependencies}) {
+        if (!output.IsDocument() || file != "-") continue;
+        throw Failure(kUsageOrFiles, "the findings and a file would both go to standard output");
     }
     const int code = Guarded([&] { return Compile(options, output); });
     output.Finish(code);
@@ -346,8 +350,8 @@ int RunCheck(const CheckOptions& options) {
 }
 
 void AddSourceOptions(Words& words, SourceOptions& options) {
-    words.FileOptions("-I,--include", "DIR", options.includes,
-                      "Look for includes in this folder too; may be given several times");
+    words.FolderOptions("-I,--include", "DIR", options.includes,
+                        "Look for includes in this folder too; may be given several times");
     words.Texts("-D,--define", "NAME=VALUE", options.definitions,
                 "Define a word before the source is read; a definition in the source comes before it; may be given "
                 "several times");

@@ -106,7 +106,8 @@ int RunDecompile(const DecompileOptions& options) {
     work.kind = RequireKind(options.image, work.bytes);
     work.made = DecompileKnown(options.image, work.bytes, work.kind);
     StandardOutput out;
-    options.folder.empty() ? ToStandardOutput(work, out) : ToFolder(work, options.folder, out);
+    const bool toFolder = !options.folder.empty() && options.folder != "-";
+    toFolder ? ToFolder(work, options.folder, out) : ToStandardOutput(work, out);
     out.Finish();
     return kFine;
 }
@@ -114,7 +115,7 @@ int RunDecompile(const DecompileOptions& options) {
 Run PrepareDecompile(Words& words) {
     const auto options = std::make_shared<DecompileOptions>();
     words.File("IMAGE", options->image, "The image, compiled or debug");
-    words.FileOption("-o,--output", "DIR", options->folder, "Write the files to this folder; default: standard output");
+    words.FileOption("-o,--output", "DIR", options->folder, "Write the files to this folder; default, and -: standard output");
     return [options] { return RunDecompile(*options); };
 }
 

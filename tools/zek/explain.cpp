@@ -85,7 +85,7 @@ int RunExplain(const ExplainOptions& options) {
 
 Run PrepareExplain(Words& words) {
     const auto options = std::make_shared<ExplainOptions>();
-    words.AnyFiles("CODE", options->codes, "The codes");
+    words.AnyArguments("CODE", options->codes, "The codes");
     words.Flag("--markdown", options->markdown, "Write the page of all codes");
     return [options] { return RunExplain(*options); };
 }

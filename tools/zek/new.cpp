@@ -103,7 +103,7 @@ int RunNew(const std::string& folder) {
 
 Run PrepareNew(Words& words) {
     const auto folder = std::make_shared<std::string>();
-    words.File("DIR", *folder, "The folder of the new board");
+    words.Folder("DIR", *folder, "The folder of the new board");
     return [folder] { return RunNew(*folder); };
 }
 

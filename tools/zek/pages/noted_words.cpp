@@ -37,8 +37,14 @@ public:
     void FileOption(const std::string& names, const std::string& type, std::string&, const std::string& help) override {
         all.push_back({Split(names), type, help, Value::kFile});
     }
-    void FileOptions(const std::string& names, const std::string& type, std::vector<std::string>&,
-                     const std::string& help) override {
+    void Folder(const std::string& type, std::string& place, const std::string& help) override {
+        File(type, place, help);
+    }
+    void AnyArguments(const std::string& type, std::vector<std::string>&, const std::string& help) override {
+        all.push_back({{}, type, help, Value::kText, {}, true, false});
+    }
+    void FolderOptions(const std::string& names, const std::string& type, std::vector<std::string>&,
+                       const std::string& help) override {
         all.push_back({Split(names), type, help, Value::kFile, {}, true});
     }
     void Count(const std::string& names, const std::string& type, std::size_t&, const std::string& help) override {
