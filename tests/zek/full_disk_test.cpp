@@ -117,7 +117,9 @@ TEST_F(ZekDisk, ThatTakesNoMoreFilesLeavesTheOldImages) {
     };
     ExpectRefused(compileWith(0), NoSpace(true));
     ExpectRefused(compileWith(1), NoSpace(false));
-    ExpectNewImages(compileWith(2));
+    // The second name by which the old image could be put back counts as a file there.
+    ExpectRefused(compileWith(2), NoSpace(true));
+    ExpectNewImages(compileWith(3));
 }
 
 TEST_F(ZekDisk, ThatMayNotBeWrittenLeavesTheOldImages) {
