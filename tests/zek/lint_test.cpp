@@ -162,6 +162,8 @@ TEST_F(ZekLint, FindsNamesWhereOnlyNumbersCount) {
         {"L104", kRepeater + "R = 0x10,Step,WORD\n" + define, ""},
         {"L105", "[TAVRGROUP]\nNAME = A\nID = 1\nPID = 0\nSENSORS = 7,WORD\n" + define,
          "5:13: [TAVRGROUP]:SENSORS, WORD is no plain number and compiles to 0xFFFFFFFF"},
+        {"L105", "[TAVRGROUP]\nNAME = A\nID = 1\nPID = 0\nSENSORS = 7,Fan\n",
+         "5:13: [TAVRGROUP]:SENSORS, Fan is no plain number and compiles to 0xFFFFFFFF"},
         {"L105", "[TAVRGROUP]\nNAME = A\nID = 1\nPID = 0\nSENSORS = 7,0x07\n" + define, ""},
         {"L106", "[TAVRGROUP]\nNAME = A\nID = 1\nPID = WORD\nSENSORS =\n" + define,
          "4:7: [TAVRGROUP]:PID, WORD is no plain number: the check compares it as 0"},
@@ -320,6 +322,13 @@ TEST_F(ZekLint, FindsThresholdsThatFall) {
         {"L121", before + "THRESHOLD_FL = -20\nTHRESHOLD_WL = -10\nTHRESHOLD_WH = 40\nTHRESHOLD_FH = 40\n", ""},
         {"L121", before + "THRESHOLD_FL = 30 ; zek: allow L121\nTHRESHOLD_WL = 20 ; zek: allow L121\n", ""},
     });
+    const std::string header = "[SENSOR]\n";
+    std::string allowed = before + "THRESHOLD_FL = 4\nTHRESHOLD_WL = 3\nTHRESHOLD_WH = 2\n";
+    EXPECT_EQ(std::ranges::count(Found(allowed, "L121"), '\n'), 2);
+    allowed.replace(allowed.find(header), header.size(), "[SENSOR] ; zek: allow L121 it counts down\n");
+    EXPECT_EQ(Found(allowed, "L"), "");
+    allowed.insert(0, "[TABLE] ; zek: allow L121\nNAME = Curve\nTYPE = 1\n0.255 = 0\n");
+    EXPECT_EQ(Found(allowed, "L"), "1:22: nothing is found here that 'zek: allow L121' would allow [L001]\n");
 }
 
 TEST_F(ZekLint, FindsWordsThatStandForSomethingElse) {
@@ -405,6 +414,9 @@ TEST_F(ZekLint, FindsTextsThatTheCuttingLoses) {
          "5:1: [TAVRGROUP]:SENSORS, there is no = behind the key"},
         {"L163", "[GROUP]\nPARENT = 0\nNAME = A\nCHILDGROUP = 0\n= 5\n",
          "5:1: [GROUP]:= 5, there is no = behind the key"},
+        {"L163", "[TAVRGROUP]\nNAME = Fans\nID = 1\nPID = 0\nSENSORS \\\n ; none\n\n",
+         "5:1: [TAVRGROUP]:SENSORS, there is no = behind the key"},
+        {"L163", "[TAVRGROUP]\nNAME = Fans\nID = 1\nPID = 0\nSENSORS \\\n = ; none\n", ""},
         {"L163", kView, ""},
     });
 }

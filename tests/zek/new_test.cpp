@@ -16,6 +16,9 @@ TEST_F(ZekNew, BoardCompilesWithoutAWord) {
         const std::string source = folder + (folder.ends_with('/') ? "" : "/") + "board.zek";
         EXPECT_EQ(result.out, source + '\n');
         EXPECT_EQ(result.err, "");
+        const Result checked = Zek({"check", source});
+        EXPECT_EQ(checked.code, 0);
+        EXPECT_EQ(checked.err, "");
         const Result compiled = Zek({"compile", source, "-o", "image", "-g", "debug"});
         EXPECT_EQ(compiled.code, 0);
         EXPECT_EQ(compiled.err, "");

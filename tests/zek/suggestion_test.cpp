@@ -27,8 +27,12 @@ TEST_P(ZekSuggestion, IsTheNearestNameOfTheRightKind) {
     FAIL() << json;
 }
 
-constexpr char kWords[] = "[DEFINE]\nVT_VALUE = 1\nVT_CALC = 2\nVT_CALL = 3\nVT_TABLE = 10\nFIRST = 5\n";
+const std::string kWords = "[DEFINE]\nVT_VALUE = 1\nVT_CALC = 2\nVT_CALL = 3\nVT_TABLE = 10\nFIRST = 5\n";
 std::string Global(const std::string& items) { return std::string(kWords) + "[GLOBAL]\n" + items; }
+const std::string kSensor = std::string(kWords) +
+                            "[GROUP]\nPARENT = 0\nNAME = G\nCHILDGROUP = 0\n[SENSOR]\nPARENT = G\nNAME = S\nTYPE = 1\n"
+                            "INITFLAG = 0\nCONTROLMASK = 0\nVALUE = VT_VALUE,1\n";
+const std::string kView = "[TAVRGROUP]\nNAME = A\nID = 1\nPID = 0\n";
 constexpr char kGroup[] = "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = 0\n";
 
 INSTANTIATE_TEST_SUITE_P(
@@ -48,8 +52,68 @@ INSTANTIATE_TEST_SUITE_P(
         Misspelt{"Group", std::string(kGroup) + "[GROUP]\nPARENT = Bord\nNAME = Fans\nCHILDGROUP = 0\n", "E301",
                  "Board"},
         Misspelt{"Step", std::string(kWords) + "[ACTION]\nNAME = A\nVALUE_11 = VT_VALUE,1\nVALUE = VT_VALUE,VALUE_1\n",
-                 "E309", "VALUE_11"}),
+                 "E309", "VALUE_11"},
+        Misspelt{"GlobalOrWord", Global("G_Limit = VT_VALUE,1\nG_A = VT_VALUE,GLimit\n"), "E106", "G_Limit"},
+        Misspelt{"NoGlobalForANumber", Global("G_Limit = VT_VALUE,1\n") + "[TABLE]\nNAME = A\nTYPE = GLimit\n", "E106",
+                 ""},
+        Misspelt{"StepOrWord",
+                 std::string(kWords) + "[ACTION]\nNAME = A\nVALUE_11 = VT_VALUE,1\nVALUE = VT_VALUE,VALU_11\n", "E106",
+                 "VALUE_11"},
+        Misspelt{"ArgumentOrWord", std::string(kWords) + "[ACTION]\nNAME = A\nARGNUMBER = 2\nVALUE = VT_VALUE,AGR2\n",
+                 "E106", "ARG2"},
+        Misspelt{"Argument", std::string(kWords) + "[ACTION]\nNAME = A\nARGNUMBER = 12\nVALUE = VT_VALUE,ARG112\n",
+                 "E304", "ARG11"},
+        Misspelt{"NoArgument", std::string(kWords) + "[ACTION]\nNAME = A\nVALUE = VT_VALUE,ARG1\n", "E304", ""},
+        Misspelt{"View",
+                 "[TAVRGROUP]\nNAME = A\nID = 100\nPID = 0\nSENSORS =\n"
+                 "[TAVRGROUP]\nNAME = B\nID = 7\nPID = 10\nSENSORS =\n",
+                 "E302", "100"},
+        Misspelt{"ListedSensor", kSensor + "ID = 4711\n" + kView + "SENSORS = 471\n", "E303", "471"},
+        Misspelt{"Sensor",
+                 kSensor + "ID = 4711\n" + kView +
+                     "SENSORS = 471,4711\n[TAVRGROUP]\nNAME = B\nID = 2\n"
+                     "PID = 0\nSENSORS = 4712\n",
+                 "W301", ""},
+        Misspelt{"SensorThatNobodyLists", kSensor + "ID = 4711\n" + kView + "SENSORS = 471\n", "W301", "4711"},
+        Misspelt{"Condition", "[DEFINE]\nREAR = 1\n[IFDEF]\nDEFINEWORD = RAER\n", "L143", "REAR"},
+        Misspelt{"TextOfView", "[PROPERTY]\nICON = a\n" + std::string(kView) + "SENSORS =\nP_ICNO = b\n", "L101",
+                 "P_ICON"}),
     RowName());
+
+class ZekFileSuggestion : public ZekTest {
+protected:
+    static std::string Meant(const std::string& name, const Strings& options = {}) {
+        Write("board.zek", "[INCLUDE]\nFILE = " + name + '\n');
+        Strings arguments = {"check", "--format", "json", "board.zek"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const auto finding = nlohmann::json::parse(Zek(arguments).out)["sources"][0]["findings"][0];
+        EXPECT_EQ(finding["code"], "E003");
+        return finding.contains("fix") ? finding["fix"]["text"] : nlohmann::json("");
+    }
+};
+
+TEST_F(ZekFileSuggestion, IsAFileInTheSearchedFolders) {
+    for (const char* folder : {"parts", "other", "other/inner"}) std::filesystem::create_directory(folder);
+    Write("parts/words.zek", "");
+    Write("other/inner/tables.zek", "");
+    Write("board.zek", "");
+    EXPECT_EQ(Meant("parts/word.zek"), "parts/words.zek");
+    EXPECT_EQ(Meant("part/words.zek"), "parts/words.zek");
+    EXPECT_EQ(Meant("parts\\word.zek"), "parts/words.zek");
+    EXPECT_EQ(Meant("zek/wrods.zek"), "zek/words.zek");
+    EXPECT_EQ(Meant("iner/tables.zek", {"-I", "other"}), "inner/tables.zek");
+    EXPECT_EQ(Meant(std::filesystem::current_path().string() + "/parts/word.zek"),
+              std::filesystem::current_path().string() + "/parts/words.zek");
+    // A folder is no file, a file that includes itself is none to include, and this is too far off.
+    EXPECT_EQ(Meant("other/iner"), "");
+    EXPECT_EQ(Meant("bord.zek"), "");
+    EXPECT_EQ(Meant("parts/wardz1.zek"), "");
+}
+
+TEST_F(ZekFileSuggestion, WordsOfTheCommandLineAreSuggestedToo) {
+    Write("a.zek", std::string(kGroup) + "[GROUP]\nPARENT = Board\nNAME = B\nCHILDGROUP = LIMT\n");
+    EXPECT_NE(Zek({"check", "-D", "LIMIT=1", "a.zek"}).err.find("did you mean LIMIT?"), std::string::npos);
+}
 
 }  // namespace
 

@@ -57,9 +57,10 @@ void AllowComments::Add(const std::string& path, const Comment& comment) {
         SkipBlanks(comment.text, at);
         const std::size_t end = std::min(comment.text.find_first_of(" \t,", at), comment.text.size());
         if (end > at) {
-            byLine_[{path, about}].push_back(all_.size());
+            const std::string code(comment.text.substr(at, end - at));
+            byLine_[{path, about, code}].push_back(all_.size());
             all_.push_back(
-                {std::string(comment.text.substr(at, end - at)),
+                {code,
                  {path, comment.line, comment.column + static_cast<unsigned>(at), static_cast<unsigned>(end - at)}});
         }
         at = end;
@@ -68,21 +69,19 @@ void AllowComments::Add(const std::string& path, const Comment& comment) {
 }
 
 bool AllowComments::AllowOn(const std::string& path, unsigned line, const std::string& code) {
-    const auto found = byLine_.find({path, line});
+    const auto found = byLine_.find({path, line, code});
     if (found == byLine_.end()) return false;
-    bool allowed = false;
-    for (const std::size_t position : found->second) {
-        if (all_[position].code != code) continue;
-        all_[position].used = allowed = true;
-    }
-    return allowed;
+    // All of them are used, or none yet.
+    if (all_[found->second.front()].used) return true;
+    for (const std::size_t position : found->second) all_[position].used = true;
+    return true;
 }
 
 bool AllowComments::Allow(const Finding& finding) {
     if (byLine_.empty() || finding.place.line == 0) return false;
     const std::string& path = finding.place.path;
     const unsigned first = text_.FirstOfJoined(path, finding.place.line);
-    const bool onFirst = AllowOn(path, first, finding.code);
+    const bool onFirst = AllowOn(path, first, finding.code) | AllowOn(path, finding.header, finding.code);
     return (first != finding.place.line && AllowOn(path, finding.place.line, finding.code)) || onFirst;
 }
 

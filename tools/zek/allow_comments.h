@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -38,8 +39,8 @@ private:
 
     SourceText& text_;
     std::vector<Allowed> all_;
-    std::map<std::pair<std::string, unsigned>, std::vector<std::size_t>>
-        byLine_;              // in all_, by the line they are about
+    std::map<std::tuple<std::string, unsigned, std::string>, std::vector<std::size_t>>
+        byLine_;              // in all_, by the line they are about and the code
     std::string abovePath_;   // of the comment that was read last
     unsigned aboveLine_ = 0;  // the line that it stands above; 0 when that is not known
 };

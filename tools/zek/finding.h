@@ -49,6 +49,7 @@ struct Finding {
     std::string code;                        ///< a row of the table of codes
     Severity severity = Severity::kWarning;  ///< filled in later
     Place place = {};
+    unsigned header = 0;                     ///< the line of the section's header where a comment there allows it, too
     std::string message = {};  ///< one line; the library's own text stands in it word for word
     std::vector<Note> notes = {};
     std::optional<Fix> fix = {};

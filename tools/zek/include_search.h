@@ -1,8 +1,12 @@
 /// Where the file of an include stands. Relies on the file system alone.
 #pragma once
 
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "suggestion.h"
 
 namespace zek::tool {
 
@@ -25,8 +29,23 @@ public:
     /// `includer` is the path of the including file.
     IncludeFound Find(const std::string& name, const std::string& includer) const;
 
+    /// What probably was meant by a name that is found nowhere: the name with one of its parts, a folder or the file,
+    /// replaced by one that stands there and makes it a file's. Nothing where none is near.
+    struct Near {
+        std::string name;
+        std::string path;
+    };
+    std::optional<Near> Nearest(const std::string& name, const std::string& includer);
+
 private:
+    std::vector<std::string> Folders(const std::string& includer) const;
+    const NearNames& NamesIn(const std::string& folder);
+    std::optional<Near> NearestIn(const std::string& folder, const std::string& name);
+
     std::vector<std::string> folders_;
+    std::map<std::string, NearNames> names_;  // by the folder in which they stand
+    std::size_t mostNames_ = 100'000;         // that may still be read
+    ComparisonsLeft left_;
 };
 
 /// The folder of the files that come with the command: share/zek/include beside the folder that the program runs from;

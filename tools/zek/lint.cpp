@@ -106,6 +106,11 @@ void LintRun::NoteWord(Finding& finding, const std::string& word) const {
     if (definition) finding.notes.push_back({"it is defined here", KeyPlace(*definition->section, *definition->item)});
 }
 
+void LintRun::Suggest(Finding& finding, const NearNames& names, const std::string& written) {
+    const std::optional<std::string> meant = names.Nearest(written, left_);
+    if (meant) finding.fix = Fix{finding.place, *meant};
+}
+
 Place LintRun::KeyPlace(const LintSection& section, const LintItem& item) const {
     return text_.Head(*section.path, item.source->line);
 }
@@ -124,6 +129,7 @@ Finding& LintRun::Add(const char* code, const LintSection& section, const LintIt
     Finding finding;
     finding.code = code;
     finding.place = KeyPlace(section, item);
+    finding.header = section.source->line;
     finding.message = Filled(RowOfCode(code)->format, all);
     return findings_.emplace_back(std::move(finding));
 }

@@ -13,6 +13,7 @@
 #include "finding_review.h"
 #include "lint_model.h"
 #include "source_text.h"
+#include "suggestion.h"
 
 namespace zek::tool {
 
@@ -39,6 +40,9 @@ public:
     /// Notes where the source defines a word; nothing where it does not.
     void NoteWord(Finding& finding, const std::string& word) const;
 
+    /// Suggests the nearest of these names in the place of what was written, which the finding marks.
+    void Suggest(Finding& finding, const NearNames& names, const std::string& written);
+
     Place KeyPlace(const LintSection& section, const LintItem& item) const;
 
     std::vector<Finding> Take() { return std::move(findings_); }
@@ -51,6 +55,7 @@ private:
     std::string builtIn_;  // of what comes with the command
     mutable std::map<const std::string*, bool> own_;
     std::vector<Finding> findings_;
+    ComparisonsLeft left_;
 };
 
 struct LintRule {

@@ -19,7 +19,12 @@ void ForEachItem(const LintRun& run, Meaning meaning, Show show) {
 }
 
 /// The names that the image numbers for P_ texts.
-std::set<std::string> NumberedTexts(const LintModel& model) {
+struct NumberedTexts {
+    std::set<std::string> names = {};
+    NearNames near;  ///< as keys
+};
+
+NumberedTexts NumberedTextsIn(const LintModel& model) {
     std::set<std::string> names;
     for (const auto& section : model.Written()) {
         const std::string& kind = section->Kind();
@@ -31,19 +36,22 @@ std::set<std::string> NumberedTexts(const LintModel& model) {
             if (prefixed && key.starts_with("P_")) names.insert(key.substr(2));
         }
     }
-    return names;
+    std::vector<std::string> keys;
+    for (const std::string& name : names) keys.push_back("P_" + name);
+    return {std::move(names), NearNames(std::move(keys))};
 }
 
 /// What is lost of one section: the first text without a number, and all behind it.
-void FindLostTextsOf(const LintSection& section, const std::set<std::string>& numbered, LintRun& run) {
+void FindLostTextsOf(const LintSection& section, const NumberedTexts& numbered, LintRun& run) {
     Finding* finding = nullptr;
     for (const LintItem& item : section.items) {
         const std::string& key = item.source->key;
         if (!key.starts_with("P_")) continue;
         if (finding) {
             finding->notes.push_back({key + " stands behind it and is lost, too", run.KeyPlace(section, item)});
-        } else if (!numbered.contains(key.substr(2))) {
+        } else if (!numbered.names.contains(key.substr(2))) {
             finding = &run.Add("L101", section, item, {key.substr(2)});
+            run.Suggest(*finding, numbered.near, key);
         }
     }
 }
@@ -80,7 +88,7 @@ void FindByName(const char* code, const std::string& kind, std::initializer_list
 }  // namespace
 
 void FindLostTexts(LintRun& run) {
-    const std::set<std::string> numbered = NumberedTexts(run.Model());
+    const NumberedTexts numbered = NumberedTextsIn(run.Model());
     for (const auto& section : run.Model().Written()) {
         if (section->Kind() == "TAVRGROUP") FindLostTextsOf(*section, numbered, run);
     }

@@ -154,6 +154,12 @@ std::vector<const LintSection*> LintModel::OfKind(std::string_view kind) const {
     return all;
 }
 
+std::vector<std::string> LintModel::WordNames() const {
+    std::vector<std::string> names(given_.begin(), given_.end());
+    for (const auto& [word, definitions] : words_) names.push_back(word);
+    return names;
+}
+
 const Definition* LintModel::Defined(const std::string& word) const {
     const auto found = words_.find(word);
     return found == words_.end() ? nullptr : &found->second.back();

@@ -66,6 +66,8 @@ public:
 
     /// By the words, each in the order of the reading.
     const std::map<std::string, std::vector<Definition>>& Words() const { return words_; }
+    /// All words, those of the command line too.
+    std::vector<std::string> WordNames() const;
     /// The definition of the word that counts, which is the last; null where the source has none.
     const Definition* Defined(const std::string& word) const;
     /// Whether something stands for the word before a section, by its position among all that were read.

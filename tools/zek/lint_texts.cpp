@@ -15,6 +15,17 @@ void ForEachPart(const LintRun& run, Show show) {
     }
 }
 
+/// Whether a line and those joined to it are a key as a whole.
+bool HasNoEquals(const std::string& path, unsigned line, SourceText& text) {
+    LineParts parts = PartsOf(text.Line(path, line));
+    if (parts.text.empty() || parts.KeyEnd() != std::string_view::npos) return false;
+    while (parts.continues) {
+        parts = PartsOf(text.Line(path, ++line));
+        if (parts.text.find('=') != std::string_view::npos) return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 void FindTextOutsideQuotes(LintRun& run) {
@@ -34,11 +45,8 @@ void FindOpenQuotes(LintRun& run) {
 void FindItemsWithoutEquals(LintRun& run) {
     for (const auto& section : run.Model().Written()) {
         for (const LintItem& item : section->items) {
-            if (!item.source->value.empty()) continue;
-            const LineParts line = PartsOf(run.Text().Line(*section->path, item.source->line));
-            // Whether the key of joined lines has one is seen in the key itself: it is cut at the first.
-            const bool whole = !line.continues && line.KeyEnd() == std::string_view::npos && !line.text.empty();
-            if (whole) run.Add("L163", *section, item, {});
+            if (!item.source->value.empty() || !HasNoEquals(*section->path, item.source->line, run.Text())) continue;
+            run.Add("L163", *section, item, {});
         }
     }
 }

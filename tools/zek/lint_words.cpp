@@ -35,13 +35,16 @@ void FindWordsUsedBefore(LintRun& run) {
 
 void FindUnknownConditions(LintRun& run) {
     const std::vector<const LintSection*>& sections = run.Model().Sections();
+    const NearNames words(run.Model().WordNames());
     std::set<const LintItem*> told;
     for (std::size_t i = 0; i < sections.size(); ++i) {
         if (sections[i]->Kind() != "IFDEF" || sections[i]->items.empty()) continue;
         const LintItem& condition = sections[i]->items.front();
         const std::string word = condition.Part(0);
         if (run.Model().IsDefinedBefore(word, i) || !told.insert(&condition).second) continue;
-        run.NoteWord(run.Add("L143", *sections[i], condition, 0, {word}), word);
+        Finding& finding = run.Add("L143", *sections[i], condition, 0, {word});
+        run.NoteWord(finding, word);
+        run.Suggest(finding, words, word);
     }
 }
 

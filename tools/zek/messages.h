@@ -14,6 +14,7 @@ namespace zek::tool {
 struct Refusal {
     std::string name = {};  ///< as it was asked for; empty when that is not known
     std::string reason = {};
+    std::string meant = {};    ///< what probably was meant by what was written; empty where nothing is near
     std::string circle = {};   ///< of a file that includes itself: its path
     std::size_t includer = 0;  ///< then also who includes it: a position among the files that were read
     bool isPastMost = false;   ///< so many files have been read that no other is

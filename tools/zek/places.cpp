@@ -84,12 +84,9 @@ const std::vector<Place>& Places::SectionsWithout(const std::string& section, co
     return found->second;
 }
 
-std::vector<std::string> Places::KeysBeside(const Place& item) {
-    std::vector<std::string> keys;
+const SourceSection* Places::SectionOf(const Place& item) {
     const std::optional<SourceLine> line = index_.At(item.path, item.line);
-    if (!line) return keys;
-    for (const SourceItem& beside : line->section->items) keys.push_back(beside.key);
-    return keys;
+    return line ? line->section : nullptr;
 }
 
 std::vector<Place> Places::WayTo(std::size_t opening) {

@@ -51,8 +51,8 @@ public:
     /// library without hook.
     const std::vector<ReadSection>& SectionsRead();
 
-    /// The keys of the section in which an item stands.
-    std::vector<std::string> KeysBeside(const Place& item);
+    /// The section in which an item stands; null where none does.
+    const SourceSection* SectionOf(const Place& item);
 
 private:
     /// The order in which the library checks sections: that of the kinds, then that of the reading.

@@ -73,7 +73,7 @@ Report::Report(const ReportOptions& options, std::string source, const std::vect
       index_(index),
       text_(text),
       places_(files, index),
-      names_(places_) {}
+      names_(places_, options_.words) {}
 
 void Report::Add(const std::vector<Message>& reading, const std::vector<Message>& checking) {
     std::map<std::string_view, std::size_t> told;
@@ -152,6 +152,7 @@ void Report::AddLoss(Finding finding, const Message& message) {
         finding.place = PlaceOfFile(message);
         const std::string name = refusal.name.empty() ? message.Text(4) : refusal.name;
         if (!refusal.reason.empty()) finding.notes.push_back({name + ' ' + refusal.reason});
+        if (!refusal.meant.empty()) finding.fix = Fix{finding.place, refusal.meant};
     } else if (message.Is(kSectionNameFailed)) {
         finding.place = {message.path.empty() ? source_ : message.path};
         finding.message = "section " + std::to_string(message.Number(0)) + " cannot be read: " + finding.message;
@@ -194,7 +195,7 @@ void Report::AddLocated(Finding finding, const Message& message) {
         finding.notes.push_back({"it was defined here", Marked(places_.Of(earlier)[0], earlier, finding.code)});
     }
     const std::string written = wanted.texts.empty() ? wanted.key : wanted.texts[0];
-    finding.fix = names_.Meant(finding.code, {wanted.section, places[0]}, written, finding.place, text_);
+    finding.fix = names_.Meant(finding.code, {wanted.section, wanted.key, places[0]}, written, finding.place, text_);
     findings_.push_back(std::move(finding));
 }
 

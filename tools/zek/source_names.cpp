@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <span>
 
-#include "suggestion.h"
+#include "lint_text.h"
+#include "zekcomp/predefined.h"
 
 namespace zek::tool {
 namespace {
 
-/// Many misspelt names among many names would take long.
-constexpr unsigned kMostAsked = 1000;
-constexpr std::size_t kMostNames = 100'000;
+constexpr std::size_t kMostNames = 1'000'000;
+constexpr unsigned kMostArguments = 100;
 
 constexpr const char* kOperators[] = {"+",  "-",  "*",   "/",  "%",  "|", "&",  "^", "<<",
                                       ">>", "==", "pow", "!=", ">=", ">", "<=", "<"};
@@ -47,9 +47,17 @@ constexpr char kKeywords[] = "section";
 constexpr char kOperator[] = "operator";
 constexpr char kKeys[] = "key";
 constexpr char kSteps[] = "step";
+constexpr char kOperands[] = "operand";
+constexpr char kArguments[] = "argument";
+constexpr char kViews[] = "view";
+constexpr char kSensors[] = "sensor";
+constexpr char kListed[] = "listed sensor";
+constexpr char kGlobals[] = "GLOBAL";
 constexpr MeantRow kMeant[] = {
-    {"E002", kKeywords}, {"W004", kKeys},   {"W005", kWords},   {"E102", kKeys},   {"E106", kWords},   {"E108", kWords},
-    {"E110", kOperator}, {"E301", "GROUP"}, {"E305", "GLOBAL"}, {"E306", "TABLE"}, {"E307", "ACTION"}, {"E309", kSteps},
+    {"E002", kKeywords}, {"W004", kKeys},    {"W005", kWords},     {"E102", kKeys},
+    {"E106", kOperands}, {"E108", kWords},   {"E110", kOperator},  {"E301", "GROUP"},
+    {"E302", kViews},    {"E303", kListed},  {"E304", kArguments}, {"E305", kGlobals},
+    {"E306", "TABLE"},   {"E307", "ACTION"}, {"E309", kSteps},     {"W301", kSensors},
 };
 
 const char* KindMeant(const std::string& code) {
@@ -58,54 +66,115 @@ const char* KindMeant(const std::string& code) {
     return row == std::end(kMeant) ? nullptr : row->kind;
 }
 
-std::set<std::string> KeysOf(const std::string& keyword) {
+std::vector<std::string> KeysOf(const std::string& keyword) {
     for (const KindKeys& kind : kKindKeys) {
         if (kind.keyword == keyword) return {kind.keys.begin(), kind.keys.end()};
     }
     return {};
 }
 
+/// Whether operands stand in an item, and not just a number or a word.
+bool HasOperands(const NamedItem& item) {
+    return item.keyword == kGlobals || item.keyword == "REPEATER" || item.key.starts_with("VALUE");
+}
+
+/// Those of the first that are none of the second.
+std::vector<std::string> Without(std::vector<std::string> names, const std::set<std::string>& others) {
+    std::erase_if(names, [&](const std::string& name) { return others.contains(name); });
+    return names;
+}
+
+/// The arguments of an action.
+std::vector<std::string> ArgumentsOf(const SourceSection& section) {
+    std::vector<std::string> arguments;
+    if (section.name != "ACTION") return arguments;
+    unsigned last = 0;
+    for (const SourceItem& item : section.items) {
+        const std::string text = item.key == "ARGNUMBER" ? FirstSubString(item.value) : std::string();
+        if (!text.empty() && !StringToLong(text, &last)) last = 0;
+    }
+    for (unsigned i = 1; i <= std::min(last, kMostArguments); ++i) arguments.push_back("ARG" + std::to_string(i));
+    return arguments;
+}
+
+/// The working values of an action.
+std::vector<std::string> StepsOf(const SourceSection& section) {
+    std::vector<std::string> steps;
+    for (const SourceItem& item : section.items) {
+        if (section.name == "ACTION" && item.key.starts_with("VALUE_")) steps.push_back(item.key);
+    }
+    return steps;
+}
+
 }  // namespace
 
 void SourceNames::Read() {
     read_ = true;
-    named_[kOperator] = {std::begin(kOperators), std::end(kOperators)};
-    for (const KindKeys& kind : kKindKeys) named_[kKeywords].insert(kind.keyword);
-    named_[kKeywords].insert({"PROPERTY", "GLOBAL", "REPEATER", "DEFINE"});
+    std::map<std::string, Names> named;
+    named[kOperator] = {std::begin(kOperators), std::end(kOperators)};
+    named[kKeywords] = {"PROPERTY", kGlobals, "REPEATER", "DEFINE"};
+    for (const KindKeys& kind : kKindKeys) named[kKeywords].push_back(kind.keyword);
+    named[kWords] = {given_.begin(), given_.end()};
     std::size_t count = 0;
     for (const Places::ReadSection& read : places_.SectionsRead()) {
-        const std::string& keyword = read.section->name;
         for (const SourceItem& item : read.section->items) {
-            if (++count > kMostNames) return;
-            if (keyword == "DEFINE" || (keyword == "IFDEF" && item.key != "DEFINEWORD"))
-                named_[kWords].insert(item.key);
-            if (keyword == "GLOBAL") named_[keyword].insert(item.key);
-            if (item.key == "NAME" && keyword != "GLOBAL") named_[keyword].insert(FirstSubString(item.value));
+            if (count < kMostNames) ReadItem(read.section->name, item, named);
         }
+        count += read.section->items.size();
     }
+    const std::set<std::string> sensors(named[kSensors].begin(), named[kSensors].end());
+    const std::set<std::string> listed(named[kListed].begin(), named[kListed].end());
+    named[kSensors] = Without(std::move(named[kSensors]), listed);
+    named[kListed] = Without(std::move(named[kListed]), sensors);
+    for (auto& [kind, names] : named) named_.emplace(kind, NearNames(std::move(names)));
 }
 
-const std::set<std::string>& SourceNames::Named(const std::string& kind) {
-    if (!read_) Read();
-    return named_[kind];
+void SourceNames::ReadItem(const std::string& keyword, const SourceItem& item, std::map<std::string, Names>& named) {
+    const bool isWord = keyword == "DEFINE" || (keyword == "IFDEF" && item.key != "DEFINEWORD");
+    if (isWord) named[kWords].push_back(item.key);
+    if (keyword == kGlobals) named[kGlobals].push_back(item.key);
+    const bool isName = item.key == "NAME" && keyword != kGlobals;
+    if (isName) named[keyword].push_back(FirstSubString(item.value));
+    if (item.key == "ID" && keyword == "TAVRGROUP") named[kViews].push_back(FirstSubString(item.value));
+    if (item.key == "ID" && keyword == "SENSOR") named[kSensors].push_back(FirstSubString(item.value));
+    if (item.key != "SENSORS" || keyword != "TAVRGROUP") return;
+    for (const CutText& part : CutValue(item.value)) named[kListed].emplace_back(part.text);
 }
 
-std::optional<Fix> SourceNames::Meant(const std::string& code, const NamedSection& section, const std::string& written,
+const NearNames& SourceNames::NamesIn(const SourceSection& section, const char* kind) {
+    const auto known = namedIn_.find({&section, kind});
+    if (known != namedIn_.end()) return known->second;
+    Names names = kind == kArguments ? ArgumentsOf(section) : StepsOf(section);
+    return namedIn_.emplace(std::pair(&section, kind), NearNames(std::move(names))).first->second;
+}
+
+std::optional<std::string> SourceNames::Nearest(const char* kind, const NamedItem& item, const std::string& written) {
+    if (kind == kOperands) {
+        std::optional<std::string> name = Nearest(kWords, item, written);
+        for (const char* const other : {kGlobals, kSteps, kArguments}) {
+            if (!name && HasOperands(item)) name = Nearest(other, item, written);
+        }
+        return name;
+    }
+    if (kind == kKeys) return NearNames(KeysOf(item.keyword)).Nearest(written, left_);
+    if (kind == kArguments || kind == kSteps) {
+        const SourceSection* const section = places_.SectionOf(item.place);
+        return section ? NamesIn(*section, kind).Nearest(written, left_) : std::nullopt;
+    }
+    const auto [known, isNew] = known_.try_emplace({kind, written});
+    if (isNew) {
+        if (!read_) Read();
+        const auto names = named_.find(kind);
+        if (names != named_.end()) known->second = names->second.Nearest(written, left_);
+    }
+    return known->second;
+}
+
+std::optional<Fix> SourceNames::Meant(const std::string& code, const NamedItem& item, const std::string& written,
                                       const Place& place, SourceText& text) {
     const char* const kind = KindMeant(code);
-    if (!kind || written.empty() || ++asked_ > kMostAsked) return std::nullopt;
-    std::optional<std::string> name;
-    if (kind == kKeys) {
-        name = NearestName(written, KeysOf(section.keyword));
-    } else if (kind == kSteps) {
-        std::set<std::string> steps;
-        for (const std::string& key : places_.KeysBeside(section.place)) {
-            if (key.starts_with("VALUE_")) steps.insert(key);
-        }
-        name = NearestName(written, steps);
-    } else {
-        name = NearestName(written, Named(kind));
-    }
+    if (!kind || written.empty()) return std::nullopt;
+    const std::optional<std::string> name = Nearest(kind, item, written);
     if (!name) return std::nullopt;
     Place where = place;
     // The brackets and what stands beside the name in them stay.

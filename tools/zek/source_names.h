@@ -6,37 +6,49 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "finding.h"
 #include "places.h"
 #include "source_text.h"
+#include "suggestion.h"
 
 namespace zek::tool {
 
-/// The section that a message is about.
-struct NamedSection {
-    std::string keyword;  ///< may be empty
-    Place place = {};     ///< of an item in it
+/// The item that a message is about.
+struct NamedItem {
+    std::string keyword;  ///< of its section; may be empty
+    std::string key;      ///< may be empty
+    Place place = {};
 };
 
 class SourceNames {
 public:
-    /// `places` must outlive this.
-    explicit SourceNames(Places& places) : places_(places) {}
+    /// `places` must outlive this; `given` are the words that the command line defines.
+    SourceNames(Places& places, const std::set<std::string>& given) : places_(places), given_(given) {}
 
     /// What the finding of a code probably is about, where it is about a name that there is not and another is near;
     /// `written` is that name and `place` where it stands.
-    std::optional<Fix> Meant(const std::string& code, const NamedSection& section, const std::string& written,
+    std::optional<Fix> Meant(const std::string& code, const NamedItem& item, const std::string& written,
                              const Place& place, SourceText& text);
 
 private:
-    const std::set<std::string>& Named(const std::string& kind);
+    using Names = std::vector<std::string>;
+
+    std::optional<std::string> Nearest(const char* kind, const NamedItem& item, const std::string& written);
+    /// Names that only the items of one section may have.
+    const NearNames& NamesIn(const SourceSection& section, const char* kind);
     void Read();
+    void ReadItem(const std::string& keyword, const SourceItem& item, std::map<std::string, Names>& named);
 
     Places& places_;
-    std::map<std::string, std::set<std::string>> named_;  // by what they name
+    const std::set<std::string>& given_;
+    std::map<std::string, NearNames> named_;                                           // by what they name
+    std::map<std::pair<const SourceSection*, std::string>, NearNames> namedIn_;        // by section and what they name
+    std::map<std::pair<std::string, std::string>, std::optional<std::string>> known_;  // by kind and what was written
     bool read_ = false;
-    unsigned asked_ = 0;
+    ComparisonsLeft left_;
 };
 
 }  // namespace zek::tool

@@ -82,7 +82,7 @@ bool SourceReading::Decide(const std::string& name, const std::string& includer,
         open_.back().begun = true;
         if (files_.size() >= mostFiles_) return RefuseAsPastMost(name);
         const IncludeFound found = FindInclude(name);
-        if (found.path.empty()) return Refuse({name, NotFound(found)});
+        if (found.path.empty()) return Refuse({name, NotFound(found), NearestTo(name)});
         path = found.path;
     }
     struct stat info {};
@@ -91,7 +91,7 @@ bool SourceReading::Decide(const std::string& name, const std::string& includer,
     const std::size_t position = files_.size();
     const SourceFile file = {name, path, info.st_dev, info.st_ino, open_.empty() ? position : open_.back().position};
     const std::string circle = CircleOf(file);
-    if (!circle.empty()) return Refuse({name, "includes itself: " + circle, path, open_.back().position});
+    if (!circle.empty()) return Refuse({name, "includes itself: " + circle, {}, path, open_.back().position});
     files_.push_back(file);
     open_.push_back({position});
     return true;
@@ -121,6 +121,18 @@ IncludeFound SourceReading::FindInclude(const std::string& name) const {
         if (!found.path.empty()) return found;
     }
     return search_.Find(name, includer.path);
+}
+
+/// A file of a name near to what was written; empty where there is none.
+std::string SourceReading::NearestTo(const std::string& name) {
+    const SourceFile& includer = Current();
+    const std::string folder = BackslashFolder(includer.name);
+    const std::string written = name.starts_with(folder) ? name.substr(folder.size()) : name;
+    const std::optional<IncludeSearch::Near> near = search_.Nearest(written, includer.path);
+    struct stat info {};
+    if (!near || stat(near->path.c_str(), &info) != 0) return {};
+    // One that is being read would include itself.
+    return CircleOf({near->name, near->path, info.st_dev, info.st_ino}).empty() ? near->name : std::string();
 }
 
 std::string SourceReading::CircleOf(const SourceFile& file) const {

@@ -61,6 +61,7 @@ private:
     bool Refuse(Refusal refusal);
     bool RefuseAsPastMost(const std::string& name);
     IncludeFound FindInclude(const std::string& name) const;
+    std::string NearestTo(const std::string& name);
     std::string CircleOf(const SourceFile& file) const;
     void Explain(Message& failure);
     const SourceFile& Current() const { return files_[open_.back().position]; }
