@@ -1,9 +1,11 @@
 // Damaged images through both families of queries: whatever is damaged, the process goes on.
 #include <iostream>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 
 #include "compile/image_bytes.h"
+#include "docs/page.h"
 #include "reliability/all_queries.h"
 #include "reliability/child_cases.h"
 #include "reliability/damage.h"
@@ -69,6 +71,24 @@ struct DamageRow {
     std::size_t debugBatch = 200;
 };
 
+/// The page that tells the counts.
+constexpr char kPage[] = "docs/reliability.md";
+
+/// 1234567 as 1,234,567.
+std::string WithCommas(std::size_t number) {
+    std::string text = std::to_string(number);
+    for (std::size_t at = text.size(); at > 3; at -= 3) text.insert(at - 3, ",");
+    return text;
+}
+
+/// A row of the page's table, whose first cells are given.
+std::string Row(std::string row, const Tally& tally) {
+    for (const std::size_t count : {tally.tried, tally.verified, tally.refused, tally.crashed.size()}) {
+        row += ' ' + WithCommas(count) + " |";
+    }
+    return row + '\n';
+}
+
 constexpr std::size_t kAll = static_cast<std::size_t>(-1);
 constexpr std::size_t kSpareMemory = 64 << 20;
 
@@ -86,9 +106,10 @@ public:
     };
 
 protected:
-    /// Damages an image in every way and loads it, and now and then the whole one right behind it.
-    static void Run(const char* kind, const std::string& image, std::size_t mostCases, const ChildSetting& setting,
-                    Load load) {
+    /// Damages an image in every way and loads it, and now and then the whole one right behind it. Gives its row
+    /// of the page.
+    static std::string Run(const char* by, const std::string& image, std::size_t mostCases, const ChildSetting& setting,
+                           Load load) {
         const Damages damages(image, mostCases);
         const ImageFile file;
         const bool whole = load != AsView || GetParam().viewed;
@@ -104,18 +125,50 @@ protected:
         for (const std::string& crash : tally.crashed) {
             ADD_FAILURE() << damages.Name(std::stoul(crash)) << ", case " << crash;
         }
-        std::cout << GetParam().name << ", " << kind << " image: " << tally.Text() << '\n';
+        return Row(std::string("| ") + GetParam().name + " | `" + by + "` |", tally);
     }
 };
 
 TEST_P(DamagedImage, EndsNoProcessThatLoadsIt) {
     const ImagePair images = GetParam().images();
     const std::size_t most = GetParam().mostCases;
-    Run("compiled", images.compiled, most, {.spareMemory = kSpareMemory}, AsCompiledImage);
+    std::string rows = Run("gcInit", images.compiled, most, {.spareMemory = kSpareMemory}, AsCompiledImage);
     // Comparing takes longer than loading.
-    Run("viewed", images.compiled, most / 4, {.spareMemory = kSpareMemory}, AsView);
-    if (images.debug.empty()) return;
-    Run("debug", images.debug, most, {.batch = GetParam().debugBatch, .spareMemory = kSpareMemory}, AsDebugImage);
+    rows += Run("zek::ImageView", images.compiled, most / 4, {.spareMemory = kSpareMemory}, AsView);
+    if (!images.debug.empty()) {
+        rows += Run("gdInit", images.debug, most, {.batch = GetParam().debugBatch, .spareMemory = kSpareMemory},
+                    AsDebugImage);
+    }
+    std::cout << rows;
+    EXPECT_NE(SourceFile(kPage).find('\n' + rows), std::string::npos) << kPage << " has other rows than these:\n"
+                                                                      << rows;
+}
+
+TEST(DamagedImages, AddUpToTheLastRowOfTheirTable) {
+    const std::string page = SourceFile(kPage);
+    const std::size_t begin = page.find("\n| Image | By | Tried | Verified | Refused | Crashed |\n");
+    ASSERT_NE(begin, std::string::npos);
+    std::istringstream rows(page.substr(begin, page.find("\n| all |", begin) - begin));
+    std::string line;
+    for (int head = 0; head < 3; ++head) std::getline(rows, line);
+    Tally sum;
+    std::size_t count = 0;
+    while (std::getline(rows, line)) {
+        std::erase(line, ',');
+        ++count;
+        std::istringstream numbers(line.substr(line.find("` |") + 3));
+        std::size_t tried = 0;
+        std::size_t verified = 0;
+        std::size_t refused = 0;
+        char bar = 0;
+        ASSERT_TRUE(numbers >> tried >> bar >> verified >> bar >> refused) << line;
+        EXPECT_EQ(tried, verified + refused) << line;
+        sum.tried += tried;
+        sum.verified += verified;
+        sum.refused += refused;
+    }
+    EXPECT_EQ(count, 17U) << "six images three ways, but for one debug image that is not there";
+    EXPECT_NE(page.find('\n' + Row("| all | |", sum)), std::string::npos) << Row("| all | |", sum);
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, DamagedImage, testing::ValuesIn(DamagedImage::kRows), RowName());

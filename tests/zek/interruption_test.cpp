@@ -137,6 +137,7 @@ TEST_P(ZekKilledAtAMoment, LeavesWholeImages) {
     }
     std::cout << kCompiles << " compiled, " << killed << " killed, " << whileWriting << " of them while writing\n";
     EXPECT_GT(killed, 0);
+    EXPECT_GT(whileWriting, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seed, ZekKilledAtAMoment, testing::Range(1U, 5U));
