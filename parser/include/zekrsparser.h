@@ -24,9 +24,10 @@ using RSOpenHook = bool (*)(void* context, const std::string& name, const std::s
 
 extern "C" {
 
-// Opens a file and reads it whole; the file itself is closed again at once. The caller owns the handle and frees it
-// with RSCloseFile. Null when the file cannot be found, opened or read, is a directory, is longer than 4 GiB - 2 bytes,
-// is being enumerated at this moment, or when 256 files are.
+// Opens a file and reads it whole, its sections included; the file itself is closed again at once. The caller owns the
+// handle and frees it with RSCloseFile. Null when the file cannot be found, opened or read, is a directory, is longer
+// than 4 GiB - 2 bytes, is being enumerated at this moment, when 256 files are, or when memory runs out: whoever has
+// the handle gets every section and item.
 //
 // A file is being enumerated from its first RSEnumSection until its RSCloseFile; device and inode tell whether two
 // files are the same. So a file that includes itself, directly or through others, is refused, and a file that was
@@ -40,8 +41,7 @@ extern "C" {
 // silent for two seconds, and pipes also when they end without a single byte (a FIFO that nobody writes to).
 ZEKRSPARSER_API void* RSOpenFile(const std::string& file);
 
-// Parses an open file. 1 when it is parsed, 0 for a null handle or when memory runs out; a file that failed so stays
-// without sections. Parsing again changes nothing.
+// Lets the sections of an open file be asked for. 1, or 0 for a null handle. Parsing again changes nothing.
 ZEKRSPARSER_API unsigned RSParse(void* file);
 
 // The index-th section of a file, counted from 0 in the order of the text; it belongs to the file. Null past the last

@@ -42,12 +42,16 @@ SectionFile* OpenFile(const std::string& name) {
     if (!input.IsReadable() || IsEnumerated(input.Identity())) return nullptr;
     std::optional<Text> text = input.ReadWhole();
     if (!text) return nullptr;
+    // Parsed already now: a failure would be told in no other way than this.
     auto file = std::make_unique<SectionFile>(std::move(*path), input.Identity(), g_openCount + 1, std::move(*text));
+    // Room for it as well, so that its enumeration can begin in any case.
+    if (g_enumerated.capacity() <= g_openFiles) g_enumerated.reserve(2 * g_openFiles + 1);
+    ++g_openFiles;
     ++g_openCount;
     return file.release();
 }
 
-// Files are mostly enumerated in the order in which they were opened, but need not be.
+// Files are mostly enumerated in the order in which they were opened, but need not be. There is room for the file.
 void BeginEnumeration(SectionFile* file) {
     const auto place = std::lower_bound(g_enumerated.begin(), g_enumerated.end(), file->Order(),
                                         [](const SectionFile* a, std::uint64_t order) { return a->Order() < order; });
@@ -83,16 +87,15 @@ void* RSOpenFile(const std::string& file) {
 
 unsigned RSParse(void* file) {
     if (!file) return 0;
-    return WithoutThrowing(0U, [&] { return static_cast<SectionFile*>(file)->Parse() ? 1U : 0U; });
+    static_cast<SectionFile*>(file)->Show();
+    return 1;
 }
 
 void* RSEnumSection(void* file, unsigned index) {
     if (!file) return nullptr;
     auto* const sectionFile = static_cast<SectionFile*>(file);
-    return WithoutThrowing<void*>(nullptr, [&] {
-        BeginEnumeration(sectionFile);
-        return sectionFile->SectionAt(index);
-    });
+    BeginEnumeration(sectionFile);
+    return sectionFile->SectionAt(index);
 }
 
 unsigned RSGetSectInfo(void* section, char* name, unsigned* size, unsigned* line) {
@@ -142,6 +145,7 @@ unsigned RSCloseFile(void** file) {
     if (!file || !*file) return 0;
     const std::unique_ptr<SectionFile> owned(static_cast<SectionFile*>(*file));
     std::erase(g_enumerated, owned.get());
+    --g_openFiles;
     *file = nullptr;
     return 1;
 }

@@ -7,21 +7,8 @@
 namespace zek::parser {
 
 SectionFile::SectionFile(std::string path, FileIdentity identity, std::uint64_t order, Text text)
-    : path_(std::move(path)), identity_(identity), order_(order), text_(std::move(text)) {}
-
-bool SectionFile::Parse() {
-    if (progress_ != Progress::kRead) return progress_ == Progress::kParsed;
-    // A parse that was broken off has rewritten part of the text, so it cannot be tried again.
-    progress_ = Progress::kFailed;
-    try {
-        ParseText();
-    } catch (...) {
-        sections_.clear();
-        items_.clear();
-        throw;
-    }
-    progress_ = Progress::kParsed;
-    return true;
+    : path_(std::move(path)), identity_(identity), order_(order), text_(std::move(text)) {
+    ParseText();
 }
 
 void SectionFile::ParseText() {
@@ -69,7 +56,9 @@ void SectionFile::AddSection(const char* name, unsigned line) {
     sections_.push_back({this, OffsetOf(name), line, firstItem, firstItem});
 }
 
-Section* SectionFile::SectionAt(unsigned index) { return index < sections_.size() ? &sections_[index] : nullptr; }
+Section* SectionFile::SectionAt(unsigned index) {
+    return isShown_ && index < sections_.size() ? &sections_[index] : nullptr;
+}
 
 const ItemTexts* SectionFile::ItemAt(const Section& section, unsigned index) {
     if (index >= section.endItem - section.firstItem) return nullptr;
@@ -88,6 +77,7 @@ SizedText SectionFile::TextAt(std::uint32_t offset) const {
 }
 
 Section* SectionFile::FindSection(const std::string& name) {
+    if (!isShown_) return nullptr;
     const auto found = std::find_if(sections_.begin(), sections_.end(),
                                     [&](const Section& section) { return name == NameOf(section).begin; });
     return found != sections_.end() ? &*found : nullptr;

@@ -45,18 +45,20 @@ struct Section {
 // What a file handle points to.
 class SectionFile {
 public:
-    // `path` is where the text was read; `order` rises from one opened file to the next.
+    // `path` is where the text was read; `order` rises from one opened file to the next. Finds the sections and items.
+    // Throws bad_alloc.
     SectionFile(std::string path, FileIdentity identity, std::uint64_t order, Text text);
 
     const std::string& Path() const { return path_; }
     const FileIdentity& Identity() const { return identity_; }
     std::uint64_t Order() const { return order_; }
 
-    // Finds the sections and items, at the first call only. False when that failed; then there are none.
-    bool Parse();
+    // Lets the sections be asked for.
+    void Show() { isShown_ = true; }
 
-    // The index-th section, null past the last and before Parse. Owned by the file.
+    // The index-th section, null past the last and before Show. Owned by the file.
     Section* SectionAt(unsigned index);
+    // The first of that name, null when there is none and before Show.
     Section* FindSection(const std::string& name);
 
     // The index-th item of one of this file's sections, null past the last. Good until the next call.
@@ -65,8 +67,6 @@ public:
     SizedText NameOf(const Section& section) const { return TextAt(section.name); }
 
 private:
-    enum class Progress { kRead, kParsed, kFailed };
-
     void ParseText();
     void AddHeader(const Line& line);
     void AddItem(const Line& line);
@@ -78,7 +78,7 @@ private:
     FileIdentity identity_;
     std::uint64_t order_;
     Text text_;
-    Progress progress_ = Progress::kRead;
+    bool isShown_ = false;
     // Deques: they grow without copying or spare room, and the section handles stay where they are.
     std::deque<Section> sections_;
     std::deque<Item> items_;

@@ -10,6 +10,8 @@ RSOpenHook g_openHook = nullptr;
 void* g_openHookContext = nullptr;
 // Counted up by every RSOpenFile that succeeds, never down: it tells which file was opened last.
 std::uint64_t g_openCount = 0;
+// The files between their RSOpenFile and RSCloseFile.
+std::size_t g_openFiles = 0;
 // In the order in which they were opened. A file enters with its first RSEnumSection and leaves with RSCloseFile; the
 // files are not owned here.
 std::vector<SectionFile*> g_enumerated;

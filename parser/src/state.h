@@ -2,6 +2,7 @@
 // Relies on calls coming from one thread at a time.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@ extern std::vector<std::string> g_searchDirs;
 extern RSOpenHook g_openHook;
 extern void* g_openHookContext;
 extern std::uint64_t g_openCount;
+extern std::size_t g_openFiles;
 extern std::vector<SectionFile*> g_enumerated;
 
 }  // namespace zek::parser

@@ -208,6 +208,7 @@ unsigned CZEKParse::Start(const std::string& file) {
     m_hFile = RSOpenFile(file);
     if (!m_hFile) return 0;
     m_strFile = std::move(name);
+    // Its result is ignored: hosts rely on a file that could not be parsed being one without sections.
     RSParse(m_hFile);
     return 1;
 }

@@ -1,5 +1,10 @@
 #include "reliability/failing_heap.h"
 
+#include <sys/mman.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <cstdlib>
 #include <new>
 
@@ -7,21 +12,32 @@ namespace zek::test {
 
 namespace {
 
-std::size_t piecesLeft = 0;  ///< until the failure, it included; 0 when there is none to come
+// Until the failure, it included; 0 when there is none to come.
+std::size_t piecesLeft = 0;
+std::size_t mappingsLeft = 0;
 bool hasFailed = false;
 std::ptrdiff_t livePieces = 0;
 
-bool Fails() {
-    if (piecesLeft == 0 || --piecesLeft > 0) return false;
+bool FailsAt(std::size_t& left) {
+    if (left == 0 || --left > 0) return false;
     hasFailed = true;
     return true;
 }
+
+bool Fails() { return FailsAt(piecesLeft); }
+
+[[maybe_unused]] std::ptrdiff_t PagesOf(std::size_t size) { return static_cast<std::ptrdiff_t>(size >> 12); }
 
 }  // namespace
 
 void FailHeapAt(std::size_t pieces) {
     piecesLeft = pieces;
     if (pieces > 0) hasFailed = false;
+}
+
+void FailMappingAt(std::size_t mappings) {
+    mappingsLeft = mappings;
+    if (mappings > 0) hasFailed = false;
 }
 
 bool HasHeapFailed() { return hasFailed; }
@@ -50,6 +66,7 @@ void operator delete[](void* memory, std::size_t) noexcept { operator delete(mem
 
 #if !defined(__SANITIZE_ADDRESS__)
 // The sanitizer has functions of its own in their place, which must see every piece.
+#pragma GCC visibility push(default)
 extern "C" {
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
@@ -60,5 +77,19 @@ void* calloc(std::size_t count, std::size_t size) noexcept {
 void* realloc(void* memory, std::size_t size) noexcept {
     return zek::test::Fails() ? nullptr : __libc_realloc(memory, size);
 }
+
+void* mmap(void* address, std::size_t size, int protection, int flags, int file, off_t offset) noexcept {
+    if (zek::test::Fails() || zek::test::FailsAt(zek::test::mappingsLeft)) {
+        errno = ENOMEM;
+        return MAP_FAILED;
+    }
+    zek::test::livePieces += zek::test::PagesOf(size);
+    return reinterpret_cast<void*>(syscall(SYS_mmap, address, size, protection, flags, file, offset));
 }
+int munmap(void* address, std::size_t size) noexcept {
+    zek::test::livePieces -= zek::test::PagesOf(size);
+    return static_cast<int>(syscall(SYS_munmap, address, size));
+}
+}
+#pragma GCC visibility pop
 #endif
