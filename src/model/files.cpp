@@ -66,13 +66,13 @@ bool Fill(int fd, ByteBuffer& bytes, std::size_t size) {
     return missing == 0 || got;
 }
 
-/// Reads the rest of what is no regular file, whose size nobody knows; false when it keeps silent.
+/// Reads the rest of what is no regular file, whose size nobody knows; false when it keeps silent or gives too much.
 bool FillFromStream(int fd, ByteBuffer& bytes) {
     std::size_t size = bytes.Size();
-    while (bytes.Size() == size && size < kMostOfStream) {
+    while (bytes.Size() == size && size <= kMostOfStream) {
         if (!Fill(fd, bytes, size += kChunk)) return false;
     }
-    return true;
+    return bytes.Size() <= kMostOfStream;
 }
 
 }  // namespace
@@ -82,13 +82,13 @@ std::optional<ByteBuffer> ReadImage(const std::string& file, std::string_view ma
     const int fd = opened.Descriptor();
     if (fd < 0) return std::nullopt;
     ByteBuffer bytes;
-    bool spoke = Fill(fd, bytes, kMagicSize);
+    bool isWhole = Fill(fd, bytes, kMagicSize);
     struct stat info = {};
     if (HasMagic(bytes.View(), magic) && fstat(fd, &info) == 0) {
-        spoke =
+        isWhole =
             S_ISREG(info.st_mode) ? Fill(fd, bytes, static_cast<std::size_t>(info.st_size)) : FillFromStream(fd, bytes);
     }
-    if (!spoke) return std::nullopt;
+    if (!isWhole) return std::nullopt;
     return bytes;
 }
 

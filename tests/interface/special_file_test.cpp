@@ -3,7 +3,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <thread>
 
 #include "compile/image_file.h"
@@ -35,10 +37,26 @@ protected:
         close(fifo);
     }
 
-    /// What `load` gives while the FIFO is fed.
+    /// Writes an image and zeros up to a size to the FIFO, as far as it is read.
+    static void Flood(const std::string& image, std::size_t size) {
+        signal(SIGPIPE, SIG_IGN);
+        const int fifo = open("fifo", O_WRONLY);
+        ASSERT_GE(fifo, 0);
+        std::string piece = image;
+        piece.resize(1 << 20);
+        while (size > 0) {
+            const std::size_t count = std::min(size, piece.size());
+            if (write(fifo, piece.data(), count) != static_cast<ssize_t>(count)) break;
+            size -= count;
+            piece.assign(piece.size(), '\0');
+        }
+        close(fifo);
+    }
+
+    /// What `load` gives while the FIFO is fed, or flooded when a size is given.
     template <class Load>
-    static unsigned Fed(const std::string& bytes, Load load) {
-        std::thread feeder(Feed, bytes);
+    static unsigned Fed(const std::string& bytes, Load load, std::size_t size = 0) {
+        std::thread feeder = size > 0 ? std::thread(Flood, bytes, size) : std::thread(Feed, bytes);
         const unsigned result = load();
         feeder.join();
         return result;
@@ -66,6 +84,15 @@ TEST_F(SpecialImageFile, FifoIsReadToItsEndHoweverItsPiecesCome) {
     EXPECT_EQ(gcGetGroupIndex("A"), 1U);
     EXPECT_EQ(Fed(DebugHead() + Joined({0, 0}), LoadDebug), 1U);
     EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(SpecialImageFile, FifoMayGive256MebibytesAndNoMore) {
+    constexpr std::size_t kMost = std::size_t{256} << 20;
+    EXPECT_EQ(Fed(SmallImage(), LoadCompiled, kMost), 1U);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(Fed(SmallImage(), LoadCompiled, kMost + 1), 0U); }), 13U);
+    EXPECT_EQ(gcGetGroupIndex("A"), 1U) << "the image before stays";
+    EXPECT_EQ(Fed(DebugHead() + Joined({0, 0}), LoadDebug, 2 * kMost), 0U);
+    EXPECT_EQ(Messages(), "ERROR: Open debug file fifo failed.\n");
 }
 
 TEST_F(SpecialImageFile, FifoWhoseWriterFallsSilentIsRefused) {
