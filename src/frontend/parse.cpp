@@ -23,6 +23,9 @@ constexpr char kEnumItem[] = "RSEnumItem";
 constexpr char kPeekItem[] = "RSPeekItem";
 constexpr char kParserPath[] = "/usr/tavr/lib/libzekrsparser.so.0";
 
+/// No text is longer: a larger size that the system has no memory for is one that the parser library made up.
+constexpr unsigned kLongestText = 256U << 20;
+
 /// A function of the parser library, or null; a null library means the process's global scope.
 template <class Signature>
 Signature* Look(void* library, const char* name) {
@@ -35,15 +38,18 @@ class TextBuffer {
 public:
     unsigned* Size() { return &size_; }
     char* Data() { return data_; }
-    void Allocate() {
+    /// False when there is no memory for a size that no text has. Throws `std::bad_alloc` when there is none for
+    /// another.
+    bool Allocate() {
         allocated_ = size_;
         if (allocated_ <= sizeof short_) {
             std::memset(short_, 0, allocated_);
-            return;
+            return true;
         }
         long_.reset(static_cast<char*>(std::calloc(allocated_, 1)));
-        if (!long_) throw std::bad_alloc();
+        if (!long_ && allocated_ <= kLongestText) throw std::bad_alloc();
         data_ = long_.get();
+        return data_ != nullptr;
     }
     void CopyTo(std::string& text) const { text.assign(data_, strnlen(data_, allocated_)); }
 
@@ -73,7 +79,7 @@ unsigned TakeName(GetSectInfo* getSectInfo, void* section, std::string& name, un
     if (!getSectInfo) return 0;
     TextBuffer text;
     getSectInfo(section, nullptr, text.Size(), &line);
-    text.Allocate();
+    if (!text.Allocate()) return 0;
     if (!getSectInfo(section, text.Data(), text.Size(), &line)) return 0;
     text.CopyTo(name);
     return 1;
@@ -85,8 +91,7 @@ unsigned TakeItem(EnumItem* enumItem, void* section, unsigned index, std::string
     TextBuffer keyText;
     TextBuffer valueText;
     enumItem(section, index, nullptr, keyText.Size(), nullptr, valueText.Size(), &line);
-    keyText.Allocate();
-    valueText.Allocate();
+    if (!keyText.Allocate() || !valueText.Allocate()) return 0;
     if (!enumItem(section, index, keyText.Data(), keyText.Size(), valueText.Data(), valueText.Size(), &line)) return 0;
     keyText.CopyTo(key);
     valueText.CopyTo(value);
@@ -165,6 +170,8 @@ private:
         }
     }
 
+    static bool EndsInNul(const char* text, unsigned size) { return text && size > 0 && text[size - 1] == '\0'; }
+
     /// Takes the item into the key and the value.
     unsigned ReadItem(void* section, unsigned index, unsigned& line) {
         if (!peekItem_) return TakeItem(enumItem_, section, index, key_, value_, line);
@@ -173,9 +180,9 @@ private:
         unsigned keySize = 0;
         unsigned valueSize = 0;
         if (!peekItem_(section, index, &key, &keySize, &value, &valueSize, &line)) return 0;
-        // Another maker's function of that name: every text of ours has at least its NUL.
-        if (!key || !value || keySize == 0 || valueSize == 0) {
-            return TakeItem(enumItem_, section, index, key_, value_, line);
+        // Another maker's function of that name: every text of ours ends in its NUL.
+        if (!EndsInNul(key, keySize) || !EndsInNul(value, valueSize)) {
+            return TakeItem(enumItem_, section, index, key_, value_, line = 0);
         }
         key_.assign(key, keySize - 1);
         value_.assign(value, valueSize - 1);

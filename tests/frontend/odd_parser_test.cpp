@@ -14,9 +14,11 @@ using Texts = std::vector<std::string>;
 /// A process whose parser library does what the script says.
 class OddParser : public ParserHost {
 protected:
+    explicit OddParser(const char* library = "complete") : library_(library) {}
+
     void SetUp() override {
         ParserHost::SetUp();
-        Load("complete");
+        Load(library_);
         TakeMessages();
     }
 
@@ -26,6 +28,9 @@ protected:
         ASSERT_EQ(gccCompStart("main.zek"), 1U);
         gccParse();
     }
+
+private:
+    const char* library_;
 };
 
 TEST_F(OddParser, IsAskedForTheSizesFirstAndThenForTheTexts) {
@@ -214,10 +219,26 @@ TEST_F(OddParser, MayNameASizeThatNoTextHas) {
 
 #if !defined(__SANITIZE_ADDRESS__)
 // The address space cannot be limited under the sanitizer.
-TEST_F(OddParser, IsClosedWhenThereIsNoMemoryForASizeThatItNames) {
+TEST_F(OddParser, FailsWhereItNamesASizeThatNoTextAndNoMemoryHas) {
     ScriptedText negative("a");
     negative.sizeError = -3;
-    TheScript().files["main.zek"] = {{"PROPERTY", 1, {{"KEY", negative, 2}}}};
+    {
+        const ScarceMemory scarce(64 << 20);
+        Read({{negative, 1, {{"KEY", "a", 2}}},
+              {"PROPERTY", 3, {{"KEY", "a", 4}, {"NEXT", negative, 5}, {"LAST", "a", 6}}},
+              {"PROPERTY", 7, {{negative, "a", 8}}}});
+    }
+    EXPECT_EQ(TakeMessages(),
+              "Parse::Get section(NO. = 1,Index=0) name failed.\nParse::No more sections(total = 3).\n");
+    EXPECT_EQ(EntriesOf(*CGSPROPERTY::m_sHeader.at(0)), "STRING 10020017 10 KEY 4 [a]\n")
+        << "the section ends with the item that fails";
+    EXPECT_EQ(EntriesOf(*CGSPROPERTY::m_sHeader.at(1)), "");
+}
+
+TEST_F(OddParser, IsClosedWhenThereIsNoMemoryForASizeThatItNames) {
+    ScriptedText large("a");
+    large.sizeError = 200 << 20;
+    TheScript().files["main.zek"] = {{"PROPERTY", 1, {{"KEY", large, 2}}}};
     ASSERT_EQ(gccCompStart("main.zek"), 1U);
     {
         const ScarceMemory scarce(64 << 20);
@@ -229,6 +250,45 @@ TEST_F(OddParser, IsClosedWhenThereIsNoMemoryForASizeThatItNames) {
     EXPECT_EQ(EntriesOf(*CGSPROPERTY::m_sHeader.at(0)), "STRING 10020017 10 KEY 2 [a]\n");
 }
 #endif
+
+/// A process whose parser library gives items without copying, too.
+class PeekedParser : public OddParser {
+protected:
+    PeekedParser() : OddParser("peeking") {}
+
+    /// Reads a section of an item with this key and value, and one behind it; gives the section.
+    static std::string Read(const ScriptedText& key, const ScriptedText& value) {
+        OddParser::Read({{"PROPERTY", 1, {{key, value, 2}, {"NEXT", "b", 3}}}});
+        return EntriesOf(*CGSPROPERTY::m_sHeader.back());
+    }
+    static std::string NextItem() { return "STRING 10020017 10 NEXT " + std::to_string(3 + kPeekedLine) + " [b]\n"; }
+};
+
+TEST_F(PeekedParser, IsAskedForItemsInNoOtherWay) {
+    EXPECT_EQ(Read("KEY", "a"), "STRING 10020017 10 KEY 1002 [a]\n" + NextItem());
+    EXPECT_EQ(Calls(),
+              "OpenFile main.zek\nParse main.zek\nEnumSection main.zek 0\n"
+              "GetSectInfo null 0\nGetSectInfo buffer 9\nPeekItem 0\nPeekItem 1\nPeekItem 2\n"
+              "EnumSection main.zek 1\nCloseFile main.zek\n");
+}
+
+TEST_F(PeekedParser, IsAskedAgainForAnItemThatIsNowhereOrDoesNotEndWhereItsSizeSays) {
+    ScriptedText nowhere("abc");
+    nowhere.isNowhere = true;
+    std::vector<ScriptedText> odd = {nowhere};
+    // No size, sizes that leave some of the text out, and one that goes on into what follows it.
+    for (const unsigned size : {0U, 1U, 3U, 6U}) {
+        odd.push_back(size == 6 ? ScriptedText(std::string("abc\0rest", 8)) : ScriptedText("abc"));
+        odd.back().peekedSize = size;
+    }
+    for (const ScriptedText& text : odd) {
+        SCOPED_TRACE(text.peekedSize.value_or(4));
+        EXPECT_EQ(Read(text, "a"), "STRING 10020017 10 abc 2 [a]\n" + NextItem());
+        EXPECT_NE(Calls().find("PeekItem 0\nEnumItem 0 null 0 null 0\n"), std::string::npos);
+        EXPECT_EQ(Read("KEY", text), "STRING 10020017 10 KEY 2 [abc]\n" + NextItem());
+        EXPECT_NE(Calls().find("PeekItem 0\nEnumItem 0 null 0 null 0\n"), std::string::npos);
+    }
+}
 
 TEST_F(OddParser, MayHaveAMillionSections) {
     constexpr unsigned kSections = 1'000'000;

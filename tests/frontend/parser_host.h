@@ -18,8 +18,8 @@ protected:
     void SetUp() override;
     void TearDown() override { gccCompEnd(); }
 
-    /// Brings the functions of a scripted parser library into the process, for the rest of its life: "complete" or
-    /// "without_RSParse" and so on.
+    /// Brings the functions of a scripted parser library into the process, for the rest of its life: "complete",
+    /// "peeking", or "without_RSParse" and so on.
     static void Load(const std::string& library);
 
     /// The calls that reached the parser since the last time, one a line.

@@ -1,9 +1,11 @@
-// Built several times, each time with another of the seven names renamed, so that the compiler finds six.
+// Built several times, each time with another of the seven names renamed, so that the compiler finds six; and once with
+// the function that gives items without copying.
 #include "frontend/scripted_parser.h"
 
 #include <algorithm>
 #include <cstring>
 
+using zek::test::kPeekedLine;
 using zek::test::Script;
 using zek::test::ScriptedItem;
 using zek::test::ScriptedSection;
@@ -38,6 +40,11 @@ void Answer(const ScriptedText& text, char* buffer, unsigned* size) {
     }
     if (!text.isLeft) std::memcpy(buffer, text.text.c_str(), std::min<std::size_t>(text.text.size() + 1, *size));
     if (TheScript().sizeAfterwards) *size = *TheScript().sizeAfterwards;
+}
+
+[[maybe_unused]] void Show(const ScriptedText& text, const char** begin, unsigned* size) {
+    *begin = text.isNowhere ? nullptr : text.text.c_str();
+    *size = text.peekedSize.value_or(static_cast<unsigned>(text.text.size()) + 1);
 }
 
 }  // namespace
@@ -86,6 +93,19 @@ unsigned RSEnumItem(void* section, unsigned index, char* key, unsigned* keySize,
     if (items[index].line) *line = items[index].line;
     return 1;
 }
+
+#if defined(ZEK_PEEKING)
+unsigned RSPeekItem(void* section, unsigned index, const char** key, unsigned* keySize, const char** value,
+                    unsigned* valueSize, unsigned* line) {
+    const auto& items = static_cast<const ScriptedSection*>(section)->items;
+    Note("PeekItem " + std::to_string(index));
+    if (index >= items.size()) return 0;
+    Show(items[index].key, key, keySize);
+    Show(items[index].value, value, valueSize);
+    *line = items[index].line + kPeekedLine;
+    return 1;
+}
+#endif
 
 void* RSFindSEction(void* file, const std::string& name) {
     Note("FindSEction " + NameOf(file) + ' ' + name);

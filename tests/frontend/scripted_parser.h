@@ -20,6 +20,9 @@ struct ScriptedText {
     std::string text;
     int sizeError = 0;    ///< added to the right size
     bool isLeft = false;  ///< the buffer is left as it is
+    /// What a look at it gives: a size, else the right one, and whether it is nowhere.
+    std::optional<unsigned> peekedSize = {};
+    bool isNowhere = false;
 };
 
 struct ScriptedItem {
@@ -34,6 +37,9 @@ struct ScriptedSection {
     std::vector<ScriptedItem> items = {};
     bool infoFails = false;
 };
+
+/// A look at an item gives its line and so much, which tells the two ways of reading an item apart.
+inline constexpr unsigned kPeekedLine = 1000;
 
 struct Script {
     std::map<std::string, std::vector<ScriptedSection>> files;
