@@ -32,6 +32,19 @@ unsigned LongestRun(KeyAt&& keyAt) {
     return longest;
 }
 
+/// How many slots are looked at while each number takes the next free slot behind its hash.
+template <class Hash>
+std::size_t Looks(const std::vector<unsigned>& numbers, Hash&& hash) {
+    std::vector<bool> taken(kSlots);
+    std::size_t looks = 0;
+    for (const unsigned number : numbers) {
+        unsigned slot = hash(number) % kSlots;
+        for (++looks; taken[slot]; ++looks) slot = (slot + 1) % kSlots;
+        taken[slot] = true;
+    }
+    return looks;
+}
+
 }  // namespace
 
 TEST(Hash, SpreadsNamesWhereverTheyDiffer) {
@@ -57,6 +70,22 @@ TEST(Hash, SpreadsNumbersThatRiseByAnyStep) {
     for (unsigned step : {1U, 2U, 3U, 8U, 10U, 64U, 100U, 256U, 1024U, 4096U, 0x10000U}) {
         SCOPED_TRACE(step);
         EXPECT_LT(LongestRun([step](unsigned i) { return i * step; }), 200U);
+    }
+}
+
+TEST(Hash, SpreadsNumbersThatWereChosenToMeet) {
+    // Whoever chooses the identifiers of an image knows all but the seed.
+    const auto hashElsewhere = [](unsigned number) {
+        return static_cast<unsigned>(MixedProduct((number >> 3) ^ 0x123456789ABCDEF, kGoldenRatio)) << 3 | (number & 7);
+    };
+    constexpr std::size_t kChosen = 10000;
+    for (const unsigned classWord : {0U, 0x03000000U, 0x12000000U}) {
+        std::vector<unsigned> chosen;
+        for (unsigned number = classWord; chosen.size() < kChosen; ++number) {
+            if (hashElsewhere(number) % kSlots < kSlots / 64) chosen.push_back(number);
+        }
+        EXPECT_GT(Looks(chosen, hashElsewhere), 1000 * kChosen);
+        EXPECT_LT(Looks(chosen, [](unsigned number) { return HashOf(number); }), 2 * kChosen);
     }
 }
 
