@@ -25,7 +25,7 @@ constexpr std::string_view kOutOfRangeText = "vector::_M_range_check";
 /// How many times its size an image takes at most, as docs/reliability.md tells.
 constexpr std::size_t kMostOfCompiled = 288;
 constexpr std::size_t kMostOfDebug = 12;
-constexpr std::size_t kMostOfView = 24;
+constexpr std::size_t kMostOfView = 28;
 
 void LoadGoodCompiled() {
     MemoryFile file;
