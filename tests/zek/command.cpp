@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <linux/capability.h>
+#include <pty.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -26,6 +27,28 @@ std::string TakeRecord(int descriptor) {
     return text;
 }
 
+/// What comes out of a terminal until nobody has it open.
+std::string ReadTerminal(int descriptor) {
+    std::string text;
+    char bytes[4096];
+    for (ssize_t got; (got = read(descriptor, bytes, sizeof bytes)) > 0;) {
+        text.append(bytes, static_cast<std::size_t>(got));
+    }
+    close(descriptor);
+    return text;
+}
+
+/// A terminal that changes nothing of what is written; gives its other end. The program's end stands in `end`.
+int OpenTerminal(unsigned short columns, int& end) {
+    int other = -1;
+    termios raw{};
+    cfmakeraw(&raw);
+    const winsize size = {24, columns, 0, 0};
+    EXPECT_EQ(openpty(&other, &end, nullptr, &raw, &size), 0);
+    fcntl(other, F_SETFD, FD_CLOEXEC);
+    return other;
+}
+
 void Become(int descriptor, int standard) {
     if (dup2(descriptor, standard) < 0) _exit(120);
 }
@@ -45,6 +68,10 @@ void Apply(const Setting& setting, int out, int err) {
     if (!setting.in.empty()) Become(open(setting.in.c_str(), O_RDONLY), STDIN_FILENO);
     if (setting.closedOut) close(STDOUT_FILENO);
     if (setting.readerGone) LeaveWithoutReader();
+    if (setting.terminalColumns) {
+        for (const char* wish : {"COLUMNS", "NO_COLOR"}) unsetenv(wish);
+        setenv("TERM", "xterm", 1);
+    }
     for (const auto& [name, value] : setting.environment) setenv(name.c_str(), value.c_str(), 1);
     std::signal(SIGPIPE, SIG_DFL);
     if (setting.fileSizeLimit) {
@@ -57,12 +84,20 @@ void Apply(const Setting& setting, int out, int err) {
 
 }  // namespace
 
-Program::Program(std::vector<std::string> arguments, const Setting& setting) : out_(Recording()), err_(Recording()) {
+Program::Program(std::vector<std::string> arguments, const Setting& setting) : out_(Recording()) {
+    if (setting.terminalColumns) {
+        terminal_ = OpenTerminal(setting.terminalColumns, err_);
+    } else {
+        err_ = Recording();
+    }
     std::vector<char*> pointers;
     for (std::string& argument : arguments) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
     process_ = fork();
-    if (process_ != 0) return;
+    if (process_ != 0) {
+        if (terminal_ >= 0) close(err_);
+        return;
+    }
     Apply(setting, out_, err_);
     execvp(pointers[0], pointers.data());
     _exit(123);
@@ -71,11 +106,12 @@ Program::Program(std::vector<std::string> arguments, const Setting& setting) : o
 Result Program::Finish() {
     Result result;
     int status = 0;
+    if (terminal_ >= 0) result.err = ReadTerminal(terminal_);
     EXPECT_EQ(waitpid(process_, &status, 0), process_);
     if (WIFEXITED(status)) result.code = WEXITSTATUS(status);
     if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);
     result.out = TakeRecord(out_);
-    result.err = TakeRecord(err_);
+    if (terminal_ < 0) result.err = TakeRecord(err_);
     return result;
 }
 

@@ -23,6 +23,9 @@ struct Setting {
     std::string in = {};   ///< the file that standard input comes from; empty: as in this process
     std::string out = {};  ///< where standard output goes; empty: it is recorded
     bool closedOut = false;
+    /// Standard error is a terminal with so many columns, one with colours and without wishes in the environment, unless
+    /// that says otherwise; 0 is none.
+    unsigned short terminalColumns = 0;
     bool readerGone = false;          ///< standard output is a pipe that nobody reads
     unsigned long fileSizeLimit = 0;  ///< bytes; 0 is none
     bool permissionsHold = false;     ///< what a file's mode forbids is forbidden, to root too
@@ -44,6 +47,7 @@ private:
     pid_t process_ = -1;
     int out_ = -1;
     int err_ = -1;
+    int terminal_ = -1;  ///< its other end, where standard error is one
 };
 
 /// Runs `zek` with these arguments to its end.

@@ -256,7 +256,7 @@ struct Shown {
 };
 
 TEST(TextOfFindings, UnderlinesAndNotes) {
-    EXPECT_EQ(Shown().By(*TextRenderer(false)),
+    EXPECT_EQ(Shown().By(*TextRenderer({})),
               "a:2:9: error: bad \\x1b \\xff [E108]\n"
               "    2 | G_\xc3\xbc = \tVT_X,\\xff\n"
               "      |       \t^~~~\n"
@@ -270,7 +270,7 @@ TEST(TextOfFindings, UnderlinesAndNotes) {
 }
 
 TEST(TextOfFindings, IsColouredWhereThatIsWanted) {
-    const std::string shown = Shown().By(*TextRenderer(true));
+    const std::string shown = Shown().By(*TextRenderer({.colour = true}));
     EXPECT_TRUE(shown.starts_with("\x1b[1ma:2:9:\x1b[0m \x1b[1;31merror:\x1b[0m bad \\x1b \\xff [E108]\n")) << shown;
     EXPECT_NE(shown.find("\t\x1b[1;31m^~~~\x1b[0m\n"), shown.npos) << shown;
     EXPECT_NE(shown.find("\x1b[1;36mnote:\x1b[0m the section\n"), shown.npos) << shown;
@@ -280,7 +280,7 @@ TEST(TextOfFindings, ShowsAPartOfALongLine) {
     const MemoryFile file("K = " + std::string(300, 'a') + ",HERE," + std::string(300, 'b') + "\n");
     SourceText text;
     Finding finding = About("W101", text.SubString(file.Name(), 1, 1));
-    const std::string shown = TextRenderer(false)->Of({"a", {finding}}, text);
+    const std::string shown = TextRenderer({})->Of({"a", {finding}}, text);
     const std::string before = "..." + std::string(59, 'a') + ',';
     EXPECT_NE(shown.find("\n    1 | " + before + "HERE," + std::string(95, 'b') + "...\n      | " +
                          std::string(before.size(), ' ') + "^~~~\n"),

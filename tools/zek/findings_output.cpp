@@ -5,17 +5,23 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "columns.h"
 #include "streams.h"
 
 namespace zek::tool {
 namespace {
 
 /// As the line asks; else where a terminal reads that has colours and nobody minds them.
-bool WantsColour(const std::string& color, int descriptor) {
+bool WantsColour(const std::string& color, bool onTerminal) {
     if (color != "auto") return color == "always";
     const char* const none = std::getenv("NO_COLOR");
     const char* const terminal = std::getenv("TERM");
-    return !(none && *none) && terminal && std::string(terminal) != "dumb" && isatty(descriptor) != 0;
+    return !(none && *none) && terminal && std::string(terminal) != "dumb" && onTerminal;
+}
+
+Screen ScreenOn(int descriptor, const std::string& color) {
+    const bool onTerminal = IsTerminal(descriptor);
+    return {WantsColour(color, onTerminal), onTerminal ? TerminalColumns(descriptor) : 0};
 }
 
 const FormatRow* RowOfFormatName(const std::string& name) {
@@ -48,7 +54,7 @@ void AddFindingsOptions(Words& words, FindingsOptions& options) {
 }
 
 FindingsOutput::FindingsOutput(const FindingsOptions& options)
-    : format_(RowOfFormatName(options.format)), renderer_(format_->make(WantsColour(options.color, STDERR_FILENO))) {}
+    : format_(RowOfFormatName(options.format)), renderer_(format_->make(ScreenOn(STDERR_FILENO, options.color))) {}
 
 void FindingsOutput::Show(const std::string& piece) {
     if (!IsDocument()) return Tell(piece);

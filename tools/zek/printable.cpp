@@ -1,18 +1,11 @@
 #include "printable.h"
 
-#include <cstdint>
 #include <cstdio>
 
 namespace zek::tool {
 namespace {
 
 constexpr char kDigits[] = "0123456789abcdef";
-
-struct Character {
-    std::uint32_t code = 0;
-    std::size_t length = 1;
-    bool sound = false;
-};
 
 /// The form of a character by its first byte: how many bytes it has, and the least code that needs so many.
 struct Form {
@@ -22,24 +15,6 @@ struct Form {
     std::uint32_t least;
 };
 constexpr Form kForms[] = {{0x80, 0x00, 1, 0}, {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}};
-
-/// The first character of a text that is not empty; a byte that begins none counts as one by itself.
-Character First(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    for (const Form& form : kForms) {
-        if ((byte(0) & form.mask) != form.lead) continue;
-        if (text.size() < form.length) return {};
-        std::uint32_t code = byte(0) & static_cast<unsigned char>(~form.mask);
-        for (std::size_t i = 1; i < form.length; ++i) {
-            if ((byte(i) & 0xC0) != 0x80) return {};
-            code = code << 6 | (byte(i) & 0x3Fu);
-        }
-        const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-        if (code < form.least || code > 0x10FFFF || surrogate) return {};
-        return {code, form.length, true};
-    }
-    return {};
-}
 
 bool IsShown(const Character& character) {
     const std::uint32_t code = character.code;
@@ -52,7 +27,7 @@ bool IsShown(const Character& character) {
 std::string Escaped(std::string_view text, std::string_view kept, std::string_view slashed) {
     std::string result;
     while (!text.empty()) {
-        const Character first = First(text);
+        const Character first = FirstCharacter(text);
         const std::string_view bytes = text.substr(0, first.length);
         text.remove_prefix(first.length);
         if (slashed.find(bytes[0]) != slashed.npos) {
@@ -69,9 +44,26 @@ std::string Escaped(std::string_view text, std::string_view kept, std::string_vi
 
 }  // namespace
 
+Character FirstCharacter(std::string_view text) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    for (const Form& form : kForms) {
+        if ((byte(0) & form.mask) != form.lead) continue;
+        if (text.size() < form.length) return {};
+        std::uint32_t code = byte(0) & static_cast<unsigned char>(~form.mask);
+        for (std::size_t i = 1; i < form.length; ++i) {
+            if ((byte(i) & 0xC0) != 0x80) return {};
+            code = code << 6 | (byte(i) & 0x3Fu);
+        }
+        const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
+        if (code < form.least || code > 0x10FFFF || surrogate) return {};
+        return {code, form.length, true};
+    }
+    return {};
+}
+
 bool IsUtf8(std::string_view bytes) {
     while (!bytes.empty()) {
-        const Character first = First(bytes);
+        const Character first = FirstCharacter(bytes);
         if (!first.sound) return false;
         bytes.remove_prefix(first.length);
     }
@@ -80,7 +72,7 @@ bool IsUtf8(std::string_view bytes) {
 
 std::size_t CountCharacters(std::string_view text) {
     std::size_t count = 0;
-    for (; !text.empty(); ++count) text.remove_prefix(First(text).length);
+    for (; !text.empty(); ++count) text.remove_prefix(FirstCharacter(text).length);
     return count;
 }
 

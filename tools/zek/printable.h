@@ -2,10 +2,20 @@
 /// library.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace zek::tool {
+
+struct Character {
+    std::uint32_t code = 0;
+    std::size_t length = 1;  ///< in bytes
+    bool sound = false;      ///< else it is one byte that is no UTF-8
+};
+
+/// The first character of a text that is not empty.
+Character FirstCharacter(std::string_view text);
 
 /// Whether the bytes are well-formed UTF-8 (no overlong form, no surrogate, nothing above U+10FFFF).
 bool IsUtf8(std::string_view bytes);

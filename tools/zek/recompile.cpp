@@ -42,7 +42,7 @@ bool CheckInto(const std::string& source, const MemoryFile& messages) {
     SourceText text;
     Report report({}, source, reading.Files(), index, text);
     report.Add(whileReading, TakeMessages());
-    messages.Append(TextRenderer(false)->Of({source, Reviewed(report.Findings(), {}, {}, text)}, text));
+    messages.Append(TextRenderer({})->Of({source, Reviewed(report.Findings(), {}, {}, text)}, text));
     return passed && report.Losses() == 0;
 }
 

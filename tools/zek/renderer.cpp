@@ -11,9 +11,9 @@ std::size_t SourceFindings::Count(Severity severity) const {
 
 const std::vector<FormatRow> kFormats = {
     {"text", TextRenderer, false},
-    {"json", [](bool) { return JsonRenderer(); }, true},
-    {"sarif", [](bool) { return SarifRenderer(); }, true},
-    {"github", [](bool) { return GithubRenderer(); }, true},
+    {"json", [](const Screen&) { return JsonRenderer(); }, true},
+    {"sarif", [](const Screen&) { return SarifRenderer(); }, true},
+    {"github", [](const Screen&) { return GithubRenderer(); }, true},
 };
 
 }  // namespace zek::tool

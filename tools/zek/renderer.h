@@ -37,9 +37,16 @@ public:
     }
 };
 
+/// What text is shown on.
+struct Screen {
+    bool colour = false;
+    std::size_t columns = 0;  ///< of a terminal; 0 where it is none
+};
+
 /// file:line:column: severity: message [code], the source line with what it is about underlined, notes, and a line that
-/// counts. The way to an included file is shown with the first finding there.
-std::unique_ptr<Renderer> TextRenderer(bool colour);
+/// counts. The way to an included file is shown with the first finding there. On a terminal a source line
+/// takes one row, and nothing of a source is sent that a terminal obeys.
+std::unique_ptr<Renderer> TextRenderer(const Screen& screen);
 /// One object; its schema is told in docs/findings.md.
 std::unique_ptr<Renderer> JsonRenderer();
 /// A log of the static analysis format of that name, version 2.1.0, with one run.
@@ -50,7 +57,7 @@ std::unique_ptr<Renderer> GithubRenderer();
 /// The formats by their names on the command line.
 struct FormatRow {
     const char* name;
-    std::unique_ptr<Renderer> (*make)(bool colour);
+    std::unique_ptr<Renderer> (*make)(const Screen& screen);
     bool toStandardOutput;  ///< else to standard error
 };
 extern const std::vector<FormatRow> kFormats;
