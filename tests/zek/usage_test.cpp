@@ -1,3 +1,7 @@
+#include <command.h>  // of the program: the table of commands
+
+#include <map>
+
 #include "zek/command.h"
 
 namespace zek::test {
@@ -7,8 +11,8 @@ namespace {
 class ZekUsage : public ZekTest {};
 
 TEST_F(ZekUsage, HelpOfEveryCommandHasAnExample) {
-    for (const std::string command :
-         {"compile", "check", "verify", "dump", "tree", "get", "origin", "diff", "map", "fmt", "decompile"}) {
+    for (const tool::CommandSpec& spec : tool::Commands()) {
+        const std::string command = spec.name;
         SCOPED_TRACE(command);
         const Result help = Zek({command, "--help"});
         EXPECT_EQ(help.code, 0);
@@ -22,11 +26,9 @@ TEST_F(ZekUsage, HelpNamesTheCommandsAndTheExitCodes) {
     const Result help = Zek({"--help"});
     EXPECT_EQ(help.code, 0);
     EXPECT_EQ(help.err, "");
-    for (const char* text :
-         {"\n  compile ", "\n  check ", "\n  verify ", "\n  dump ", "\n  tree ", "\n  fmt ", "\n  decompile ",
-          "Example:\n  zek compile ", "0 fine, 1 the source has errors, 2 wrong command line"}) {
-        EXPECT_NE(help.out.find(text), std::string::npos) << text << "\n" << help.out;
-    }
+    Strings texts = {"Example:\n  zek compile ", "0 fine, 1 the source has errors, 2 wrong command line"};
+    for (const tool::CommandSpec& spec : tool::Commands()) texts.push_back(std::string("\n  ") + spec.name + " ");
+    for (const std::string& text : texts) EXPECT_NE(help.out.find(text), std::string::npos) << text << "\n" << help.out;
 }
 
 TEST_F(ZekUsage, HelpCallsThingsByOneName) {
@@ -125,22 +127,39 @@ class ZekStandardOutput : public ZekTest, public testing::WithParamInterface<Unw
 TEST_P(ZekStandardOutput, ThatCannotBeWrittenEndsWithTwo) {
     WriteSound("a.zek");
     ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
-    for (const Strings& arguments : std::vector<Strings>{{"--help"},
-                                                         {"--version"},
-                                                         {"dump", "a.zki"},
-                                                         {"dump", "--json", "a.zkd"},
-                                                         {"tree", "a.zki"},
-                                                         {"tree", "--json", "a.zki"},
-                                                         {"verify", "--json", "a.zki"},
-                                                         {"get", "a.zki", "GROUP/Board/NAME"},
-                                                         {"map", "a.zki"},
-                                                         {"origin", "a.zkd", "GROUP/Board/NAME"},
-                                                         {"diff", "--json", "a.zki", "a.zki"},
-                                                         {"verify", "a.zki"}}) {
+    const std::map<std::string, std::vector<Strings>> rows = {
+        {"compile", {{"b.zek", "-o", "-", "-g", "b.zkd"}, {"b.zek", "--format", "json"}}},
+        {"check", {{"--format", "json", "a.zek"}, {"--format", "github", "bad.zek"}}},
+        {"explain", {{}, {"W101"}, {"--markdown"}}},
+        {"verify", {{"a.zki"}, {"--json", "a.zki"}}},
+        {"dump", {{"a.zki"}, {"--json", "a.zkd"}}},
+        {"tree", {{"a.zki"}, {"--json", "a.zki"}}},
+        {"get", {{"a.zki", "GROUP/Board/NAME"}}},
+        {"origin", {{"a.zkd", "GROUP/Board/NAME"}}},
+        {"diff", {{"--json", "a.zki", "a.zki"}}},
+        {"map", {{"a.zki"}}},
+        {"fmt", {{"--check", "ragged.zek"}}},
+        {"decompile", {{"a.zki"}, {"a.zkd"}}},
+        {"new", {{"board"}}},
+        {"lint", {{"--list"}}},
+    };
+    WriteSound("b.zek");
+    Write("bad.zek", "[FOO]\n");
+    Write("ragged.zek", "  [GROUP]\n");
+    const auto fails = [](const Strings& arguments) {
         SCOPED_TRACE(testing::PrintToString(arguments));
         const Result result = Zek(arguments, GetParam().setting);
         EXPECT_EQ(result.code, 2);
         EXPECT_EQ(result.err, std::string("zek: cannot write to standard output: ") + GetParam().reason + '\n');
+    };
+    for (const char* option : {"--help", "--version"}) fails({option});
+    for (const tool::CommandSpec& spec : tool::Commands()) {
+        ASSERT_TRUE(rows.contains(spec.name)) << spec.name;
+        fails({spec.name, "--help"});
+        for (Strings arguments : rows.at(spec.name)) {
+            arguments.insert(arguments.begin(), spec.name);
+            fails(arguments);
+        }
     }
 }
 
