@@ -1,4 +1,6 @@
 // The commands in the pages do what the pages say.
+#include <regex>
+
 #include "docs/page.h"
 #include "docs/run.h"
 #include "support/process_test.h"
@@ -34,6 +36,30 @@ TEST_F(Commands, CheckAFaultySourceAsThePageShows) {
     Write("faulty.zek", Block("docs/language.md", "zek faulty.zek"));
     EXPECT_EQ(Zek("check faulty.zek"), 1);
     EXPECT_EQ(Read("stderr"), Block("docs/language.md", "text zek check"));
+}
+
+TEST_F(Commands, FindWhatThePagesAllowAndNothingElse) {
+    const struct {
+        const char* page;
+        std::string source;
+        std::vector<std::string> codes;
+    } rows[] = {{"docs/findings.md", "allowed.zek", {"W101", "W101", "L161"}}, {"docs/lint.md", "fans.zek", {"L101"}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.page);
+        const std::string text = Block(row.page, "zek " + row.source);
+        Write(row.source, text);
+        EXPECT_EQ(Zek("check " + row.source), 0);
+        EXPECT_EQ(Read("stderr"), "");
+        Write(row.source, std::regex_replace(text, std::regex("zek: allow"), ""));
+        EXPECT_EQ(Zek("check --format github " + row.source), 0);
+        const std::string found = Read("stdout");
+        const std::regex title("title=([A-Z0-9]+)::");
+        std::vector<std::string> codes;
+        for (std::sregex_iterator match(found.begin(), found.end(), title), end; match != end; ++match) {
+            codes.push_back((*match)[1]);
+        }
+        EXPECT_EQ(codes, row.codes) << found;
+    }
 }
 
 TEST_F(Commands, WriteTheCompiledImageThatThePageShows) {
