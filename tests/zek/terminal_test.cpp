@@ -28,11 +28,11 @@ protected:
     }
 
     /// What a terminal with so many columns gets for a property with this text behind its first comma.
-    static Excerpt On(unsigned short columns, const std::string& before, const std::string& after,
+    static Excerpt On(unsigned columns, const std::string& before, const std::string& after,
                       const std::string& wanted = {}) {
         Write("a.zek",
               "[PROPERTY]\nK = " + before + "\n[GROUP]\nPARENT = 0\nNAME = " + before + ",HERE" + after + "\n");
-        Setting setting = {.terminalColumns = columns};
+        Setting setting = {.terminalColumns = static_cast<unsigned short>(columns)};
         if (!wanted.empty()) setting.environment = {{"COLUMNS", wanted}};
         return ExcerptOf(Zek({"check", "--color=never", "--error=W101", "a.zek"}, setting).err);
     }
@@ -65,9 +65,9 @@ TEST_F(ZekTerminal, HasColoursUnlessSomebodyMinds) {
 }
 
 TEST_F(ZekTerminal, ShowsALineInOneRow) {
-    for (const unsigned short columns : {40, 60, 80, 120, 200}) {
+    for (const unsigned columns : {40U, 60U, 80U, 120U, 200U}) {
         SCOPED_TRACE(columns);
-        const Excerpt shown = On(columns, std::string(300, 'a'), std::string(300, 'b'));
+        const Excerpt shown = On(columns, std::string(300, 'a'), ',' + std::string(300, 'b'));
         EXPECT_EQ(shown.line.size(), columns);
         EXPECT_LE(shown.caret.size(), columns);
         EXPECT_EQ(shown.line.substr(shown.caret.find('^'), 4), "HERE") << shown.line << '\n' << shown.caret;
@@ -93,7 +93,7 @@ TEST_F(ZekTerminal, UnderlinesWhatIsMeant) {
         {"\xe6\xb8\xa9\xe5\xba\xa6", "     "},         // two wide characters
         {"e\xcc\x81", "  "},                           // an accent of its own
         {"\xf0\x9f\x8c\xa1\xf0\x9f\x98\x80", "    "},  // a thermometer, narrow, and a face, wide
-        {"a\tb", "  \t "},
+        {"a\tb", " \t  "},
         {"\xff", "     "},  // shown as \xff
     };
     for (const auto& row : rows) {
