@@ -120,6 +120,16 @@ Result Zek(std::vector<std::string> arguments, const Setting& setting) {
     return Program(std::move(arguments), setting).Finish();
 }
 
+std::vector<std::string> CommandNames() {
+    const std::string help = Zek({"--help"}).out;
+    std::istringstream lines(help.substr(std::min(help.find("\nCommands:\n"), help.size())));
+    std::vector<std::string> names;
+    for (std::string line; std::getline(lines, line) && line != "Example:";) {
+        if (line.starts_with("  ") && line[2] != ' ') names.push_back(line.substr(2, line.find(' ', 2) - 2));
+    }
+    return names;
+}
+
 std::string WithoutExcerpts(const std::string& said) {
     std::string rest;
     std::istringstream lines(said);

@@ -56,6 +56,9 @@ Result Zek(std::vector<std::string> arguments, const Setting& setting = {});
 /// Options that leave out what lint finds of things that nothing uses, for sources in which nothing does.
 inline const std::vector<std::string> kUnusedAside = {"--no-warn", "L133", "--no-warn", "L135"};
 
+/// The commands that the help names, in its order.
+std::vector<std::string> CommandNames();
+
 /// What was said without the lines that show the source.
 std::string WithoutExcerpts(const std::string& said);
 

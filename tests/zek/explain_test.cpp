@@ -1,4 +1,5 @@
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "code_table.h"
 #include "docs/page.h"
@@ -15,7 +16,8 @@ TEST_F(ZekExplain, TellsCauseExampleAndCure) {
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out,
-              "W101: Warning[%s:%u]: [%s]:%s, More than one sub-string and get the first one as sub-string.\n"
+              "W101: Warning[%s:%u]: [%s]:%s, More than one sub-string and get the first one as\n"
+              "  sub-string.\n"
               "\n"
               "Cause: A number or text has a comma in it; what follows the comma is dropped.\n"
               "\n"
@@ -30,6 +32,23 @@ TEST_F(ZekExplain, TellsCauseExampleAndCure) {
               "Cause: An entry whose class and type do not agree.\n"
               "\n"
               "Cure: No source leads to it; report it.\n");
+}
+
+/// But for what the example holds.
+TEST_F(ZekExplain, IsPlainTextInEightyColumns) {
+    for (const tool::CodeGroup& group : tool::CodeGroups()) {
+        for (const tool::CodeRow& row : group.rows) {
+            SCOPED_TRACE(row.code);
+            const std::string said = Zek({"explain", row.code}).out;
+            std::string text = said;
+            if (*row.example) text.erase(text.find("\nExample:\n"), text.find("\nCure: ") - text.find("\nExample:\n"));
+            EXPECT_EQ(text.find('`'), std::string::npos) << text;
+            EXPECT_EQ(text.find("]("), std::string::npos) << text;
+            std::istringstream lines(text);
+            for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
+        }
+    }
+    EXPECT_NE(Zek({"explain", "E101"}).out.find("\"Sections and keys\" of language.md"), std::string::npos);
 }
 
 TEST_F(ZekExplain, RefusesAnUnknownCode) {

@@ -26,11 +26,6 @@ protected:
         return all;
     }
 
-    static Strings Commands() {
-        const std::string help = Zek({"--help"}).out;
-        const std::size_t begin = help.find("\nCommands:\n");
-        return All(help.substr(begin, help.find("Example:") - begin), "\n  ([a-z-]+) ");
-    }
     /// The options in the help of a command.
     static Strings Options(const std::string& command) {
         return All(Zek({command, "--help"}).out, "\n  (?:-[A-Za-z],)?(--[a-z-]+)");
@@ -49,7 +44,7 @@ protected:
 };
 
 TEST_F(ZekPages, ManualHasAPageForEachCommandWithEachOption) {
-    const Strings commands = Commands();
+    const Strings commands = CommandNames();
     ASSERT_GE(commands.size(), 7U);
     std::set<std::string> pages = {"zek.1"};
     for (const std::string& command : commands) {
@@ -64,6 +59,36 @@ TEST_F(ZekPages, ManualHasAPageForEachCommandWithEachOption) {
     }
     const Strings made = Names(ZEK_PAGES "/man1");
     EXPECT_EQ(std::set<std::string>(made.begin(), made.end()), pages);
+}
+
+TEST_F(ZekPages, ManualHasItsSectionsInTheUsualOrder) {
+    Strings names = {"zek"};
+    for (const std::string& command : CommandNames()) names.push_back("zek-" + command);
+    for (const std::string& name : names) {
+        SCOPED_TRACE(name);
+        const std::string page = Page("man1/" + name + ".1");
+        Strings wanted = {"NAME", "SYNOPSIS", "DESCRIPTION", name == "zek" ? "COMMANDS" : "OPTIONS", "EXIT STATUS"};
+        if (name == "zek" || name == "zek-compile" || name == "zek-check") wanted.push_back("ENVIRONMENT");
+        wanted.push_back("EXAMPLES");
+        if (name != "zek") wanted.push_back("SEE ALSO");
+        EXPECT_EQ(All(page, "\\.SH ([A-Z ]+)\n"), wanted);
+    }
+    const std::string page = Page("man1/zek-compile.1");
+    for (const char* variable : {"NO_COLOR", "TERM", "COLUMNS", "SOURCE_DATE_EPOCH"}) {
+        for (const char* file : {"man1/zek.1", "man1/zek-compile.1"}) {
+            EXPECT_NE(Page(file).find(std::string(".TP\n\\fB") + variable + "\\fR\n"), std::string::npos) << variable;
+        }
+    }
+}
+
+TEST_F(ZekPages, ManualFitsEightyColumns) {
+    for (const std::string& name : Names(ZEK_PAGES "/man1")) {
+        SCOPED_TRACE(name);
+        std::istringstream lines(
+            Page("man1/" + name) +
+            Shell("sh", "GROFF_NO_SGR=1 groff -man -Tascii -rLL=80n -P-cbou " ZEK_PAGES "/man1/" + name).out);
+        for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
+    }
 }
 
 TEST_F(ZekPages, ManualIsSoundForTheFormatter) {
@@ -86,11 +111,11 @@ TEST_F(ZekPages, ShellsCanReadTheirCompletions) {
 }
 
 TEST_F(ZekPages, BashOffersCommandsOptionsWordsAndFiles) {
-    Strings all = Commands();
+    Strings all = CommandNames();
     all.insert(all.end(), {"--help", "--version"});
     EXPECT_EQ(Offered({"zek", ""}), all);
     EXPECT_EQ(Offered({"zek", "ver"}), Strings{"verify"});
-    for (const std::string& command : Commands()) {
+    for (const std::string& command : CommandNames()) {
         const Strings offered = Offered({"zek", command, "--"});
         const Strings options = Options(command);
         EXPECT_EQ(std::set<std::string>(offered.begin(), offered.end()),
@@ -98,6 +123,14 @@ TEST_F(ZekPages, BashOffersCommandsOptionsWordsAndFiles) {
             << command;
     }
     EXPECT_EQ(Offered({"zek", "compile", "--emit", ""}), (Strings{"image", "c"}));
+    EXPECT_EQ(Offered({"zek", "check", "--format", "=", ""}), (Strings{"text", "json", "sarif", "github"}));
+    EXPECT_EQ(Offered({"zek", "check", "--format", "="}), (Strings{"text", "json", "sarif", "github"}));
+    EXPECT_EQ(Offered({"zek", "check", "--format", "=", "s"}), Strings{"sarif"});
+    EXPECT_EQ(Offered({"zek", "explain", "W101", "E11"}), (Strings{"E110", "E111", "E112", "E113"}));
+    EXPECT_EQ(Offered({"zek", "check", "-W", "e"}), Strings{"error"});
+    for (const char* option : {"--no-warn", "--error"}) {
+        EXPECT_EQ(Offered({"zek", "check", option, "W10"}), (Strings{"W101", "W102"})) << option;
+    }
     Write("a b.zek", "");
     Write("other", "");
     EXPECT_EQ(Offered({"zek", "compile", "a"}), Strings{"a b.zek"});
@@ -107,7 +140,7 @@ TEST_F(ZekPages, BashOffersCommandsOptionsWordsAndFiles) {
 
 TEST_F(ZekPages, FishOffersCommandsAndOptions) {
     const std::string offered = Shell("fish", "source " ZEK_PAGES "/fish/zek.fish; complete -C'zek '").out;
-    for (const std::string& command : Commands()) {
+    for (const std::string& command : CommandNames()) {
         EXPECT_NE(offered.find(command + '\t'), std::string::npos) << command << offered;
         const std::string options =
             Shell("fish", "source " ZEK_PAGES "/fish/zek.fish; complete -C'zek " + command + " --'").out;
@@ -117,16 +150,26 @@ TEST_F(ZekPages, FishOffersCommandsAndOptions) {
     }
     EXPECT_EQ(Shell("fish", "source " ZEK_PAGES "/fish/zek.fish; complete -C'zek compile --emit '").out.substr(0, 2),
               "c\t");
+    for (const char* words : {"explain", "check --error", "compile --no-warn", "check -W"}) {
+        EXPECT_TRUE(Shell("fish", std::string("source " ZEK_PAGES "/fish/zek.fish; complete -C'zek ") + words + " W10'")
+                        .out.starts_with("W101"))
+            << words;
+    }
 }
 
 TEST_F(ZekPages, ZshIsToldEveryOption) {
-    for (const std::string& command : Commands()) {
+    for (const std::string& command : CommandNames()) {
         const Result told = Shell("zsh", "_arguments() { print -l -- \"$@\" }; words=(zek " + command +
                                              " x); CURRENT=3; source " ZEK_PAGES "/zsh/_zek");
         for (const std::string& option : Options(command)) {
             EXPECT_NE(told.out.find(option + '['), std::string::npos) << command << ' ' << option << told.err;
         }
     }
+    const std::string explain = Shell("zsh",
+                                      "_arguments() { print -l -- \"$@\" }; words=(zek explain x); CURRENT=3; "
+                                      "source " ZEK_PAGES "/zsh/_zek")
+                                    .out;
+    EXPECT_NE(explain.find("*:CODE:(E001 "), std::string::npos) << explain;
     const Result commands =
         Shell("zsh", "_describe() { print -l -- ${(P)2} }; words=(zek x); CURRENT=2; f() { source " ZEK_PAGES
                      "/zsh/_zek }; f");

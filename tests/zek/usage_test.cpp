@@ -1,7 +1,9 @@
-#include <command.h>  // of the program: the table of commands
-
+#include <algorithm>
+#include <array>
 #include <map>
+#include <sstream>
 
+#include "docs/page.h"
 #include "zek/command.h"
 
 namespace zek::test {
@@ -11,8 +13,7 @@ namespace {
 class ZekUsage : public ZekTest {};
 
 TEST_F(ZekUsage, HelpOfEveryCommandHasAnExample) {
-    for (const tool::CommandSpec& spec : tool::Commands()) {
-        const std::string command = spec.name;
+    for (const std::string& command : CommandNames()) {
         SCOPED_TRACE(command);
         const Result help = Zek({command, "--help"});
         EXPECT_EQ(help.code, 0);
@@ -26,9 +27,68 @@ TEST_F(ZekUsage, HelpNamesTheCommandsAndTheExitCodes) {
     const Result help = Zek({"--help"});
     EXPECT_EQ(help.code, 0);
     EXPECT_EQ(help.err, "");
-    Strings texts = {"Example:\n  zek compile ", "0 fine, 1 the source has errors, 2 wrong command line"};
-    for (const tool::CommandSpec& spec : tool::Commands()) texts.push_back(std::string("\n  ") + spec.name + " ");
+    Strings texts = {"Example:\n  zek compile ", "\nExit codes:\n  0 fine\n  1 errors in a source, a difference",
+                     "\n  2 the command line is wrong", "\n  3 a file is not a valid image\n"};
     for (const std::string& text : texts) EXPECT_NE(help.out.find(text), std::string::npos) << text << "\n" << help.out;
+}
+
+/// What the exit codes of a command mean, as its help says.
+std::map<int, std::string> ExitCodesOf(const std::string& command) {
+    const std::string help = Zek({command, "--help"}).out;
+    std::istringstream lines(help.substr(help.find("\nExit codes:\n") + 1));
+    std::string line;
+    std::getline(lines, line);
+    std::map<int, std::string> exits;
+    while (std::getline(lines, line)) {
+        if (line.starts_with("    ")) {
+            std::prev(exits.end())->second += line.substr(3);
+        } else if (!line.empty()) {
+            exits[line[2] - '0'] = line.substr(4);
+        }
+    }
+    return exits;
+}
+
+TEST_F(ZekUsage, HelpFitsEightyColumnsBelowTheOptions) {
+    for (const std::string& command : CommandNames()) {
+        SCOPED_TRACE(command);
+        const std::string help = Zek({command, "--help"}).out;
+        std::istringstream lines(help.substr(help.find("\nExample:\n")));
+        for (std::string line; std::getline(lines, line);) EXPECT_LE(line.size(), 80U) << line;
+    }
+}
+
+/// A row for each code and meaning, with the commands for which it has that.
+TEST_F(ZekUsage, ExitCodesAreThoseOfThePage) {
+    std::vector<std::array<std::string, 3>> rows;  // code, meaning, commands
+    for (const int code : {0, 1, 2, 3}) {
+        const std::string number = std::to_string(code);
+        for (const std::string& command : CommandNames()) {
+            const std::map<int, std::string> exits = ExitCodesOf(command);
+            ASSERT_TRUE(exits.contains(0) && exits.contains(2)) << command;
+            if (!exits.contains(code)) continue;
+            const std::string& means = exits.at(code);
+            auto row = std::find_if(rows.begin(), rows.end(),
+                                    [&](const auto& other) { return other[0] == number && other[1] == means; });
+            if (row == rows.end()) row = rows.insert(rows.end(), {number, means, ""});
+            (*row)[2] += ((*row)[2].empty() ? "`" : ", `") + command + '`';
+        }
+    }
+    std::string table = "| Exit code | Of | Means |\n|---|---|---|\n";
+    for (const auto& [code, means, commands] : rows) {
+        const bool isOfAll = std::count(commands.begin(), commands.end(), ',') + 1 == std::ssize(CommandNames());
+        table += "| " + code + " | " + (isOfAll ? "all" : commands) + " | " + means + " |\n";
+    }
+    EXPECT_NE(SourceFile("docs/language.md").find(table + '\n'), std::string::npos) << table;
+}
+
+TEST_F(ZekUsage, HelpIsACommandToo) {
+    EXPECT_EQ(Zek({"help"}).out, Zek({"--help"}).out);
+    for (const std::string& command : CommandNames()) {
+        const Result result = Zek({"help", command});
+        EXPECT_EQ(result.code, 0);
+        EXPECT_EQ(result.out, Zek({command, "--help"}).out);
+    }
 }
 
 TEST_F(ZekUsage, HelpCallsThingsByOneName) {
@@ -48,9 +108,15 @@ TEST_F(ZekUsage, WrongCommandLineIsToldAsItIs) {
     } rows[] = {
         {{}, "a command is required"},
         {{"frobnicate", "a.zek"}, "there is no command frobnicate"},
+        {{"ckeck", "a.zek"}, "there is no command ckeck; did you mean check?"},
+        {{"help", "dmup"}, "there is no command dmup; did you mean dump?"},
+        {{"--verison"}, "there is no option --verison; did you mean --version?, and a command is required"},
+        {{"check", "--colr=always", "a.zek"}, "there is no option --colr; did you mean --color?"},
+        {{"compile", "a.zek", "--debugimage", "b"}, "there is no option --debugimage; did you mean --debug-image?"},
+        {{"dump", "a", "b"}, "The following argument was not expected: b"},
         {{"--frobnicate"}, "there is no option --frobnicate, and a command is required"},
         {{"compile"}, "SOURCE is required"},
-        {{"check", "a.zek", "--frobnicate"}, "The following argument was not expected: --frobnicate"},
+        {{"check", "a.zek", "--frobnicate"}, "there is no option --frobnicate"},
         {{"compile", "a.zek", "-o", ""}, "a file name is empty"},
         {{"check", "a.zek", "--max-files", "0"}, "--max-files: 0 is not a number from 1 to 999999999"},
         {{"check", "a.zek", "--max-files", "1x"}, "--max-files: 1x is not a number from 1 to 999999999"},
@@ -59,11 +125,21 @@ TEST_F(ZekUsage, WrongCommandLineIsToldAsItIs) {
         // Nothing that a terminal would obey.
         {{"--\x1b[31mfoo", "x"}, "there is no option --\\x1b[31mfoo, and a command is required"},
         {{"\x1b[31m\n"}, "there is no command \\x1b[31m\\x0a"},
-        {{"check", "x", "--\xff\x1b"}, "The following argument was not expected: --\\xff\\x1b"},
+        {{"check", "x", "--\xff\x1b"}, "there is no option --\\xff\\x1b"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.arguments));
         EXPECT_EQ(Zek(row.arguments).err, "zek: " + row.why + "\nRun with --help for more information.\n");
+    }
+}
+
+TEST_F(ZekUsage, LintPointsToCheck) {
+    WriteSound("a.zek");
+    for (const Strings& words : std::vector<Strings>{{"lint", "a.zek"}, {"lint", "--list", "a.zek"}}) {
+        const Result result = Zek(words);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "zek: 'zek lint --list' lists the rules; 'zek check a.zek' runs them\n");
     }
 }
 
@@ -153,11 +229,12 @@ TEST_P(ZekStandardOutput, ThatCannotBeWrittenEndsWithTwo) {
         EXPECT_EQ(result.err, std::string("zek: cannot write to standard output: ") + GetParam().reason + '\n');
     };
     for (const char* option : {"--help", "--version"}) fails({option});
-    for (const tool::CommandSpec& spec : tool::Commands()) {
-        ASSERT_TRUE(rows.contains(spec.name)) << spec.name;
-        fails({spec.name, "--help"});
-        for (Strings arguments : rows.at(spec.name)) {
-            arguments.insert(arguments.begin(), spec.name);
+    ASSERT_FALSE(CommandNames().empty());
+    for (const std::string& command : CommandNames()) {
+        ASSERT_TRUE(rows.contains(command)) << command;
+        fails({command, "--help"});
+        for (Strings arguments : rows.at(command)) {
+            arguments.insert(arguments.begin(), command);
             fails(arguments);
         }
     }

@@ -21,7 +21,6 @@ enum class Origin {
 /// How much is made of a code where the command line says nothing.
 enum class Level {
     kHidden,   ///< shown with --verbose or -W
-    kOff,      ///< a rule that is not run unless -W or --error names it
     kWarning,  ///< shown
     kError     ///< shown, and fails; never less
 };

@@ -2,6 +2,7 @@
 /// that help, manual pages and completions are made of the same words.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -28,9 +29,14 @@ public:
     virtual void Folder(const std::string& type, std::string& place, const std::string& help) = 0;
     virtual void FolderOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
                                const std::string& help) = 0;
-    /// What is no file and stands without an option: one, or any number.
+    /// Codes of findings that stand without an option, any number.
+    virtual void AnyCodes(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
+    /// An option with a code of a finding or the other word, if there is one, that may be given several times; `take`
+    /// as below.
+    virtual void EachCode(const std::string& names, const std::string& type, const std::string& other,
+                          const std::function<void(const std::string&)>& take, const std::string& help) = 0;
+    /// What is no file and stands without an option.
     virtual void Argument(const std::string& type, std::string& place, const std::string& help) = 0;
-    virtual void AnyArguments(const std::string& type, std::vector<std::string>& place, const std::string& help) = 0;
     /// An option whose value is the name of a file or folder to write.
     virtual void FileOption(const std::string& names, const std::string& type, std::string& place,
                             const std::string& help) = 0;
@@ -58,17 +64,33 @@ public:
 /// Does the work; gives the exit code or throws Failure.
 using Run = std::function<int()>;
 
+/// What each exit code says of a command, by the code; null for one that it never has.
+using ExitCodes = std::array<const char*, 4>;
+
+constexpr char kDone[] = "fine";
+constexpr char kWrongLineOrFile[] = "the command line is wrong, or a file cannot be read or written";
+constexpr char kNotValid[] = "a file is not a valid image";
+
+/// A variable of the environment.
+struct Variable {
+    std::string name;
+    std::string about;
+};
+
 struct CommandSpec {
     const char* name;
     const char* about;    ///< one line
-    const char* example;  ///< "Example:", then what else there is to say
+    std::string example;  ///< "Example:", then what else there is to say (help_text.h)
     /// Names what the command takes; what it gives then runs with what the line said.
     Run (*prepare)(Words& words);
+    ExitCodes exits;
+    std::vector<Variable> environment = {};  ///< what counts for it
 };
 
-/// What the help of `zek` itself says: one line, and "Example:" with the rest.
+/// What the help of `zek` itself says: one line, "Example:" with the rest, and what holds for all commands.
 extern const char* const kAboutZek;
 extern const char* const kExampleZek;
+extern const ExitCodes kExitCodesZek;
 
 /// In the order of the help. Each is defined beside what it does.
 const std::vector<CommandSpec>& Commands();

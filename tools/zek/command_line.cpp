@@ -3,10 +3,14 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <set>
 #include <sstream>
 
 #include "failure.h"
+#include "help_text.h"
 #include "printable.h"
+#include "suggestion.h"
 
 namespace zek::tool {
 namespace {
@@ -64,8 +68,12 @@ public:
     void Argument(const std::string& type, std::string& place, const std::string& help) override {
         command_.add_option(type, place, help)->required()->type_name("");
     }
-    void AnyArguments(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
+    void AnyCodes(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
         command_.add_option(type, place, help)->type_name("");
+    }
+    void EachCode(const std::string& names, const std::string& type, const std::string&,
+                  const std::function<void(const std::string&)>& take, const std::string& help) override {
+        Each(names, type, take, help);
     }
     void FileOption(const std::string& names, const std::string& type, std::string& place,
                     const std::string& help) override {
@@ -151,7 +159,7 @@ std::vector<std::unique_ptr<Prepared>> AddCommands(CLI::App& app) {
     std::vector<std::unique_ptr<Prepared>> all;
     for (const CommandSpec& spec : Commands()) {
         CLI::App& command = *app.add_subcommand(spec.name, spec.about);
-        command.footer(spec.example);
+        command.footer(HelpBelowOptions(spec.example, spec.exits));
         command.group("Commands");
         all.push_back(std::make_unique<Prepared>(Prepared{&command, CommandWords(command), {}}));
         all.back()->run = spec.prepare(all.back()->words);
@@ -170,14 +178,53 @@ std::vector<std::string> Arguments(int argc, char** argv) {
     return arguments;
 }
 
+std::set<std::string> CommandNames() {
+    std::set<std::string> names;
+    for (const CommandSpec& spec : Commands()) names.insert(spec.name);
+    return names;
+}
+
+/// `help COMMAND` is COMMAND --help, `help` alone --help. The arguments come from the last to the first.
+std::vector<std::string> WithoutHelpCommand(std::vector<std::string> arguments) {
+    if (arguments.empty() || arguments.back() != "help") return arguments;
+    arguments.pop_back();
+    const bool isKnown = arguments.empty() || CommandNames().contains(arguments.back());
+    if (isKnown) arguments.insert(arguments.begin(), "--help");
+    return arguments;
+}
+
+std::set<std::string> OptionNames(const CLI::App& app) {
+    std::set<std::string> names;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames()) names.insert("--" + name);
+        for (const std::string& name : option->get_snames()) names.insert('-' + name);
+    }
+    return names;
+}
+
+/// That there is no such command or option, and which probably was meant.
+std::string ThereIsNo(const std::string& what, const std::string& written, const std::set<std::string>& names) {
+    const std::optional<std::string> nearest = NearestName(written, names);
+    return "there is no " + what + ' ' + written + (nearest ? "; did you mean " + *nearest + '?' : "");
+}
+
+bool IsOption(const std::string& word) { return word.starts_with('-'); }
+
+/// What is wrong with the command line behind a command.
+std::string WhatIsWrongBehind(const CLI::App& command, const CLI::ParseError& error) {
+    const std::vector<std::string> unknown = command.remaining();
+    const auto option = std::find_if(unknown.begin(), unknown.end(), IsOption);
+    if (option == unknown.end()) return error.what();
+    return ThereIsNo("option", option->substr(0, option->find('=')), OptionNames(command));
+}
+
 /// What is wrong with the command line.
 std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
-    const bool lacksCommand = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError);
-    if (!lacksCommand || !app.get_subcommands().empty()) return error.what();
+    if (!app.get_subcommands().empty()) return WhatIsWrongBehind(*app.get_subcommands()[0], error);
     const std::vector<std::string> unknown = app.remaining();
     if (unknown.empty()) return "a command is required";
-    return unknown[0].starts_with('-') ? "there is no option " + unknown[0] + ", and a command is required"
-                                       : "there is no command " + unknown[0];
+    return IsOption(unknown[0]) ? ThereIsNo("option", unknown[0], OptionNames(app)) + ", and a command is required"
+                                : ThereIsNo("command", unknown[0], CommandNames());
 }
 
 }  // namespace
@@ -185,13 +232,13 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
 CommandLine ReadCommandLine(int argc, char** argv) {
     CommandLine line;
     CLI::App app(kAboutZek, "zek");
-    app.footer(kExampleZek);
+    app.footer(HelpBelowOptions(kExampleZek, kExitCodesZek));
     app.set_version_flag("--version", std::string("zek ") + ZEK_TOOL_VERSION);
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     app.require_subcommand(1);
     const auto commands = AddCommands(app);
     try {
-        app.parse(Arguments(argc, argv));
+        app.parse(WithoutHelpCommand(Arguments(argc, argv)));
         for (const auto& prepared : commands) {
             if (!prepared->command->parsed()) continue;
             const std::string why = prepared->words.WhyNoFiles();

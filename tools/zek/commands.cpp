@@ -2,14 +2,15 @@
 
 namespace zek::tool {
 
-const char* const kAboutZek = "Compiles hardware descriptions in the ZEK language and shows what their images hold.";
+const char* const kAboutZek = "Compiles ZEK hardware descriptions and shows what their images hold.";
 const char* const kExampleZek =
     "Example:\n"
-    "  zek compile board.zek          check board.zek, write board.zki and board.zkd\n"
+    "  zek compile board.zek     check board.zek, write board.zki and board.zkd\n"
     "\n"
-    "Exit codes: 0 fine, 1 the source has errors, 2 wrong command line or a file that cannot be read or written,\n"
-    "3 not a valid image. Messages go to standard error. A file name of - is standard input or output.\n"
-    "'zek COMMAND --help' tells more about a command.";
+    "'zek help COMMAND' tells more about a command. Messages go to standard error.\n"
+    "A file name of - is standard input or output.\n";
+const ExitCodes kExitCodesZek = {kDone, "errors in a source, a difference, or no such value: each command tells which",
+                                 kWrongLineOrFile, kNotValid};
 
 const std::vector<CommandSpec>& Commands() {
     static const std::vector<CommandSpec> commands = {

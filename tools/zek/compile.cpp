@@ -39,14 +39,21 @@ constexpr char kCompileExample[] =
     "\n"
     "Both images are written whole or not at all; where something is wrong, those that are there stay as they are.\n"
     "A SOURCE of - is standard input, an IMAGE of - standard output. With the variable SOURCE_DATE_EPOCH, or with\n"
-    "--timestamp, which comes first, the same source always gives the same bytes.\n"
-    "An include is looked for beside the file that includes it, in the current folder, in the folders of -I in their\n"
-    "order, then among the files that come with zek (zek/words.zek).";
+    "--timestamp, which comes first, the same source always gives the same bytes.\n";
 constexpr char kCheckExample[] =
     "Example:\n"
     "  zek check boards/*.zek\n"
     "\n"
-    "Each source is checked by itself. The exit code is that of the worst one.";
+    "Each source is checked by itself, with the rules of 'zek lint --list'. The exit code is that of the worst one. A "
+    "SOURCE of - is standard input.\n"
+    "\n"
+    "'zek explain CODE' tells what a finding means and what to do. A comment '; zek: allow CODE' on a line, or alone "
+    "on "
+    "the line above, allows what is found there.\n";
+constexpr char kIncludeSearch[] =
+    "\n"
+    "An include is looked for beside the file that includes it, in the current folder, in the folders of -I in their "
+    "order, then among the files that come with zek (zek/words.zek).";
 
 constexpr char kEmitImage[] = "image";
 constexpr char kEmitC[] = "c";
@@ -353,7 +360,7 @@ void AddSourceOptions(Words& words, SourceOptions& options) {
     words.FolderOptions("-I,--include", "DIR", options.includes,
                         "Look for includes in this folder too; may be given several times");
     words.Texts("-D,--define", "NAME=VALUE", options.definitions,
-                "Define a word before the source is read; a definition in the source comes before it; may be given "
+                "Define a word before the source is read; a definition in the source overrides it; may be given "
                 "several times");
     words.Count("--max-files", "N", options.mostFiles,
                 "Read so many files at most for one source, each as often as it is included; default: " +
@@ -392,8 +399,19 @@ Run PrepareCheck(Words& words) {
 
 }  // namespace
 
-const CommandSpec kCompileCommand = {"compile", "Check a source and write its compiled and its debug image",
-                                     kCompileExample, PrepareCompile};
-const CommandSpec kCheckCommand = {"check", "Check sources and write nothing", kCheckExample, PrepareCheck};
+const CommandSpec kCompileCommand = {
+    "compile",
+    "Check a source and write its compiled and its debug image",
+    kCompileExample + std::string(kIncludeSearch),
+    PrepareCompile,
+    {"both images are written", "the source has errors", kWrongLineOrFile, nullptr},
+    FindingsEnvironment({{"SOURCE_DATE_EPOCH",
+                          "The time stamp of both images, in seconds since 1970, where --timestamp gives none."}})};
+const CommandSpec kCheckCommand = {"check",
+                                   "Check sources and write nothing",
+                                   kCheckExample + std::string(kIncludeSearch),
+                                   PrepareCheck,
+                                   {"no source has errors", "a source has errors", kWrongLineOrFile, nullptr},
+                                   FindingsEnvironment()};
 
 }  // namespace zek::tool

@@ -21,7 +21,7 @@ namespace {
 
 constexpr char kDecompileExample[] =
     "Example:\n"
-    "  zek decompile board.zkd -o board     write the sources of board.zkd, then compile board/board.zek to compare\n"
+    "  zek decompile board.zkd -o board\n"
     "\n"
     "Of a debug image, the files of its source: each header and item stands on its line of its file; comments and "
     "what\n"
@@ -131,7 +131,12 @@ std::string ImageDifference(std::string_view wanted, std::string_view got) {
     return wanted.size() == got.size() ? "" : "byte " + std::to_string(std::min(wanted.size(), got.size()));
 }
 
-const CommandSpec kDecompileCommand = {"decompile", "Make a source of an image that compiles to the same image",
-                                       kDecompileExample, PrepareDecompile};
+const CommandSpec kDecompileCommand = {
+    "decompile",
+    "Make a source of an image that compiles to the same image",
+    kDecompileExample,
+    PrepareDecompile,
+    {"the source is written, and compiles to the same image",
+     "the language cannot express the image, or the source compiles to another", kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool

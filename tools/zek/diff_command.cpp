@@ -100,6 +100,10 @@ Run PrepareDiff(Words& words) {
 
 }  // namespace
 
-const CommandSpec kDiffCommand = {"diff", "Show by name what differs between two images", kDiffExample, PrepareDiff};
+const CommandSpec kDiffCommand = {"diff",
+                                  "Show by name what differs between two images",
+                                  kDiffExample,
+                                  PrepareDiff,
+                                  {"nothing is shown", "a difference is shown", kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool

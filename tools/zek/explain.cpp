@@ -1,8 +1,10 @@
 #include <memory>
+#include <regex>
 
 #include "code_table.h"
 #include "command.h"
 #include "finding_review.h"
+#include "help_text.h"
 #include "streams.h"
 
 namespace zek::tool {
@@ -32,6 +34,8 @@ constexpr char kPageBegin[] =
     "[findings.md](findings.md); `zek explain CODE` tells what stands here, and `zek explain --markdown` writes this "
     "page.\n";
 
+constexpr std::size_t kWidth = 80;
+
 /// With two blanks before each line.
 std::string Indented(const std::string& text) {
     std::string indented = "  ";
@@ -42,10 +46,19 @@ std::string Indented(const std::string& text) {
     return indented;
 }
 
+/// A text of the page without its marks: [TITLE](PAGE#SECTION) becomes "TITLE" of PAGE, and backticks go.
+std::string WithoutMarks(const std::string& markdown) {
+    static const std::regex link("\\[([^\\]]*)\\]\\(([^)#]*)(#[^)]*)?\\)");
+    std::string text = std::regex_replace(markdown, link, "\"$1\" of $2");
+    std::erase(text, '`');
+    return text;
+}
+
 std::string Explained(const CodeRow& row) {
-    std::string text = std::string(row.code) + ": " + row.format + "\n\nCause: " + row.cause + '\n';
+    std::string text = Wrapped(std::string(row.code) + ": " + row.format, kWidth, "  ") + "\n\n" +
+                       Wrapped("Cause: " + WithoutMarks(row.cause), kWidth) + '\n';
     if (*row.example) text += "\nExample:\n" + Indented(row.example);
-    return text + "\nCure: " + row.cure + '\n';
+    return text + "\n" + Wrapped("Cure: " + WithoutMarks(row.cure), kWidth) + '\n';
 }
 
 std::string OnPage(const CodeRow& row) {
@@ -85,14 +98,17 @@ int RunExplain(const ExplainOptions& options) {
 
 Run PrepareExplain(Words& words) {
     const auto options = std::make_shared<ExplainOptions>();
-    words.AnyArguments("CODE", options->codes, "The codes");
+    words.AnyCodes("CODE", options->codes, "The codes");
     words.Flag("--markdown", options->markdown, "Write the page of all codes");
     return [options] { return RunExplain(*options); };
 }
 
 }  // namespace
 
-const CommandSpec kExplainCommand = {"explain", "Tell what a code of a message means, and what to do", kExplainExample,
-                                     PrepareExplain};
+const CommandSpec kExplainCommand = {"explain",
+                                     "Tell what a code of a message means, and what to do",
+                                     kExplainExample,
+                                     PrepareExplain,
+                                     {kDone, nullptr, kWrongLineOrFile, nullptr}};
 
 }  // namespace zek::tool

@@ -39,18 +39,26 @@ void AddFindingsOptions(Words& words, FindingsOptions& options) {
         "How findings are shown: text on standard error (the default), or json, sarif or github on standard output");
     words.Choice("--color", "WHEN", {"auto", "always", "never"}, options.color,
                  "Colours in text: auto, always or never; default: auto, on a terminal unless NO_COLOR is set");
-    words.Each(
-        "-W", "CODE",
+    words.EachCode(
+        "-W", "CODE", "error",
         [&options](const std::string& code) {
             code == "error" ? options.levels.RaiseWarnings() : options.levels.Warn(code);
         },
         "Show this code as a warning; -Werror: all warnings are errors");
-    words.Each(
-        "--no-warn", "CODE", [&options](const std::string& code) { options.levels.Hide(code); },
+    words.EachCode(
+        "--no-warn", "CODE", "", [&options](const std::string& code) { options.levels.Hide(code); },
         "Do not show this code");
-    words.Each(
-        "--error", "CODE", [&options](const std::string& code) { options.levels.Raise(code); },
+    words.EachCode(
+        "--error", "CODE", "", [&options](const std::string& code) { options.levels.Raise(code); },
         "Take this code for an error");
+}
+
+std::vector<Variable> FindingsEnvironment(std::vector<Variable> others) {
+    others.push_back({"NO_COLOR", "Set to something, keeps --color=auto from colours."});
+    others.push_back({"TERM", "Where it is not set, or dumb, --color=auto shows no colours."});
+    others.push_back(
+        {"COLUMNS", "The width to which source lines are cut on a terminal, if not that of the terminal."});
+    return others;
 }
 
 FindingsOutput::FindingsOutput(const FindingsOptions& options)

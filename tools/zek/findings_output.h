@@ -20,6 +20,9 @@ struct FindingsOptions {
 
 void AddFindingsOptions(Words& words, FindingsOptions& options);
 
+/// The variables that count for these commands, behind others.
+std::vector<Variable> FindingsEnvironment(std::vector<Variable> others = {});
+
 /// Text goes to standard error as it comes; a document for programs goes to standard output, whole.
 class FindingsOutput {
 public:

@@ -67,6 +67,10 @@ Run PrepareFmt(Words& words) {
 
 }  // namespace
 
-const CommandSpec kFmtCommand = {"fmt", "Lay out sources without changing what they mean", kFmtExample, PrepareFmt};
+const CommandSpec kFmtCommand = {"fmt",
+                                 "Lay out sources without changing what they mean",
+                                 kFmtExample,
+                                 PrepareFmt,
+                                 {kDone, "with --check: a file would change", kWrongLineOrFile, nullptr}};
 
 }  // namespace zek::tool

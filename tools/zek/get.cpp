@@ -100,6 +100,11 @@ Run PrepareGet(Words& words) {
 
 }  // namespace
 
-const CommandSpec kGetCommand = {"get", "Show one value of an image, for scripts", kGetExample, PrepareGet};
+const CommandSpec kGetCommand = {
+    "get",
+    "Show one value of an image, for scripts",
+    kGetExample,
+    PrepareGet,
+    {"the value is there, or --default was given", "the image has no such value", kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool

@@ -27,15 +27,22 @@ int ListRules() {
 
 Run PrepareLint(Words& words) {
     const auto list = std::make_shared<bool>(false);
+    const auto sources = std::make_shared<std::vector<std::string>>();
     words.Flag("--list", *list, "List the rules: code, name and what each finds");
-    return [list] {
-        if (*list) return ListRules();
-        throw Failure(kUsageOrFiles, "'zek lint --list' lists the rules; 'zek check' runs them");
+    words.AnyFiles("SOURCE", *sources, "Not taken here: 'zek check SOURCE' runs the rules");
+    return [list, sources] {
+        if (*list && sources->empty()) return ListRules();
+        const std::string source = sources->empty() ? "" : ' ' + sources->front();
+        throw Failure(kUsageOrFiles, "'zek lint --list' lists the rules; 'zek check" + source + "' runs them");
     };
 }
 
 }  // namespace
 
-const CommandSpec kLintCommand = {"lint", "List the rules by which sources are checked", kLintExample, PrepareLint};
+const CommandSpec kLintCommand = {"lint",
+                                  "List the rules by which sources are checked",
+                                  kLintExample,
+                                  PrepareLint,
+                                  {kDone, nullptr, kWrongLineOrFile, nullptr}};
 
 }  // namespace zek::tool

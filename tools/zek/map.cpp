@@ -107,6 +107,10 @@ Run PrepareMap(Words& words) {
 
 }  // namespace
 
-const CommandSpec kMapCommand = {"map", "Show what every byte of an image is", kMapExample, PrepareMap};
+const CommandSpec kMapCommand = {"map",
+                                 "Show what every byte of an image is",
+                                 kMapExample,
+                                 PrepareMap,
+                                 {kDone, "the images are not of one source", kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool

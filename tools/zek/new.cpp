@@ -109,6 +109,7 @@ Run PrepareNew(Words& words) {
 
 }  // namespace
 
-const CommandSpec kNewCommand = {"new", "Write a small board to begin with", kNewExample, PrepareNew};
+const CommandSpec kNewCommand = {
+    "new", "Write a small board to begin with", kNewExample, PrepareNew, {kDone, nullptr, kWrongLineOrFile, nullptr}};
 
 }  // namespace zek::tool

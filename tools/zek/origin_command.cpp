@@ -130,7 +130,10 @@ Run PrepareOrigin(Words& words) {
 
 }  // namespace
 
-const CommandSpec kOriginCommand = {"origin", "Show where in the source a value comes from", kOriginExample,
-                                    PrepareOrigin};
+const CommandSpec kOriginCommand = {"origin",
+                                    "Show where in the source a value comes from",
+                                    kOriginExample,
+                                    PrepareOrigin,
+                                    {kDone, "the debug image has no such value", kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool

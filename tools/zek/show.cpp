@@ -69,8 +69,15 @@ Run PrepareTree(Words& words) { return Prepare(words, RunTree); }
 
 }  // namespace
 
-const CommandSpec kDumpCommand = {"dump", "Show what a compiled or a debug image holds", kDumpExample, PrepareDump};
-const CommandSpec kTreeCommand = {"tree", "Show groups, sensors and TAVRGROUPs of an image as a tree", kTreeExample,
-                                  PrepareTree};
+const CommandSpec kDumpCommand = {"dump",
+                                  "Show what a compiled or a debug image holds",
+                                  kDumpExample,
+                                  PrepareDump,
+                                  {kDone, nullptr, kWrongLineOrFile, kNotValid}};
+const CommandSpec kTreeCommand = {"tree",
+                                  "Show groups, sensors and TAVRGROUPs of an image as a tree",
+                                  kTreeExample,
+                                  PrepareTree,
+                                  {kDone, nullptr, kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool

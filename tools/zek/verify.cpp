@@ -17,14 +17,14 @@ namespace {
 constexpr char kVerifyExample[] =
     "Example:\n"
     "  zek verify board.zki board.zkd\n"
+    "  zek verify --pair board.zki board.zkd\n"
     "\n"
     "Reads all of each image, compiled or debug, and says that it is ok, or what is wrong where: section and entry,\n"
     "the reason, a code for scripts, the offset in bytes. The exit code is that of the worst image. Notes count what\n"
     "is odd but valid. An IMAGE of - is standard input.\n"
     "\n"
-    "  zek verify --pair board.zki board.zkd\n"
-    "\n"
-    "says whether the compiled image is what the debug image compiles to, time stamps aside, and ends with 1 where\n"
+    "With --pair, it says whether the compiled image is what the debug image compiles to, time stamps aside, and ends "
+    "with 1 where\n"
     "it is not.";
 
 struct VerifyOptions {
@@ -195,7 +195,11 @@ Run PrepareVerify(Words& words) {
 
 }  // namespace
 
-const CommandSpec kVerifyCommand = {"verify", "Tell whether images are valid, and if not, what is wrong where",
-                                    kVerifyExample, PrepareVerify};
+const CommandSpec kVerifyCommand = {"verify",
+                                    "Tell whether images are valid, and if not, what is wrong where",
+                                    kVerifyExample,
+                                    PrepareVerify,
+                                    {"all images are valid; with --pair they belong together",
+                                     "with --pair: the images do not belong together", kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool

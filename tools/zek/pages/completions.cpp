@@ -54,12 +54,14 @@ std::string ZshRows(const NotedWord& word) {
 
 std::string FishRow(const std::string& command, const NotedWord& word) {
     std::string row = "complete -c zek -n '__fish_seen_subcommand_from " + command + '\'';
+    if (word.names.empty()) row += " -f";
     for (const std::string& name : word.names) {
         row += name.starts_with("--") ? " -l " + name.substr(2) : " -s " + name.substr(1);
     }
     if (word.value == Value::kFile) row += " -r -F";
     if (word.value == Value::kText) row += " -x";
-    if (word.value == Value::kChoice) row += " -x -a " + Quoted(Joined(word.choices, " "));
+    if (word.value == Value::kChoice)
+        row += (word.names.empty() ? " -a " : " -x -a ") + Quoted(Joined(word.choices, " "));
     return row + " -d " + Quoted(word.help) + '\n';
 }
 
@@ -67,6 +69,25 @@ std::vector<std::string> Names() {
     std::vector<std::string> names;
     for (const CommandSpec& command : Commands()) names.push_back(command.name);
     return names;
+}
+
+/// What bash does behind an option that has a value.
+std::string BashValue(const NotedWord& word) {
+    switch (word.value) {
+        case Value::kNone: return "";
+        case Value::kFile: return "files=1";
+        case Value::kText: return "return";
+        case Value::kChoice: return "words=" + Quoted(Joined(word.choices, " "));
+    }
+    return "";
+}
+
+/// What bash offers in the place of files, where a command takes other words without an option.
+std::string BashOperands(const CommandSpec& command) {
+    for (const NotedWord& word : WordsOf(command)) {
+        if (word.names.empty() && word.value == Value::kChoice) return " operands=" + Quoted(Joined(word.choices, " "));
+    }
+    return "";
 }
 
 }  // namespace
@@ -80,17 +101,16 @@ std::string BashCompletion() {
         for (const NotedWord& word : OptionsOf(command)) {
             all.insert(all.end(), word.names.begin(), word.names.end());
             if (word.value == Value::kNone) continue;
-            values += "        '" + name + ' ' + Joined(word.names, ("' | '" + name + ' ').c_str()) + "') ";
-            if (word.value == Value::kFile) values += "files=1";
-            if (word.value == Value::kText) values += "return";
-            if (word.value == Value::kChoice) values += "words=" + Quoted(Joined(word.choices, " "));
-            values += " ;;\n";
+            values += "        '" + name + ' ' + Joined(word.names, ("' | '" + name + ' ').c_str()) + "') " +
+                      BashValue(word) + " ;;\n";
         }
-        options += "        " + name + ") options=" + Quoted(Joined(all, " ")) + " ;;\n";
+        options += "        " + name + ") options=" + Quoted(Joined(all, " ")) + BashOperands(command) + " ;;\n";
     }
     return "# bash completion for zek\n"
            "_zek() {\n"
-           "    local current=${COMP_WORDS[COMP_CWORD]} command=${COMP_WORDS[1]} files= words= options=\n"
+           "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} "
+           "command=${COMP_WORDS[1]}\n"
+           "    local files= words= options= operands=\n"
            "    COMPREPLY=()\n"
            "    if [ \"$COMP_CWORD\" -eq 1 ]; then\n"
            "        COMPREPLY=($(compgen -W '" +
@@ -98,7 +118,12 @@ std::string BashCompletion() {
            " --help --version' -- \"$current\"))\n"
            "        return\n"
            "    fi\n"
-           "    case \"$command ${COMP_WORDS[COMP_CWORD - 1]}\" in\n" +
+           "    if [ \"$current\" = = ]; then\n"
+           "        current=\n"
+           "    elif [ \"$previous\" = = ]; then\n"
+           "        previous=${COMP_WORDS[COMP_CWORD - 2]}\n"
+           "    fi\n"
+           "    case \"$command $previous\" in\n" +
            values +
            "    esac\n"
            "    case \"$command\" in\n" +
@@ -108,6 +133,8 @@ std::string BashCompletion() {
            "        COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
            "    elif [ -z \"$files\" ] && [[ $current == -* ]]; then\n"
            "        COMPREPLY=($(compgen -W \"$options\" -- \"$current\"))\n"
+           "    elif [ -z \"$files\" ] && [ -n \"$operands\" ]; then\n"
+           "        COMPREPLY=($(compgen -W \"$operands\" -- \"$current\"))\n"
            "    else\n"
            "        local IFS=$'\\n'\n"
            "        COMPREPLY=($(compgen -f -- \"$current\"))\n"
@@ -144,7 +171,9 @@ std::string FishCompletion() {
     for (const CommandSpec& command : Commands()) {
         text += std::string("complete -c zek -n __fish_use_subcommand -f -a ") + command.name + " -d " +
                 Quoted(command.about) + '\n';
-        for (const NotedWord& word : OptionsOf(command)) text += FishRow(command.name, word);
+        for (const NotedWord& word : WordsOf(command)) {
+            if (!word.names.empty() || word.value == Value::kChoice) text += FishRow(command.name, word);
+        }
     }
     return text;
 }

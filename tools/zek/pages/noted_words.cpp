@@ -3,6 +3,8 @@
 #include <sstream>
 #include <utility>
 
+#include "../code_table.h"
+
 namespace zek::tool {
 namespace {
 
@@ -13,6 +15,16 @@ std::vector<std::string> Split(const std::string& names) {
     std::istringstream rest(names);
     for (std::string name; std::getline(rest, name, ',');) all.push_back(name);
     return all;
+}
+
+/// Every code, behind another word if there is one.
+std::vector<std::string> AllCodes(const std::string& other) {
+    std::vector<std::string> codes;
+    if (!other.empty()) codes.push_back(other);
+    for (const CodeGroup& group : CodeGroups()) {
+        for (const CodeRow& row : group.rows) codes.push_back(row.code);
+    }
+    return codes;
 }
 
 class Notes : public Words {
@@ -34,14 +46,18 @@ public:
     void Argument(const std::string& type, std::string&, const std::string& help) override {
         all.push_back({{}, type, help, Value::kText, {}, false, true});
     }
+    void AnyCodes(const std::string& type, std::vector<std::string>&, const std::string& help) override {
+        all.push_back({{}, type, help, Value::kChoice, AllCodes(""), true, false});
+    }
+    void EachCode(const std::string& names, const std::string& type, const std::string& other,
+                  const std::function<void(const std::string&)>&, const std::string& help) override {
+        all.push_back({Split(names), type, help, Value::kChoice, AllCodes(other), true});
+    }
     void FileOption(const std::string& names, const std::string& type, std::string&, const std::string& help) override {
         all.push_back({Split(names), type, help, Value::kFile});
     }
     void Folder(const std::string& type, std::string& place, const std::string& help) override {
         File(type, place, help);
-    }
-    void AnyArguments(const std::string& type, std::vector<std::string>&, const std::string& help) override {
-        all.push_back({{}, type, help, Value::kText, {}, true, false});
     }
     void FolderOptions(const std::string& names, const std::string& type, std::vector<std::string>&,
                        const std::string& help) override {
