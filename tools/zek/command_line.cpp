@@ -208,7 +208,7 @@ std::string ThereIsNo(const std::string& what, const std::string& written, const
     return "there is no " + what + ' ' + written + (nearest ? "; did you mean " + *nearest + '?' : "");
 }
 
-bool IsOption(const std::string& word) { return word.starts_with('-'); }
+bool IsOption(const std::string& word) { return word.size() > 1 && word[0] == '-'; }
 
 /// What is wrong with the command line behind a command.
 std::string WhatIsWrongBehind(const CLI::App& command, const CLI::ParseError& error) {
