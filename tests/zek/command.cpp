@@ -63,7 +63,7 @@ void LeaveWithoutReader() {
 
 /// In the child: what the setting asks for.
 void Apply(const Setting& setting, int out, int err) {
-    Become(err, STDERR_FILENO);
+    Become(setting.err.empty() ? err : open(setting.err.c_str(), O_WRONLY | O_NOCTTY), STDERR_FILENO);
     Become(setting.out.empty() ? out : open(setting.out.c_str(), O_WRONLY), STDOUT_FILENO);
     if (!setting.in.empty()) Become(open(setting.in.c_str(), O_RDONLY), STDIN_FILENO);
     if (setting.closedOut) close(STDOUT_FILENO);

@@ -22,6 +22,7 @@ struct Result {
 struct Setting {
     std::string in = {};   ///< the file that standard input comes from; empty: as in this process
     std::string out = {};  ///< where standard output goes; empty: it is recorded
+    std::string err = {};  ///< where standard error goes; empty: it is recorded
     bool closedOut = false;
     /// Standard error is a terminal with so many columns, one with colours and without wishes in the environment, unless
     /// that says otherwise; 0 is none.

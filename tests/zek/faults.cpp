@@ -5,6 +5,7 @@
 //   rename1  the first rename fails with EBUSY rename2  the second does, rename3 the third
 //   renames  all but the first do              link     files may have no second name: EPERM
 //   folder   a folder's sync fails with EIO    hang     a sync never returns
+//   slow     a sync takes 0.8 s, and to ask whether a file slow.zek may be read 1.6 s
 //   room:N   the disk has room for N bytes: what goes beyond is not written, and fails with ENOSPC
 //   kill:N   the program is killed at its N-th step (from 1), before it takes it; a step is one of these calls, and of
 //            a write only half is done at a time
@@ -106,8 +107,14 @@ int fsync(int descriptor) {
     if (Fails("folder") && fstat(descriptor, &info) == 0 && S_ISDIR(info.st_mode)) return Failed(EIO);
     if (Fails("fsync") && IsTemporary(descriptor)) return Failed(EIO);
     while (Fails("hang") && IsTemporary(descriptor)) pause();
+    if (Fails("slow") && IsTemporary(descriptor)) usleep(800'000);
     Step();
     return Next("fsync", &fsync)(descriptor);
+}
+
+int access(const char* path, int mode) {
+    if (Fails("slow") && std::string(path).ends_with("slow.zek")) usleep(1'600'000);
+    return Next("access", &access)(path, mode);
 }
 
 int close(int descriptor) {

@@ -21,6 +21,7 @@
 #include "parser_library.h"
 #include "paths.h"
 #include "printable.h"
+#include "progress.h"
 #include "renderer.h"
 #include "report.h"
 #include "source_index.h"
@@ -67,6 +68,7 @@ struct SourceOptions {
     bool lint = false;         ///< the rules of lint are run, too
     bool amongOthers = false;  ///< other sources are checked in the same run
     FindingsOptions findings;
+    Progress::Clock::time_point begun = Progress::Clock::now();
 };
 
 struct CompileOptions : SourceOptions {
@@ -159,7 +161,9 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     RequireReadable(source);
     const ParserLibrary parser = RequireParser(source, options, output);
     Define(options.definitions);
+    Progress progress(source, "reading", options.begun);
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()), options.mostFiles);
+    reading.ShowIn(progress);
     if (!gccCompStart(source)) {
         const std::string why = parser.HasHook() ? WhyRefused(MainSource(source)) : "the parser library refuses it";
         GiveUp(source, options, output, "cannot read " + source + ": " + why);
@@ -169,10 +173,14 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     const std::vector<Message> whileReading = TakeMessages();
     CheckedSource checked;
     checked.files = reading.Files();
+    progress.SetPhase("checking");
     const bool passed = gccCheck();
+    progress.SetPhase("preparing what was found");
     SourceText text;
     const Said said = WhatWasSaid(source, options, checked.files, parser, whileReading, passed, text);
-    output.Show(output.Piece(said.findings, text));
+    const std::string piece = output.Piece(said.findings, text);
+    progress.Stop();
+    output.Show(piece);
     checked.valid = said.sound && said.findings.Count(Severity::kError) == 0;
     return checked;
 }
@@ -315,6 +323,7 @@ int Compile(const CompileOptions& options, FindingsOutput& output) {
     AddMainSource(source, checked.files);
     RequireNoSource(targets, checked.files);
     if (!checked.valid) return kSourceHasErrors;
+    Progress progress(source, "writing the images", options.begun);
     const Images images = ImagesOf(options, timeStamp);
     std::vector<OutputFile> files = {{targets.image, images.image}, {targets.debug, images.debug}};
     std::string dependencies;
@@ -322,6 +331,9 @@ int Compile(const CompileOptions& options, FindingsOutput& output) {
         dependencies = Dependencies(targets, checked.files);
         files.push_back({*targets.dependencies, dependencies});
     }
+    // The bytes may go to the same terminal.
+    if (std::any_of(files.begin(), files.end(), [](const OutputFile& file) { return file.target.direct; }))
+        progress.Stop();
     WriteTogether(files);
     return kFine;
 }

@@ -94,6 +94,7 @@ bool SourceReading::Decide(const std::string& name, const std::string& includer,
     if (!circle.empty()) return Refuse({name, "includes itself: " + circle, {}, path, open_.back().position});
     files_.push_back(file);
     open_.push_back({position});
+    if (progress_) progress_->AddFile();
     return true;
 }
 
@@ -151,7 +152,9 @@ void SourceReading::Hear(Message& message) noexcept {
     if (open_.empty()) return;
     message.path = Current().path;
     open_.back().begun = true;
-    if (message.Is(kNoMoreSections)) open_.pop_back();
+    if (!message.Is(kNoMoreSections)) return;
+    if (progress_) progress_->AddSections(message.Number(0));
+    open_.pop_back();
 }
 
 void SourceReading::Explain(Message& failure) {

@@ -12,6 +12,7 @@
 #include "include_search.h"
 #include "messages.h"
 #include "parser_library.h"
+#include "progress.h"
 
 namespace zek::tool {
 
@@ -44,6 +45,9 @@ public:
 
     void Stop();
 
+    /// Counts files, and sections when a file has been read to its end; `progress` must outlive this or its Stop.
+    void ShowIn(Progress& progress) { progress_ = &progress; }
+
     /// Every opening of a file, in order; the main source first. Empty when the parser library has no hook.
     const std::vector<SourceFile>& Files() const { return files_; }
 
@@ -71,6 +75,7 @@ private:
     std::vector<SourceFile> files_;
     std::vector<Open> open_;  // the file being read last, behind those that include it
     std::size_t mostFiles_;
+    Progress* progress_ = nullptr;
     std::optional<Refusal> refusal_;  // of the name that the hook was asked for last
 };
 

@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 16;
 
+void (*g_beforeTelling)() noexcept = nullptr;
+
 }  // namespace
 
 void OccupyStandardStreams() {
@@ -42,7 +44,12 @@ void StandardOutput::Finish() {
     if (error) throw OutputFailure(SystemFailure("cannot write to standard output", error));
 }
 
-void Tell(std::string_view text) { WriteAll(STDERR_FILENO, text); }
+void BeforeTelling(void (*call)() noexcept) { g_beforeTelling = call; }
+
+void Tell(std::string_view text) {
+    if (g_beforeTelling) g_beforeTelling();
+    WriteAll(STDERR_FILENO, text);
+}
 
 void TellWhy(std::string_view why) { Tell("zek: " + Printable(why) + '\n'); }
 

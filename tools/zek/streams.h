@@ -34,6 +34,9 @@ private:
     std::string waiting_;
 };
 
+/// Sets what every Tell calls first; null takes it away.
+void BeforeTelling(void (*call)() noexcept);
+
 /// Writes to standard error at once; where that fails there is nobody left to tell.
 void Tell(std::string_view text);
 /// Tells why the command ends early, as "zek: WHY".

@@ -1,0 +1,135 @@
+// The line that tells on a terminal what a long compilation is at.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "zek/command.h"
+
+namespace zek::test {
+
+namespace {
+
+/// A terminal of which the test is the other side.
+class Terminal {
+public:
+    Terminal() : side_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+        EXPECT_EQ(grantpt(side_), 0);
+        EXPECT_EQ(unlockpt(side_), 0);
+        name_ = ptsname(side_);
+        // As long as it is open, what was written stays.
+        kept_ = open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    }
+    ~Terminal() { close(side_); }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    const std::string& Name() const { return name_; }
+
+    /// All that was written; call it once, when nobody writes any more.
+    std::string Written() {
+        close(kept_);
+        std::string all;
+        char bytes[4096];
+        for (ssize_t got; (got = read(side_, bytes, sizeof bytes)) > 0;) all.append(bytes, static_cast<size_t>(got));
+        return all;
+    }
+
+private:
+    int side_;
+    int kept_ = -1;
+    std::string name_;
+};
+
+/// What is seen in the end, without blanks at line ends.
+std::string Seen(const std::string& written) {
+    std::string seen;
+    std::string line;
+    std::size_t column = 0;
+    const auto endLine = [&] { seen += line.erase(line.find_last_not_of(' ') + 1); };
+    for (const char byte : written) {
+        if (byte == '\r') {
+            column = 0;
+        } else if (byte == '\n') {
+            endLine();
+            seen += '\n';
+            line.clear();
+        } else {
+            if (column == line.size()) line += ' ';
+            line[column++] = byte;
+        }
+    }
+    endLine();
+    return seen;
+}
+
+class ZekProgress : public ZekTest {
+protected:
+    void SetUp() override {
+        ZekTest::SetUp();
+        Write("a.zek", "[PROPERTY]\nA = 1\n[PROPERTY]\nB = 1\n");
+        Write("slow.zek", "[PROPERTY]\nC = 1,2\n");
+        Write("board.zek", "[INCLUDE]\nFILE = a.zek\nFILE = slow.zek\n");
+    }
+
+    struct OnTerminal {
+        int code;
+        std::string written;
+    };
+    static OnTerminal Shown(const Strings& arguments, Setting setting) {
+        Terminal terminal;
+        setting.err = terminal.Name();
+        setting.environment.emplace_back("TERM", "dumb");
+        const int code = Zek(arguments, setting).code;
+        return {code, terminal.Written()};
+    }
+};
+
+TEST_F(ZekProgress, IsShownOnATerminalAndErased) {
+    const std::string written = Shown({"check", "board.zek"}, Fault("slow")).written;
+    EXPECT_NE(written.find("\rzek: board.zek: reading: 2 files, 2 sections"), std::string::npos) << written;
+    const Result piped = Zek({"check", "board.zek"}, Fault("slow"));
+    EXPECT_NE(piped.err, "");
+    EXPECT_EQ(piped.err.find('\r'), std::string::npos);
+    EXPECT_EQ(Seen(written), piped.err);
+}
+
+TEST_F(ZekProgress, TellsOfTheWritingToo) {
+    const auto [code, written] = Shown({"compile", "--no-warn", "W101", "board.zek"}, Fault("slow"));
+    EXPECT_EQ(code, 0);
+    const std::size_t reading = written.find("\rzek: board.zek: reading: ");
+    const std::size_t writing = written.find("\rzek: board.zek: writing the images");
+    EXPECT_NE(reading, std::string::npos) << written;
+    EXPECT_NE(writing, std::string::npos) << written;
+    EXPECT_LT(reading, writing);
+    EXPECT_EQ(Seen(written), "");
+}
+
+TEST_F(ZekProgress, IsNotShownForQuickWork) {
+    EXPECT_EQ(Shown({"check", "--no-warn", "W101", "board.zek"}, {}).written, "");
+}
+
+TEST_F(ZekProgress, FitsTheWidthOfTheTerminal) {
+    const std::string name(100, 'b');
+    std::filesystem::rename("board.zek", name);
+    const std::string written = Shown({"check", "--no-warn", "W101", name}, Fault("slow")).written;
+    EXPECT_NE(written.find("\rzek: reading: 2 files"), std::string::npos) << written;
+    EXPECT_EQ(Seen(written), "");
+}
+
+TEST_F(ZekProgress, IsErasedBeforeTheCommandGivesUp) {
+    Write("slow.zek", "[PROPERTY]\nC = 1\n");
+    const Strings arguments = {"compile", "-o", "image", "-g", "board.zkd", "board.zek"};
+    const Setting failing = Fault("slow,fchmod");
+    Write("image", "x");
+    const auto [code, written] = Shown(arguments, failing);
+    EXPECT_EQ(code, 2);
+    EXPECT_NE(written.find("\rzek: board.zek: "), std::string::npos) << written;
+    const Result piped = Zek(arguments, failing);
+    EXPECT_NE(piped.err, "");
+    EXPECT_EQ(Seen(written), piped.err);
+}
+
+}  // namespace
+
+}  // namespace zek::test
