@@ -37,6 +37,11 @@ std::vector<CutText> CutValue(std::string_view value) {
     return all;
 }
 
+std::string FirstSubString(std::string_view value) {
+    std::size_t comma = 0;
+    return std::string(CutAt(value, 0, comma).text);
+}
+
 std::optional<WrittenNumber> WrittenNumberIn(std::string_view text) {
     if (text.empty() || text.size() > kLongestNumber) return std::nullopt;
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");

@@ -18,6 +18,8 @@ struct CutText {
 };
 
 std::vector<CutText> CutValue(std::string_view value);
+/// The first of them; empty where there is none.
+std::string FirstSubString(std::string_view value);
 
 /// A text that the compiler takes for a number.
 struct WrittenNumber {

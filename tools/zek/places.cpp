@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "lint_text.h"
+
 namespace zek::tool {
 namespace {
 
@@ -23,14 +25,6 @@ bool Fits(const SourceLine& line, const Wanted& wanted) {
 }
 
 }  // namespace
-
-std::string FirstSubString(const std::string& value) {
-    const std::size_t comma = std::min(value.find(','), value.size());
-    const std::size_t quote = value.find('"');
-    if (quote == std::string::npos || comma < quote) return value.substr(0, comma);
-    const std::size_t closing = value.find('"', quote + 1);
-    return value.substr(quote + 1, closing == std::string::npos ? closing : closing - quote - 1);
-}
 
 Places::Places(const std::vector<SourceFile>& files, SourceIndex& index) : files_(files), index_(index) {
     for (std::size_t i = 0; i < files.size(); ++i) openings_[NameInMessages(files[i].name)].push_back(i);

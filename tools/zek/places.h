@@ -23,10 +23,6 @@ struct Wanted {
     std::vector<std::string> texts;  ///< what the message quotes of the value
 };
 
-/// The first sub-string of a value, as the compiler cuts it: up to a comma, or what stands in quotes that come before
-/// one.
-std::string FirstSubString(const std::string& value);
-
 class Places {
 public:
     /// Both must outlive this.

@@ -7,15 +7,14 @@
 #include <iterator>
 #include <limits>
 
+#include "lint_text.h"
+#include "source_line.h"
+
 namespace zek::tool {
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
-constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 /// An item longer than that is not taken apart, so that many findings about one long item take no time.
 constexpr std::size_t kLongestItem = 4096;
-
-bool IsBlank(char byte) { return kBlanks.find(byte) != kBlanks.npos; }
 
 /// The bytes of a file on disk that is no longer than the parser library allows; none of any other.
 std::string BytesOf(const std::string& path) {
@@ -25,20 +24,6 @@ std::string BytesOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
-
-/// Where the comment of a line begins. `quoted` tells whether its beginning stands in quotes, then whether its end
-/// does.
-std::size_t CommentOf(std::string_view line, bool& quoted) {
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == '"') quoted = !quoted;
-        if (quoted || (line[i] != ';' && line[i] != '#')) continue;
-        if (i == 0 || IsBlank(line[i - 1])) return i;
-    }
-    return line.size();
-}
-
-/// Where the text without the blanks at its end ends.
-std::size_t EndOf(std::string_view text) { return text.find_last_not_of(kBlanks) + 1; }
 
 /// Begin and end of a part of a text.
 struct Span {
@@ -52,22 +37,10 @@ Span Trimmed(std::string_view text, Span span) {
     return span;
 }
 
-/// The sub-strings of a value from its `begin` on, as the compiler cuts them.
-std::vector<Span> SubStringsOf(std::string_view text, std::size_t begin) {
-    std::vector<Span> all;
-    if (begin >= text.size()) return all;
-    while (true) {
-        std::size_t comma = std::min(text.find(',', begin), text.size());
-        const std::size_t quote = text.find('"', begin);
-        Span span = {begin, comma};
-        if (quote < comma) {
-            span = {quote + 1, std::min(text.find('"', quote + 1), text.size())};
-            comma = std::min(text.find(',', span.end), text.size());
-        }
-        all.push_back(span);
-        if (comma == text.size()) return all;
-        begin = comma + 1;
-    }
+/// Where a part of a text stands in it.
+Span SpanOf(std::string_view part, std::string_view text) {
+    const std::size_t begin = static_cast<std::size_t>(part.data() - text.data());
+    return {begin, begin + part.size()};
 }
 
 }  // namespace
@@ -84,7 +57,6 @@ const SourceText::WrittenFile& SourceText::File(const std::string& path) {
 void SourceText::Split(WrittenFile& file) {
     const std::string_view bytes = file.bytes;
     std::size_t begin = bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
-    bool quoted = false;
     bool continues = false;
     while (begin < bytes.size()) {
         const std::size_t feed = std::min(bytes.find('\n', begin), bytes.size());
@@ -92,13 +64,10 @@ void SourceText::Split(WrittenFile& file) {
         const std::string_view text = bytes.substr(begin, end - begin);
         const std::uint32_t line = static_cast<std::uint32_t>(file.lines.size()) + 1;
         const std::uint32_t first = continues ? file.lines.back().first : line;
-        if (!continues) quoted = false;
-        const std::size_t comment = CommentOf(text, quoted);
-        const std::size_t last = EndOf(text.substr(0, comment));
-        const bool joined = !quoted && last > 0 && text[last - 1] == '\\';
+        const LineParts parts = PartsOf(text);
         file.lines.push_back({static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end),
-                              static_cast<std::uint32_t>(begin + comment), joined, first});
-        continues = joined;
+                              static_cast<std::uint32_t>(end - parts.comment.size()), parts.continues, first});
+        continues = parts.continues;
         begin = feed + 1;
     }
 }
@@ -119,7 +88,7 @@ void SourceText::ForEachComment(const std::string& path, const std::function<voi
         if (line.comment == line.end) continue;
         const std::string_view before = std::string_view(file.bytes).substr(line.begin, line.comment - line.begin);
         show({static_cast<unsigned>(i + 1), line.comment - line.begin + 1,
-              std::string_view(file.bytes).substr(line.comment, line.end - line.comment), EndOf(before) == 0});
+              std::string_view(file.bytes).substr(line.comment, line.end - line.comment), Trimmed(before).empty()});
     }
 }
 
@@ -151,9 +120,10 @@ const SourceText::Item* SourceText::ItemAt(const std::string& path, unsigned lin
     // What follows a NUL byte is not read.
     if (item.text.find('\0') != item.text.npos) return nullptr;
     const std::size_t equals = item.text.starts_with('[') ? item.text.npos : item.text.find('=');
-    const bool hasKey = equals != item.text.npos && EndOf(std::string_view(item.text).substr(0, equals)) > 0;
+    const std::size_t key = TrimmedBack(std::string_view(item.text).substr(0, equals)).size();
+    const bool hasKey = equals != item.text.npos && key > 0;
     item.value = hasKey ? Trimmed(item.text, {equals + 1, item.text.size()}).begin : item.text.size();
-    item.key = hasKey ? EndOf(std::string_view(item.text).substr(0, equals)) : item.text.size();
+    item.key = hasKey ? key : item.text.size();
     item_ = std::move(item);
     return &*item_;
 }
@@ -180,21 +150,19 @@ Place SourceText::Value(const std::string& path, unsigned line) {
 Place SourceText::SubString(const std::string& path, unsigned line, std::size_t position) {
     const Item* const item = ItemAt(path, line);
     if (!item) return {path, line};
-    const std::vector<Span> all = SubStringsOf(item->text, item->value);
+    const std::vector<CutText> all = CutValue(std::string_view(item->text).substr(item->value));
     if (position >= all.size()) return Head(path, line);
-    const Span& span = all[position];
+    const Span span = SpanOf(all[position].text, item->text);
     return span.begin < item->text.size() ? PlaceOf(path, *item, span.begin, span.end) : Head(path, line);
 }
 
 Place SourceText::SubString(const std::string& path, unsigned line, const std::string& text) {
     const Item* const item = ItemAt(path, line);
     if (!item) return {path, line};
-    const std::string_view written = item->text;
-    for (const Span& span : SubStringsOf(written, item->value)) {
-        const Span bare = Trimmed(written, span);
-        const bool same = written.substr(span.begin, span.end - span.begin) == text ||
-                          written.substr(bare.begin, bare.end - bare.begin) == text;
-        if (same && span.begin < written.size()) return PlaceOf(path, *item, span.begin, span.end);
+    for (const CutText& part : CutValue(std::string_view(item->text).substr(item->value))) {
+        const Span span = SpanOf(part.text, item->text);
+        const bool same = part.text == text || Trimmed(part.text) == text;
+        if (same && span.begin < item->text.size()) return PlaceOf(path, *item, span.begin, span.end);
     }
     return Head(path, line);
 }
