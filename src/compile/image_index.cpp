@@ -36,12 +36,18 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
         stamp_ = now;
     }
     const unsigned ordinal = identifier - kImageSectionClass;
-    if (!isShort && ordinal < kinds_.size()) return kinds_[ordinal];
     Kind& kind = ordinal < kinds_.size() ? kinds_[ordinal] : other_;
-    if (isShort ? !IsKept(kind, identifier) : kind.identifier != identifier || kind.sections.empty()) {
-        Collect(kind, identifier);
-    }
-    return kind;
+    if (isShort) return OfShortList(kind, identifier);
+    if (kind.identifier == identifier && (&kind != &other_ || !kind.sections.empty())) return kind;
+    return CollectOther(identifier);
+}
+
+ImageIndex::Kind& ImageIndex::OfShortList(Kind& kept, unsigned identifier) {
+    if (IsKept(kept, identifier)) return kept;
+    CollectOther(identifier);
+    if (&kept == &other_ || !HasLongSection(other_)) return other_;
+    kept = std::exchange(other_, {});
+    return kept;
 }
 
 void ImageIndex::SortByKind() {
@@ -52,11 +58,14 @@ void ImageIndex::SortByKind() {
     for (unsigned ordinal = 0; Kind & kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
 }
 
-/// Whether the sections of a short list are those that were collected, and one has so many entries that reading them
-/// for every query would take the square of their number.
+/// Whether reading the entries of the sections for every query would take the square of their number.
+bool ImageIndex::HasLongSection(const Kind& kind) {
+    return std::ranges::any_of(kind.entries, [](const auto& entries) { return entries.size() > kWalkedAtOnce; });
+}
+
+/// Whether the sections of a short list are those that were collected.
 bool ImageIndex::IsKept(const Kind& kind, unsigned identifier) {
-    const auto isLong = [](std::span<const tagGCENTRY> entries) { return entries.size() > kWalkedAtOnce; };
-    if (kind.identifier != identifier || std::ranges::none_of(kind.entries, isLong)) return false;
+    if (kind.identifier != identifier || !HasLongSection(kind)) return false;
     std::size_t position = 0;
     for (const tagGCSECT* section : g_GCHead) {
         if (section->dwSect != identifier) continue;
@@ -67,11 +76,11 @@ bool ImageIndex::IsKept(const Kind& kind, unsigned identifier) {
     return position == kind.sections.size();
 }
 
-void ImageIndex::Collect(Kind& kind, unsigned identifier) {
-    // Nothing is left of the kind when memory runs out.
-    std::vector<tagGCSECT*> sections = std::move(kind.sections);
-    std::vector<std::span<const tagGCENTRY>> entries = std::move(kind.entries);
-    kind = {};
+ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
+    // Nothing is left of the kind before when memory runs out.
+    std::vector<tagGCSECT*> sections = std::move(other_.sections);
+    std::vector<std::span<const tagGCENTRY>> entries = std::move(other_.entries);
+    other_ = {};
     sections.clear();
     entries.clear();
     for (tagGCSECT* section : g_GCHead) {
@@ -79,9 +88,10 @@ void ImageIndex::Collect(Kind& kind, unsigned identifier) {
         sections.push_back(section);
         entries.emplace_back(section->vEntries);
     }
-    kind.identifier = identifier;
-    kind.sections = std::move(sections);
-    kind.entries = std::move(entries);
+    other_.identifier = identifier;
+    other_.sections = std::move(sections);
+    other_.entries = std::move(entries);
+    return other_;
 }
 
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {

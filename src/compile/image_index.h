@@ -52,8 +52,10 @@ private:
     /// The kind of an identifier, brought up to date.
     Kind& KindOf(unsigned identifier);
     void SortByKind();
+    Kind& OfShortList(Kind& kept, unsigned identifier);
+    static bool HasLongSection(const Kind& kind);
     static bool IsKept(const Kind& kind, unsigned identifier);
-    static void Collect(Kind& kind, unsigned identifier);
+    Kind& CollectOther(unsigned identifier);
     static Names ReadNames(const Kind& kind);
     static IDs ReadIDs(const Kind& kind);
     template <class Key>
@@ -61,7 +63,7 @@ private:
 
     SectionsStamp stamp_;
     std::array<Kind, 12> kinds_;  ///< by the ordinal of the identifiers that the compiler writes
-    Kind other_;                  ///< the kind of any other identifier: the last that was asked for
+    Kind other_;                  ///< the kind of any other identifier, or of a short list: the last that was asked for
 };
 
 }  // namespace zek
