@@ -24,8 +24,7 @@
 namespace zek {
 
 /// What the verification finds. Failures, up to 99, refuse the image: the compiler writes no such thing. Notes, from
-/// 100 on, are odd but can be the compiler's work, so the image opens. Keywords in a kind of section that does not have
-/// them, and keywords given twice, are not looked for. The numbers stay as they are.
+/// 100 on, are odd but can be the compiler's work, so the image opens. The numbers stay as they are.
 enum class ImageCode : unsigned {
     kNone = 0,
     kTooShort = 1,             ///< the bytes end within the header
@@ -43,7 +42,7 @@ enum class ImageCode : unsigned {
     kSectionEnd = 21,          ///< the sections do not end where the tables begin
     kUnknownSection = 22,      ///< no identifier of a kind of section
     kEntryCount = 23,          ///< more entries than there are bytes for
-    kUnknownEntry = 24,        ///< a name identifier that no entry of such a section has
+    kUnknownEntry = 24,        ///< a name identifier that no entry of such a kind of section has
     kWordCount = 25,           ///< more words than there are bytes for
     kWrongWordCount = 26,      ///< too few or too many words for such an entry
     kWrongClass = 27,          ///< a word of a class that cannot stand there
@@ -51,6 +50,7 @@ enum class ImageCode : unsigned {
     kUnknownOperator = 29,     ///< no code of an operator
     kMissingParent = 30,       ///< no group has the name of the parent
     kParentCycle = 31,         ///< a group is its own ancestor
+    kRepeatedEntry = 32,       ///< an entry of the section before has the same name identifier
     kTrailingBytes = 100,      ///< bytes follow behind the last table
     kSurplusLength = 101,      ///< a table of names says that it is longer than what was written
     kShortLength = 102,        ///< a table says that it is shorter than what was written
@@ -61,6 +61,7 @@ enum class ImageCode : unsigned {
     kOwnParent = 107,          ///< a group names itself as its parent
     kTableWithoutBlock = 108,  ///< there are names of tables without a block of table data
     kBeyondLength = 109,  ///< the key lies behind what its table's length covers: this identifier stands for nothing
+    kTooManyKeys = 110,   ///< a table has more keys than there are identifiers of a class, 2 to the power of 24
 };
 
 /// Whether the code is a note, not a failure.
@@ -123,8 +124,8 @@ public:
     /// All sections in the order of the image; or those of one kind (kImageSensor ...), none for what is no kind.
     ZEK_API Sections AllSections() const;
     ZEK_API Sections SectionsOf(unsigned kind) const;
-    /// The first section of a kind whose NAME is `name`; in [PROPERTY], [GLOBAL] and [REPEATER] sections the name of
-    /// any entry counts, too.
+    /// The first section of a kind whose NAME is `name`; of [PROPERTY], [GLOBAL] and [REPEATER] sections, which have no
+    /// NAME, the first with an entry of this name.
     ZEK_API std::optional<Section> SectionNamed(unsigned kind, std::string_view name) const;
     /// The first section of a kind whose ID is `number`.
     ZEK_API std::optional<Section> SectionWithID(unsigned kind, unsigned number) const;
@@ -252,7 +253,7 @@ public:
     /// Its place among all sections of the image, from 0.
     unsigned Index() const { return index_; }
 
-    /// What its first NAME and its first ID stand for; nothing where it has none.
+    /// What its NAME and its ID stand for; nothing where it has none.
     ZEK_API std::optional<std::string_view> Name() const;
     ZEK_API std::optional<unsigned> ID() const;
     /// The group that its PARENT names; nothing for a group at the top, one that names itself, and without a PARENT.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <string>
 
 #include "check/vocabulary.h"
 
@@ -12,20 +13,52 @@ namespace {
 
 constexpr unsigned kClassShift = 24;
 
-constexpr EntryShape One(std::string_view role) { return {role, false, kNoRole, 1, 1}; }
+/// Kinds of sections, a bit for each.
+template <class... Kinds>
+constexpr unsigned Bits(Kinds... kinds) {
+    return ((1U << (kinds & kIdOrdinalMask)) | ...);
+}
 
-/// By the ordinal of the keyword; without a fixed role where no entry has that name. NAME and PARENT hang on the kind.
-constexpr auto kKeywordShapes = [] {
-    std::array<EntryShape, 0x17> shapes{};
-    for (unsigned ordinal = 0x02; ordinal <= 0x11; ++ordinal) shapes[ordinal] = One("n");
-    for (const unsigned ordinal : {0x01U, 0x13U, 0x14U, 0x15U}) shapes[ordinal] = One("s");
-    shapes[0x16] = {"", false, kNumberOperand, 0, kNoLimit};
-    return shapes;
-}();
+/// What a keyword has as its words, and in which kinds of sections it stands.
+struct Keyword {
+    EntryShape shape = {};
+    unsigned kinds = 0;
+};
+
+constexpr EntryShape One(std::string_view role) { return {role, false, kNoRole, 1, 1}; }
+constexpr EntryShape kText = One("s");
+constexpr EntryShape kNumber = One("n");
+constexpr EntryShape kGroup = One("g");
+constexpr EntryShape kNumbers = {"", false, kNumberOperand, 0, kNoLimit};
+
+/// By the ordinal of the keyword; in no kind where no entry has that name. The word of a NAME hangs on the kind.
+constexpr std::array<Keyword, kKeywords> kKeywordRows = {{
+    {},
+    {kText, Bits(kImageQuorzek)},                                  // VERSION
+    {kNumber, Bits(kImageSystem, kImageSensor, kImageTable)},      // TYPE
+    {kNumber, Bits(kImageSystem)},                                 // FLAG
+    {kNumber, Bits(kImageSystem)},                                 // SOUTHBRIDGE
+    {kNumber, Bits(kImageSystem)},                                 // NORTHBRIDGE
+    {kNumber, Bits(kImageSystem)},                                 // ZEKLOOP
+    {kNumber, Bits(kImageGroup)},                                  // CHILDGROUP
+    {kNumber, Bits(kImageSensor, kImageDevice, kImageTavrGroup)},  // ID
+    {kNumber, Bits(kImageSensor, kImageDevice)},                   // INITFLAG
+    {kNumber, Bits(kImageSensor, kImageDevice)},                   // CONTROLMASK
+    {kNumber, Bits(kImageSensor)},                                 // THEORY
+    {kNumber, Bits(kImageSensor)},                                 // THRESHOLD_FH
+    {kNumber, Bits(kImageSensor)},                                 // THRESHOLD_WH
+    {kNumber, Bits(kImageSensor)},                                 // THRESHOLD_FL
+    {kNumber, Bits(kImageSensor)},                                 // THRESHOLD_WL
+    {kNumber, Bits(kImageAction)},                                 // ARGNUMBER
+    {kNumber, Bits(kImageTavrGroup)},                              // PID
+    {},
+    {kText, Bits(kImageSystem)},                                                                         // MODEL
+    {kGroup, Bits(kImageGroup, kImageSensor)},                                                           // PARENT
+    {kText, Bits(kImageGroup, kImageSensor, kImageDevice, kImageAction, kImageTable, kImageTavrGroup)},  // NAME
+    {kNumbers, Bits(kImageTavrGroup)},                                                                   // SENSORS
+}};
 
 constexpr EntryShape kRepeaterShape = {"na", false, kReference, 2, kNoLimit};
-
-constexpr unsigned Bit(unsigned kind) { return 1U << (kind & kIdOrdinalMask); }
 
 /// In which kinds of sections a name of the class of a table stands.
 struct NamedIn {
@@ -33,29 +66,14 @@ struct NamedIn {
     unsigned kinds;
 };
 constexpr NamedIn kNamedIn[] = {
-    {kIdProperty,
-     Bit(kImageProperty) | Bit(kImageSystem) | Bit(kImageSensor) | Bit(kImageDevice) | Bit(kImageTavrGroup)},
-    {kIdGlobal, Bit(kImageGlobal)},
-    {kIdValue, Bit(kImageGroup) | Bit(kImageSensor) | Bit(kImageDevice) | Bit(kImageAction)},
-    {kIdRepeater, Bit(kImageRepeater)},
+    {kIdProperty, Bits(kImageProperty, kImageSystem, kImageSensor, kImageDevice, kImageTavrGroup)},
+    {kIdGlobal, Bits(kImageGlobal)},
+    {kIdValue, Bits(kImageGroup, kImageSensor, kImageDevice, kImageAction)},
+    {kIdRepeater, Bits(kImageRepeater)},
 };
 
-bool MayName(unsigned kind, unsigned name) {
-    for (const NamedIn& row : kNamedIn) {
-        if (row.nameClass == (name & kIdClassMask)) return row.kinds & Bit(kind);
-    }
-    return false;
-}
-
-std::optional<EntryShape> ShapeOfKeyword(unsigned kind, unsigned name) {
-    const unsigned ordinal = name & kIdOrdinalMask;
-    if (ordinal >= kKeywordShapes.size()) return {};
-    const EntryShape& shape = kKeywordShapes[ordinal];
-    if (shape.fixed.empty() && shape.list == kNoRole) return {};
-    if (name == kIdName && kind == kImageAction) return One("a");
-    const bool ofGroups = kind == kImageGroup && (name == kIdName || name == kIdParent);
-    return ofGroups || (kind == kImageSensor && name == kIdParent) ? One("g") : shape;
-}
+/// The values of a group, without VALUE_.
+constexpr std::string_view kGroupValues[] = {"INIT", "DEINIT", "ENTRY", "EXIT"};
 
 /// The classes that can stand in a role, a bit for each.
 constexpr unsigned ClassesOf(char role) {
@@ -83,11 +101,39 @@ constexpr auto kClassesOf = [] {
 
 }  // namespace
 
-std::optional<EntryShape> ShapeOfKey(unsigned kind, unsigned name) {
+bool MayName(unsigned kind, unsigned name) {
     const unsigned nameClass = name & kIdClassMask;
-    if (nameClass == kIdKeyword) return ShapeOfKeyword(kind, name);
-    if (!MayName(kind, name)) return {};
-    return nameClass == kIdRepeater ? kRepeaterShape : One("s");
+    const unsigned ordinal = name & kIdOrdinalMask;
+    unsigned kinds = 0;
+    if (nameClass == kIdKeyword) {
+        if (ordinal < kKeywords) kinds = kKeywordRows[ordinal].kinds;
+    } else {
+        for (const NamedIn& row : kNamedIn) kinds |= row.nameClass == nameClass ? row.kinds : 0;
+    }
+    return kinds & Bits(kind);
+}
+
+bool IsNameOfValue(unsigned kind, std::string_view name) {
+    // Longer than any number.
+    constexpr std::size_t kLong = 16;
+    switch (kind) {
+        case kImageGroup: return std::ranges::find(kGroupValues, name) != std::end(kGroupValues);
+        case kImageAction: return name.empty() || name == "IPMI" || IsNumber(std::string(name.substr(0, kLong)));
+        default: return true;
+    }
+}
+
+bool MayStandTwice(unsigned kind, unsigned name, std::string_view text) {
+    return (name & kIdClassMask) == kIdValue && text.empty() && (kind == kImageSensor || kind == kImageAction);
+}
+
+EntryShape ShapeOfKey(unsigned kind, unsigned name) {
+    const unsigned nameClass = name & kIdClassMask;
+    if (nameClass == kIdRepeater) return kRepeaterShape;
+    if (nameClass != kIdKeyword) return kText;
+    if (name == kIdName && kind == kImageAction) return One("a");
+    if (name == kIdName && kind == kImageGroup) return kGroup;
+    return kKeywordRows[name & kIdOrdinalMask].shape;
 }
 
 EntryShape ShapeOfValue(unsigned type, bool comparison) {
@@ -100,9 +146,9 @@ EntryShape ShapeOfValue(unsigned type, bool comparison) {
     return {operands, true, kReference, std::max(fixed, shape->fewest), type == kListOfFour ? shape->most : kNoLimit};
 }
 
-bool IsValueKey(unsigned kind, unsigned name) {
+bool IsValueKey(unsigned name) {
     const unsigned nameClass = name & kIdClassMask;
-    return (nameClass == kIdValue || nameClass == kIdGlobal) && MayName(kind, name);
+    return nameClass == kIdValue || nameClass == kIdGlobal;
 }
 
 bool IsOperatorCode(unsigned code) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string_view>
 
 #include "model/value_shapes.h"
@@ -32,14 +31,27 @@ struct EntryShape {
     }
 };
 
-/// The shape of an entry that is no value or global; nothing when sections of this kind have no entry of this name.
-std::optional<EntryShape> ShapeOfKey(unsigned kind, unsigned name);
+/// The keywords have ordinals below this.
+inline constexpr unsigned kKeywords = 0x17;
+
+/// Whether sections of a kind have entries of this name: by its keyword, or the class of its table.
+bool MayName(unsigned kind, unsigned name);
+
+/// Whether sections of a kind, which has values, have one of this name: the NAME of VALUE_NAME.
+bool IsNameOfValue(unsigned kind, std::string_view name);
+
+/// Whether two entries of a section can have this name, which stands for `text`: VALUE and VALUE_ are different keys
+/// with one identifier.
+bool MayStandTwice(unsigned kind, unsigned name, std::string_view text);
+
+/// The shape of an entry that is no value or global, and whose name may stand in sections of this kind.
+EntryShape ShapeOfKey(unsigned kind, unsigned name);
 
 /// The shape of a value by its type; with `comparison` that of an operation with two operands more.
 EntryShape ShapeOfValue(unsigned type, bool comparison);
 
-/// Whether the name is that of a value or global in a section of a kind that has such.
-bool IsValueKey(unsigned kind, unsigned name);
+/// Whether the name is that of a value or global.
+bool IsValueKey(unsigned name);
 
 /// Whether there is an operator with this code, and whether it is a comparison.
 bool IsOperatorCode(unsigned code);

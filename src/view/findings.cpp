@@ -43,6 +43,7 @@ constexpr CodeText kCodes[] = {
     {ImageCode::kUnknownOperator, "unknown-operator", "%x is no operator"},
     {ImageCode::kMissingParent, "missing-parent", "no group has the name of the parent, %x"},
     {ImageCode::kParentCycle, "parent-cycle", "the group is its own ancestor"},
+    {ImageCode::kRepeatedEntry, "repeated-entry", "%x names an entry of the section before"},
     {ImageCode::kTrailingBytes, "trailing-bytes", "%f bytes follow the last table"},
     {ImageCode::kSurplusLength, "surplus-length", "the length, %f bytes, counts names that are not there"},
     {ImageCode::kShortLength, "short-length", "the length, %f bytes, leaves keys out"},
@@ -53,6 +54,7 @@ constexpr CodeText kCodes[] = {
     {ImageCode::kOwnParent, "own-parent", "the group names itself as its parent"},
     {ImageCode::kBeyondLength, "beyond-length",
      "the key lies behind the length that its table says, so this identifier means nothing"},
+    {ImageCode::kTooManyKeys, "too-many-keys", "there are %f keys, those behind the first %l have no identifier"},
     {ImageCode::kTableWithoutBlock, "table-without-block", "%l tables have a name, %f have a block"},
 };
 

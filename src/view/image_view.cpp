@@ -1,7 +1,5 @@
 #include "zekcomp/image_view.h"
 
-#include <array>
-
 #include "compile/value_fields.h"
 #include "view/verifier.h"
 
@@ -12,26 +10,24 @@ namespace {
 /// The tables whose names an entry can have.
 constexpr unsigned kNameClasses[] = {kIdProperty, kIdGlobal, kIdValue, kIdRepeater};
 
-/// The tables of what sections of a kind are called: by their NAME, and in three kinds by their entries; 0 for none.
-constexpr std::array<unsigned, 2> ClassesOfNames(unsigned kind) {
+/// The table of what sections of a kind are called: by their NAME, or in three kinds by their entries.
+constexpr unsigned ClassOfNames(unsigned kind) {
     switch (kind) {
-        case kImageProperty: return {kIdString, kIdProperty};
-        case kImageGlobal: return {kIdString, kIdGlobal};
-        case kImageRepeater: return {kIdString, kIdRepeater};
-        case kImageGroup: return {kIdGroup};
-        case kImageAction: return {kIdAction};
-        default: return {kIdString};
+        case kImageProperty: return kIdProperty;
+        case kImageGlobal: return kIdGlobal;
+        case kImageRepeater: return kIdRepeater;
+        case kImageGroup: return kIdGroup;
+        case kImageAction: return kIdAction;
+        default: return kIdString;
     }
 }
-
-constexpr bool IsKind(unsigned kind) { return kind >= kImageQuorzek && kind <= kImageRepeater; }
 
 ImageValue Nothing(unsigned word) { return {ImageValue::Kind::kNothing, word, 0, {}}; }
 
 /// What the words of a record are; the image has been verified.
 EntryShape ShapeOfRecord(unsigned kind, const unsigned char* record) {
     const unsigned name = EntryName(record);
-    if (!IsValueKey(kind, name)) return *ShapeOfKey(kind, name);
+    if (!IsValueKey(name)) return ShapeOfKey(kind, name);
     const bool operation = EntryWords(record) > 1;
     return ShapeOfValue(EntryWord(record, 0) & kIdOrdinalMask,
                         operation && IsComparison(EntryWord(record, 1) & kIdOrdinalMask));
@@ -65,13 +61,10 @@ ImageView::Sections ImageView::SectionsOf(unsigned kind) const {
 }
 
 std::optional<ImageView::Section> ImageView::SectionNamed(unsigned kind, std::string_view name) const {
-    std::uint32_t first = FirstSections::kNone;
-    for (const unsigned nameClass : ClassesOfNames(kind)) {
-        if (nameClass == 0) continue;
-        if (const auto word = IdentifierOf(nameClass, name)) first = std::min(first, data_->named.Find(kind, *word));
-    }
-    if (first == FirstSections::kNone) return {};
-    return Section(data_.get(), first);
+    const std::optional<unsigned> word = IdentifierOf(ClassOfNames(kind), name);
+    const std::uint32_t section = word ? data_->named.Find(kind, *word) : FirstSections::kNone;
+    if (section == FirstSections::kNone) return {};
+    return Section(data_.get(), section);
 }
 
 std::optional<ImageView::Section> ImageView::SectionWithID(unsigned kind, unsigned number) const {
@@ -103,11 +96,8 @@ std::span<const unsigned char> ImageView::TableBlock(unsigned table) const {
 unsigned ImageView::TableBlockCount() const { return static_cast<unsigned>(data_->blocks.size() / kTableBlockSize); }
 
 std::optional<unsigned> ImageView::GroupIndex(std::string_view name) const {
-    // The first of several NAMEs counts, whichever the group was found by.
-    if (const auto word = IdentifierOf(kIdGroup, name)) {
-        const std::uint32_t group = data_->named.Find(kImageGroup, *word);
-        if (group != FirstSections::kNone) return data_->WordOf(group, kIdName) & kIdOrdinalMask;
-    }
+    const std::optional<unsigned> word = IdentifierOf(kIdGroup, name);
+    if (word && data_->named.Find(kImageGroup, *word) != FirstSections::kNone) return *word & kIdOrdinalMask;
     if (name == "0") return 0;
     return {};
 }
@@ -192,7 +182,7 @@ ImageValue ImageView::Entry::Value(unsigned index) const {
 }
 
 std::optional<unsigned> ImageView::Entry::ValueType() const {
-    if (!IsValueKey(kind_, Id()) || !MayStand(kValueTypeWord, Word(0))) return {};
+    if (!IsValueKey(Id()) || !MayStand(kValueTypeWord, Word(0))) return {};
     return Word(0) & kIdOrdinalMask;
 }
 

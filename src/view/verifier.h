@@ -9,10 +9,14 @@
 
 namespace zek {
 
+/// The class of each table in the order of the directory.
+inline constexpr std::array<unsigned, 10> kTables = {kIdProperty, kIdGlobal, kIdValue,  kIdRepeater,  kIdNumber,
+                                                     kIdString,   kIdGroup,  kIdAction, kIdTableName, kIdTableData};
+
 using ShowNote = std::function<void(const ImageFinding&)>;
 
-/// Goes through an image once, front to back but for the tables, which it needs before the sections. Stops at the first
-/// failure; every member gives false for one.
+/// Goes through an image once, front to back but for the tables, which it needs before the sections; these stand in
+/// table_verification.cpp. Stops at the first failure; every member that verifies gives false for one.
 class ImageVerifier {
 public:
     /// `show` may be empty.
@@ -46,6 +50,8 @@ private:
     std::size_t Fillers(const TableFrame& frame, std::size_t length) const;
     bool IsShort(const TableFrame& frame, std::size_t length) const;
     bool TakeLength(const TableFrame& frame, std::size_t& length, bool& isShort);
+    bool IsLastNameEnded(const TableFrame& frame, std::size_t length, bool isShort);
+    std::uint32_t Numbered(const TableFrame& frame, std::size_t keys);
     bool Names(const TableFrame& frame, KeyTable& table);
     bool Numbers(const TableFrame& frame, KeyTable& table);
     bool Blocks(const TableFrame& frame);
@@ -54,6 +60,7 @@ private:
     bool Section(std::size_t& at);
     bool Entry(std::size_t& at);
     bool Name(std::size_t at, unsigned name);
+    bool StandsOnce(std::size_t at, unsigned name, std::size_t limit);
     bool Value(const unsigned char* record, std::size_t at);
     bool Words(const EntryShape& shape, const unsigned char* record, std::size_t at, bool mayCarry);
     bool Word(char role, unsigned word, std::size_t at, std::uint32_t index, bool mayCarry);
@@ -78,8 +85,11 @@ private:
     std::span<const unsigned char> image_;
     ImageFinding failure_;
     Place place_;
-    std::array<std::size_t, 11> starts_{};  ///< of the tables, then the end of the image
+    std::array<std::size_t, kTables.size() + 1> starts_{};  ///< of the tables, then the end of the image
     std::vector<ParentOf> parents_;
+    /// The last section that has an entry of a name, by the name's class and ordinal; and that has two of one name.
+    std::array<std::vector<std::uint32_t>, (kIdRepeater >> 24) + 1> lastWith_;
+    std::uint32_t lastWithTwo_ = ImageFinding::kNowhere;
 };
 
 }  // namespace zek

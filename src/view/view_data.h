@@ -12,6 +12,9 @@
 
 namespace zek {
 
+/// Whether this is the identifier of a kind of section.
+constexpr bool IsKind(unsigned identifier) { return identifier >= kImageQuorzek && identifier <= kImageRepeater; }
+
 /// Positions by hash: open addressing over numbers that stand for something else, which alone knows the keys.
 class HashSlots {
 public:

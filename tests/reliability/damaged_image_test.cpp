@@ -102,7 +102,7 @@ public:
     }
     static constexpr DamageRow kRows[] = {
         {"Small", Small, kAll, true, 1},      {"Queried", Queried, kAll, false}, {"Everything", Everything, kAll},
-        {"ExampleBoard", ExampleBoard, 4000}, {"Generated1", Of<1>, 4000},       {"Generated2", Of<2>, 4000},
+        {"ExampleBoard", ExampleBoard, 4000}, {"Generated58", Of<58>, 4000},     {"Generated82", Of<82>, 4000},
     };
 
 protected:

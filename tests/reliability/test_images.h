@@ -24,7 +24,7 @@ protected:
     static ImagePair Queried();
     static ImagePair Everything();
     static ImagePair ExampleBoard();
-    /// Of a source of the generator of the yardstick, sound or not.
+    /// Of a source of the generator of the yardstick.
     static ImagePair Generated(unsigned seed);
 
 private:

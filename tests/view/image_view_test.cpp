@@ -154,7 +154,7 @@ TEST(ImageView, KnowsGroupsAndParents) {
     const std::string image = ViewedImage({{kImageGroup, {{kIdParent, {0x18000000}}, {kIdName, {0x18000001}}}},
                                            {kImageGroup, {{kIdParent, {0x18000001}}, {kIdName, {0x18000002}}}},
                                            {kImageSensor, {{kIdParent, {0x18000002}}}},
-                                           {kImageDevice, {{kIdParent, {0x12000000}}}}},
+                                           {kImageDevice, {{kIdName, {0x12000000}}}}},
                                           {.texts = {"A"}, .groups = {"0", "A", "B"}});
     const auto view = ImageView::Open(BytesOf(image));
     ASSERT_TRUE(view) << Refusal(image);
@@ -164,31 +164,7 @@ TEST(ImageView, KnowsGroupsAndParents) {
     EXPECT_FALSE(view->AllSections()[0].Parent());
     EXPECT_EQ(view->AllSections()[1].Parent()->Index(), 0U);
     EXPECT_EQ(view->AllSections()[2].Parent()->Index(), 1U);
-    EXPECT_FALSE(view->AllSections()[3].Parent()) << "the parent of a device is a text";
-}
-
-TEST(ImageView, KnowsAGroupOfTwoNamesByTheFirst) {
-    const std::string image =
-        ViewedImage({{kImageGroup, {{kIdName, {0x18000002}}, {kIdName, {0x18000001}}}}}, {.groups = {"0", "A", "B"}});
-    const auto view = ImageView::Open(BytesOf(image));
-    ASSERT_TRUE(view) << Refusal(image);
-    EXPECT_EQ(view->SectionNamed(kImageGroup, "A")->Name(), "B");
-    EXPECT_EQ(view->GroupIndex("A"), 2U);
-}
-
-TEST(ImageView, TakesTheFirstOfSeveralParents) {
-    const auto groups = [](unsigned first, unsigned second) {
-        return ViewedImage({{kImageGroup, {{kIdParent, {0x18000000}}, {kIdName, {0x18000003}}}},
-                            {kImageGroup, {{kIdParent, {first}}, {kIdName, {0x18000001}}, {kIdParent, {second}}}},
-                            {kImageGroup, {{kIdParent, {0x18000001}}, {kIdName, {0x18000002}}}}},
-                           {.groups = {"0", "A", "B", "C"}});
-    };
-    const std::string image = groups(0x18000003, 0x18000002);
-    const auto view = ImageView::Open(BytesOf(image));
-    ASSERT_TRUE(view) << Refusal(image);
-    EXPECT_EQ(view->AllSections()[1].Parent()->Name(), "C");
-    EXPECT_EQ(Refusal(groups(0x18000002, 0x18000003)),
-              "parent-cycle at 308, section 1 [GROUP]: the group is its own ancestor");
+    EXPECT_FALSE(view->AllSections()[3].Parent());
 }
 
 TEST(ImageView, SelectsFieldsOfValuesAndRepeaterItems) {

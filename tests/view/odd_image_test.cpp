@@ -54,6 +54,25 @@ TEST_F(OddImage, HasUnresolvedWords) {
     EXPECT_EQ(view->NoteCount(), 2U);
 }
 
+TEST_F(OddImage, HasTwoValuesOfOneName) {
+    const std::string image = Compiled(
+        "[GROUP]\nPARENT=0\nNAME=G\nCHILDGROUP=0\n"
+        "[SENSOR]\nPARENT=G\nNAME=S\nID=1\nTYPE=1\nINITFLAG=1\nCONTROLMASK=1\nVALUE_=T1,5\nVALUE=T1,6\nP_=1\n"
+        "[DEVICE]\nNAME=D\nID=1\nINITFLAG=1\nCONTROLMASK=1\nVALUE_=T1,7\nVALUE_INIT=T1,7\n"
+        "[ACTION]\nNAME=A\nVALUE_=T1,8\nVALUE=T1,9\n"
+        "[GLOBAL]\nG_=T1,1\n"
+        "[TAVRGROUP]\nNAME=t\nID=1\nPID=0\nSENSORS=1\nP_=1\n");
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view) << Refusal(image);
+    const auto firstOf = [&](unsigned kind, const char* name) {
+        return TextOf(view->SectionNamed(kind, name)->EntryNamed("")->Value(1));
+    };
+    EXPECT_EQ(view->SectionNamed(kImageSensor, "S")->AllEntries().size(), 9U);
+    EXPECT_EQ(TextOf(view->SectionNamed(kImageSensor, "S")->EntryWithId(0x05000001)->Value(1)), "6") << "VALUE";
+    EXPECT_EQ(firstOf(kImageDevice, "D"), "7");
+    EXPECT_EQ(firstOf(kImageAction, "A"), "9");
+}
+
 TEST_F(OddImage, HasALengthThatCountsNamesThatAreNotThere) {
     // The key of the TAVRGROUP has no identifier, but is counted.
     const std::string image =
@@ -140,6 +159,21 @@ TEST(OddBytes, RepeatAKey) {
     ASSERT_TRUE(view);
     EXPECT_FALSE(view->SectionNamed(kImageSensor, "a"));
     EXPECT_FALSE(view->SectionWithID(kImageSensor, 5));
+}
+
+TEST(OddBytes, HaveMoreKeysThanIdentifiers) {
+    constexpr unsigned kMost = 1U << 24;
+    const std::string image = ViewedImage({}, {.texts = std::vector<std::string>(kMost + 2)});
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view);
+    EXPECT_EQ(view->IdentifierCount(kIdString), kMost);
+    std::string text;
+    view->ForEachNote([&](const ImageFinding& note) {
+        if (note.code == ImageCode::kTooManyKeys) text += TextOf(note);
+    });
+    EXPECT_EQ(text,
+              "too-many-keys at 356, table of texts: there are 16777218 keys, those behind the first 16777216 "
+              "have no identifier");
 }
 
 TEST(OddBytes, LeaveANameUnnumbered) {
