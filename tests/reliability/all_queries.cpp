@@ -1,7 +1,9 @@
 #include "reliability/all_queries.h"
 
 #include <cstring>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "zekcomp/zekcomp.h"
 
@@ -74,7 +76,71 @@ void AskModelSection(CZEKSection* section) {
     }
 }
 
+// Of a view.
+
+void Use(std::string_view text) {
+    for (const char character : text) Use(static_cast<std::size_t>(character));
+}
+void Use(const ImageValue& value) {
+    Use(value.number);
+    Use(value.text);
+}
+template <class Found>
+void Use(const std::optional<Found>& found) {
+    Use(static_cast<std::size_t>(found.has_value()));
+}
+
+void AskViewEntry(const ImageView::Entry& entry) {
+    Use(entry.Name());
+    Use(entry.ValueType());
+    Use(entry.Offset());
+    const unsigned count = entry.WordCount();
+    for (unsigned i = 0; i <= count; ++i) {
+        Use(entry.Word(i));
+        Use(entry.Value(i));
+    }
+    for (unsigned base = 0; base <= 0x1b0000; base += 0x10000) {
+        for (const unsigned last : {0U, 1U, count - 1, count, 0xFFFFU}) Use(entry.Field(base + last));
+    }
+}
+
+void AskViewSection(const ImageView& view, const ImageView::Section& section) {
+    Use(section.Offset());
+    Use(section.Parent());
+    if (const auto name = section.Name()) {
+        Use(view.SectionNamed(section.Kind(), *name));
+        Use(view.GroupIndex(*name));
+    }
+    if (const auto id = section.ID()) Use(view.SectionWithID(section.Kind(), *id));
+    for (const ImageView::Entry entry : section.AllEntries()) {
+        AskViewEntry(entry);
+        Use(section.EntryWithId(entry.Id()));
+        Use(section.EntryNamed(entry.Name()));
+        Use(view.SectionNamed(section.Kind(), entry.Name()));
+    }
+    Use(section.EntryNamed("no such name"));
+}
+
 }  // namespace
+
+void AskView(const ImageView& view) {
+    Use(view.Bytes().size() + view.Version() + view.Time() + view.NoteCount());
+    for (const ImageView::Section section : view.AllSections()) AskViewSection(view, section);
+    for (unsigned kind = kImageSectionClass; kind <= kImageRepeater + 1; ++kind) {
+        for (const ImageView::Section section : view.SectionsOf(kind)) Use(section.Index());
+        Use(view.SectionNamed(kind, "no such name"));
+        Use(view.SectionWithID(kind, 0xFFFF));
+    }
+    for (unsigned table = 0; table < 32; ++table) {
+        const unsigned first = table << 24;
+        for (unsigned i = 0; i <= view.IdentifierCount(first); ++i) {
+            const ImageValue value = view.Resolve(first + i);
+            Use(value);
+            Use(view.IdentifierOf(first, value.text));
+        }
+    }
+    for (unsigned table = 0; table <= view.TableBlockCount(); ++table) Use(view.TableBlock(table).size());
+}
 
 void AskCompiledImage() {
     for (unsigned kind = kImageSectionClass; kind <= kImageRepeater + 1; ++kind) {

@@ -1,7 +1,9 @@
-/// Asks everything of what is loaded. Relies on the published queries.
+/// Asks everything of what is loaded or opened. Relies on the published queries.
 #pragma once
 
 #include <cstddef>
+
+#include "zekcomp/image_view.h"
 
 namespace zek::test {
 
@@ -11,5 +13,8 @@ void AskCompiledImage();
 
 /// Every query of the model that a debug image of `size` bytes left.
 void AskDebugImage(std::size_t size);
+
+/// Every query of a view but for ForEachNote, in the same way. Takes no memory itself.
+void AskView(const ImageView& view);
 
 }  // namespace zek::test

@@ -1,6 +1,9 @@
-// Images made to take as much memory as their bytes can: each is loaded and asked in a process of its own, and what the
-// process then took at most is held against the size of the image.
+// Images made to take as much memory as their bytes can: each is loaded and asked, or opened, in a process of its own,
+// and what the process then took at most is held against the size of the image.
+#include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <stdexcept>
 #include <utility>
@@ -8,6 +11,7 @@
 #include "compile/image_bytes.h"
 #include "model/section.h"
 #include "support/resources.h"
+#include "view/viewed_image.h"
 
 namespace zek::test {
 
@@ -169,6 +173,40 @@ std::string Overlapping(const std::string& body) {
     return ImageWithDirectory(directory, {}, rest + body);
 }
 
+// Images for views.
+
+/// A name for each of two to the power of 20 identifiers, when the slots of a table are emptiest.
+std::vector<std::string> EmptyNames() { return std::vector<std::string>(kImageSize); }
+
+/// The properties are those of the sections' entries.
+std::string EmptyNamesThatEntriesHave() {
+    return ViewedImage({{kImageProperty, {{kIdProperty, {kIdString}}}}}, {.properties = EmptyNames(), .texts = {"a"}});
+}
+
+std::vector<std::string> DifferentNames(std::size_t room) {
+    std::vector<std::string> names;
+    ShortNames(room, [&names](const std::string& name) {
+        names.push_back(name);
+        return name + '\0';
+    });
+    return names;
+}
+
+/// Every section has what it is found by.
+std::string SectionsForView(unsigned kind, const std::vector<EntryWords>& entries) {
+    const SectionWords section = {kind, entries};
+    return ViewedImage(std::vector<SectionWords>(kImageSize / SectionBytes(section).size(), section),
+                       {.numbers = {7}, .texts = {"a"}, .groups = {"0", "A"}});
+}
+
+/// One section, each of whose entries has a name of its own.
+std::string NamedEntriesForView() {
+    const std::vector<std::string> names = DifferentNames(kImageSize / 5);
+    SectionWords section = {kImageProperty, {}};
+    for (unsigned i = 0; i < names.size(); ++i) section.entries.push_back({kIdProperty + i, {kIdString}});
+    return ViewedImage({section}, {.properties = names, .texts = {"a"}});
+}
+
 struct Worst {
     const char* name;
     bool debug;
@@ -197,7 +235,33 @@ void AskDebug() {
     }
 }
 
+/// What has been taken since `before` is no more than so many times the size of the image.
+void ExpectAtMost(std::size_t most, std::size_t size, std::size_t before) {
+    const std::size_t taken = Memory() - before;
+    std::printf("%zu KiB of image, %zu KiB of memory: %.1f times\n", size >> 10, taken >> 10,
+                static_cast<double>(taken) / static_cast<double>(size));
+    EXPECT_LE(taken, most * size + kBesides);
+    EXPECT_GT(taken, kIsPeak ? size / 2 : 0) << "nothing was read";
+}
+
 class ImageMadeToTakeMemory : public ProcessTest, public testing::WithParamInterface<Worst> {};
+
+struct WorstView {
+    const char* name;
+    std::size_t most;
+    std::string (*make)();
+};
+
+class ViewMadeToTakeMemory : public ProcessTest, public testing::WithParamInterface<WorstView> {};
+
+/// The bytes of a file that are in memory already.
+std::span<const unsigned char> MappedBytes(const char* file) {
+    const std::size_t size = std::filesystem::file_size(file);
+    const int descriptor = open(file, O_RDONLY | O_CLOEXEC);
+    void* const memory = mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, descriptor, 0);
+    close(descriptor);
+    return {static_cast<const unsigned char*>(memory), size};
+}
 
 }  // namespace
 
@@ -209,11 +273,21 @@ TEST_P(ImageMadeToTakeMemory, TakesNoMoreThanItsMultiple) {
         const std::size_t before = Memory();
         EXPECT_EQ(row.debug ? gdInit("image", nullptr) : gcInit("image", nullptr), 1U);
         row.debug ? AskDebug() : AskCompiled();
-        const std::size_t taken = Memory() - before;
-        std::printf("%zu KiB of image, %zu KiB of memory: %.1f times\n", size >> 10, taken >> 10,
-                    static_cast<double>(taken) / static_cast<double>(size));
-        EXPECT_LE(taken, row.most * size + kBesides);
-        EXPECT_GT(taken, kIsPeak ? size / 2 : 0) << "nothing was read";
+        ExpectAtMost(row.most, size, before);
+    });
+}
+
+TEST_P(ViewMadeToTakeMemory, TakesNoMoreThanItsMultiple) {
+    const WorstView& row = GetParam();
+    // In a process of its own, whose memory the view cannot have.
+    InChild([&] { Write("image", row.make()); });
+    InChild([&] {
+        const std::span<const unsigned char> image = MappedBytes("image");
+        const std::size_t before = Memory();
+        ImageFinding failure;
+        const std::optional<ImageView> view = ImageView::Open(image, &failure);
+        EXPECT_TRUE(view) << failure.Sentence();
+        ExpectAtMost(row.most, image.size(), before);
     });
 }
 
@@ -280,6 +354,29 @@ INSTANTIATE_TEST_SUITE_P(
         Worst{"NamesOfTwoCharactersInEightTables", false, 288, [] { return Overlapping(NamesWithNul(195'000)); }},
         Worst{"NamesBehindGapsInEightTables", false, 288,
               [] { return Overlapping(std::string(kImageSize / 3, '\0') + NamesWithNul(2 * kImageSize / 3)); }}),
+    RowName());
+
+// A name takes 4 bytes for where it begins and 8 to 16 in the slots, a name of an entry 4 more while it is verified.
+INSTANTIATE_TEST_SUITE_P(
+    Opened, ViewMadeToTakeMemory,
+    testing::Values(WorstView{"Names", 8, [] { return ViewedImage({}, {.texts = DifferentNames(kImageSize)}); }},
+                    WorstView{"EmptyNames", 28, [] { return ViewedImage({}, {.texts = EmptyNames()}); }},
+                    WorstView{"EmptyNamesThatEntriesHave", 28, EmptyNamesThatEntriesHave},
+                    WorstView{"Numbers", 8, [] { return ViewedImage({}, {.numbers = WordList(kImageSize / 4, 1)}); }},
+                    WorstView{"Sections", 8, [] { return SectionsForView(kImageDevice, {}); }},
+                    WorstView{"SectionsWithNames", 8,
+                              [] {
+                                  return SectionsForView(kImageDevice, {{kIdName, {kIdString}}});
+                              }},
+                    WorstView{"SectionsWithNamesAndIDs", 8,
+                              [] {
+                                  return SectionsForView(kImageDevice, {{kIdName, {kIdString}}, {kIdID, {kIdNumber}}});
+                              }},
+                    WorstView{"GroupsWithParents", 8,
+                              [] {
+                                  return SectionsForView(kImageGroup, {{kIdParent, {kIdGroup}}, {kIdName, {kIdGroup}}});
+                              }},
+                    WorstView{"NamedEntries", 8, NamedEntriesForView}),
     RowName());
 
 }  // namespace zek::test

@@ -10,6 +10,7 @@
 #include "reliability/all_queries.h"
 #include "reliability/everything.h"
 #include "reliability/failing_heap.h"
+#include "view/viewed_image.h"
 
 namespace zek::test {
 
@@ -218,6 +219,41 @@ TEST_F(MemoryShortage, WhileADebugImageIsLoadedAndAskedLeavesTheNextLoadWhole) {
             ExpectTheSame("out.zki", "good.zki");
             gdUnInit();
         });
+}
+
+TEST_F(MemoryShortage, WhileAnImageIsOpenedAsAViewLeavesNothing) {
+    const std::string image = Read("good.zki");
+    ExpectNoLeak([&] { ImageView::Open(BytesOf(image)); },
+                 [&] {
+                     const std::optional<ImageView> view = ImageView::Open(BytesOf(image));
+                     ASSERT_TRUE(view);
+                     EXPECT_EQ(view->SectionNamed(kImageDevice, "D169")->ID(), 169U);
+                     AskView(*view);
+                 });
+}
+
+TEST_F(MemoryShortage, IsNoMatterForTheQueriesOfAView) {
+    std::string source = "[PROPERTY]\n";
+    for (int i = 0; i < 100; ++i) source += "p" + std::to_string(i) + " = 1\n";
+    Write("long.zek", source);
+    InChild([] {
+        ASSERT_EQ(gccCompStart("long.zek"), 1U);
+        gccParse();
+        ASSERT_EQ(gccCheck(), 1U);
+        ASSERT_EQ(gccOutput("long.zki"), 1U);
+    });
+    for (const std::string file : {"good.zki", "long.zki"}) {
+        SCOPED_TRACE(file);
+        const std::string image = Read(file);
+        const std::optional<ImageView> view = ImageView::Open(BytesOf(image));
+        ASSERT_TRUE(view);
+        FailHeapAt(1);
+        AskView(*view);
+        EXPECT_FALSE(HasHeapFailed());
+        EXPECT_THROW(view->ForEachNote([](const ImageFinding&) {}), std::bad_alloc) << "this opens the image again";
+        EXPECT_TRUE(HasHeapFailed());
+        FailHeapAt(0);
+    }
 }
 
 #if !defined(__SANITIZE_ADDRESS__)
