@@ -60,17 +60,15 @@ constexpr std::array<Keyword, kKeywords> kKeywordRows = {{
 
 constexpr EntryShape kRepeaterShape = {"na", false, kReference, 2, kNoLimit};
 
-/// In which kinds of sections a name of the class of a table stands.
-struct NamedIn {
-    unsigned nameClass;
-    unsigned kinds;
-};
-constexpr NamedIn kNamedIn[] = {
-    {kIdProperty, Bits(kImageProperty, kImageSystem, kImageSensor, kImageDevice, kImageTavrGroup)},
-    {kIdGlobal, Bits(kImageGlobal)},
-    {kIdValue, Bits(kImageGroup, kImageSensor, kImageDevice, kImageAction)},
-    {kIdRepeater, Bits(kImageRepeater)},
-};
+/// In which kinds of sections a name of the class of a table stands, by the number of the class.
+constexpr auto kKindsOfClass = [] {
+    std::array<unsigned, 32> kinds{};
+    kinds[kIdProperty >> kClassShift] = Bits(kImageProperty, kImageSystem, kImageSensor, kImageDevice, kImageTavrGroup);
+    kinds[kIdGlobal >> kClassShift] = Bits(kImageGlobal);
+    kinds[kIdValue >> kClassShift] = Bits(kImageGroup, kImageSensor, kImageDevice, kImageAction);
+    kinds[kIdRepeater >> kClassShift] = Bits(kImageRepeater);
+    return kinds;
+}();
 
 /// The values of a group, without VALUE_.
 constexpr std::string_view kGroupValues[] = {"INIT", "DEINIT", "ENTRY", "EXIT"};
@@ -102,25 +100,20 @@ constexpr auto kClassesOf = [] {
 }  // namespace
 
 bool MayName(unsigned kind, unsigned name) {
-    const unsigned nameClass = name & kIdClassMask;
+    const unsigned nameClass = name >> kClassShift;
     const unsigned ordinal = name & kIdOrdinalMask;
-    unsigned kinds = 0;
-    if (nameClass == kIdKeyword) {
-        if (ordinal < kKeywords) kinds = kKeywordRows[ordinal].kinds;
-    } else {
-        for (const NamedIn& row : kNamedIn) kinds |= row.nameClass == nameClass ? row.kinds : 0;
-    }
-    return kinds & Bits(kind);
+    if (nameClass >= kKindsOfClass.size()) return false;
+    const bool keyword = nameClass == kIdKeyword >> kClassShift && ordinal < kKeywords;
+    return (keyword ? kKeywordRows[ordinal].kinds : kKindsOfClass[nameClass]) & Bits(kind);
 }
+
+bool HasOwnValues(unsigned kind) { return kind != kImageGroup && kind != kImageAction; }
 
 bool IsNameOfValue(unsigned kind, std::string_view name) {
     // Longer than any number.
     constexpr std::size_t kLong = 16;
-    switch (kind) {
-        case kImageGroup: return std::ranges::find(kGroupValues, name) != std::end(kGroupValues);
-        case kImageAction: return name.empty() || name == "IPMI" || IsNumber(std::string(name.substr(0, kLong)));
-        default: return true;
-    }
+    if (kind == kImageGroup) return std::ranges::find(kGroupValues, name) != std::end(kGroupValues);
+    return name.empty() || name == "IPMI" || IsNumber(std::string(name.substr(0, kLong)));
 }
 
 bool MayStandTwice(unsigned kind, unsigned name, std::string_view text) {

@@ -37,7 +37,10 @@ inline constexpr unsigned kKeywords = 0x17;
 /// Whether sections of a kind have entries of this name: by its keyword, or the class of its table.
 bool MayName(unsigned kind, unsigned name);
 
-/// Whether sections of a kind, which has values, have one of this name: the NAME of VALUE_NAME.
+/// Whether the values of a kind have any names; those of groups and actions do not.
+bool HasOwnValues(unsigned kind);
+
+/// Whether groups or actions have a value of this name: the NAME of VALUE_NAME.
 bool IsNameOfValue(unsigned kind, std::string_view name);
 
 /// Whether two entries of a section can have this name, which stands for `text`: VALUE and VALUE_ are different keys

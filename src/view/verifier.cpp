@@ -127,8 +127,8 @@ bool ImageVerifier::Name(std::size_t at, unsigned name) {
     if (ordinal >= table.limit) return Fail(ImageCode::kBeyondTable, at, name, table.limit);
     if (!StandsOnce(at, name, table.limit)) return false;
     if (!table.Stands(ordinal)) return Note(CodeOfMissing(table, ordinal), at, name, ordinal);
-    const bool known = (name & kIdClassMask) != kIdValue || IsNameOfValue(place_.kind, table.NameAt(ordinal));
-    return known || Fail(ImageCode::kUnknownEntry, at, name);
+    const bool free = (name & kIdClassMask) != kIdValue || HasOwnValues(place_.kind);
+    return free || IsNameOfValue(place_.kind, table.NameAt(ordinal)) || Fail(ImageCode::kUnknownEntry, at, name);
 }
 
 /// Whether no entry of the section before has the name, or only one where two may; `limit` is that of the ordinals of
