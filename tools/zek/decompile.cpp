@@ -29,7 +29,7 @@ constexpr char kDecompileExample[] =
     "A file that would stand outside of DIR goes to another place inside it, and no file that stands is replaced. The\n"
     "source is compiled, inside DIR, and compared, time stamps aside, before anything is said; where it differs, or "
     "the\n"
-    "language cannot express the image, nothing is kept, and the exit code is 1.\n"
+    "language cannot express the image, nothing is kept.\n"
     "With -o, standard output has the path of the main source; without it, a source of one file. An IMAGE of - is\n"
     "standard input.";
 

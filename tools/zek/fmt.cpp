@@ -19,9 +19,8 @@ constexpr char kFmtExample[] =
     "Takes away the white space at both ends of each line, and aligns the first '=' of the items of a section. Every\n"
     "line stays on its line, and the images and all messages stay what they were. Lines stay as they are where they\n"
     "are joined by a backslash, have a NUL or a carriage return inside, or would change their meaning.\n"
-    "Without a FILE, and where it is -, standard input goes to standard output. With --check, the exit code is 1 "
-    "where\n"
-    "a file would change, and standard output has the names of these.";
+    "Without a FILE, and where it is -, standard input goes to standard output. With --check, nothing is "
+    "written, and standard output has the names of the files that would change.";
 
 struct FmtOptions {
     std::vector<std::string> files;

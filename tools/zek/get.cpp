@@ -19,7 +19,7 @@ constexpr char kGetExample[] =
     "GLOBAL/G_Trim. One of several values is picked by its place, from 0: TAVRGROUP/All/SENSORS/2. In a compiled\n"
     "image TABLE/Curve/7 is the byte 7 of a table. A backslash makes a slash a part of a name. Predefined names are\n"
     "shown as their numbers, numbers in decimal, several values with commas between them. The first section that has\n"
-    "the key counts. Where there is none, the exit code is 1, unless --default says what to print.";
+    "the key counts.";
 
 struct GetOptions {
     std::string image;

@@ -22,8 +22,7 @@ constexpr char kOriginExample[] =
     "Shows where a value of the debug image was written, and where what it names was: the words of [DEFINE] and "
     "[IFDEF]\n"
     "with their numbers, globals, values, actions, tables and groups; for each the includes that lead there. With the\n"
-    "compiled image of the same source, the words that the value became. PATH is as for 'zek get'. The exit code is 1\n"
-    "where the source has no such value.";
+    "compiled image of the same source, the words that the value became. PATH is as for 'zek get'.";
 
 struct OriginOptions {
     std::string debug;

@@ -23,9 +23,7 @@ constexpr char kVerifyExample[] =
     "the reason, a code for scripts, the offset in bytes. The exit code is that of the worst image. Notes count what\n"
     "is odd but valid. An IMAGE of - is standard input.\n"
     "\n"
-    "With --pair, it says whether the compiled image is what the debug image compiles to, time stamps aside, and ends "
-    "with 1 where\n"
-    "it is not.";
+    "With --pair, it says whether the compiled image is what the debug image compiles to, time stamps aside.";
 
 struct VerifyOptions {
     std::vector<std::string> images;
