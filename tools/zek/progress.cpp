@@ -1,10 +1,11 @@
 #include "progress.h"
 
-#include <sys/ioctl.h>
 #include <unistd.h>
+#include <algorithm>
 #include <csignal>
 #include <system_error>
 
+#include "columns.h"
 #include "printable.h"
 #include "streams.h"
 
@@ -13,17 +14,11 @@ namespace {
 
 constexpr std::chrono::milliseconds kUntilShown{1000};
 constexpr std::chrono::milliseconds kUntilNext{200};
-constexpr std::size_t kUsualColumns = 80;
 
 Progress* g_shown = nullptr;
 
 void StopShown() noexcept {
     if (g_shown) g_shown->Stop();
-}
-
-std::size_t Columns() {
-    struct winsize size {};
-    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;
 }
 
 /// A thread that no signal reaches: those are for the one that works.
@@ -47,7 +42,7 @@ std::thread QuietThread(Work work) {
 
 Progress::Progress(const std::string& source, const char* phase, Clock::time_point begun)
     : source_(Printable(source)), phase_(phase) {
-    if (isatty(STDERR_FILENO) == 0) return;
+    if (!IsTerminal(STDERR_FILENO)) return;
     thread_ = QuietThread([this, begun] { Run(begun); });
     g_shown = this;
     BeforeTelling(StopShown);
@@ -100,13 +95,15 @@ std::string Progress::Line() const {
     if (files_ > 0) state += ": " + Counted(files_, "file", "files");
     if (sections_ > 0) state += ", " + Counted(sections_, "section", "sections");
     const std::string line = "zek: " + source_ + ": " + state;
-    return line.size() < Columns() ? line : ("zek: " + state).substr(0, Columns() - 1);
+    const std::size_t columns = TerminalColumns(STDERR_FILENO);
+    return ColumnsOf(line) < columns ? line : ("zek: " + state).substr(0, columns - 1);
 }
 
 /// Blanks instead of an escape sequence, which not every terminal has.
 void Progress::Show(const std::string& line) {
     if (line == shown_) return;
-    const std::size_t rest = shown_.size() > line.size() ? shown_.size() - line.size() : 0;
+    const std::size_t before = ColumnsOf(shown_);
+    const std::size_t rest = before - std::min(before, ColumnsOf(line));
     WriteAll(STDERR_FILENO, '\r' + line + std::string(rest, ' ') + (line.empty() ? "\r" : ""));
     shown_ = line;
 }
