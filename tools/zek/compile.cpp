@@ -76,8 +76,8 @@ struct CompileOptions : SourceOptions {
     std::string image;         ///< where the compiled image goes; empty for the default
     std::string debugImage;    ///< where the debug image goes; empty for the default
     std::string dependencies;  ///< where the dependency file goes; empty for nowhere
-    std::string timeStamp;     ///< seconds; empty for the environment's or the library's
     std::string emit = kEmitImage;
+    std::optional<std::string> timeStamp;  ///< seconds; none for the environment's or the library's
 };
 
 struct CheckOptions : SourceOptions {
@@ -220,6 +220,13 @@ void RequireDistinct(const char* both, const Target& first, const Target& second
                   std::string(both) + " would go to the same file: " + first.name + " and " + second.name);
 }
 
+/// Throws Failure where a dependency file would have no target: a later run cannot compare a pipe or a device.
+void RequireOneToCompare(const Targets& targets) {
+    if (!targets.dependencies || !targets.image.direct || !targets.debug.direct) return;
+    throw Failure(kUsageOrFiles,
+                  "--depfile: neither image is a file: " + targets.image.name + " and " + targets.debug.name);
+}
+
 void RequireDistinct(const Targets& targets) {
     RequireDistinct("both images", targets.image, targets.debug);
     if (!targets.dependencies) return;
@@ -318,6 +325,7 @@ int Compile(const CompileOptions& options, FindingsOutput& output) {
     RequireReadable(source);
     const Targets targets(options);
     RequireDistinct(targets);
+    RequireOneToCompare(targets);
     const Compilation compilation;
     CheckedSource checked = Check(source, options, output);
     AddMainSource(source, checked.files);
@@ -395,8 +403,8 @@ Run PrepareCompile(Words& words) {
         "its extension; default: image");
     words.FileOption("--depfile", "FILE", options->dependencies,
                      "Also write which files were read, for Make and Ninja; only where the images are written");
-    words.Text("--timestamp", "SECONDS", options->timeStamp,
-               "The time stamp of both images, in seconds since 1970; default: SOURCE_DATE_EPOCH, else now");
+    words.OptionalText("--timestamp", "SECONDS", options->timeStamp,
+                       "The time stamp of both images, in seconds since 1970; default: SOURCE_DATE_EPOCH, else now");
     AddSourceOptions(words, *options);
     return [options] { return RunCompile(*options); };
 }

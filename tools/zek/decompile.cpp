@@ -15,6 +15,7 @@
 #include "recompile.h"
 #include "source_folder.h"
 #include "streams.h"
+#include "time_stamp.h"
 
 namespace zek::tool {
 namespace {
@@ -37,9 +38,6 @@ struct DecompileOptions {
     std::string image;
     std::string folder;  ///< where the files go; empty for standard output
 };
-
-constexpr std::size_t kTimeOffset = 20;
-constexpr std::size_t kTimeSize = 4;
 
 /// What the source of a compiled image is called: a name that may stand in any source.
 std::string NameOfSource(const std::string& image) {
@@ -74,8 +72,10 @@ void RequireSame(const Work& work, const std::string& folder, const std::string&
         throw Failure(kSourceHasErrors, "the source that was made does not compile");
     }
     const bool compiled = work.kind == ImageKind::kCompiled;
-    const std::string where = ImageDifference(compiled ? work.bytes : ImageBehind(work.bytes), again.image);
-    if (!where.empty()) throw CannotExpress("the compiled image of the source that was made differs at " + where);
+    const auto where = FirstDifference(compiled ? work.bytes : ImageBehind(work.bytes), again.image);
+    if (where) {
+        throw CannotExpress("the compiled image of the source that was made differs at byte " + std::to_string(*where));
+    }
     const std::string debugWhere = work.made.debugDifference ? work.made.debugDifference(again.debug, main) : "";
     if (!debugWhere.empty()) {
         throw CannotExpress("the debug image of the source that was made differs: " + debugWhere);
@@ -115,21 +115,14 @@ int RunDecompile(const DecompileOptions& options) {
 Run PrepareDecompile(Words& words) {
     const auto options = std::make_shared<DecompileOptions>();
     words.File("IMAGE", options->image, "The image, compiled or debug");
-    words.FileOption("-o,--output", "DIR", options->folder, "Write the files to this folder; default, and -: standard output");
+    words.FileOption("-o,--output", "DIR", options->folder,
+                     "Write the files to this folder; default, and -: standard output");
     return [options] { return RunDecompile(*options); };
 }
 
 }  // namespace
 
 Failure CannotExpress(const std::string& what) { return Failure(kSourceHasErrors, what); }
-
-std::string ImageDifference(std::string_view wanted, std::string_view got) {
-    for (std::size_t at = 0; at < std::min(wanted.size(), got.size()); ++at) {
-        if (wanted[at] == got[at] || (at >= kTimeOffset && at < kTimeOffset + kTimeSize)) continue;
-        return "byte " + std::to_string(at);
-    }
-    return wanted.size() == got.size() ? "" : "byte " + std::to_string(std::min(wanted.size(), got.size()));
-}
 
 const CommandSpec kDecompileCommand = {
     "decompile",

@@ -32,7 +32,4 @@ Decompiled DecompileCompiled(const ImageView& view, const std::string& main);
 /// Why there is no source.
 Failure CannotExpress(const std::string& what);
 
-/// The first difference of two compiled images, the time aside; empty where there is none.
-std::string ImageDifference(std::string_view wanted, std::string_view got);
-
 }  // namespace zek::tool

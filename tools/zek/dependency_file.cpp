@@ -1,5 +1,6 @@
 #include "dependency_file.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "failure.h"
@@ -8,9 +9,10 @@ namespace zek::tool {
 namespace {
 
 // What follows is what GNU Make and Ninja read alike, found by trying each character.
-constexpr std::string_view kImpossible = "\"'*;<=>?^`&|";
+constexpr std::string_view kImpossible = "\"'*;<=>?[^`&|";
 constexpr std::string_view kEscaped = " #:";
-constexpr std::string_view kImpossibleAtTheEnd = " :\\";
+// Make takes what ends with a parenthesis for a member of an archive.
+constexpr std::string_view kImpossibleAtTheEnd = " :\\)";
 
 bool IsControl(char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }
 
@@ -20,8 +22,15 @@ bool EscapesWhatFollows(const std::string& name, std::size_t at) {
     return name[at] == '\\' && next != name.npos && kEscaped.find(name[next]) != kEscaped.npos;
 }
 
+/// Make takes a tilde at the beginning for somebody's home, and looks for it behind "./" too.
+bool BeginsAsHome(std::string_view name) {
+    while (name.starts_with("./")) name.remove_prefix(std::min(name.find_first_not_of('/', 1), name.size()));
+    return name.starts_with('~');
+}
+
 bool CanStand(const std::string& name) {
     if (name.empty() || kImpossibleAtTheEnd.find(name.back()) != kImpossibleAtTheEnd.npos) return false;
+    if (BeginsAsHome(name)) return false;
     for (std::size_t i = 0; i < name.size(); ++i) {
         if (IsControl(name[i]) || kImpossible.find(name[i]) != kImpossible.npos) return false;
         if (EscapesWhatFollows(name, i)) return false;

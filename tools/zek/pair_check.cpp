@@ -1,6 +1,5 @@
 #include "pair_check.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -17,11 +16,6 @@
 namespace zek::tool {
 namespace {
 
-std::string WithoutTimeStamp(std::string image) {
-    SetTimeStamp(image, 0);
-    return image;
-}
-
 /// The debug image as long as it is loaded.
 struct Loaded {
     Loaded(std::string_view debug, bool lacksFileList) { LoadDebugImage(debug, lacksFileList); }
@@ -32,13 +26,12 @@ struct Loaded {
 
 std::optional<PairDifference> DifferenceOf(std::string_view image, std::string_view debug, bool lacksFileList) {
     const Loaded loaded(debug, lacksFileList);
-    const std::string compiled = WithoutTimeStamp(WrittenImage(gccOutput, IsWholeCompiledImage));
-    const std::string given = WithoutTimeStamp(std::string(image));
+    const std::string compiled = WrittenImage(gccOutput, IsWholeCompiledImage);
     // It has nothing to say that the images do not show.
     TakeMessages();
-    if (compiled == given) return {};
-    const auto [at, other] = std::mismatch(given.begin(), given.end(), compiled.begin(), compiled.end());
-    return PairDifference{given.size(), compiled.size(), static_cast<std::size_t>(at - given.begin())};
+    const std::optional<std::size_t> offset = FirstDifference(std::string(image), compiled);
+    if (!offset) return {};
+    return PairDifference{image.size(), compiled.size(), *offset};
 }
 
 struct NamedImage {

@@ -1,5 +1,6 @@
 #include "time_stamp.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
@@ -24,14 +25,22 @@ unsigned SecondsOf(const std::string& from, const std::string& text) {
 
 }  // namespace
 
-std::optional<unsigned> WantedTimeStamp(const std::string& option) {
-    if (!option.empty()) return SecondsOf("--timestamp", option);
+std::optional<unsigned> WantedTimeStamp(const std::optional<std::string>& option) {
+    if (option) return SecondsOf("--timestamp", *option);
     if (const char* variable = std::getenv(kVariable)) return SecondsOf(kVariable, variable);
     return std::nullopt;
 }
 
 void SetTimeStamp(std::string& image, unsigned seconds) {
     for (std::size_t i = 0; i < 4; ++i) image[kTimeStamp + i] = static_cast<char>(seconds >> 8 * i);
+}
+
+std::optional<std::size_t> FirstDifference(std::string image, std::string other) {
+    SetTimeStamp(image, 0);
+    SetTimeStamp(other, 0);
+    if (image == other) return std::nullopt;
+    const auto [at, behind] = std::mismatch(image.begin(), image.end(), other.begin(), other.end());
+    return static_cast<std::size_t>(at - image.begin());
 }
 
 }  // namespace zek::tool
