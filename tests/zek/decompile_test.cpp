@@ -195,6 +195,21 @@ TEST_F(ZekDecompile, FollowsNoLinkInItsFolder) {
     EXPECT_EQ(Names("made"), Strings{"sub"});
 }
 
+TEST_F(ZekDecompile, TellsWhyAFolderTakesNoFolder) {
+    std::filesystem::create_directories("source/sub");
+    Write("source/a.zek", "[INCLUDE]\nFILE = sub/b.zek\n");
+    Write("source/sub/b.zek", "[PROPERTY]\na = b\n");
+    ASSERT_TRUE(Compile("source", "a.zek", "a"));
+    std::filesystem::create_directory("made");
+    ASSERT_EQ(Zek({"decompile", "a.zkd", "-o", "made"}).code, 0);
+    std::filesystem::remove_all("made/sub");
+    std::filesystem::permissions("made", std::filesystem::perms(0555));
+    const Result result = Zek({"decompile", "a.zkd", "-o", "made"}, {.permissionsHold = true});
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.err, "zek: cannot make the folder made/sub: Permission denied\n");
+    EXPECT_EQ(Names("made"), Strings{"a.zek"});
+}
+
 TEST_F(ZekDecompile, ReplacesNoFile) {
     Write("a.zek", "[PROPERTY]\na = b\n");
     ASSERT_TRUE(Compile(".", "a.zek", "a"));

@@ -6,6 +6,7 @@
 //   renames  all but the first do              link     files may have no second name: EPERM
 //   folder   a folder's sync fails with EIO    hang     a sync never returns
 //   slow     a sync takes 0.8 s, and to ask whether a file slow.zek may be read 1.6 s
+//   wait     the wait for a process that was started, whatever it writes, never returns
 //   room:N   the disk has room for N bytes: what goes beyond is not written, and fails with ENOSPC
 //   kill:N   the program is killed at its N-th step (from 1), before it takes it; a step is one of these calls, and of
 //            a write only half is done at a time
@@ -15,6 +16,7 @@
 // ZEK_TEST_PARSER is the file that is loaded in place of the installed parser library.
 #include <dlfcn.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -148,6 +150,11 @@ int rename(const char* from, const char* to) {
     if (Fails(numbered.c_str()) || (Fails("renames") && count > 1)) return Failed(EBUSY);
     Step();
     return Next("rename", &rename)(from, to);
+}
+
+pid_t waitpid(pid_t process, int* status, int options) {
+    while (Fails("wait")) pause();
+    return Next("waitpid", &waitpid)(process, status, options);
 }
 
 void* dlopen(const char* file, int flags) {

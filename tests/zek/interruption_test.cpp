@@ -48,6 +48,26 @@ TEST_P(ZekSignal, RemovesTheTemporaryFileAndEndsTheProgram) {
     EXPECT_EQ(Names(), (Strings{"a.zek", "a.zki"}));
 }
 
+TEST_P(ZekSignal, RemovesTheSourcesThatAreNotCompared) {
+    std::filesystem::create_directories("source/sub");
+    Write("source/a.zek", "[INCLUDE]\nFILE = sub/b.zek\n[PROPERTY]\na = b\n");
+    Write("source/sub/b.zek", "[PROPERTY]\nc = d\n");
+    ASSERT_EQ(Zek({"compile", "source/a.zek", "-o", "a.zki", "-g", "a.zkd"}).code, 0);
+    std::filesystem::create_directories("folder/source");
+    Write("folder/source/other", "stays");
+    Program program({ZEK_PROGRAM, "decompile", "a.zkd", "-o", "folder"}, Fault("wait"));
+    const std::string last = "folder/sub/b.zek";
+    for (int i = 0; i < 2000 && !std::filesystem::exists(last); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    ASSERT_TRUE(std::filesystem::exists(last));
+    ASSERT_EQ(Names("folder/source"), (Strings{"a.zek", "other"}));
+    ASSERT_EQ(kill(program.Process(), GetParam().signal), 0);
+    EXPECT_EQ(program.Finish().signal, GetParam().signal);
+    EXPECT_EQ(Names("folder/source"), Strings{"other"});
+    EXPECT_EQ(Names("folder"), Strings{"source"});
+}
+
 INSTANTIATE_TEST_SUITE_P(By, ZekSignal,
                          testing::Values(SignalRow{"Interrupt", SIGINT}, SignalRow{"Terminate", SIGTERM},
                                          SignalRow{"HangUp", SIGHUP}),

@@ -7,6 +7,7 @@
 
 #include "printable.h"
 #include "streams.h"
+#include "temporary_files.h"
 
 namespace zek::tool {
 namespace {
@@ -22,7 +23,10 @@ int CodeOf(int status, const std::string& what) {
 int RunInChild(const std::string& what, const std::function<int()>& run) {
     const pid_t child = fork();
     if (child < 0) throw SystemFailure("cannot start a process");
-    if (child == 0) _exit(Guarded(run));
+    if (child == 0) {
+        LeaveTemporaryFiles();
+        _exit(Guarded(run));
+    }
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
         if (errno != EINTR) throw SystemFailure("cannot wait for a process");

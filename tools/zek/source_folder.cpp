@@ -54,30 +54,44 @@ SourceFolder::SourceFolder(const std::string& folder, const std::vector<WrittenF
     }
 }
 
-SourceFolder::~SourceFolder() { Remove(); }
-
-void SourceFolder::Remove() {
-    for (auto made = made_.rbegin(); made != made_.rend(); ++made) {
-        made->ends_with('/') ? rmdir(made->c_str()) : unlink(made->c_str());
-    }
+void SourceFolder::Keep() {
+    const SignalsWait allOrNone;
+    for (TemporaryFile& made : made_) made.Forget();
     made_.clear();
 }
 
-int SourceFolder::OpenFolder(const std::string& folder) {
-    if (mkdir(folder.c_str(), kFolderMode) == 0) {
-        made_.push_back(folder + '/');
+void SourceFolder::Remove() {
+    while (!made_.empty()) made_.pop_back();
+}
+
+void SourceFolder::MakeFolder(int folder, const std::string& path, const std::string& shown) {
+    const SignalsWait wait;
+    if (mkdirat(folder, path.c_str(), kFolderMode) == 0) {
+        made_.emplace_back(shown + '/');
     } else if (errno != EEXIST) {
-        throw SystemFailure("cannot make the folder " + folder);
+        throw SystemFailure("cannot make the folder " + shown);
     }
+}
+
+int SourceFolder::OpenFolder(const std::string& folder) {
+    MakeFolder(AT_FDCWD, folder, folder);
     const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) throw SystemFailure("cannot enter " + folder);
     return descriptor;
 }
 
 int SourceFolder::Enter(int folder, const std::string& path, const std::string& shown) {
-    if (mkdirat(folder, path.c_str(), kFolderMode) == 0) made_.push_back(shown + '/');
+    MakeFolder(folder, path, shown);
     const int descriptor = openat(folder, path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (descriptor < 0) throw SystemFailure("cannot enter " + shown);
+    return descriptor;
+}
+
+int SourceFolder::MakeFile(int folder, const std::string& path, const std::string& shown) {
+    const SignalsWait wait;
+    const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    const int descriptor = openat(folder, path.c_str(), flags, kFileMode);
+    if (descriptor >= 0) made_.emplace_back(shown);
     return descriptor;
 }
 
@@ -89,14 +103,12 @@ void SourceFolder::Write(int root, const std::string& folder, const WrittenFile&
         const std::string part = file.path.substr(begin, slash - begin);
         at.Become(Enter(at.Get(), part, InFolder(folder, file.path.substr(0, slash))));
     }
-    const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    const Descriptor made(openat(at.Get(), file.path.c_str() + begin, flags, kFileMode));
+    const Descriptor made(MakeFile(at.Get(), file.path.substr(begin), shown));
     if (made.Get() < 0) {
         const int error = errno;
         if (error == EEXIST && Holds(shown, file.text)) return;
         throw SystemFailure("cannot write " + shown, error);
     }
-    made_.push_back(shown);
     if (const int error = WriteAll(made.Get(), file.text)) throw SystemFailure("cannot write " + shown, error);
 }
 

@@ -4,8 +4,6 @@
 #include <sys/random.h>
 #include <unistd.h>
 #include <cerrno>
-#include <climits>
-#include <cstring>
 #include <utility>
 
 #include "paths.h"
@@ -17,13 +15,18 @@ namespace {
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 constexpr int kAttempts = 16;
 
-/// What a signal handler may look at: plain memory. An empty text is a free slot.
-char g_slots[kMostTemporaryFiles][PATH_MAX];
+/// All that exist, in the order in which they were made. It changes only while the signals wait, so that the handler
+/// finds it whole, and it is never destroyed.
+std::list<std::string>& Noted() {
+    static auto* const noted = new std::list<std::string>;
+    return *noted;
+}
+
+void RemoveFile(const std::string& path) { path.ends_with('/') ? rmdir(path.c_str()) : unlink(path.c_str()); }
 
 extern "C" void RemoveAndEnd(int signal) {
-    for (const char* path : g_slots) {
-        if (*path) unlink(path);
-    }
+    // What is in a folder was made behind it.
+    for (auto path = Noted().rbegin(); path != Noted().rend(); ++path) RemoveFile(*path);
     // The handler was taken away when it was called, so this ends the program once it returns.
     raise(signal);
 }
@@ -44,6 +47,7 @@ std::string NewName(const std::string& folder) {
 }  // namespace
 
 void HandleSignals() {
+    Noted();
     struct sigaction action = {};
     action.sa_handler = RemoveAndEnd;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
@@ -65,54 +69,46 @@ SignalsWait::SignalsWait() {
 
 SignalsWait::~SignalsWait() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
 
-TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept
-    : path_(std::exchange(other.path_, {})), slot_(std::exchange(other.slot_, -1)) {}
-
-bool TemporaryFile::Take(const std::string& folder) {
-    path_ = NewName(folder);
-    errno = ENAMETOOLONG;
-    if (path_.empty() || path_.size() >= PATH_MAX) return false;
-    for (slot_ = 0; g_slots[slot_][0]; ++slot_) {
-        if (slot_ + 1 == static_cast<int>(std::size(g_slots))) return false;
-    }
-    std::memcpy(g_slots[slot_], path_.c_str(), path_.size() + 1);
-    return true;
+void LeaveTemporaryFiles() {
+    const SignalsWait wait;
+    Noted().clear();
 }
+
+TemporaryFile::TemporaryFile(TemporaryFile&& other) noexcept : noted_(std::exchange(other.noted_, std::nullopt)) {}
+
+void TemporaryFile::Note(const std::string& path) { noted_ = Noted().insert(Noted().end(), path); }
 
 int TemporaryFile::Create(const std::string& folder) {
     // A signal between the making of the file and the note of its name would leave it behind.
     const SignalsWait wait;
-    int descriptor = -1;
-    for (int attempt = 0; descriptor < 0 && attempt < kAttempts; ++attempt) {
-        if (!Take(folder)) break;
-        descriptor = open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
-        const int error = errno;
-        if (descriptor < 0) Forget();
-        errno = error;
-        if (error != EEXIST) break;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const std::string path = NewName(folder);
+        if (path.empty()) break;
+        const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666);
+        if (descriptor >= 0) Note(path);
+        if (descriptor >= 0 || errno != EEXIST) return descriptor;
     }
-    return descriptor;
+    return -1;
 }
 
 bool TemporaryFile::Link(const std::string& folder, const std::string& file) {
     const SignalsWait wait;
-    if (!Take(folder)) return false;
-    if (link(file.c_str(), path_.c_str()) == 0) return true;
-    const int error = errno;
-    Forget();
-    errno = error;
-    return false;
+    const std::string path = NewName(folder);
+    if (path.empty() || link(file.c_str(), path.c_str()) != 0) return false;
+    Note(path);
+    return true;
 }
 
 void TemporaryFile::Remove() {
-    if (!path_.empty()) unlink(path_.c_str());
+    if (noted_) RemoveFile(**noted_);
     Forget();
 }
 
 void TemporaryFile::Forget() {
-    if (slot_ >= 0) g_slots[slot_][0] = '\0';
-    slot_ = -1;
-    path_.clear();
+    if (!noted_) return;
+    const SignalsWait wait;
+    Noted().erase(*noted_);
+    noted_.reset();
 }
 
 }  // namespace zek::tool

@@ -1,7 +1,10 @@
-/// The temporary files that exist at this moment, removed when the program is interrupted. Relies on POSIX signals.
+/// The temporary files and folders that exist at this moment, removed when the program is interrupted. Relies on POSIX
+/// signals.
 #pragma once
 
 #include <csignal>
+#include <list>
+#include <optional>
 #include <string>
 
 namespace zek::tool {
@@ -23,13 +26,16 @@ private:
     sigset_t before_;
 };
 
-/// So many exist at a time.
-inline constexpr int kMostTemporaryFiles = 6;
+/// From now on this process removes none. For one that was forked off, whose parent still has them.
+void LeaveTemporaryFiles();
 
-/// A file that is removed at the latest when its object is destroyed or a signal ends the program.
+/// A file or folder that is removed at the latest when its object is destroyed or a signal ends the program.
 class TemporaryFile {
 public:
     TemporaryFile() = default;
+    /// One that exists; the name of a folder ends with a slash. To be made while the signals have waited since before
+    /// the file was.
+    explicit TemporaryFile(const std::string& path) { Note(path); }
     ~TemporaryFile() { Remove(); }
     TemporaryFile(TemporaryFile&& other) noexcept;
     TemporaryFile& operator=(TemporaryFile&&) = delete;
@@ -40,16 +46,15 @@ public:
     /// Makes another name of a file in its folder; false with errno set when it cannot.
     bool Link(const std::string& folder, const std::string& file);
 
-    const std::string& Path() const { return path_; }
+    std::string Path() const { return noted_ ? **noted_ : std::string(); }
     void Remove();
     /// It has another name now and is no longer temporary.
     void Forget();
 
 private:
-    bool Take(const std::string& folder);
+    void Note(const std::string& path);
 
-    std::string path_;
-    int slot_ = -1;
+    std::optional<std::list<std::string>::iterator> noted_;  // among all that exist
 };
 
 }  // namespace zek::tool
