@@ -42,7 +42,23 @@ TEST_F(ZekNew, MakefileCompilesItAgainWhenAnIncludedFileChanges) {
     std::filesystem::last_write_time("board/sensors.zek",
                                      std::filesystem::last_write_time("board/board.zki") + std::chrono::hours(1));
     EXPECT_EQ(Program({"sh", "-c", make + " -q"}).Finish().code, 1);
+    ASSERT_EQ(Program({"sh", "-c", make + " && rm board/board.zkd && " + make}).Finish().code, 0);
+    EXPECT_TRUE(std::filesystem::exists("board/board.zkd"));
 }
+
+TEST_F(ZekNew, LeavesNoFolderThatItCannotFill) {
+    std::filesystem::create_directory("empty");
+    for (const std::string folder : {"board", "empty"}) {
+        const Result result = Zek({"new", folder}, Fault("write"));
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "zek: cannot write " + folder + "/board.zek: No space left on device\n");
+    }
+    EXPECT_EQ(Names(), Strings{"empty"});
+    EXPECT_EQ(Names("empty"), Strings{});
+}
+
+TEST_F(ZekNew, TellsThePathAsItIs) { EXPECT_EQ(Zek({"new", "a\x1b\xe4"}).out, "a\x1b\xe4/board.zek\n"); }
 
 TEST_F(ZekNew, TouchesNothingThatIsThere) {
     Write("file", "x");

@@ -6,8 +6,8 @@
 #include "command.h"
 #include "output_file.h"
 #include "paths.h"
-#include "printable.h"
 #include "streams.h"
+#include "temporary_files.h"
 
 namespace zek::tool {
 namespace {
@@ -73,30 +73,33 @@ THRESHOLD_FH = 70
 VALUE        = VT_READ,0x00,8,BUSTYPE_SMBUS,0x49
 )"},
     {"Makefile", R"(# make compiles the board again whenever a file that it includes has changed.
-board.zki: board.zek
+board.zki board.zkd &: board.zek
 	zek compile board.zek --depfile board.d
 -include board.d
 )"},
 };
 
-/// Makes the folder where it is not there; throws Failure where something is in it.
-void RequireEmptyFolder(const std::string& folder) {
-    if (mkdir(folder.c_str(), 0777) == 0) return;
+/// Makes the folder where it is not there, and gives it then; throws Failure where something is in it.
+TemporaryFile EmptyFolder(const std::string& folder) {
+    const SignalsWait wait;
+    if (mkdir(folder.c_str(), 0777) == 0) return TemporaryFile(folder + '/');
     if (errno != EEXIST) throw SystemFailure("cannot make " + folder);
     std::error_code error;
     const bool empty = std::filesystem::is_empty(folder, error);
     if (!std::filesystem::is_directory(folder)) throw SystemFailure("cannot make " + folder, EEXIST);
     if (error) throw SystemFailure("cannot read " + folder, error.value());
     if (!empty) throw SystemFailure("cannot make " + folder, ENOTEMPTY);
+    return {};
 }
 
 int RunNew(const std::string& folder) {
-    RequireEmptyFolder(folder);
+    TemporaryFile made = EmptyFolder(folder);
     std::vector<OutputFile> files;
     for (const StarterFile& file : kStarter) files.push_back({TargetOf(InFolder(folder, file.name)), file.text});
     WriteTogether(files);
+    made.Forget();
     StandardOutput out;
-    out.Write(Printable(files[0].target.name) + '\n');
+    out.Write(files[0].target.name + '\n');
     out.Finish();
     return kFine;
 }
