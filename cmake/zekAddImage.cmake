@@ -5,13 +5,22 @@
 # Adds a target that compiles SOURCE by `zek compile`, again whenever a file that it read has changed. The images are
 # TARGET.zki (TARGET.c with EMIT c) and TARGET.zkd in the current binary folder, or what IMAGE and DEBUG_IMAGE name; the
 # target has their paths in its properties ZEK_IMAGE and ZEK_DEBUG_IMAGE. SOURCE and INCLUDES are from the current
-# source folder. The command is ZEK_EXECUTABLE, which is looked for where it is not set.
+# source folder. A program that has the source of C among its sources also needs add_dependencies(PROGRAM TARGET), so
+# that it is compiled once. The command is ZEK_EXECUTABLE, which is looked for where it is not set.
 function(zek_add_image target source)
   cmake_parse_arguments(PARSE_ARGV 2 arg "EXCLUDE_FROM_ALL" "IMAGE;DEBUG_IMAGE;EMIT" "INCLUDES;DEFINES;OPTIONS")
   if(arg_UNPARSED_ARGUMENTS OR arg_KEYWORDS_MISSING_VALUES)
     message(FATAL_ERROR "zek_add_image(${target}): cannot use ${arg_UNPARSED_ARGUMENTS}${arg_KEYWORDS_MISSING_VALUES}")
   endif()
-  find_program(ZEK_EXECUTABLE zek HINTS ${zekcomp_BINDIR} DOC "The command that compiles ZEK sources" REQUIRED)
+  if(arg_EMIT AND NOT arg_EMIT MATCHES "^(image|c)$")
+    message(FATAL_ERROR "zek_add_image(${target}): EMIT is ${arg_EMIT}, neither image nor c")
+  endif()
+  get_property(folder GLOBAL PROPERTY ZEK_BINDIR)
+  find_program(ZEK_EXECUTABLE zek HINTS ${folder} DOC "The command that compiles ZEK sources")
+  if(NOT ZEK_EXECUTABLE)
+    message(FATAL_ERROR "zek_add_image(${target}): there is no command zek; install the package zek-tools, or set "
+                        "ZEK_EXECUTABLE")
+  endif()
 
   set(extension zki)
   if(arg_EMIT STREQUAL "c")
@@ -55,5 +64,6 @@ function(zek_add_image target source)
     set(all "")
   endif()
   add_custom_target(${target} ${all} DEPENDS ${arg_IMAGE} ${arg_DEBUG_IMAGE})
-  set_target_properties(${target} PROPERTIES ZEK_IMAGE ${arg_IMAGE} ZEK_DEBUG_IMAGE ${arg_DEBUG_IMAGE})
+  set_target_properties(${target} PROPERTIES ZEK_IMAGE ${arg_IMAGE} ZEK_DEBUG_IMAGE ${arg_DEBUG_IMAGE}
+                        ADDITIONAL_CLEAN_FILES ${dependencies})
 endfunction()
