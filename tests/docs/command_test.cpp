@@ -1,4 +1,6 @@
 // The commands in the pages do what the pages say.
+#include <algorithm>
+#include <filesystem>
 #include <regex>
 
 #include "docs/page.h"
@@ -60,6 +62,44 @@ TEST_F(Commands, FindWhatThePagesAllowAndNothingElse) {
         }
         EXPECT_EQ(codes, row.codes) << found;
     }
+}
+
+TEST_F(Commands, PrintWhatTheirPageShows) {
+    const std::string page = "docs/commands.md";
+    Compile(page, "board.zek");
+    std::string source = Read("board.zek");
+    source.replace(source.find("LIMIT = 40"), 10, "LIMIT = 45");
+    source.replace(source.find("TYPE         = 1"), 16, "TYPE         = 2");
+    Write("changed.zek", source);
+    ASSERT_EQ(Zek("compile changed.zek"), 0) << Read("stderr");
+    const std::pair<const char*, int> rows[] = {
+        {"get board.zki \"SENSOR/Inlet Temp/THRESHOLD_WH\"", 0},
+        {"get board.zki GLOBAL/G_Base/1", 0},
+        {"origin board.zkd \"SENSOR/Inlet Temp/THRESHOLD_WH\" board.zki", 0},
+        {"diff board.zki changed.zki", 1},
+        {"diff --breaking board.zki changed.zki", 1},
+        {"decompile board.zkd", 0},
+    };
+    for (const auto& [words, code] : rows) {
+        EXPECT_EQ(Zek(words), code) << Read("stderr");
+        EXPECT_EQ(Read("stdout"), Block(page, std::string("text zek ") + words));
+    }
+    EXPECT_EQ(Zek("get --json board.zki GLOBAL/G_None"), 1);
+    EXPECT_EQ(Read("stdout"), "");
+    ASSERT_EQ(Zek("map board.zki board.zkd"), 0);
+    const std::string map = Read("stdout");
+    EXPECT_NE(map.find('\n' + Block(page, "text zek map board.zki board.zkd")), std::string::npos);
+    const std::string lines = std::to_string(std::count(map.begin(), map.end(), '\n'));
+    EXPECT_NE(SourceFile(page).find("Of the " + lines + " lines"), std::string::npos) << lines;
+}
+
+TEST_F(Commands, FindTheExamplesLaidOut) {
+    std::string sources;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(ZEK_SOURCE_DIR "/examples")) {
+        if (entry.path().extension() == ".zek") sources += ' ' + entry.path().string();
+    }
+    ASSERT_NE(sources, "");
+    EXPECT_EQ(Zek("fmt --check" + sources), 0) << Read("stdout");
 }
 
 TEST_F(Commands, WriteTheCompiledImageThatThePageShows) {
