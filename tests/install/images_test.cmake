@@ -17,9 +17,12 @@ function(expect_refused prefix pattern)
 endfunction()
 
 expect_refused(${PREFIX} "zek_add_image.firmware.: EMIT is rust, neither image nor c" -DEMIT=rust)
+# Without the command, and with none of the system's, which is looked for once the compiler is found.
 file(COPY ${PREFIX}/lib DESTINATION ${WORK_DIR}/libraries)
+file(WRITE ${WORK_DIR}/nowhere.cmake
+     "set(CMAKE_FIND_USE_SYSTEM_ENVIRONMENT_PATH OFF)\nset(CMAKE_FIND_USE_CMAKE_SYSTEM_PATH OFF)\n")
 expect_refused(${WORK_DIR}/libraries "there is no command zek; install the package zek-tools, or set ZEK_EXECUTABLE"
-               -DCMAKE_FIND_USE_SYSTEM_ENVIRONMENT_PATH=OFF -DCMAKE_FIND_USE_CMAKE_SYSTEM_PATH=OFF)
+               -DCMAKE_PROJECT_INCLUDE=${WORK_DIR}/nowhere.cmake)
 
 # Builds with several jobs and expects that just these boards (a pattern) are compiled.
 function(expect_built what pattern number)
