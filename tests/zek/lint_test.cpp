@@ -380,6 +380,8 @@ TEST_F(ZekLint, FindsTablesThatDoNotSetAllTheirBytes) {
          "table before"},
         {"L152", kTable + second + "0.9 = 7\n10.255 = 7\n", ""},
     });
+    Write("a.zek", kTable + second);
+    EXPECT_NE(Zek({"check", "a.zek"}).err.find("a.zek:2:1: note: the table before\n"), std::string::npos);
 }
 
 TEST_F(ZekLint, FindsNothingInTheExample) {
