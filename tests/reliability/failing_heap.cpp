@@ -59,7 +59,14 @@ void operator delete(void* memory) noexcept {
 }
 void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
-// The sanitizer's array forms would pass by those above.
+// The sanitizer's other forms would pass by those above.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
 void* operator new[](std::size_t size) { return operator new(size); }
 void operator delete[](void* memory) noexcept { operator delete(memory); }
 void operator delete[](void* memory, std::size_t) noexcept { operator delete(memory); }
