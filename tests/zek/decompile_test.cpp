@@ -195,6 +195,18 @@ TEST_F(ZekDecompile, FollowsNoLinkInItsFolder) {
     EXPECT_EQ(Names("made"), Strings{"sub"});
 }
 
+TEST_F(ZekDecompile, PutsWhatLeadsOutAndInAgainWhereItLeads) {
+    std::filesystem::create_directories("source/s/t");
+    Write("source/a.zek", "[INCLUDE]\nFILE = s/../s/r.zek\nFILE = s/t/../../o.zek\n");
+    Write("source/s/r.zek", "[PROPERTY]\na = b\n");
+    Write("source/o.zek", "[PROPERTY]\nc = d\n");
+    ASSERT_TRUE(Compile("source", "a.zek", "a"));
+    EXPECT_EQ(Decompiled("a.zkd", "made"), "a.zek");
+    EXPECT_EQ(Names("made"), (Strings{"a.zek", "o.zek", "s"}));
+    EXPECT_EQ(Names("made/s"), Strings{"r.zek"});
+    EXPECT_EQ(Read("made/a.zek"), "[INCLUDE]\nFILE = \"s/r.zek\"\nFILE = \"o.zek\"\n");
+}
+
 TEST_F(ZekDecompile, TellsWhyAFolderTakesNoFolder) {
     std::filesystem::create_directories("source/sub");
     Write("source/a.zek", "[INCLUDE]\nFILE = sub/b.zek\n");

@@ -43,6 +43,13 @@ protected:
     }
 };
 
+TEST_F(ZekDiff, ComparesRowsAsWrittenOrAsBytes) {
+    const std::string inTwoRows = With(kBoard, "0.255 = 9\n", "0.99 = 9\n100.255 = 9\n");
+    EXPECT_EQ(Shown(inTwoRows), "");
+    EXPECT_EQ(Shown(inTwoRows, {}, ".zkd"),
+              "removed TABLE/Curve/0.255: \"9\"\nadded TABLE/Curve/0.99: \"9\"\nadded TABLE/Curve/100.255: \"9\"\n");
+}
+
 TEST_F(ZekDiff, TellsWhatChangedByName) {
     const struct {
         std::string text;

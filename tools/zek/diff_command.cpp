@@ -19,7 +19,7 @@ constexpr char kDiffExample[] =
     "given out anew make no difference. A section with the same content under another name was renamed. With "
     "--breaking\n"
     "only what breaks a host is shown: a name that was removed or renamed, a value or section of another type, an ID\n"
-    "that changed.";
+    "that changed. Rows of a [TABLE] are compared as they were written in debug images, as bytes in compiled ones.";
 
 struct DiffOptions {
     std::string before;

@@ -39,10 +39,16 @@ bool StaysInside(const std::string& name) {
            std::find(parts.begin(), parts.end(), "..") == parts.end();
 }
 
-/// A name that does, made of one that does not.
+/// A name that does, made of one that does not: the folder above the outermost is that one itself.
 std::string Inside(const std::string& name) {
-    std::vector<std::string> parts = PartsOfPath(WithSlashes(name));
-    parts.erase(std::remove(parts.begin(), parts.end(), ".."), parts.end());
+    std::vector<std::string> parts;
+    for (const std::string& part : PartsOfPath(WithSlashes(name))) {
+        if (part != "..") {
+            parts.push_back(part);
+        } else if (!parts.empty()) {
+            parts.pop_back();
+        }
+    }
     return parts.empty() ? "file.zek" : Joined(parts);
 }
 
