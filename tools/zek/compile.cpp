@@ -63,7 +63,7 @@ constexpr char kEmitC[] = "c";
 struct SourceOptions {
     std::vector<std::string> includes;
     std::vector<std::string> definitions;
-    std::size_t mostFiles = 10000;  ///< how many files one compilation may read
+    std::size_t mostFiles = kMostFilesOfASource;  ///< how many files one compilation may read
     ReportOptions report;
     bool lint = false;         ///< the rules of lint are run, too
     bool amongOthers = false;  ///< other sources are checked in the same run

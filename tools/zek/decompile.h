@@ -1,6 +1,7 @@
 /// Sources made of images. Relies on debug_source.h for debug images and on image_view.h for compiled ones.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -12,6 +13,9 @@
 #include "zekcomp/image_view.h"
 
 namespace zek::tool {
+
+/// No source has more lines in all its files.
+inline constexpr std::uint64_t kMostLines = 64'000'000;
 
 /// A source that should compile to the image that it was made of.
 struct Decompiled {

@@ -21,9 +21,8 @@ constexpr char kUnnumberedComment[] =
     "; its section in the image. This one stands for all of them.";
 constexpr char kGroupFileComment[] = "; Groups that stand behind their children, and those above them.";
 
-/// What a compilation reads, and what files of groups may have of lines in all.
+/// Files of groups: a compilation reads so many, and some more.
 constexpr std::size_t kMostFiles = 9000;
-constexpr std::uint64_t kMostLines = 64'000'000;
 
 /// One section as lines of a source.
 struct Piece {

@@ -15,9 +15,6 @@
 namespace zek::tool {
 namespace {
 
-/// No source has more lines in all its files.
-constexpr std::uint64_t kMostLines = 64'000'000;
-
 /// By number, the word that stands for it when all is read and is defined last.
 using LatestWords = std::map<unsigned, std::pair<std::size_t, std::string>>;
 

@@ -19,9 +19,6 @@
 namespace zek::tool {
 namespace {
 
-/// As `zek compile` does without an option.
-constexpr std::size_t kMostFiles = 10000;
-
 void Enter(const std::string& folder) {
     if (!folder.empty() && chdir(folder.c_str()) != 0) throw SystemFailure("cannot enter " + folder);
 }
@@ -32,7 +29,7 @@ bool CheckInto(const std::string& source, const MemoryFile& messages) {
     if (!parser.Serves() || !parser.HasHook()) {
         throw Failure(kUsageOrFiles, "the parser library that serves is not the one that comes with zek");
     }
-    SourceReading reading(parser, IncludeSearch({}, BuiltInFolder()), kMostFiles);
+    SourceReading reading(parser, IncludeSearch({}, BuiltInFolder()), kMostFilesOfASource);
     if (!gccCompStart(source)) throw Failure(kUsageOrFiles, "cannot read " + source);
     gccParse();
     reading.Stop();

@@ -34,6 +34,9 @@ std::string BackslashFolder(const std::string& name);
 /// Why our parser library refuses a file that is there and may be read: the reason of the system, or its own limits.
 std::string WhyRefused(const std::string& path);
 
+/// So many files are read for one source where nobody says otherwise.
+inline constexpr std::size_t kMostFilesOfASource = 10000;
+
 class SourceReading : public MessageListener {
 public:
     /// Takes the library's hook, where it has one, and the messages, until it is destroyed or Stop is called. At most
