@@ -291,11 +291,12 @@ TEST(TextOfFindings, ShowsAPartOfALongLine) {
 TEST(GithubOfFindings, EscapesWhatHasAMeaning) {
     EXPECT_EQ(
         Shown().By(*GithubRenderer()),
-        "::error file=a,line=2,col=8,endColumn=11,title=E108::bad \\x1b \\xff%0anote: the section a:1%0anote: why "
-        "not%0adid you mean VT_Y?%0aincluded from main,1:%25.zek:7\n");
+        "::error file=a,line=2,col=8,endColumn=11,title=E108::bad \\x1b \\xff%0Anote: the section a:1%0Anote: why "
+        "not%0Adid you mean VT_Y?%0Aincluded from main,1:%25.zek:7\n");
     SourceText text;
-    const Finding finding = About("W101", {"a,b:%.zek"}, "100%");
-    EXPECT_EQ(GithubRenderer()->Of({"a", {finding}}, text), "::warning file=a%2cb%3a%25.zek,title=W101::100%25\n");
+    const Finding finding = About("W101", {"a,b:%.zek"}, "100%, or: so");
+    EXPECT_EQ(GithubRenderer()->Of({"a", {finding}}, text),
+              "::warning file=a%2Cb%3A%25.zek,title=W101::100%25, or: so\n");
 }
 
 TEST(JsonOfFindings, HoldsEverything) {

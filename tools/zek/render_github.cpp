@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 
 #include "printable.h"
@@ -8,18 +9,25 @@ namespace {
 
 constexpr std::array<const char*, 3> kCommands = {"::notice", "::warning", "::error"};
 
-/// With what has a meaning in a workflow command written as %NN. `more` are the characters that have one in a property
-/// only.
-std::string Escaped(const std::string& text, std::string_view more) {
+struct Escape {
+    char byte;
+    const char* written;  ///< the runner knows no other spelling
+};
+constexpr std::array<Escape, 5> kEscapes = {{{'%', "%25"}, {'\n', "%0A"}, {'\r', "%0D"}, {':', "%3A"}, {',', "%2C"}}};
+constexpr std::size_t kInMessages = 3;  ///< the first of them; the others have a meaning in a property only
+
+/// With what has a meaning in a workflow command written otherwise: the first `count` of the rows.
+std::string Escaped(const std::string& text, std::size_t count) {
     std::string escaped;
     for (const char byte : text) {
-        const bool meant = byte == '%' || byte == '\n' || byte == '\r' || more.find(byte) != more.npos;
-        escaped += meant ? '%' + Hex({&byte, 1}) : std::string(1, byte);
+        const auto* const end = kEscapes.begin() + count;
+        const auto* const row = std::find_if(kEscapes.begin(), end, [&](const Escape& a) { return a.byte == byte; });
+        escaped += row == end ? std::string(1, byte) : row->written;
     }
     return escaped;
 }
 
-std::string Property(const std::string& text) { return Escaped(Printable(text), ":,"); }
+std::string Property(const std::string& text) { return Escaped(Printable(text), kEscapes.size()); }
 
 class Github : public Renderer {
 public:
@@ -48,7 +56,7 @@ private:
         if (finding.fix) message += "\ndid you mean " + Printable(finding.fix->text) + '?';
         for (const Place& item : finding.way) message += "\nincluded from" + Where(item);
         return std::string(kCommands[static_cast<std::size_t>(finding.severity)]) + ' ' + PlaceOf(finding.place, text) +
-               "title=" + Property(finding.code) + "::" + Escaped(message, "") + '\n';
+               "title=" + Property(finding.code) + "::" + Escaped(message, kInMessages) + '\n';
     }
 
     static std::string Where(const Place& place) {
