@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -84,6 +86,24 @@ TEST_F(ZekInterrupted, SignalThatWasIgnoredStaysIgnored) {
     ASSERT_EQ(kill(program.Process(), SIGTERM), 0);
     EXPECT_EQ(program.Finish().signal, SIGTERM);
     EXPECT_FALSE(HasTemporary());
+}
+
+/// The source is a pipe that goes on for as long as somebody reads it.
+TEST_F(ZekInterrupted, CheckEndsWithItsChild) {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    signal(SIGPIPE, SIG_IGN);
+    Program program({ZEK_PROGRAM, "check", "pipe"});
+    const int pipe = open("pipe", O_WRONLY | O_CLOEXEC);
+    ASSERT_EQ(write(pipe, "; \n", 3), 3);
+    ASSERT_EQ(kill(program.Process(), SIGTERM), 0);
+    EXPECT_EQ(program.Finish().signal, SIGTERM);
+    bool isRead = true;
+    for (int i = 0; i < 400 && isRead; ++i) {
+        isRead = write(pipe, "; \n", 3) == 3;
+        std::this_thread::sleep_for(std::chrono::milliseconds(25));
+    }
+    close(pipe);
+    EXPECT_FALSE(isRead);
 }
 
 /// Two images of an old source, under the names that the compilation of a new one writes.

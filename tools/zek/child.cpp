@@ -1,8 +1,10 @@
 #include "child.h"
 
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 
 #include "printable.h"
@@ -18,12 +20,21 @@ int CodeOf(int status, const std::string& what) {
     return kUsageOrFiles;
 }
 
+/// Whoever ends this process ends the child with it. It owns nothing that would have to be removed.
+void EndWith(pid_t parent) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // The parent may have been gone before.
+    if (getppid() != parent) _exit(kUsageOrFiles);
+}
+
 }  // namespace
 
 int RunInChild(const std::string& what, const std::function<int()>& run) {
+    const pid_t parent = getpid();
     const pid_t child = fork();
     if (child < 0) throw SystemFailure("cannot start a process");
     if (child == 0) {
+        EndWith(parent);
         LeaveTemporaryFiles();
         _exit(Guarded(run));
     }
