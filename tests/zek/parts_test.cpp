@@ -10,6 +10,7 @@
 #include "image.h"
 #include "image_bytes.h"
 #include "known_messages.h"
+#include "lint_text.h"
 #include "memory_file.h"
 #include "model/messages.h"
 #include "parser_library.h"
@@ -166,6 +167,15 @@ TEST(ZekTreeWalk, TakesNoLongerWhateverTheIDsAre) {
     EXPECT_LT(std::clock() - begin, 1 * CLOCKS_PER_SEC) << "in processor time; a walk along a list took many seconds";
     ASSERT_EQ(noted.positions.size(), kSensors);
     for (unsigned i = 0; i < kSensors; ++i) ASSERT_EQ(noted.positions[i], i);
+}
+
+TEST(ZekLintText, CutsALongListInNoTime) {
+    std::string list = "\"a\",b";
+    for (int i = 0; i < 2'000'000; ++i) list += ",1";
+    const std::clock_t begin = std::clock();
+    EXPECT_EQ(CutValue(list).size(), 2'000'002U);
+    EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 5.0);
+    EXPECT_EQ(CutValue(list + ",\"x,y\"z")[2'000'002].after, "z");
 }
 
 }  // namespace

@@ -10,9 +10,10 @@ namespace {
 
 constexpr std::size_t kLongestNumber = 10;
 
-/// The sub-string from `begin`, and where the next comma is.
-CutText CutAt(std::string_view value, std::size_t begin, std::size_t& comma) {
-    const std::size_t quote = value.find('"', begin);
+/// The sub-string from `begin`, and where the next comma is. `quote` is the first quote from some place before `begin`
+/// on, so that a long list without one is gone through once.
+CutText CutAt(std::string_view value, std::size_t begin, std::size_t& quote, std::size_t& comma) {
+    if (quote != value.npos && quote < begin) quote = value.find('"', begin);
     comma = value.find(',', begin);
     if (quote == value.npos || comma < quote) return {value.substr(begin, std::min(comma, value.size()) - begin)};
     CutText cut;
@@ -31,8 +32,9 @@ CutText CutAt(std::string_view value, std::size_t begin, std::size_t& comma) {
 std::vector<CutText> CutValue(std::string_view value) {
     std::vector<CutText> all;
     if (value.empty()) return all;
+    std::size_t quote = value.find('"');
     for (std::size_t begin = 0, comma = 0; comma != value.npos; begin = comma + 1) {
-        all.push_back(CutAt(value, begin, comma));
+        all.push_back(CutAt(value, begin, quote, comma));
     }
     return all;
 }
