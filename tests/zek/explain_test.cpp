@@ -51,6 +51,12 @@ TEST_F(ZekExplain, IsPlainTextInEightyColumns) {
     EXPECT_NE(Zek({"explain", "E101"}).out.find("\"Sections and keys\" of language.md"), std::string::npos);
 }
 
+TEST_F(ZekExplain, TakesACodeWithItsBrackets) {
+    EXPECT_EQ(Zek({"explain", "[W101]", "[E103]"}).out, Zek({"explain", "W101", "E103"}).out);
+    EXPECT_EQ(Zek({"explain", "[W101,E103]"}).err, "zek: there is no code W101,E103\n");
+    EXPECT_EQ(Zek({"explain", "["}).err, "zek: there is no code [\n");
+}
+
 TEST_F(ZekExplain, RefusesAnUnknownCode) {
     const Result result = Zek({"explain", "E1O1"});
     EXPECT_EQ(result.code, 2);

@@ -41,35 +41,54 @@ std::function<std::string(std::string&)> OneOf(const std::vector<std::string>& w
     };
 }
 
+/// Stands before an argument that begins with '[': the library would take [a,b] for a list where several names may
+/// stand. No argument has such a byte.
+constexpr char kNoList = '\0';
+
+std::string WithoutMarks(std::string text) {
+    std::erase(text, kNoList);
+    return text;
+}
+
+/// An option whose value is what stood on the line.
+CLI::Option* Unmarked(CLI::Option* option) {
+    const auto remove = [](std::string& text) -> std::string {
+        text = WithoutMarks(text);
+        return {};
+    };
+    // Comes before every other check.
+    return option->transform(CLI::Validator(remove, ""));
+}
+
 /// The words of one command, told to the command-line library.
 class CommandWords : public Words {
 public:
     explicit CommandWords(CLI::App& command) : command_(command) {}
 
     void File(const std::string& type, std::string& place, const std::string& help) override {
-        Read(command_.add_option(type, place, help))->required();
+        Read(Add(type, place, help))->required();
     }
     void OptionalFile(const std::string& type, std::string& place, const std::string& help) override {
-        Read(command_.add_option(type, place, help));
+        Read(Add(type, place, help));
     }
     void Files(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
-        Read(command_.add_option(type, place, help))->required();
+        Read(Add(type, place, help))->required();
     }
     void AnyFiles(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
-        Read(command_.add_option(type, place, help));
+        Read(Add(type, place, help));
     }
     void Folder(const std::string& type, std::string& place, const std::string& help) override {
-        command_.add_option(type, place, help)->check(CLI::Validator(WhyNoFolder, ""))->required()->type_name("");
+        Add(type, place, help)->check(CLI::Validator(WhyNoFolder, ""))->required()->type_name("");
     }
     void FolderOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
                        const std::string& help) override {
         AddTexts(names, type, place, help)->check(CLI::Validator(WhyNoFolder, ""));
     }
     void Argument(const std::string& type, std::string& place, const std::string& help) override {
-        command_.add_option(type, place, help)->required()->type_name("");
+        Add(type, place, help)->required()->type_name("");
     }
     void AnyCodes(const std::string& type, std::vector<std::string>& place, const std::string& help) override {
-        command_.add_option(type, place, help)->type_name("");
+        Add(type, place, help)->type_name("");
     }
     void EachCode(const std::string& names, const std::string& type, const std::string&,
                   const std::function<void(const std::string&)>& take, const std::string& help) override {
@@ -77,14 +96,14 @@ public:
     }
     void FileOption(const std::string& names, const std::string& type, std::string& place,
                     const std::string& help) override {
-        written_.push_back(command_.add_option(names, place, help)->type_name(type));
+        written_.push_back(Add(names, place, help)->type_name(type));
     }
     void Count(const std::string& names, const std::string& type, std::size_t& place,
                const std::string& help) override {
-        command_.add_option(names, place, help)->check(CLI::Validator(WhyNoCount, ""))->type_name(type);
+        Add(names, place, help)->check(CLI::Validator(WhyNoCount, ""))->type_name(type);
     }
     void Text(const std::string& names, const std::string& type, std::string& place, const std::string& help) override {
-        command_.add_option(names, place, help)->type_name(type);
+        Add(names, place, help)->type_name(type);
     }
     void Texts(const std::string& names, const std::string& type, std::vector<std::string>& place,
                const std::string& help) override {
@@ -92,18 +111,17 @@ public:
     }
     void Choice(const std::string& names, const std::string& type, const std::vector<std::string>& words,
                 std::string& place, const std::string& help) override {
-        command_.add_option(names, place, help)->check(CLI::Validator(OneOf(words), ""))->type_name(type);
+        Add(names, place, help)->check(CLI::Validator(OneOf(words), ""))->type_name(type);
     }
     void OptionalText(const std::string& names, const std::string& type, std::optional<std::string>& place,
                       const std::string& help) override {
-        command_
-            .add_option_function<std::string>(
-                names, [&place](const std::string& text) { place = text; }, help)
+        AddEach(
+            names, [&place](const std::string& text) { place = text; }, help)
             ->type_name(type);
     }
     void Each(const std::string& names, const std::string& type, const std::function<void(const std::string&)>& take,
               const std::string& help) override {
-        command_.add_option_function<std::string>(names, take, help)->type_name(type)->trigger_on_parse();
+        AddEach(names, take, help)->type_name(type)->trigger_on_parse();
     }
     void Flag(const std::string& names, bool& place, const std::string& help) override {
         command_.add_flag(names, place, help);
@@ -124,6 +142,15 @@ public:
 private:
     using Options = std::vector<CLI::Option*>;
 
+    template <class Place>
+    CLI::Option* Add(const std::string& names, Place& place, const std::string& help) {
+        return Unmarked(command_.add_option(names, place, help));
+    }
+    CLI::Option* AddEach(const std::string& names, const std::function<void(const std::string&)>& take,
+                         const std::string& help) {
+        return Unmarked(command_.add_option_function<std::string>(names, take, help));
+    }
+
     CLI::Option* Read(CLI::Option* option) {
         read_.push_back(option);
         return option->type_name("");
@@ -132,7 +159,7 @@ private:
     CLI::Option* AddTexts(const std::string& names, const std::string& type, std::vector<std::string>& place,
                           const std::string& help) {
         const auto add = [&place](const std::string& text) { place.push_back(text); };
-        return command_.add_option_function<std::string>(names, add, help)->type_name(type)->trigger_on_parse();
+        return AddEach(names, add, help)->type_name(type)->trigger_on_parse();
     }
 
     static std::vector<std::string> Given(const Options& options) {
@@ -167,13 +194,12 @@ std::vector<std::unique_ptr<Prepared>> AddCommands(CLI::App& app) {
     return all;
 }
 
-/// The arguments from the last to the first, as the library wants them. It takes [a,b] for a list where several names
-/// may stand, so a file that is called so is named by its path.
+/// The arguments from the last to the first, as the library wants them.
 std::vector<std::string> Arguments(int argc, char** argv) {
     std::vector<std::string> arguments;
     for (int i = argc - 1; i > 0; --i) {
         const std::string argument = argv[i];
-        arguments.push_back((argument.starts_with('[') ? "./" : "") + argument);
+        arguments.push_back(argument.starts_with('[') ? kNoList + argument : argument);
     }
     return arguments;
 }
@@ -250,7 +276,8 @@ CommandLine ReadCommandLine(int argc, char** argv) {
         std::ostringstream err;
         // The library has exit codes of its own for everything that is wrong.
         line.code = app.exit(error, out, err) == 0 ? kFine : kUsageOrFiles;
-        line.text = line.code == kFine ? out.str() : Printable("zek: " + WhatIsWrong(app, error)) + kMoreHelp;
+        line.text =
+            line.code == kFine ? out.str() : Printable("zek: " + WithoutMarks(WhatIsWrong(app, error))) + kMoreHelp;
         line.run = {};
     }
     return line;

@@ -14,7 +14,8 @@ constexpr char kExplainExample[] =
     "Example:\n"
     "  zek explain E305 W101\n"
     "\n"
-    "Tells of each CODE, as it stands in brackets behind a message, what the cause is, shows a source that leads to "
+    "Tells of each CODE, with or without the brackets in which it stands behind a message, what the cause is, shows a "
+    "source that leads to "
     "it\n"
     "and tells the cure. Without a CODE all codes are listed.";
 
@@ -85,10 +86,16 @@ std::string List() {
     return list;
 }
 
+/// A code as it stands behind a message: "[W101]", too.
+std::string WithoutBrackets(const std::string& code) {
+    const bool inBrackets = code.size() > 2 && code.starts_with('[') && code.ends_with(']');
+    return inBrackets ? code.substr(1, code.size() - 2) : code;
+}
+
 int RunExplain(const ExplainOptions& options) {
     std::string text = options.markdown ? Page() : options.codes.empty() ? List() : "";
     for (const std::string& code : options.codes) {
-        text += (text.empty() ? "" : "\n") + Explained(*RowOfCode(RequireCode(code)));
+        text += (text.empty() ? "" : "\n") + Explained(*RowOfCode(RequireCode(WithoutBrackets(code))));
     }
     StandardOutput out;
     out.Write(text);
