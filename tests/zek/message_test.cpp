@@ -47,9 +47,37 @@ TEST_F(ZekMessages, WithoutKeyOrSectionAreShownWithWhatTheyHave) {
     const std::string text = std::string(kGroup) + "[GROUP]\nPARENT = Later\nNAME = Early\nCHILDGROUP = 0\n" +
                              "[GROUP]\nPARENT = 0\nNAME = Later\nCHILDGROUP = 0\nNAME = again\n";
     EXPECT_EQ(Said(text),
-              "a.zek:7:1: error: Parent of this group hasn't been defined. [E206]\n"
+              "a.zek:8:10: error: Parent of this group hasn't been defined. [E206]\n"
+              "a.zek:13:8: note: the parent is defined here\n"
               "a.zek:15:1: error: [GROUP], Entry NAME is redefined. [E202]\n"
+              "a.zek:13:1: note: it was defined here\n"
               "a.zek: 2 errors\n");
+}
+
+TEST_F(ZekMessages, OtherPlaceIsANoteWhereTheyNameOne) {
+    EXPECT_EQ(Said("[SYSTEM]\nTYPE = 1\n[SYSTEM]\nTYPE = 1\n[SYSTEM]\nTYPE = 1\n"),
+              "a.zek:1:1: error: SECTION SYSTEM is redefined. The MAX number of SYSTEM is one. [E201]\n"
+              "a.zek:3:1: note: it is defined again here\n"
+              "a.zek:3:1: error: SECTION SYSTEM is redefined. The MAX number of SYSTEM is one. [E201]\n"
+              "a.zek:1:1: note: it was defined here\n"
+              "a.zek:5:1: error: SECTION SYSTEM is redefined. The MAX number of SYSTEM is one. [E201]\n"
+              "a.zek:1:1: note: it was defined here\n"
+              "a.zek: 3 errors\n");
+    Write("b.zek",
+          "[ACTION]\nNAME = \"Two\"\nARGNUMBER = 2\nVALUE = VT_VALUE,ARG2\n[ACTION]\nNAME = None\nVALUE = "
+          "VT_VALUE,1\n");
+    EXPECT_EQ(Said("[DEFINE]\nVT_VALUE = 1\nVT_CALL = 3\n[INCLUDE]\nFILE = b.zek\n"
+                   "[GLOBAL]\nG_A = VT_CALL,Two,1\nG_B = VT_CALL,None,1\n"),
+              "a.zek:7:15: error: [GLOBAL]:G_A The ACTION Two needs 2 PARAMS, but total 1 PARAMS here. [E308]\n"
+              "b.zek:2:9: note: the action is defined here\n"
+              "b.zek:3:13: note: its number of arguments\n"
+              "a.zek:8:15: error: [GLOBAL]:G_B The ACTION None needs 0 PARAMS, but total 1 PARAMS here. [E308]\n"
+              "b.zek:6:8: note: the action is defined here\n"
+              "a.zek: 2 errors\n");
+}
+
+TEST_F(ZekMessages, ConditionThatDoesNotComeFirstIsMissing) {
+    EXPECT_EQ(Said("[IFDEF]\nDEFINEWORD = A\n[IFDEF]\nB = 1\nDEFINEWORD = A\n[IFDEF]\n"), "");
 }
 
 TEST_F(ZekMessages, EarlierPlaceIsANote) {

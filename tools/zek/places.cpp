@@ -24,6 +24,13 @@ bool Fits(const SourceLine& line, const Wanted& wanted) {
                        [&](const std::string& text) { return line.item && IsSubString(line.item->value, text); });
 }
 
+/// Whether the library complains of a section that it lacks the entry of that key. The condition of an [IFDEF] is one
+/// only where it comes first.
+bool Lacks(const SourceSection& section, const std::string& key) {
+    if (section.name == "IFDEF") return section.items.empty() || section.items.front().key != key;
+    return !section.Find(key);
+}
+
 }  // namespace
 
 Places::Places(const std::vector<SourceFile>& files, SourceIndex& index) : files_(files), index_(index) {
@@ -72,7 +79,7 @@ const std::vector<Place>& Places::SectionsWithout(const std::string& section, co
     const auto [found, isNew] = without_.try_emplace({section, key});
     if (!isNew) return found->second;
     for (const ReadSection& candidate : SectionsRead()) {
-        if (candidate.section->name != section || candidate.section->HasKey(key)) continue;
+        if (candidate.section->name != section || !Lacks(*candidate.section, key)) continue;
         found->second.push_back({*candidate.path, candidate.section->line});
     }
     return found->second;

@@ -32,7 +32,8 @@ public:
     /// read several times counts as often, where another has its name.
     std::vector<Place> Of(const Wanted& wanted);
 
-    /// The headers of all sections of that name without an item of that key, in the order in which they were read.
+    /// The headers of all sections of that name of which the library says that they lack the entry of that key, in the
+    /// order in which they were read.
     const std::vector<Place>& SectionsWithout(const std::string& section, const std::string& key);
 
     /// The include items that lead to an opening of a file, the one in the main source first. Line 0 where it is not

@@ -73,7 +73,8 @@ Report::Report(const ReportOptions& options, std::string source, const std::vect
       index_(index),
       text_(text),
       places_(files, index),
-      names_(places_, options_.words) {}
+      names_(places_, options_.words),
+      related_(places_, index, text) {}
 
 void Report::Add(const std::vector<Message>& reading, const std::vector<Message>& checking) {
     std::map<std::string_view, std::size_t> told;
@@ -194,6 +195,7 @@ void Report::AddLocated(Finding finding, const Message& message) {
         const Wanted earlier = EarlierWantedBy(message, wanted);
         finding.notes.push_back({"it was defined here", Marked(places_.Of(earlier)[0], earlier, finding.code)});
     }
+    related_.AddTo(finding, message);
     const std::string written = wanted.texts.empty() ? wanted.key : wanted.texts[0];
     finding.fix = names_.Meant(finding.code, {wanted.section, wanted.key, places[0]}, written, finding.place, text_);
     findings_.push_back(std::move(finding));

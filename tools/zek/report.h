@@ -14,6 +14,7 @@
 #include "finding.h"
 #include "messages.h"
 #include "places.h"
+#include "related_places.h"
 #include "source_names.h"
 #include "source_text.h"
 
@@ -69,6 +70,7 @@ private:
     SourceText& text_;
     Places places_;
     SourceNames names_;
+    RelatedPlaces related_;
     std::map<std::pair<std::string, std::string>, std::size_t> missing_;       // messages about a missing entry, in all
     std::map<std::pair<std::string, std::string>, std::size_t> missingShown_;  // of these, so far
     std::map<std::string, std::size_t> checked_;                               // messages of the check, by their text

@@ -38,8 +38,10 @@ std::optional<SourceItem> ItemAt(const ParserLibrary& library, void* section, un
 
 }  // namespace
 
-bool SourceSection::HasKey(const std::string& key) const {
-    return std::any_of(items.begin(), items.end(), [&](const SourceItem& item) { return item.key == key; });
+const SourceItem* SourceSection::Find(const std::string& key) const {
+    const auto found =
+        std::find_if(items.begin(), items.end(), [&](const SourceItem& item) { return item.key == key; });
+    return found == items.end() ? nullptr : &*found;
 }
 
 const std::vector<SourceSection>& SourceIndex::Sections(const std::string& path) {

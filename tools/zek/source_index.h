@@ -22,7 +22,8 @@ struct SourceSection {
     unsigned line = 0;
     std::vector<SourceItem> items;
 
-    bool HasKey(const std::string& key) const;
+    /// The first item of that key, or null.
+    const SourceItem* Find(const std::string& key) const;
 };
 
 struct SourceLine {
