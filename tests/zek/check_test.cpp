@@ -45,6 +45,27 @@ TEST_F(ZekCheck, ExitCodeIsTheWorst) {
     }
 }
 
+/// A word that only one of the boards defines before.
+TEST_F(ZekCheck, CommentOfAnIncludedFileServesAnySourceOfTheRun) {
+    Write("common.zek", "[DEFINE]\nLIMIT = 2 ; zek: allow L141\n");
+    Write("a.zek", "[INCLUDE]\nFILE = common.zek\n[PROPERTY]\nA = 1\n");
+    Write("b.zek", "[DEFINE]\nLIMIT = 1\n[INCLUDE]\nFILE = common.zek\n");
+    Write("c.zek", Read("a.zek"));
+    const std::string unused =
+        "common.zek:2:25: warning: nothing is found here that 'zek: allow L141' would allow [L001]\n";
+    const auto said = [](Strings sources) {
+        sources.insert(sources.begin(), {"check", "--no-warn", "L135"});
+        return WithoutExcerpts(Zek(sources).err);
+    };
+    EXPECT_EQ(said({"a.zek"}), unused + "a.zek:2:8: note: included from here\na.zek: 1 warning\n");
+    EXPECT_EQ(said({"b.zek"}), "");
+    EXPECT_EQ(said({"a.zek", "b.zek", "c.zek"}), "");
+    EXPECT_EQ(said({"a.zek", "c.zek"}), unused + "common.zek: 1 warning\n");
+    EXPECT_EQ(said({"a.zek", "c.zek", "missing.zek"}), "zek: cannot read missing.zek: No such file or directory\n");
+    EXPECT_EQ(Zek({"check", "--error", "L001", "a.zek", "c.zek"}).code, 1);
+    EXPECT_EQ(Zek({"check", "--error", "L001", "a.zek", "b.zek"}).code, 0);
+}
+
 TEST_F(ZekCheck, MissingSourceDoesNotKeepTheOthersFromBeingChecked) {
     Write("wrong.zek", "[FOO]\n");
     const Result result = Zek({"check", "missing.zek", "wrong.zek"});

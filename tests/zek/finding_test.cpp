@@ -15,6 +15,7 @@
 #include "finding_review.h"
 #include "memory_file.h"
 #include "renderer.h"
+#include "shared_allows.h"
 #include "suggestion.h"
 
 namespace zek::tool {
@@ -218,8 +219,12 @@ TEST(Review, TellsCommentsThatAllowNothing) {
     EXPECT_EQ(Left("A = 1 ; zek: allow W101 ; zek: allow L001\n", {}), "w:L001@1");
     EXPECT_EQ(Left("; zek: allow L001\nA = 1 ; zek: allow W101\n", {}), "");
     for (const char* none : {"A = 1 ; zek: allowed W101\n", "A = 1 ; allow W101\n", "A = 1;zek: allow W101\n",
-                             "A = \" ; zek: allow W101\"\n", "A = 1 ; zek: allow\n", ""}) {
+                             "A = \" ; zek: allow W101\"\n", "A = 1 ; zek: allowance(W101)\n", ""}) {
         EXPECT_EQ(Left(none, {}), "") << none;
+    }
+    for (const char* cut : {"A = 1 ; zek: allow\n", "A = 1 ; zek: allow \t\n", "A = 1 ; zek: allow(W101)\n",
+                            "A = 1 ; zek: allow: W101\n", "A = 1 ; zek: allow,W101\n"}) {
+        EXPECT_EQ(Left(cut, {{"W101", 1}}), "w:W101 w:L004@1") << cut;
     }
     Levels levels;
     levels.Hide("W101");
@@ -288,6 +293,54 @@ TEST(TextOfFindings, ShowsAPartOfALongLine) {
         << shown;
 }
 
+TEST(Review, LeavesCommentsOfIncludedFilesToAllSources) {
+    const MemoryFile main("A = 1 ; zek: allow W101\n");
+    const MemoryFile included("B = 1 ; zek: allow W101\nC = 1 ; zek: allow W101\nD = 1 ; zek: allow W101, L001\n");
+    SourceText text;
+    std::vector<SharedAllow> shared;
+    const ReviewScope scope = {{main.Name(), included.Name()}, {Origin::kLibrary, Origin::kCommand}};
+    const std::vector<Finding> told = Reviewed({About("W101", {included.Name(), 2})}, {}, scope, text, &shared);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].place, (Place{main.Name(), 1, 20, 4}));
+    std::string idle;
+    for (const SharedAllow& allow : shared) {
+        EXPECT_EQ(allow.unused.place.path, included.Name());
+        idle += std::to_string(allow.unused.place.line) + (allow.idle ? "+ " : "- ");
+    }
+    // What may be unused without being told, and the comment that says so, are no idle ones.
+    EXPECT_EQ(idle, "1+ 2- 3- 3- ");
+}
+
+TEST(SharedAllows, AreUnusedWhereNoSourceNeedsThem) {
+    const MemoryFile file("A\n");
+    const auto unused = [&](const std::vector<std::vector<bool>>& sources) {
+        SharedAllows all;
+        for (const std::vector<bool>& idle : sources) {
+            std::vector<SharedAllow> shared;
+            for (unsigned i = 0; i < idle.size(); ++i) {
+                shared.push_back({About("L001", {file.Name(), 1, i + 1, 4}, "t"), idle[i]});
+            }
+            all.Add(WrittenShared(shared));
+        }
+        std::string told;
+        for (const SourceFindings& source : all.Unused()) {
+            EXPECT_EQ(source.source, file.Name());
+            for (const Finding& finding : source.findings) {
+                EXPECT_EQ(finding.message, "t");
+                told += std::to_string(finding.place.column);
+            }
+        }
+        return told;
+    };
+    EXPECT_EQ(unused({{true, true, true}, {true, false, true}}), "13");
+    EXPECT_EQ(unused({{false}, {true}}), "");
+    EXPECT_EQ(unused({}), "");
+    SharedAllows unknown;
+    unknown.Add(WrittenShared({{About("L001", {file.Name(), 1, 1, 4}), true}}));
+    unknown.AddUnknown();
+    EXPECT_TRUE(unknown.Unused().empty());
+}
+
 TEST(GithubOfFindings, EscapesWhatHasAMeaning) {
     EXPECT_EQ(
         Shown().By(*GithubRenderer()),
@@ -297,6 +350,20 @@ TEST(GithubOfFindings, EscapesWhatHasAMeaning) {
     const Finding finding = About("W101", {"a,b:%.zek"}, "100%, or: so");
     EXPECT_EQ(GithubRenderer()->Of({"a", {finding}}, text),
               "::warning file=a%2Cb%3A%25.zek,title=W101::100%25, or: so\n");
+}
+
+TEST(FindingsOfNoSource, TellWhyThereAreNone) {
+    EXPECT_EQ(TextRenderer(false)->OfFailure("a,\xff", "why\x1b"), "");
+    EXPECT_EQ(GithubRenderer()->OfFailure("a,\xff", "why: 1%\x1b"), "::error title=zek::why: 1%25\\x1b\n");
+    EXPECT_EQ(JsonRenderer()->OfFailure("a,\xff", "why\x1b"),
+              R"({"source":{"bytes":"612cff"},"errors":0,"warnings":0,"findings":[],"failure":"why\\x1b"})");
+    const auto sarif = SarifRenderer();
+    EXPECT_EQ(sarif->OfFailure("a,\xff", "why\x1b"), "");
+    EXPECT_EQ(sarif->End(2),
+              R"(], "invocations": [{"executionSuccessful":false,"exitCode":2,"toolExecutionNotifications":[{"level":)"
+              R"("error","message":{"text":"why\\x1b"},"locations":[{"physicalLocation":{"artifactLocation":{"uri":)"
+              R"("a%2c%ff"}}}]}]}]}]})"
+              "\n");
 }
 
 TEST(JsonOfFindings, HoldsEverything) {

@@ -73,8 +73,13 @@ TEST_P(ZekFormat, HoldsWithFindingsOfEverySort) {
 TEST_P(ZekFormat, HoldsWithoutFindingsAndWithoutSources) {
     WriteSound("sound.zek");
     Checked({"sound.zek"}, 0);
-    Checked({"missing.zek"}, 2);
-    Checked({"missing.zek", "sound.zek"}, 2);
+    for (const Strings& sources : {Strings{"missing.zek"}, Strings{"missing.zek", "sound.zek"}}) {
+        const std::string document = Checked(sources, 2).dump();
+        EXPECT_NE(document.find("\"cannot read missing.zek: No such file or directory\""), document.npos) << document;
+    }
+    const std::string compiled = Zek({"compile", "missing.zek", "--format", GetParam().format}).out;
+    EXPECT_EQ(WrongWith(json::parse(compiled), GetParam().schema), "") << compiled;
+    EXPECT_NE(compiled.find("\"cannot read missing.zek: No such file or directory\""), compiled.npos) << compiled;
 }
 
 TEST_P(ZekFormat, HoldsWhateverBytesTheSourceHas) {
@@ -122,6 +127,9 @@ TEST_F(ZekFindingOptions, RaiseAndHideAndDecideTheExitCode) {
         {{"--error", "W101"}, 1, "a.zek: 1 error\n"},
         {{"--error", "W101", "--no-warn", "W101"}, 0, ""},
         {{"--no-warn=W101", "--error=W101"}, 1, "a.zek: 1 error\n"},
+        {{"--error", "L121"}, 2, "zek: L121 is a finding of 'zek check'; 'zek compile' does not look for it\n"},
+        {{"-W", "L121"}, 2, "zek: L121 is a finding of 'zek check'; 'zek compile' does not look for it\n"},
+        {{"--no-warn", "L121"}, 0, "a.zek: 1 warning\n"},
         {{"--no-warn", "E101"}, 2, "zek: E101 is an error and stays one\n"},
         {{"-W", "none"}, 2, "zek: there is no code none\n"},
         {{"--raw", "--format", "json"}, 2, "zek: --raw shows text, not json\n"},

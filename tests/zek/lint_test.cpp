@@ -309,6 +309,14 @@ TEST_F(ZekLint, LeavesAloneWhatOtherSourcesMayUse) {
     EXPECT_EQ(FoundIn({"check", "one/one.zek"}, "L135"), main);
 }
 
+TEST_F(ZekLint, LooksOnceAtAFileThatIsReadUnderTwoNames) {
+    Write("parts/words.zek", "[DEFINE]\nLIMIT = 12abc\n");
+    Write("a.zek",
+          "[INCLUDE]\nFILE = parts/words.zek\nFILE = ./parts/words.zek\nFILE = parts//../parts/words.zek\n"
+          "[GLOBAL]\nG_A = VT_VALUE,LIMIT\n[DEFINE]\nVT_VALUE = 1\n");
+    EXPECT_EQ(Found(Read("a.zek"), "L111"), "2:9: [DEFINE]:LIMIT, 12abc counts as 12 [L111]\n");
+}
+
 TEST_F(ZekLint, FindsThresholdsThatFall) {
     const std::string before = kWords +
                                "[GROUP]\nPARENT = 0\nNAME = B\nCHILDGROUP = 0\n[TAVRGROUP]\nNAME = A\nID = 1\n"

@@ -21,6 +21,8 @@ bool Skip(std::string_view text, std::size_t& at, std::string_view word) {
     return true;
 }
 
+bool IsLetter(char byte) { return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z'); }
+
 /// The first line from `line` on that is neither empty nor a comment alone; the one behind the last where none is.
 unsigned NextWritten(const std::string& path, unsigned line, SourceText& text) {
     for (; line <= text.CountLines(path); ++line) {
@@ -46,8 +48,21 @@ void AllowComments::Read(const std::string& path) {
 
 void AllowComments::Add(const std::string& path, const Comment& comment) {
     std::size_t at = 1;
+    SkipBlanks(comment.text, at);
+    const std::size_t words = at;
     if (!Skip(comment.text, at, kMark) || !Skip(comment.text, at, kAllow)) return;
-    if (at < comment.text.size() && kBlanks.find(comment.text[at]) == kBlanks.npos) return;
+    const auto place = [&](std::size_t begin, std::size_t end) {
+        return Place{path, comment.line, comment.column + static_cast<unsigned>(begin),
+                     static_cast<unsigned>(end - begin)};
+    };
+    const std::size_t codes = at;
+    const bool isWord = at < comment.text.size() && kBlanks.find(comment.text[at]) == kBlanks.npos;
+    SkipBlanks(comment.text, at);
+    if (isWord || at == comment.text.size()) {
+        // One that says something else, such as "allowed", is none of ours.
+        if (!isWord || !IsLetter(comment.text[at])) all_.push_back({{}, place(words, codes)});
+        return;
+    }
     // Comments come by rising lines: several above one line need not look for it again.
     if (comment.line >= aboveLine_ || path != abovePath_) aboveLine_ = 0;
     if (comment.alone && aboveLine_ == 0) aboveLine_ = NextWritten(path, comment.line + 1, text_);
@@ -59,9 +74,7 @@ void AllowComments::Add(const std::string& path, const Comment& comment) {
         if (end > at) {
             const std::string code(comment.text.substr(at, end - at));
             byLine_[{path, about, code}].push_back(all_.size());
-            all_.push_back(
-                {code,
-                 {path, comment.line, comment.column + static_cast<unsigned>(at), static_cast<unsigned>(end - at)}});
+            all_.push_back({code, place(at, end)});
         }
         at = end;
         // What follows the last code is the reason.

@@ -15,8 +15,8 @@ namespace zek::tool {
 
 /// One code of such a comment.
 struct Allowed {
-    std::string code;
-    Place place;  ///< of the code
+    std::string code;  ///< empty for a comment that has none
+    Place place;       ///< of the code, or of the words that it should follow
     bool used = false;
 };
 

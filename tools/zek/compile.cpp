@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <sstream>
 
 #include "c_array.h"
 #include "child.h"
@@ -24,6 +25,7 @@
 #include "progress.h"
 #include "renderer.h"
 #include "report.h"
+#include "shared_allows.h"
 #include "source_index.h"
 #include "source_reading.h"
 #include "streams.h"
@@ -100,7 +102,8 @@ void RequireReadable(const std::string& source) {
 /// What the library has said of a source, ready to be shown.
 struct Said {
     SourceFindings findings;
-    bool sound = false;  ///< the check passed, and nothing of the source is missing in the model
+    bool sound = false;                    ///< the check passed, and nothing of the source is missing in the model
+    std::vector<SharedAllow> shared = {};  ///< of the included files, where other sources are checked in the same run
 };
 
 Said WhatWasSaid(const std::string& source, const SourceOptions& options, const std::vector<SourceFile>& files,
@@ -118,7 +121,9 @@ Said WhatWasSaid(const std::string& source, const SourceOptions& options, const 
     Levels levels = options.findings.levels;
     if (options.report.verbose) levels.ShowHidden();
     if (options.lint) report.Add(Lint(files, index, text, levels, {sound, options.amongOthers, wanted.words}));
-    Said said = {{source, Reviewed(report.Findings(), levels, scope, text)}, sound};
+    Said said = {{source}, sound};
+    std::vector<SharedAllow>* const shared = options.amongOthers ? &said.shared : nullptr;
+    said.findings.findings = Reviewed(report.Findings(), levels, scope, text, shared);
     if (options.report.raw) said.findings.raw = report.Raw();
     return said;
 }
@@ -154,6 +159,7 @@ struct Compilation {
 struct CheckedSource {
     std::vector<SourceFile> files;
     bool valid = false;
+    std::vector<SharedAllow> shared = {};
 };
 
 /// Reads and checks a source and shows what there is to tell. The model stays for the outputs.
@@ -177,11 +183,12 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     const bool passed = gccCheck();
     progress.SetPhase("preparing what was found");
     SourceText text;
-    const Said said = WhatWasSaid(source, options, checked.files, parser, whileReading, passed, text);
+    Said said = WhatWasSaid(source, options, checked.files, parser, whileReading, passed, text);
     const std::string piece = output.Piece(said.findings, text);
     progress.Stop();
     output.Show(piece);
     checked.valid = said.sound && said.findings.Count(Severity::kError) == 0;
+    checked.shared = std::move(said.shared);
     return checked;
 }
 
@@ -256,27 +263,65 @@ void AddMainSource(const std::string& source, std::vector<SourceFile>& files) {
     if (files.empty() && stat(path.c_str(), &info) == 0) files.push_back({source, path, info.st_dev, info.st_ino, 0});
 }
 
-/// Stands behind a piece of a document that is whole; no piece has such a byte.
-constexpr char kWhole = '\0';
+/// Stands between what a child has to say: its piece of the document, why it ended early, and what it says of comments
+/// in included files. None of these has such a byte.
+constexpr char kBetween = '\0';
+
+/// What `run` gives; stores why it failed.
+int GuardedWithReason(std::string& why, const std::function<int()>& run) {
+    return Guarded([&]() -> int {
+        try {
+            return run();
+        } catch (const std::exception& error) {
+            why = WhyEnded(error);
+            throw;
+        }
+    });
+}
 
 /// In a process of its own: its piece of the document goes into a file that it shares.
 int CheckHere(const std::string& source, const SourceOptions& options, const MemoryFile& shared) {
     FindingsOutput output(options.findings);
     const Compilation compilation;
-    const int code = Check(source, options, output).valid ? kFine : kSourceHasErrors;
-    shared.Append(output.Pieces() + kWhole);
+    std::string why;
+    std::string allows;
+    const int code = GuardedWithReason(why, [&] {
+        const CheckedSource checked = Check(source, options, output);
+        allows = WrittenShared(checked.shared);
+        return checked.valid ? kFine : kSourceHasErrors;
+    });
+    shared.Append(output.Pieces() + kBetween + why + kBetween + allows);
     return code;
 }
 
 /// The library's order of kinds and its list of files outlive a compilation, so each source gets a process as fresh as
 /// this one still is.
-int CheckInChild(const std::string& source, const SourceOptions& options, FindingsOutput& output) {
+int CheckInChild(const std::string& source, const SourceOptions& options, FindingsOutput& output,
+                 SharedAllows& allows) {
     const MemoryFile shared;
     const int code = RunInChild("the check of " + source, [&] { return CheckHere(source, options, shared); });
-    std::string piece = shared.Bytes();
-    if (!piece.ends_with(kWhole)) return std::max<int>(code, kUsageOrFiles);
-    piece.pop_back();
+    std::istringstream bytes(shared.Bytes());
+    std::string piece, why, written;
+    if (!std::getline(bytes, piece, kBetween) || !std::getline(bytes, why, kBetween)) {
+        allows.AddUnknown();
+        output.ShowFailure(source, "the check was ended");
+        return std::max<int>(code, kUsageOrFiles);
+    }
+    std::getline(bytes, written, kBetween);
     output.Show(piece);
+    if (!why.empty()) output.ShowFailure(source, why);
+    written.empty() ? allows.AddUnknown() : allows.Add(written);
+    return code;
+}
+
+/// Comments that serve none of the sources; gives the exit code.
+int ShowUnused(const SharedAllows& allows, FindingsOutput& output) {
+    int code = kFine;
+    for (const SourceFindings& unused : allows.Unused()) {
+        SourceText text;
+        output.Show(output.Piece(unused, text));
+        if (unused.Count(Severity::kError) > 0) code = kSourceHasErrors;
+    }
     return code;
 }
 
@@ -351,14 +396,22 @@ void RequireTextForRaw(const SourceOptions& options) {
     throw Failure(kUsageOrFiles, "--raw shows text, not " + options.findings.format);
 }
 
+void RequireNoLint(const Levels& levels) {
+    const std::optional<std::string> code = levels.Shown(Origin::kLint);
+    if (code) throw Failure(kUsageOrFiles, *code + " is a finding of 'zek check'; 'zek compile' does not look for it");
+}
+
 int RunCompile(const CompileOptions& options) {
     RequireTextForRaw(options);
+    RequireNoLint(options.findings.levels);
     FindingsOutput output(options.findings);
     for (const std::string& file : {options.image, options.debugImage, options.dependencies}) {
         if (!output.IsDocument() || file != "-") continue;
         throw Failure(kUsageOrFiles, "the findings and a file would both go to standard output");
     }
-    const int code = Guarded([&] { return Compile(options, output); });
+    std::string why;
+    const int code = GuardedWithReason(why, [&] { return Compile(options, output); });
+    if (!why.empty()) output.ShowFailure(PathOfSource(options.source), why);
     output.Finish(code);
     return code;
 }
@@ -369,9 +422,11 @@ int RunCheck(const CheckOptions& options) {
     int worst = kFine;
     SourceOptions each = options;
     each.amongOthers = options.sources.size() > 1;
+    SharedAllows allows;
     for (const std::string& source : options.sources) {
-        worst = std::max(worst, CheckInChild(PathOfSource(source), each, output));
+        worst = std::max(worst, CheckInChild(PathOfSource(source), each, output, allows));
     }
+    worst = std::max(worst, ShowUnused(allows, output));
     output.Finish(worst);
     return worst;
 }

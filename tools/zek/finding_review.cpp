@@ -9,6 +9,8 @@
 namespace zek::tool {
 namespace {
 
+constexpr char kUnused[] = "L001";
+
 std::set<std::string> AllCodes() {
     std::set<std::string> codes;
     for (const CodeGroup& group : CodeGroups()) {
@@ -44,6 +46,7 @@ Finding About(const Allowed& allowed, const char* code) {
 
 /// What is wrong with a comment; nothing where it does its work or there is reason to leave it.
 std::optional<Finding> WrongWith(const Allowed& allowed, const Levels& levels, const ReviewScope& scope, bool failed) {
+    if (allowed.code.empty()) return About(allowed, "L004");
     const CodeGroup* const group = GroupOfCode(allowed.code);
     if (!group) {
         Finding finding = About(allowed, "L003");
@@ -54,7 +57,7 @@ std::optional<Finding> WrongWith(const Allowed& allowed, const Levels& levels, c
     if (allowed.used || failed || !scope.origins.contains(group->origin) || !levels.Wanted(allowed.code)) {
         return std::nullopt;
     }
-    return About(allowed, "L001");
+    return About(allowed, kUnused);
 }
 
 }  // namespace
@@ -76,6 +79,13 @@ void Levels::Warn(const std::string& code) { Tell(code, Told::kWarn); }
 void Levels::Hide(const std::string& code) { Tell(code, Told::kHide); }
 void Levels::Raise(const std::string& code) { Tell(code, Told::kRaise); }
 
+std::optional<std::string> Levels::Shown(Origin origin) const {
+    for (const auto& [code, told] : told_) {
+        if (told != Told::kHide && GroupOfCode(code)->origin == origin) return code;
+    }
+    return std::nullopt;
+}
+
 std::optional<Severity> Levels::Of(const std::string& code) const {
     const auto told = told_.find(code);
     if (told != told_.end()) {
@@ -93,25 +103,36 @@ std::optional<Severity> Levels::Of(const std::string& code) const {
 }
 
 std::vector<Finding> Reviewed(std::vector<Finding> findings, const Levels& levels, const ReviewScope& scope,
-                              SourceText& text) {
+                              SourceText& text, std::vector<SharedAllow>* shared) {
     AllowComments comments(scope.paths, text);
     bool failed = false;
     std::vector<Finding> kept;
-    const auto keep = [&](Finding&& finding) {
+    const auto isKept = [&](Finding& finding) {
         const std::optional<Severity> severity = levels.Of(finding.code);
-        if (!severity || (!IsError(finding.code) && comments.Allow(finding))) return;
+        if (!severity || (!IsError(finding.code) && comments.Allow(finding))) return false;
         failed |= IsError(finding.code);
         finding.severity = *severity;
-        kept.push_back(std::move(finding));
+        return true;
+    };
+    const auto keep = [&](Finding&& finding) {
+        if (isKept(finding)) kept.push_back(std::move(finding));
     };
     for (Finding& finding : findings) keep(std::move(finding));
     const bool unfinished = failed;
     // Those that allow what is wrong with comments come last: only then is it known whether they were used.
     for (const bool aboutComments : {false, true}) {
         for (std::size_t i = 0; i < comments.All().size(); ++i) {
-            if (IsAboutComments(comments.All()[i].code) != aboutComments) continue;
-            std::optional<Finding> wrong = WrongWith(comments.All()[i], levels, scope, unfinished);
-            if (wrong) keep(std::move(*wrong));
+            const Allowed& allowed = comments.All()[i];
+            if (IsAboutComments(allowed.code) != aboutComments) continue;
+            std::optional<Finding> wrong = WrongWith(allowed, levels, scope, unfinished);
+            const bool isUnused = !wrong || wrong->code == kUnused;
+            if (shared && isUnused && allowed.place.path != scope.paths.front()) {
+                Finding unused = About(allowed, kUnused);
+                const bool idle = wrong && isKept(unused);
+                shared->push_back({std::move(unused), idle});
+            } else if (wrong) {
+                keep(std::move(*wrong));
+            }
         }
     }
     return kept;

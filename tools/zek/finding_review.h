@@ -34,6 +34,9 @@ public:
     /// Whether a rule has to be run for its findings.
     bool Wanted(const std::string& code) const { return Of(code).has_value(); }
 
+    /// A code of that origin that was told to be shown, or nothing.
+    std::optional<std::string> Shown(Origin origin) const;
+
 private:
     enum class Told { kWarn, kHide, kRaise };
     void Tell(const std::string& code, Told told);
@@ -49,10 +52,17 @@ struct ReviewScope {
     std::set<Origin> origins;        ///< an allowed code of any other origin may well find nothing
 };
 
+/// A comment of an included file, which may serve another source of the run.
+struct SharedAllow {
+    Finding unused;     ///< what there is to tell where no source needs it
+    bool idle = false;  ///< this one does not
+};
+
 /// Takes away what is hidden or allowed by a comment `; zek: allow CODE` on its line or above it (the comment alone on
 /// its line; several codes with commas between them), gives each of the others its severity, and adds what is wrong
-/// with such comments. The order stays.
+/// with such comments. The order stays. With `shared`, what allows nothing in a file behind the first path is not told
+/// but stored there, along with what allows something.
 std::vector<Finding> Reviewed(std::vector<Finding> findings, const Levels& levels, const ReviewScope& scope,
-                              SourceText& text);
+                              SourceText& text, std::vector<SharedAllow>* shared = nullptr);
 
 }  // namespace zek::tool

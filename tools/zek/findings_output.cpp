@@ -71,6 +71,10 @@ void FindingsOutput::Show(const std::string& piece) {
     isEmpty_ = false;
 }
 
+void FindingsOutput::ShowFailure(const std::string& source, const std::string& why) {
+    if (IsDocument()) Show(renderer_->OfFailure(source, why));
+}
+
 void FindingsOutput::Finish(int code) {
     if (!IsDocument()) return;
     StandardOutput out;

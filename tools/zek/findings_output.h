@@ -32,6 +32,8 @@ public:
     bool IsDocument() const { return format_->toStandardOutput; }
     std::string Piece(const SourceFindings& all, SourceText& text) { return renderer_->Of(all, text); }
     void Show(const std::string& piece);
+    /// Tells in the document why there is no more about a source; in text it stands on standard error already.
+    void ShowFailure(const std::string& source, const std::string& why);
     /// The pieces so far, without beginning and end; for a process that gives them to the one that has the document.
     const std::string& Pieces() const { return pieces_; }
     /// Ends the document; `code` is the exit code of the run. Throws Failure where it cannot be written.

@@ -37,6 +37,10 @@ public:
         return shown;
     }
 
+    std::string OfFailure(const std::string&, const std::string& why) override {
+        return "::error title=zek::" + Escaped(Printable(why), kInMessages) + '\n';
+    }
+
 private:
     static std::string PlaceOf(const Place& place, SourceText& text) {
         if (place.path.empty()) return {};

@@ -60,6 +60,15 @@ public:
         return json + "]}";
     }
 
+    std::string OfFailure(const std::string& source, const std::string& why) override {
+        return ordered_json{{"source", JsonText(source)},
+                            {"errors", 0},
+                            {"warnings", 0},
+                            {"findings", ordered_json::array()},
+                            {"failure", Printable(why)}}
+            .dump();
+    }
+
     std::string Separator() override { return ",\n"; }
     std::string End(int code) override { return "\n], \"exitCode\": " + std::to_string(code) + "}\n"; }
 };

@@ -116,13 +116,25 @@ public:
         return json;
     }
 
+    std::string OfFailure(const std::string& source, const std::string& why) override {
+        ordered_json notification = {{"level", "error"}, {"message", Message(why)}};
+        const ordered_json physical = {{"artifactLocation", {{"uri", Reference(source)}}}};
+        notification["locations"] = ordered_json::array({{{"physicalLocation", physical}}});
+        notifications_.push_back(notification);
+        return {};
+    }
+
     std::string Separator() override { return ",\n"; }
 
     std::string End(int code) override {
         const bool successful = code == kFine || code == kSourceHasErrors;
-        const ordered_json invocation = {{"executionSuccessful", successful}, {"exitCode", code}};
+        ordered_json invocation = {{"executionSuccessful", successful}, {"exitCode", code}};
+        if (!notifications_.empty()) invocation["toolExecutionNotifications"] = notifications_;
         return "], \"invocations\": [" + invocation.dump() + "]}]}\n";
     }
+
+private:
+    ordered_json notifications_ = ordered_json::array();
 };
 
 }  // namespace

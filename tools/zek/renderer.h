@@ -29,6 +29,12 @@ public:
     virtual std::string Begin() { return {}; }
     /// The piece of one source; empty where there is nothing to say.
     virtual std::string Of(const SourceFindings& all, SourceText& text) = 0;
+    /// The piece of a source of which nothing more can be told, and why; empty where the end tells it.
+    virtual std::string OfFailure(const std::string& source, const std::string& why) {
+        (void)source;
+        (void)why;
+        return {};
+    }
     virtual std::string Separator() { return {}; }
     /// `code` is the exit code of the run.
     virtual std::string End(int code) {

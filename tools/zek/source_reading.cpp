@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "known_messages.h"
 #include "paths.h"
@@ -26,6 +28,20 @@ std::string WhyUnreadable(const std::string& path, struct stat& info) {
     if (S_ISDIR(info.st_mode)) return std::strerror(EISDIR);
     if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
     return {};
+}
+
+/// Whether two paths lead through one folder to one name, so that what they include is the same, too.
+bool IsSamePlace(const std::string& a, const std::string& b) {
+    namespace fs = std::filesystem;
+    if (a == b) return true;
+    if (fs::path(a).filename() != fs::path(b).filename()) return false;
+    std::error_code failed;
+    const auto folder = [&](const std::string& path) {
+        const std::string written = FolderOf(path);
+        return fs::canonical(written.empty() ? "." : written, failed);
+    };
+    const fs::path first = folder(a);
+    return !failed && first == folder(b) && !failed;
 }
 
 /// What a search that found nothing has to say.
@@ -93,6 +109,7 @@ bool SourceReading::Decide(const std::string& name, const std::string& includer,
     const std::string circle = CircleOf(file);
     if (!circle.empty()) return Refuse({name, "includes itself: " + circle, {}, path, open_.back().position});
     files_.push_back(file);
+    path = files_.back().path = EarlierSpelling(file);
     open_.push_back({position});
     if (progress_) progress_->AddFile();
     return true;
@@ -144,6 +161,15 @@ std::string SourceReading::CircleOf(const SourceFile& file) const {
     std::string circle;
     for (auto open = first; open != open_.end(); ++open) circle += files_[open->position].path + " -> ";
     return circle + file.path;
+}
+
+std::string SourceReading::EarlierSpelling(const SourceFile& file) const {
+    const auto isSame = [&](const SourceFile& earlier) {
+        return earlier.device == file.device && earlier.inode == file.inode && IsSamePlace(earlier.path, file.path);
+    };
+    // Of the last opening of the file, which has the first spelling.
+    const auto earlier = std::find_if(files_.rbegin(), files_.rend(), isSame);
+    return earlier == files_.rend() ? file.path : earlier->path;
 }
 
 void SourceReading::Hear(Message& message) noexcept {

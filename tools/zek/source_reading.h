@@ -19,7 +19,7 @@ namespace zek::tool {
 /// A file that the compiler read.
 struct SourceFile {
     std::string name;  ///< as the compiler asked for it, and as it calls it
-    std::string path;  ///< as it was opened
+    std::string path;  ///< as it was opened first
     dev_t device = 0;
     ino_t inode = 0;
     std::size_t includer = 0;  ///< the position of the including file; its own for the main source
@@ -70,6 +70,8 @@ private:
     IncludeFound FindInclude(const std::string& name) const;
     std::string NearestTo(const std::string& name);
     std::string CircleOf(const SourceFile& file) const;
+    /// The path as the file was first opened, where another spelling of it was.
+    std::string EarlierSpelling(const SourceFile& file) const;
     void Explain(Message& failure);
     const SourceFile& Current() const { return files_[open_.back().position]; }
 

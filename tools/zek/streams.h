@@ -42,6 +42,11 @@ void Tell(std::string_view text);
 /// Tells why the command ends early, as "zek: WHY".
 void TellWhy(std::string_view why);
 
+/// Why an exception ends the command.
+inline std::string WhyEnded(const std::exception& error) {
+    return dynamic_cast<const std::bad_alloc*>(&error) ? "there is too little memory" : error.what();
+}
+
 /// What `run` gives, or the code of the failure that ended it, which is told on standard error.
 template <class Run>
 int Guarded(Run&& run) {
@@ -50,11 +55,8 @@ int Guarded(Run&& run) {
     } catch (const Failure& failure) {
         TellWhy(failure.what());
         return failure.Code();
-    } catch (const std::bad_alloc&) {
-        TellWhy("there is too little memory");
-        return kUsageOrFiles;
     } catch (const std::exception& error) {
-        TellWhy(error.what());
+        TellWhy(WhyEnded(error));
         return kUsageOrFiles;
     }
 }

@@ -1,0 +1,53 @@
+#include "shared_allows.h"
+
+#include <sys/stat.h>
+
+#include <nlohmann/json.hpp>
+
+namespace zek::tool {
+namespace {
+
+using nlohmann::json;
+
+using Bytes = std::vector<unsigned char>;
+
+}  // namespace
+
+std::string WrittenShared(const std::vector<SharedAllow>& all) {
+    json written = json::array();
+    for (const auto& [finding, idle] : all) {
+        const Place& place = finding.place;
+        // A path may hold any bytes; the message names a code that there is.
+        written.push_back({Bytes(place.path.begin(), place.path.end()), place.line, place.column, place.length,
+                           finding.message, finding.code, finding.severity, idle});
+    }
+    return written.dump();
+}
+
+void SharedAllows::Add(const std::string& written) {
+    for (const json& row : json::parse(written)) {
+        Finding unused;
+        const auto path = row[0].get<Bytes>();
+        unused.place = {{path.begin(), path.end()}, row[1], row[2], row[3]};
+        unused.message = row[4];
+        unused.code = row[5];
+        unused.severity = row[6];
+        struct stat info {};
+        if (stat(unused.place.path.c_str(), &info) != 0) continue;
+        const Key key = {info.st_dev, info.st_ino, unused.place.line, unused.place.column};
+        const bool idle = row[7];
+        all_.try_emplace(key, SharedAllow{std::move(unused), true}).first->second.idle &= idle;
+    }
+}
+
+std::vector<SourceFindings> SharedAllows::Unused() const {
+    std::map<std::string, std::vector<Finding>> byFile;
+    for (const auto& [key, allow] : all_) {
+        if (known_ && allow.idle) byFile[allow.unused.place.path].push_back(allow.unused);
+    }
+    std::vector<SourceFindings> all;
+    for (auto& [path, findings] : byFile) all.push_back({path, std::move(findings)});
+    return all;
+}
+
+}  // namespace zek::tool

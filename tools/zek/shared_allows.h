@@ -1,0 +1,38 @@
+/// Comments of files that several sources of one run include: one is unused where none of these needs it. Relies on
+/// finding_review.h for what each source says of them.
+#pragma once
+
+#include <sys/types.h>
+
+#include <map>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "finding_review.h"
+#include "renderer.h"
+
+namespace zek::tool {
+
+/// What one source says of the comments, for a process that reads it with `SharedAllows::Add`.
+std::string WrittenShared(const std::vector<SharedAllow>& all);
+
+class SharedAllows {
+public:
+    /// `written` is what WrittenShared gave of a source.
+    void Add(const std::string& written);
+    /// It is not known what a source needs, so that nothing counts as unused.
+    void AddUnknown() { known_ = false; }
+
+    /// What no source needs, by file.
+    std::vector<SourceFindings> Unused() const;
+
+private:
+    /// A file may be included under several paths.
+    using Key = std::tuple<dev_t, ino_t, unsigned, unsigned>;  // line and column
+
+    std::map<Key, SharedAllow> all_;
+    bool known_ = true;
+};
+
+}  // namespace zek::tool
