@@ -29,6 +29,40 @@ protected:
     }
 };
 
+/// Columns, source lines, what lint finds and what comments allow.
+TEST_F(ZekSpecialFile, SourceFromAPipeIsCheckedAsAFileIs) {
+    Write("b.zek", "[DEFINE]\nA = 12abc\nB = 12abc ; zek: allow L111\n[PROPERTY]\nC = 1, 2\n");
+    const auto said = [](const std::string& command, const std::string& name) {
+        std::string err = Shell(command).err;
+        for (std::size_t at; (at = err.find(name)) != err.npos;) err.replace(at, name.size(), "SOURCE");
+        return err;
+    };
+    const std::string file = said("zek check --no-warn L135 b.zek", "b.zek");
+    ASSERT_NE(file.find("    2 | A = 12abc\n      |     ^~~~~\n"), file.npos) << file;
+    ASSERT_TRUE(file.ends_with("SOURCE: 2 warnings\n")) << file;
+    EXPECT_EQ(said("cat b.zek | zek check --no-warn L135 -", "/dev/stdin"), file);
+    EXPECT_EQ(said("(sleep 3; cat b.zek) | zek check --no-warn L135 -", "/dev/stdin"), file);
+    EXPECT_EQ(said("cat b.zek > fifo & zek check --no-warn L135 fifo", "fifo"), file);
+    // Read once, though it is included twice.
+    Write("c.zek", "[INCLUDE]\nFILE = fifo\nFILE = ./fifo\n");
+    EXPECT_EQ(Shell("printf '[DEFINE]\\nA = 12abc\\n' > fifo & zek check --no-warn L135 c.zek").err,
+              "fifo:2:5: warning: [DEFINE]:A, 12abc counts as 12 [L111]\n"
+              "    2 | A = 12abc\n      |     ^~~~~\n"
+              "c.zek:2:8: note: included from here\n"
+              "c.zek: 1 warning\n");
+}
+
+TEST_F(ZekSpecialFile, SourceFromAPipeThatGivesNothingIsRefused) {
+    for (const std::string closed : {"check - <&-", "compile - -o x.zki -g x.zkd <&-"}) {
+        const Result result = Shell("zek " + closed);
+        EXPECT_EQ(result.code, 2) << closed;
+        EXPECT_EQ(result.err, "zek: cannot read /dev/stdin: Bad file descriptor\n") << closed;
+    }
+    EXPECT_EQ(Shell("true | zek check -").err, "zek: cannot read /dev/stdin: it ended without a byte\n");
+    EXPECT_EQ(Shell("zek verify - <&-").err, "zek: cannot read -: Bad file descriptor\n");
+    EXPECT_EQ(Shell("zek check - < /dev/null").code, 0);
+}
+
 TEST_F(ZekSpecialFile, FifoThatNobodyWritesToEndsWithTwoAfterAWhile) {
     const std::vector<Strings> commands = {
         {"verify", "fifo"},

@@ -107,8 +107,7 @@ struct Said {
 };
 
 Said WhatWasSaid(const std::string& source, const SourceOptions& options, const std::vector<SourceFile>& files,
-                 const ParserLibrary& parser, const std::vector<Message>& whileReading, bool passed, SourceText& text) {
-    SourceIndex index(parser);
+                 SourceIndex& index, const std::vector<Message>& whileReading, bool passed, SourceText& text) {
     ReportOptions wanted = options.report;
     wanted.words = NamesIn(options.definitions);
     Report report(wanted, source, files, index, text);
@@ -132,7 +131,8 @@ Said WhatWasSaid(const std::string& source, const SourceOptions& options, const 
 [[noreturn]] void GiveUp(const std::string& source, const SourceOptions& options, FindingsOutput& output,
                          const std::string& why) {
     SourceText text;
-    output.Show(output.Piece(WhatWasSaid(source, options, {}, ParserLibrary(), {}, false, text).findings, text));
+    SourceIndex index{ParserLibrary()};
+    output.Show(output.Piece(WhatWasSaid(source, options, {}, index, {}, false, text).findings, text));
     throw Failure(kUsageOrFiles, why);
 }
 
@@ -171,7 +171,8 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()), options.mostFiles);
     reading.ShowIn(progress);
     if (!gccCompStart(source)) {
-        const std::string why = parser.HasHook() ? WhyRefused(MainSource(source)) : "the parser library refuses it";
+        std::string why = parser.HasHook() ? reading.WhyMainRefused() : "the parser library refuses it";
+        if (why.empty()) why = WhyRefused(MainSource(source));
         GiveUp(source, options, output, "cannot read " + source + ": " + why);
     }
     gccParse();
@@ -182,8 +183,9 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     progress.SetPhase("checking");
     const bool passed = gccCheck();
     progress.SetPhase("preparing what was found");
-    SourceText text;
-    Said said = WhatWasSaid(source, options, checked.files, parser, whileReading, passed, text);
+    SourceText text(&reading.Copies());
+    SourceIndex index(parser, &reading.Copies());
+    Said said = WhatWasSaid(source, options, checked.files, index, whileReading, passed, text);
     const std::string piece = output.Piece(said.findings, text);
     progress.Stop();
     output.Show(piece);
@@ -191,8 +193,6 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     checked.shared = std::move(said.shared);
     return checked;
 }
-
-constexpr char kStandardInput[] = "/dev/stdin";
 
 /// A source of - is standard input.
 std::string PathOfSource(const std::string& source) { return source == "-" ? kStandardInput : source; }

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "failure.h"
 #include "streams.h"
@@ -104,19 +105,24 @@ std::string MemoryFile::Bytes() const {
     return bytes;
 }
 
-std::string ReadFile(const std::string& name) {
-    const auto cannotRead = [&name](int error) {
-        return Failure(kUsageOrFiles, "cannot read " + name + ": " + WhyUnreadable(error));
-    };
+std::optional<std::string> ReadFile(const std::string& name, std::string& why) {
     const bool standard = name == "-";
     const int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     const int descriptor = standard ? STDIN_FILENO : open(name.c_str(), flags);
-    if (descriptor < 0) throw cannotRead(errno);
     std::string bytes;
-    const int error = AppendRest(descriptor, bytes, standard ? Patience::kEndless : Patience::kShort);
-    if (!standard) close(descriptor);
-    if (error) throw cannotRead(error);
-    return bytes;
+    const Patience patience = standard ? Patience::kEndless : Patience::kShort;
+    const int error = descriptor < 0 ? errno : AppendRest(descriptor, bytes, patience);
+    if (!standard && descriptor >= 0) close(descriptor);
+    if (!error) return bytes;
+    why = WhyUnreadable(error);
+    return std::nullopt;
+}
+
+std::string ReadFile(const std::string& name) {
+    std::string why;
+    std::optional<std::string> bytes = ReadFile(name, why);
+    if (!bytes) throw Failure(kUsageOrFiles, "cannot read " + name + ": " + why);
+    return std::move(*bytes);
 }
 
 }  // namespace zek::tool

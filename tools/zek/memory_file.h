@@ -1,6 +1,7 @@
 /// A file in memory that has a name, for functions that take a file by its name. Relies on memfd_create and on /proc.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,5 +31,7 @@ private:
 /// The bytes of a file, or of standard input where the name is "-"; throws Failure. What is no regular file may give
 /// 256 MiB, and keep silent for two seconds where it is not standard input.
 std::string ReadFile(const std::string& name);
+/// The same; nothing, and why, when it cannot be read.
+std::optional<std::string> ReadFile(const std::string& name, std::string& why);
 
 }  // namespace zek::tool

@@ -5,6 +5,9 @@
 
 namespace zek::tool {
 
+/// The path of standard input as a source.
+inline constexpr char kStandardInput[] = "/dev/stdin";
+
 /// The folder part of a path, without its slash: empty where the path has none, "/" for the root.
 std::string FolderOf(const std::string& path);
 

@@ -35,8 +35,8 @@ bool CheckInto(const std::string& source, const MemoryFile& messages) {
     reading.Stop();
     const std::vector<Message> whileReading = TakeMessages();
     const bool passed = gccCheck();
-    SourceIndex index(parser);
-    SourceText text;
+    SourceIndex index(parser, &reading.Copies());
+    SourceText text(&reading.Copies());
     Report report({}, source, reading.Files(), index, text);
     report.Add(whileReading, TakeMessages());
     messages.Append(TextRenderer({})->Of({source, Reviewed(report.Findings(), {}, {}, text)}, text));

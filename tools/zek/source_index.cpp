@@ -7,7 +7,7 @@
 namespace zek::tool {
 namespace {
 
-bool IsOnDisk(const std::string& path) {
+bool IsRegular(const std::string& path) {
     struct stat info {};
     return stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }
@@ -73,7 +73,8 @@ std::optional<unsigned> SourceIndex::LineOfSection(const std::string& path, unsi
 
 std::vector<SourceSection> SourceIndex::Read(const std::string& path) const {
     std::vector<SourceSection> sections;
-    void* file = library_.Serves() && IsOnDisk(path) ? library_.openFile(path) : nullptr;
+    const std::string name = copies_ ? copies_->NameOf(path) : path;
+    void* file = library_.Serves() && IsRegular(name) ? library_.openFile(name) : nullptr;
     if (!file) return sections;
     library_.parse(file);
     while (void* handle = library_.enumSection(file, static_cast<unsigned>(sections.size()))) {

@@ -1,5 +1,5 @@
 /// What stands on which line of the source files, read again through the parser library once the compiler has read
-/// them. Relies on the parser library that serves; pipes and devices cannot be read twice and stay unknown.
+/// them. Relies on the parser library that serves, and for pipes and devices on the copies of source_copies.h.
 #pragma once
 
 #include <map>
@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "parser_library.h"
+#include "source_copies.h"
 
 namespace zek::tool {
 
@@ -34,7 +35,9 @@ struct SourceLine {
 
 class SourceIndex {
 public:
-    explicit SourceIndex(const ParserLibrary& library) : library_(library) {}
+    /// The copies must outlive this; without them pipes and devices cannot be read.
+    explicit SourceIndex(const ParserLibrary& library, const SourceCopies* copies = nullptr)
+        : library_(library), copies_(copies) {}
 
     /// The sections of a file in order; none when it cannot be read again.
     const std::vector<SourceSection>& Sections(const std::string& path);
@@ -49,6 +52,7 @@ private:
     std::vector<SourceSection> Read(const std::string& path) const;
 
     ParserLibrary library_;
+    const SourceCopies* copies_;
     std::map<std::string, std::vector<SourceSection>> files_;
 };
 

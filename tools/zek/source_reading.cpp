@@ -18,9 +18,6 @@ namespace {
 /// The parser library refuses to go deeper, without asking the hook.
 constexpr std::size_t kMostOpen = 256;
 constexpr off_t kLongestFile = 0xFFFFFFFE;
-constexpr char kStreamLimits[] =
-    "a pipe or device is refused when it gives more than 256 MiB, keeps silent for two seconds, or, being a pipe, ends "
-    "without a byte";
 
 /// The reason why a path that stands cannot be read as a source; empty when it can.
 std::string WhyUnreadable(const std::string& path, struct stat& info) {
@@ -69,8 +66,7 @@ std::string WhyRefused(const std::string& path) {
     struct stat info {};
     const bool known = fstat(descriptor, &info) == 0;
     close(descriptor);
-    if (!known || !S_ISREG(info.st_mode)) return kStreamLimits;
-    return info.st_size > kLongestFile ? "it is longer than 4 GiB - 2 bytes" : "the parser library refuses it";
+    return known && info.st_size > kLongestFile ? "it is longer than 4 GiB - 2 bytes" : "the parser library refuses it";
 }
 
 SourceReading::SourceReading(const ParserLibrary& library, IncludeSearch search, std::size_t mostFiles)
@@ -91,7 +87,7 @@ bool SourceReading::Asked(void* context, const std::string& name, const std::str
 
 bool SourceReading::Decide(const std::string& name, const std::string& includer, std::string& path) {
     refusal_.reset();
-    while (!open_.empty() && Current().path != includer) open_.pop_back();
+    while (!open_.empty() && Current().opened != includer) open_.pop_back();
     if (open_.empty()) {
         path = MainSource(name);
     } else {
@@ -102,14 +98,18 @@ bool SourceReading::Decide(const std::string& name, const std::string& includer,
         path = found.path;
     }
     struct stat info {};
-    const std::string reason = WhyUnreadable(path, info);
+    std::string reason = WhyUnreadable(path, info);
     if (!reason.empty()) return Refuse({name, "cannot be read: " + path + ": " + reason});
     const std::size_t position = files_.size();
-    const SourceFile file = {name, path, info.st_dev, info.st_ino, open_.empty() ? position : open_.back().position};
+    SourceFile file = {name, path, info.st_dev, info.st_ino, open_.empty() ? position : open_.back().position};
     const std::string circle = CircleOf(file);
     if (!circle.empty()) return Refuse({name, "includes itself: " + circle, {}, path, open_.back().position});
-    files_.push_back(file);
-    path = files_.back().path = EarlierSpelling(file);
+    file.path = file.opened = EarlierSpelling(file);
+    if (!S_ISREG(info.st_mode)) file.opened = copies_.Take(file.path, !S_ISFIFO(info.st_mode), reason);
+    if (open_.empty()) whyMainRefused_ = reason;
+    if (!reason.empty()) return Refuse({name, "cannot be read: " + path + ": " + reason});
+    path = file.opened;
+    files_.push_back(std::move(file));
     open_.push_back({position});
     if (progress_) progress_->AddFile();
     return true;

@@ -13,6 +13,7 @@
 #include "messages.h"
 #include "parser_library.h"
 #include "progress.h"
+#include "source_copies.h"
 
 namespace zek::tool {
 
@@ -23,6 +24,7 @@ struct SourceFile {
     dev_t device = 0;
     ino_t inode = 0;
     std::size_t includer = 0;  ///< the position of the including file; its own for the main source
+    std::string opened = {};   ///< what the parser library got: the path, or the name of a copy
 };
 
 /// What the compiler calls a file in its messages: the part behind the last backslash of the name.
@@ -31,7 +33,7 @@ std::string NameInMessages(const std::string& name);
 /// The part up to that backslash, which the compiler puts before the names that the file includes.
 std::string BackslashFolder(const std::string& name);
 
-/// Why our parser library refuses a file that is there and may be read: the reason of the system, or its own limits.
+/// Why our parser library refuses a regular file that may be read: the reason of the system, or its own limits.
 std::string WhyRefused(const std::string& path);
 
 /// So many files are read for one source where nobody says otherwise.
@@ -53,6 +55,11 @@ public:
 
     /// Every opening of a file, in order; the main source first. Empty when the parser library has no hook.
     const std::vector<SourceFile>& Files() const { return files_; }
+
+    /// The pipes and devices among them; lives as long as this.
+    const SourceCopies& Copies() const { return copies_; }
+    /// Why the main source was not read; empty where that is not known from here.
+    const std::string& WhyMainRefused() const { return whyMainRefused_; }
 
     /// Fills `path`, and `refusal` where an include could not be loaded.
     void Hear(Message& message) noexcept override;
@@ -78,6 +85,8 @@ private:
     ParserLibrary library_;
     IncludeSearch search_;
     std::vector<SourceFile> files_;
+    SourceCopies copies_;
+    std::string whyMainRefused_;
     std::vector<Open> open_;  // the file being read last, behind those that include it
     std::size_t mostFiles_;
     Progress* progress_ = nullptr;

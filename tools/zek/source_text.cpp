@@ -16,7 +16,7 @@ namespace {
 /// An item longer than that is not taken apart, so that many findings about one long item take no time.
 constexpr std::size_t kLongestItem = 4096;
 
-/// The bytes of a file on disk that is no longer than the parser library allows; none of any other.
+/// The bytes of a regular file that is no longer than the parser library allows; none of any other.
 std::string BytesOf(const std::string& path) {
     struct stat info {};
     if (stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return {};
@@ -49,7 +49,7 @@ const SourceText::WrittenFile& SourceText::File(const std::string& path) {
     std::unique_ptr<WrittenFile>& file = files_[path];
     if (file) return *file;
     file = std::make_unique<WrittenFile>();
-    file->bytes = BytesOf(path);
+    file->bytes = BytesOf(copies_ ? copies_->NameOf(path) : path);
     Split(*file);
     return *file;
 }

@@ -1,6 +1,6 @@
 /// The lines of source files as they are written: where keys, sub-strings and comments stand in them. Relies on the
-/// syntax of section files, not on the parser library, which keeps neither columns nor comments. Pipes and devices
-/// cannot be read twice and have no lines.
+/// syntax of section files, not on the parser library, which keeps neither columns nor comments; and for pipes and
+/// devices on the copies of source_copies.h.
 #pragma once
 
 #include <cstdint>
@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "finding.h"
+#include "source_copies.h"
 
 namespace zek::tool {
 
@@ -26,6 +27,9 @@ struct Comment {
 
 class SourceText {
 public:
+    /// The copies must outlive this; without them pipes and devices have no lines.
+    explicit SourceText(const SourceCopies* copies = nullptr) : copies_(copies) {}
+
     /// How many lines a file has; 0 when it cannot be read.
     unsigned CountLines(const std::string& path);
     /// A line without its end, from 1; empty past the last.
@@ -71,6 +75,7 @@ private:
     const Item* ItemAt(const std::string& path, unsigned line);
     static Place PlaceOf(const std::string& path, const Item& item, std::size_t begin, std::size_t end);
 
+    const SourceCopies* copies_;
     std::map<std::string, std::unique_ptr<WrittenFile>> files_;
     std::string itemPath_;  // of the item that was asked for last
     unsigned itemLine_ = 0;

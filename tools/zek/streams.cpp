@@ -16,8 +16,8 @@ void (*g_beforeTelling)() noexcept = nullptr;
 }  // namespace
 
 void OccupyStandardStreams() {
-    // The lowest free descriptor is taken, so each gets its own number. Standard output is opened for reading only.
-    constexpr int kModes[] = {O_RDONLY, O_RDONLY, O_WRONLY};
+    // The lowest free descriptor is taken, so each gets its own number. The first two are opened the wrong way round.
+    constexpr int kModes[] = {O_WRONLY, O_RDONLY, O_WRONLY};
     for (int descriptor = 0; descriptor < 3; ++descriptor) {
         if (fcntl(descriptor, F_GETFD) < 0 && open("/dev/null", kModes[descriptor]) < 0) return;
     }

@@ -10,8 +10,8 @@
 
 namespace zek::tool {
 
-/// Makes sure that descriptors 0 to 2 are taken, so that no file of ours gets one of them. Writing to a standard output
-/// that was closed still fails afterwards.
+/// Makes sure that descriptors 0 to 2 are taken, so that no file of ours gets one of them. Reading from a standard
+/// input and writing to a standard output that were closed still fail afterwards.
 void OccupyStandardStreams();
 
 /// Writes all bytes; 0, or the errno of the call that failed.
