@@ -68,6 +68,9 @@ TEST(Suggestion, IsTheNearestNameWithinTwoLetters) {
         {"ab", {"xy"}, ""},
         {"abc", {"abd", "abcd", "abce"}, "abcd"},
         {"", {"a"}, ""},
+        {"w101", {"W001", "W101"}, "W101"},
+        {" POW\t", {"poe", "pow"}, "pow"},
+        {"  ", {"", "a"}, ""},
         {"abc", {}, ""},
     };
     for (const auto& row : rows)
@@ -198,6 +201,7 @@ TEST(Review, RefusesCodesThatThereAreNotAndLesserErrors) {
     EXPECT_EQ(why(&Levels::Hide, "E101"), "E101 is an error and stays one");
     EXPECT_EQ(why(&Levels::Raise, "nonsense"), "there is no code nonsense");
     EXPECT_EQ(why(&Levels::Raise, "E1011"), "there is no code E1011; did you mean E101?");
+    EXPECT_EQ(why(&Levels::Raise, "e305"), "there is no code e305; did you mean E305?");
 }
 
 TEST(Review, AllowsOnTheLineAndAboveIt) {
@@ -350,6 +354,16 @@ TEST(GithubOfFindings, EscapesWhatHasAMeaning) {
     const Finding finding = About("W101", {"a,b:%.zek"}, "100%, or: so");
     EXPECT_EQ(GithubRenderer()->Of({"a", {finding}}, text),
               "::warning file=a%2Cb%3A%25.zek,title=W101::100%25, or: so\n");
+}
+
+TEST(SarifOfFindings, HoldNoFixThatCanOnlyBeShown) {
+    SourceText text;
+    for (const std::string meant : {"VT_Y", "VT_\xff", "VT_\x1b"}) {
+        Finding finding = About("E108", {"a", 1, 1, 4});
+        finding.fix = Fix{finding.place, meant};
+        const auto json = nlohmann::json::parse(SarifRenderer()->Of({"a", {finding}}, text));
+        EXPECT_EQ(json.contains("fixes"), meant == "VT_Y") << json;
+    }
 }
 
 TEST(FindingsOfNoSource, TellWhyThereAreNone) {

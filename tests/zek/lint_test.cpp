@@ -310,11 +310,12 @@ TEST_F(ZekLint, LeavesAloneWhatOtherSourcesMayUse) {
 }
 
 TEST_F(ZekLint, LooksOnceAtAFileThatIsReadUnderTwoNames) {
+    std::filesystem::create_directory("parts");
     Write("parts/words.zek", "[DEFINE]\nLIMIT = 12abc\n");
     Write("a.zek",
           "[INCLUDE]\nFILE = parts/words.zek\nFILE = ./parts/words.zek\nFILE = parts//../parts/words.zek\n"
           "[GLOBAL]\nG_A = VT_VALUE,LIMIT\n[DEFINE]\nVT_VALUE = 1\n");
-    EXPECT_EQ(Found(Read("a.zek"), "L111"), "2:9: [DEFINE]:LIMIT, 12abc counts as 12 [L111]\n");
+    EXPECT_EQ(Found(Read("a.zek"), "L111"), "2:9: [DEFINE]:LIMIT, 12abc counts as 12: what stands behind the digits is ignored [L111]\n");
 }
 
 TEST_F(ZekLint, FindsThresholdsThatFall) {

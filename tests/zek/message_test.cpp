@@ -77,7 +77,11 @@ TEST_F(ZekMessages, OtherPlaceIsANoteWhereTheyNameOne) {
 }
 
 TEST_F(ZekMessages, ConditionThatDoesNotComeFirstIsMissing) {
-    EXPECT_EQ(Said("[IFDEF]\nDEFINEWORD = A\n[IFDEF]\nB = 1\nDEFINEWORD = A\n[IFDEF]\n"), "");
+    EXPECT_EQ(Said("[IFDEF]\nDEFINEWORD = A\n[IFDEF]\nB = 1\nDEFINEWORD = A\n[IFDEF]\n"),
+              "a.zek:5:14: error: [IFDEF]:DEFINEWORD, A has not been defined and is not a valid number. [E106]\n"
+              "a.zek:3:1: error: [IFDEF]:DEFINEWORD, This ENTRY does not exist. [E101]\n"
+              "a.zek:6:1: error: [IFDEF]:DEFINEWORD, This ENTRY does not exist. [E101]\n"
+              "a.zek: 3 errors\n");
 }
 
 TEST_F(ZekMessages, EarlierPlaceIsANote) {

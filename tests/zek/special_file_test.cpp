@@ -46,7 +46,7 @@ TEST_F(ZekSpecialFile, SourceFromAPipeIsCheckedAsAFileIs) {
     // Read once, though it is included twice.
     Write("c.zek", "[INCLUDE]\nFILE = fifo\nFILE = ./fifo\n");
     EXPECT_EQ(Shell("printf '[DEFINE]\\nA = 12abc\\n' > fifo & zek check --no-warn L135 c.zek").err,
-              "fifo:2:5: warning: [DEFINE]:A, 12abc counts as 12 [L111]\n"
+              "fifo:2:5: warning: [DEFINE]:A, 12abc counts as 12: what stands behind the digits is ignored [L111]\n"
               "    2 | A = 12abc\n      |     ^~~~~\n"
               "c.zek:2:8: note: included from here\n"
               "c.zek: 1 warning\n");

@@ -76,7 +76,8 @@ ordered_json Result(const Finding& finding, SourceText& text) {
     }
     for (const Place& item : finding.way) related.push_back(Related(item, "included from here", text));
     if (!related.empty()) result["relatedLocations"] = related;
-    if (finding.fix && finding.fix->place.column) {
+    // A name that can only be shown in another spelling is nothing to put into a file.
+    if (finding.fix && finding.fix->place.column && Printable(finding.fix->text) == finding.fix->text) {
         result["fixes"] = ordered_json::array({FixOf(*finding.fix, text)});
     }
     return result;

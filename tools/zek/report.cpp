@@ -153,7 +153,7 @@ void Report::AddLoss(Finding finding, const Message& message) {
         finding.place = PlaceOfFile(message);
         const std::string name = refusal.name.empty() ? message.Text(4) : refusal.name;
         if (!refusal.reason.empty()) finding.notes.push_back({name + ' ' + refusal.reason});
-        if (!refusal.meant.empty()) finding.fix = Fix{finding.place, refusal.meant};
+        if (!refusal.meant.empty()) finding.fix = NameFix(finding.place, refusal.meant, text_);
     } else if (message.Is(kSectionNameFailed)) {
         finding.place = {message.path.empty() ? source_ : message.path};
         finding.message = "section " + std::to_string(message.Number(0)) + " cannot be read: " + finding.message;

@@ -15,6 +15,19 @@ constexpr unsigned kMostArguments = 100;
 constexpr const char* kOperators[] = {"+",  "-",  "*",   "/",  "%",  "|", "&",  "^", "<<",
                                       ">>", "==", "pow", "!=", ">=", ">", "<=", "<"};
 
+/// What other languages call some of them.
+struct OperatorSlip {
+    std::string_view written;
+    const char* meant;
+};
+constexpr OperatorSlip kOperatorSlips[] = {{"=", "=="}, {"<>", "!="}, {"=<", "<="}, {"=>", ">="}, {"**", "pow"}};
+
+const char* OperatorMeant(std::string_view written) {
+    const auto* const row = std::find_if(std::begin(kOperatorSlips), std::end(kOperatorSlips),
+                                         [&](const OperatorSlip& slip) { return slip.written == written; });
+    return row == std::end(kOperatorSlips) ? nullptr : row->meant;
+}
+
 /// The keys that a kind of section knows.
 struct KindKeys {
     const char* keyword;
@@ -73,6 +86,13 @@ std::vector<std::string> KeysOf(const std::string& keyword) {
     return {};
 }
 
+/// All kinds of sections.
+std::vector<std::string> Keywords() {
+    std::vector<std::string> keywords = {"PROPERTY", kGlobals, "REPEATER", "DEFINE"};
+    for (const KindKeys& kind : kKindKeys) keywords.push_back(kind.keyword);
+    return keywords;
+}
+
 /// Whether operands stand in an item, and not just a number or a word.
 bool HasOperands(const NamedItem& item) {
     return item.keyword == kGlobals || item.keyword == "REPEATER" || item.key.starts_with("VALUE");
@@ -112,8 +132,7 @@ void SourceNames::Read() {
     read_ = true;
     std::map<std::string, Names> named;
     named[kOperator] = {std::begin(kOperators), std::end(kOperators)};
-    named[kKeywords] = {"PROPERTY", kGlobals, "REPEATER", "DEFINE"};
-    for (const KindKeys& kind : kKindKeys) named[kKeywords].push_back(kind.keyword);
+    named[kKeywords] = Keywords();
     named[kWords] = {given_.begin(), given_.end()};
     std::size_t count = 0;
     for (const Places::ReadSection& read : places_.SectionsRead()) {
@@ -156,6 +175,9 @@ std::optional<std::string> SourceNames::Nearest(const char* kind, const NamedIte
         }
         return name;
     }
+    if (kind == kOperator) {
+        if (const char* const slip = OperatorMeant(written)) return slip;
+    }
     if (kind == kKeys) return NearNames(KeysOf(item.keyword)).Nearest(written, left_);
     if (kind == kArguments || kind == kSteps) {
         const SourceSection* const section = places_.SectionOf(item.place);
@@ -170,10 +192,29 @@ std::optional<std::string> SourceNames::Nearest(const char* kind, const NamedIte
     return known->second;
 }
 
+std::optional<Fix> NameFix(const Place& where, const std::string& name, SourceText& text) {
+    if (name.find('"') != name.npos) return std::nullopt;
+    const auto isBlank = [](char byte) { return byte == ' ' || byte == '\t'; };
+    const bool isCut = name.find_first_of(",;#") != name.npos || name.ends_with('\\') ||
+                       (!name.empty() && (isBlank(name.front()) || isBlank(name.back())));
+    const std::string_view line = text.Line(where.path, where.line);
+    const bool inQuotes = where.column > 1 && where.column - 2 < line.size() && line[where.column - 2] == '"';
+    return Fix{where, isCut && !inQuotes ? '"' + name + '"' : name};
+}
+
+std::optional<Fix> SourceNames::HeaderMeant(const std::string& written, const Place& place) {
+    const std::string bare = written.substr(1, written.find(']') - 1);
+    const std::vector<std::string> keywords = Keywords();
+    const bool isKeyword = std::find(keywords.begin(), keywords.end(), bare) != keywords.end();
+    const std::optional<std::string> name = isKeyword ? bare : Nearest(kKeywords, {}, bare);
+    return name ? std::optional(Fix{place, '[' + *name + ']'}) : std::nullopt;
+}
+
 std::optional<Fix> SourceNames::Meant(const std::string& code, const NamedItem& item, const std::string& written,
                                       const Place& place, SourceText& text) {
     const char* const kind = KindMeant(code);
     if (!kind || written.empty()) return std::nullopt;
+    if (kind == kKeywords && written.starts_with('[')) return HeaderMeant(written, place);
     const std::optional<std::string> name = Nearest(kind, item, written);
     if (!name) return std::nullopt;
     Place where = place;
@@ -182,7 +223,7 @@ std::optional<Fix> SourceNames::Meant(const std::string& code, const NamedItem& 
     const std::size_t at = place.column ? marked.find(written, place.column - 1) : marked.npos;
     if (at != marked.npos)
         where = {place.path, place.line, static_cast<unsigned>(at + 1), static_cast<unsigned>(written.size())};
-    return Fix{where, *name};
+    return NameFix(where, *name, text);
 }
 
 }  // namespace zek::tool

@@ -23,6 +23,9 @@ struct NamedItem {
     Place place = {};
 };
 
+/// What puts a name into the place of a sub-string, in quotes where it needs them; nothing where no source can have it.
+std::optional<Fix> NameFix(const Place& where, const std::string& name, SourceText& text);
+
 class SourceNames {
 public:
     /// `places` must outlive this; `given` are the words that the command line defines.
@@ -36,6 +39,8 @@ public:
 private:
     using Names = std::vector<std::string>;
 
+    /// Of a header whose brackets are not the first and the last byte: all of it is its name.
+    std::optional<Fix> HeaderMeant(const std::string& written, const Place& place);
     std::optional<std::string> Nearest(const char* kind, const NamedItem& item, const std::string& written);
     /// Names that only the items of one section may have.
     const NearNames& NamesIn(const SourceSection& section, const char* kind);

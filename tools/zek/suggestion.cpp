@@ -1,7 +1,10 @@
 #include "suggestion.h"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace zek::tool {
 namespace {
@@ -45,6 +48,18 @@ std::size_t CommonBeginning(std::string_view a, std::string_view b, std::size_t 
         std::mismatch(a.begin(), a.begin() + static_cast<std::ptrdiff_t>(end), b.begin()).first - a.begin());
 }
 
+/// How two names compare where neither capitals nor blanks around them count: below 0, 0 or above.
+int CompareAlike(std::string_view a, std::string_view b) {
+    const auto trim = [](std::string_view& text) {
+        while (text.starts_with(' ') || text.starts_with('\t')) text.remove_prefix(1);
+        while (text.ends_with(' ') || text.ends_with('\t')) text.remove_suffix(1);
+    };
+    trim(a);
+    trim(b);
+    const int order = strncasecmp(a.data(), b.data(), std::min(a.size(), b.size()));
+    return order != 0 ? order : a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
+}
+
 /// Takes from what is left; false where that is not enough.
 bool Take(ComparisonsLeft& left, std::size_t letters) {
     if (left.letters < letters) return false;
@@ -57,6 +72,10 @@ bool Take(ComparisonsLeft& left, std::size_t letters) {
 NearNames::NearNames(std::vector<std::string> names) : names_(std::move(names)) {
     std::sort(names_.begin(), names_.end());
     names_.erase(std::unique(names_.begin(), names_.end()), names_.end());
+    alike_.resize(names_.size());
+    std::iota(alike_.begin(), alike_.end(), 0U);
+    std::stable_sort(alike_.begin(), alike_.end(),
+                     [&](std::size_t a, std::size_t b) { return CompareAlike(names_[a], names_[b]) < 0; });
 }
 
 /// The first name behind one that does not begin so as that one does.
@@ -73,6 +92,19 @@ std::size_t NearNames::Behind(std::size_t at, std::string_view beginning) const 
 
 std::optional<std::string> NearNames::Nearest(std::string_view written, ComparisonsLeft& left) const {
     if (std::binary_search(names_.begin(), names_.end(), written)) return std::nullopt;
+    std::optional<std::string> alike = Alike(written);
+    return alike ? alike : Near(written, left);
+}
+
+std::optional<std::string> NearNames::Alike(std::string_view written) const {
+    const auto found = std::partition_point(alike_.begin(), alike_.end(),
+                                            [&](std::size_t at) { return CompareAlike(names_[at], written) < 0; });
+    if (found == alike_.end() || CompareAlike(names_[*found], written) != 0 || names_[*found].empty())
+        return std::nullopt;
+    return names_[*found];
+}
+
+std::optional<std::string> NearNames::Near(std::string_view written, ComparisonsLeft& left) const {
     std::optional<std::string> nearest;
     unsigned allowed = kFarthest;
     std::vector<Row> rows = {FirstRow(written.size())};
