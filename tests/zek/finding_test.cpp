@@ -367,7 +367,7 @@ TEST(SarifOfFindings, HoldNoFixThatCanOnlyBeShown) {
 }
 
 TEST(FindingsOfNoSource, TellWhyThereAreNone) {
-    EXPECT_EQ(TextRenderer(false)->OfFailure("a,\xff", "why\x1b"), "");
+    EXPECT_EQ(TextRenderer({})->OfFailure("a,\xff", "why\x1b"), "");
     EXPECT_EQ(GithubRenderer()->OfFailure("a,\xff", "why: 1%\x1b"), "::error title=zek::why: 1%25\\x1b\n");
     EXPECT_EQ(JsonRenderer()->OfFailure("a,\xff", "why\x1b"),
               R"({"source":{"bytes":"612cff"},"errors":0,"warnings":0,"findings":[],"failure":"why\\x1b"})");

@@ -207,15 +207,15 @@ TEST_F(ZekInclude, ChainNamesTheItemThatLedToEachFile) {
               "boards/main.zek: 2 errors, 1 warning\n");
 }
 
-/// A pipe cannot be read again to see where its items stand.
-TEST_F(ZekInclude, ChainThroughAPipeHasNoLines) {
+/// What a pipe gave is kept, so that it is known where its items stand.
+TEST_F(ZekInclude, ChainThroughAPipeHasItsLines) {
     Write("boards/a.zek", Include("a.zek"));
     const Result result =
         Program({"sh", "-c", "printf '[INCLUDE]\\nFILE=boards/a.zek\\n' | " ZEK_PROGRAM " check /dev/stdin"}).Finish();
     EXPECT_EQ(WithoutExcerpts(result.err),
               "boards/a.zek:2:8: error: [INCLUDE]:FILE FILE a.zek cannot be loaded. [E003]\n"
               "boards/a.zek:2:8: note: a.zek includes itself: boards/a.zek -> boards/a.zek\n"
-              "/dev/stdin: note: included from here\n"
+              "/dev/stdin:2:6: note: included from here\n"
               "/dev/stdin: 1 error\n");
 }
 

@@ -55,12 +55,12 @@ TEST_F(ZekMessages, WithoutKeyOrSectionAreShownWithWhatTheyHave) {
 }
 
 TEST_F(ZekMessages, OtherPlaceIsANoteWhereTheyNameOne) {
-    EXPECT_EQ(Said("[SYSTEM]\nTYPE = 1\n[SYSTEM]\nTYPE = 1\n[SYSTEM]\nTYPE = 1\n"),
-              "a.zek:1:1: error: SECTION SYSTEM is redefined. The MAX number of SYSTEM is one. [E201]\n"
+    EXPECT_EQ(Said("[QUORZEK]\nVERSION = 1\n[QUORZEK]\nVERSION = 1\n[QUORZEK]\nVERSION = 1\n"),
+              "a.zek:1:1: error: SECTION QUORZEK is redefined. The MAX number of QUORZEK is one. [E201]\n"
               "a.zek:3:1: note: it is defined again here\n"
-              "a.zek:3:1: error: SECTION SYSTEM is redefined. The MAX number of SYSTEM is one. [E201]\n"
+              "a.zek:3:1: error: SECTION QUORZEK is redefined. The MAX number of QUORZEK is one. [E201]\n"
               "a.zek:1:1: note: it was defined here\n"
-              "a.zek:5:1: error: SECTION SYSTEM is redefined. The MAX number of SYSTEM is one. [E201]\n"
+              "a.zek:5:1: error: SECTION QUORZEK is redefined. The MAX number of QUORZEK is one. [E201]\n"
               "a.zek:1:1: note: it was defined here\n"
               "a.zek: 3 errors\n");
     Write("b.zek",

@@ -31,25 +31,25 @@ protected:
 
 /// Columns, source lines, what lint finds and what comments allow.
 TEST_F(ZekSpecialFile, SourceFromAPipeIsCheckedAsAFileIs) {
-    Write("b.zek", "[DEFINE]\nA = 12abc\nB = 12abc ; zek: allow L111\n[PROPERTY]\nC = 1, 2\n");
+    Write("b.txt", "[DEFINE]\nA = 12abc\nB = 12abc ; zek: allow L111\n[PROPERTY]\nC = 1, 2\n");
     const auto said = [](const std::string& command, const std::string& name) {
         std::string err = Shell(command).err;
         for (std::size_t at; (at = err.find(name)) != err.npos;) err.replace(at, name.size(), "SOURCE");
         return err;
     };
-    const std::string file = said("zek check --no-warn L135 b.zek", "b.zek");
+    const std::string file = said("zek check --no-warn L135 b.txt", "b.txt");
     ASSERT_NE(file.find("    2 | A = 12abc\n      |     ^~~~~\n"), file.npos) << file;
     ASSERT_TRUE(file.ends_with("SOURCE: 2 warnings\n")) << file;
-    EXPECT_EQ(said("cat b.zek | zek check --no-warn L135 -", "/dev/stdin"), file);
-    EXPECT_EQ(said("(sleep 3; cat b.zek) | zek check --no-warn L135 -", "/dev/stdin"), file);
-    EXPECT_EQ(said("cat b.zek > fifo & zek check --no-warn L135 fifo", "fifo"), file);
+    EXPECT_EQ(said("cat b.txt | zek check --no-warn L135 -", "/dev/stdin"), file);
+    EXPECT_EQ(said("(sleep 3; cat b.txt) | zek check --no-warn L135 -", "/dev/stdin"), file);
+    EXPECT_EQ(said("cat b.txt > fifo & zek check --no-warn L135 fifo", "fifo"), file);
     // Read once, though it is included twice.
-    Write("c.zek", "[INCLUDE]\nFILE = fifo\nFILE = ./fifo\n");
-    EXPECT_EQ(Shell("printf '[DEFINE]\\nA = 12abc\\n' > fifo & zek check --no-warn L135 c.zek").err,
+    Write("c.txt", "[INCLUDE]\nFILE = fifo\nFILE = ./fifo\n");
+    EXPECT_EQ(Shell("printf '[DEFINE]\\nA = 12abc\\n' > fifo & zek check --no-warn L135 c.txt").err,
               "fifo:2:5: warning: [DEFINE]:A, 12abc counts as 12: what stands behind the digits is ignored [L111]\n"
               "    2 | A = 12abc\n      |     ^~~~~\n"
-              "c.zek:2:8: note: included from here\n"
-              "c.zek: 1 warning\n");
+              "c.txt:2:8: note: included from here\n"
+              "c.txt: 1 warning\n");
 }
 
 TEST_F(ZekSpecialFile, SourceFromAPipeThatGivesNothingIsRefused) {

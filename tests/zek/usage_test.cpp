@@ -196,7 +196,7 @@ TEST_F(ZekUsage, BracketsAreTakenAsTheyStand) {
     WriteSound("[a,b]");
     ASSERT_EQ(Zek({"compile", "[a,b]", "-o", "[i,j]", "-g", "[]"}).code, 0);
     EXPECT_EQ(Names(), (Strings{"[]", "[a,b]", "[i,j]"}));
-    EXPECT_EQ(Zek({"get", "[i,j]", "SENSOR/none", "--default", "[none,1]"}).out, "[none,1]\n");
+    EXPECT_EQ(Zek({"get", "[i,j]", "SENSOR/none/NAME", "--default", "[none,1]"}).out, "[none,1]\n");
     EXPECT_EQ(Zek({"check", "[none,1]"}).err, "zek: cannot read [none,1]: No such file or directory\n");
     EXPECT_EQ(Zek({"check", "[a,b]", "--format", "[json]"}).err,
               "zek: --format: [json] is none of text, json, sarif, github\nRun with --help for more information.\n");

@@ -14,10 +14,8 @@ constexpr char kExplainExample[] =
     "Example:\n"
     "  zek explain E305 W101\n"
     "\n"
-    "Tells of each CODE, with or without the brackets in which it stands behind a message, what the cause is, shows a "
-    "source that leads to "
-    "it\n"
-    "and tells the cure. Without a CODE all codes are listed.";
+    "Tells of each CODE, with or without the brackets in which it stands behind a message, what the cause is,\n"
+    "shows a source that leads to it and tells the cure. Without a CODE all codes are listed.";
 
 struct ExplainOptions {
     std::vector<std::string> codes;

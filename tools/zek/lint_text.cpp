@@ -41,7 +41,8 @@ std::vector<CutText> CutValue(std::string_view value) {
 
 std::string FirstSubString(std::string_view value) {
     std::size_t comma = 0;
-    return std::string(CutAt(value, 0, comma).text);
+    std::size_t quote = value.find('"');
+    return std::string(CutAt(value, 0, quote, comma).text);
 }
 
 std::optional<WrittenNumber> WrittenNumberIn(std::string_view text) {

@@ -1,5 +1,7 @@
 #include "related_places.h"
 
+#include "lint_text.h"
+
 namespace zek::tool {
 
 constexpr RelatedPlaces::Row RelatedPlaces::kRows[] = {
