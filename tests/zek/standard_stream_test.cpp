@@ -38,7 +38,7 @@ TEST_F(ZekDash, StandsForStandardInputAndOutput) {
     } rows[] = {
         {{"compile", "@", "-o", "-", "-g", "/dev/null", "--timestamp", "1"}, "a.zek"},
         {{"compile", "a.zek", "-o", "/dev/null", "-g", "-", "--timestamp", "1"}, ""},
-        {{"compile", "a.zek", "-o", "/dev/null", "-g", "/dev/null", "--depfile", "-"}, ""},
+        {{"compile", "a.zek", "-o", "a.zki", "-g", "/dev/null", "--timestamp", "1", "--depfile", "-"}, ""},
         {{"check", "@"}, "a.zek"},
         {{"check", "b.zek", "@"}, "a.zek"},
         {{"explain", "E101"}, ""},
