@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "model/value_shapes.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek::fuzz {
 

@@ -7,6 +7,8 @@
 #include "zekcomp/identifiers.h"
 #include "zekcomp/image.h"
 #include "zekcomp/image_view.h"
+#include "zekcomp/operators.h"
 #include "zekcomp/output.h"
 #include "zekcomp/predefined.h"
 #include "zekcomp/records.h"
+#include "zekcomp/value_shapes.h"

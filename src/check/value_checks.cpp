@@ -4,7 +4,7 @@
 #include "check/messages.h"
 #include "check/vocabulary.h"
 #include "model/output.h"
-#include "model/value_shapes.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek {
 

@@ -2,23 +2,16 @@
 /// source. Relies on the published records alone.
 #pragma once
 
-#include <array>
 #include <map>
 #include <string>
 
 #include "zekcomp/api.h"
+#include "zekcomp/operators.h"
 #include "zekcomp/predefined.h"
-#include "zekcomp/records.h"
-
-/// The operators and their codes; comparisons from 101 on.
-extern ZEK_API const std::array<tagNTMAP, 17> g_NTMapOper;
 
 /// Names and values that [DEFINE] and [IFDEF] sections have defined, or that a debug image brought. Emptied when the
 /// model is destroyed.
 extern ZEK_API std::map<std::string, unsigned> g_tblPreDefine;
-
-/// The code of an operator, or 0.
-ZEK_API unsigned GetOperator(const std::string& text);
 
 namespace zek {
 

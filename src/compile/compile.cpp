@@ -10,7 +10,7 @@
 #include "compile/state.h"
 #include "compile/tables.h"
 #include "model/section.h"
-#include "model/value_shapes.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek {
 

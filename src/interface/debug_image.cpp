@@ -8,7 +8,7 @@
 #include "interface/answer.h"
 #include "interface/visible_entries.h"
 #include "model/section.h"
-#include "model/value_shapes.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek {
 

@@ -1,6 +1,6 @@
 #include "model/ge_value.h"
 
-#include "model/value_shapes.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek {
 

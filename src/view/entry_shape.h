@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
-#include "model/value_shapes.h"
 #include "zekcomp/identifiers.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek {
 

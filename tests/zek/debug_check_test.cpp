@@ -14,8 +14,8 @@
 #include "model/keyword_table.h"
 #include "model/section.h"
 #include "model/section_kinds.h"
-#include "model/value_shapes.h"
 #include "zek/in_process.h"
+#include "zekcomp/value_shapes.h"
 #include "zekcomp/zekcomp.h"
 
 namespace zek::tool {

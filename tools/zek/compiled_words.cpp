@@ -5,39 +5,19 @@
 
 #include "decompile.h"
 #include "printable.h"
+#include "values.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek::tool {
 namespace {
 
-struct OperatorName {
-    std::uint32_t code;
-    const char* text;
-};
-
-constexpr OperatorName kOperators[] = {{1, "+"},   {2, "-"},    {3, "*"},    {4, "/"},   {5, "|"},    {6, "&"},
-                                       {7, "%"},   {8, "^"},    {9, ">>"},   {10, "<<"}, {20, "pow"}, {101, "=="},
-                                       {102, ">"}, {103, ">="}, {104, "!="}, {105, "<"}, {106, "<="}};
-
-std::string OperatorText(std::uint32_t word) {
-    for (const OperatorName& name : kOperators) {
-        if (kIdOperator + name.code == word) return name.text;
-    }
+std::string OperatorIn(std::uint32_t word) {
+    const char* const text = (word & kIdClassMask) == kIdOperator ? OperatorText(word & kIdOrdinalMask) : nullptr;
+    if (text) return text;
     throw CannotExpress("no operator has the word " + Hexadecimal(word));
 }
 
-/// By the value type, from 0 and from 101.
-constexpr const char* kLowRoles[] = {"",  "r",    "orrrr", "a*", "rrrr",  "rrrr*", "rr*",
-                                     "*", "rrrr", "rrrr*", "tr", "rrrr*", "rrrr"};
-constexpr const char* kHighRoles[] = {"r", "ra*", "r", "r"};
-constexpr std::uint32_t kFirstHigh = 101;
-constexpr std::uint32_t kSmBusTypes[] = {11, 12};
-
 }  // namespace
-
-const char* CompiledWords::Roles(std::uint32_t type) {
-    if (type < std::size(kLowRoles)) return kLowRoles[type];
-    return type - kFirstHigh < std::size(kHighRoles) ? kHighRoles[type - kFirstHigh] : "";
-}
 
 std::string CompiledWords::Text(std::uint32_t word, std::uint32_t wordClass) const {
     const ImageValue value = view_.Resolve(word);
@@ -71,9 +51,9 @@ std::string CompiledWords::Operand(std::uint32_t word, const std::set<std::uint3
 
 std::string CompiledWords::InRole(char role, std::uint32_t word, const std::set<std::uint32_t>& values) {
     switch (role) {
-        case 'o': return OperatorText(word);
-        case 'a': return Text(word, kIdAction);
-        case 't': return Text(word, kIdTableName);
+        case kOperatorOperand: return OperatorIn(word);
+        case kActionOperand: return Text(word, kIdAction);
+        case kTableOperand: return Text(word, kIdTableName);
         default: return Operand(word, values);
     }
 }
@@ -81,11 +61,14 @@ std::string CompiledWords::InRole(char role, std::uint32_t word, const std::set<
 std::vector<std::string> CompiledWords::Value(const ImageView::Entry& entry, const std::set<std::uint32_t>& values) {
     const std::uint32_t type = TypeOf(entry);
     std::vector<std::string> texts = {made_.Type(type)};
-    const char* role = Roles(type);
+    const ValueShape shape = ShapeOf(type) ? *ShapeOf(type) : ValueShape();
     for (unsigned i = 1; i < entry.WordCount(); ++i) {
-        if (*role == '\0') throw CannotExpress("a value of the type " + std::to_string(type) + " has too many words");
-        texts.push_back(InRole(*role, entry.Word(i), values));
-        if (*role != '*') ++role;
+        const bool inList = i > shape.operands.size();
+        if (inList && !shape.list) {
+            throw CannotExpress("a value of the type " + std::to_string(type) + " has too many words");
+        }
+        const char role = inList ? static_cast<char>(kReference) : shape.operands[i - 1];
+        texts.push_back(InRole(role, entry.Word(i), values));
     }
     NameSmBus(type, entry, texts);
     return texts;
@@ -93,7 +76,7 @@ std::vector<std::string> CompiledWords::Value(const ImageView::Entry& entry, con
 
 /// The checks of two value types want to see these words, though they only warn.
 void CompiledWords::NameSmBus(std::uint32_t type, const ImageView::Entry& entry, std::vector<std::string>& texts) {
-    if (std::find(std::begin(kSmBusTypes), std::end(kSmBusTypes), type) == std::end(kSmBusTypes)) return;
+    if (type != kSmbusList && type != kSmbus) return;
     constexpr unsigned kBus = 3;
     constexpr unsigned kBase = 4;
     if (texts.size() <= kBase) return;

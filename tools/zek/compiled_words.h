@@ -27,9 +27,6 @@ public:
     /// Number, action, parameters.
     std::vector<std::string> Repeater(const ImageView::Entry& entry);
 
-    /// The roles of the operands of a value type, a letter each: r reference, o operator, a action, t table; then * for
-    /// any number of references.
-    static const char* Roles(std::uint32_t type);
     static std::uint32_t TypeOf(const ImageView::Entry& entry) { return entry.Word(0) - kIdValueType; }
 
 private:

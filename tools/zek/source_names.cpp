@@ -4,6 +4,7 @@
 #include <span>
 
 #include "lint_text.h"
+#include "zekcomp/operators.h"
 #include "zekcomp/predefined.h"
 
 namespace zek::tool {
@@ -11,9 +12,6 @@ namespace {
 
 constexpr std::size_t kMostNames = 1'000'000;
 constexpr unsigned kMostArguments = 100;
-
-constexpr const char* kOperators[] = {"+",  "-",  "*",   "/",  "%",  "|", "&",  "^", "<<",
-                                      ">>", "==", "pow", "!=", ">=", ">", "<=", "<"};
 
 /// What other languages call some of them.
 struct OperatorSlip {
@@ -131,7 +129,7 @@ std::vector<std::string> StepsOf(const SourceSection& section) {
 void SourceNames::Read() {
     read_ = true;
     std::map<std::string, Names> named;
-    named[kOperator] = {std::begin(kOperators), std::end(kOperators)};
+    for (const tagNTMAP& row : g_NTMapOper) named[kOperator].push_back(row.pszName);
     named[kKeywords] = Keywords();
     named[kWords] = {given_.begin(), given_.end()};
     std::size_t count = 0;

@@ -6,30 +6,16 @@
 
 #include "printable.h"
 #include "zekcomp/identifiers.h"
+#include "zekcomp/operators.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek::tool {
 namespace {
-
-struct Operator {
-    unsigned code;
-    const char* text;
-};
-
-constexpr Operator kOperators[] = {{1, "+"},   {2, "-"},    {3, "*"},    {4, "/"},   {5, "|"},    {6, "&"},
-                                   {7, "%"},   {8, "^"},    {9, ">>"},   {10, "<<"}, {20, "pow"}, {101, "=="},
-                                   {102, ">"}, {103, ">="}, {104, "!="}, {105, "<"}, {106, "<="}};
 
 /// The keys whose text is a number.
 constexpr std::string_view kNumericKeys[] = {
     "TYPE",        "FLAG",   "SOUTHBRIDGE",  "NORTHBRIDGE",  "ZEKLOOP",      "CHILDGROUP",   "ID",        "INITFLAG",
     "CONTROLMASK", "THEORY", "THRESHOLD_FH", "THRESHOLD_WH", "THRESHOLD_FL", "THRESHOLD_WL", "ARGNUMBER", "PID"};
-
-const char* OperatorText(unsigned code) {
-    for (const Operator& known : kOperators) {
-        if (known.code == code) return known.text;
-    }
-    return nullptr;
-}
 
 /// The pieces between commas.
 std::vector<std::string> Pieces(const std::string& text) {
@@ -57,6 +43,25 @@ void PutInSourceOrder(std::vector<ShownValue>& values) {
     if (swapped && values.size() == 1 + kOperands) std::swap(values[2], values[4]);
 }
 
+/// The kind of section that a word of a compiled image is the NAME of.
+const char* NamedByWord(unsigned word) {
+    switch (word & kIdClassMask) {
+        case kIdGroup: return "GROUP";
+        case kIdAction: return "ACTION";
+        case kIdTableName: return "TABLE";
+        default: return nullptr;
+    }
+}
+
+/// The same of an operand of the source, by what the value type or, without one, a repeater item has there.
+const char* NamedByOperand(const std::vector<ShownValue>& values, std::size_t at, bool isRepeater) {
+    if (isRepeater) return at == 1 ? "ACTION" : nullptr;
+    const ValueShape* const shape = values[0].number ? ShapeOf(*values[0].number) : nullptr;
+    if (!shape || at == 0 || at > shape->operands.size()) return nullptr;
+    if (shape->operands[at - 1] == kActionOperand) return "ACTION";
+    return shape->operands[at - 1] == kTableOperand ? "TABLE" : nullptr;
+}
+
 /// Whether the text is a number and nothing else: hexadecimal behind 0x, else decimal.
 bool IsNumber(const std::string& text) {
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
@@ -66,6 +71,12 @@ bool IsNumber(const std::string& text) {
 }
 
 }  // namespace
+
+const char* OperatorText(unsigned code) {
+    const auto found =
+        std::find_if(g_NTMapOper.begin(), g_NTMapOper.end(), [&](const tagNTMAP& row) { return row.dwID == code; });
+    return found == g_NTMapOper.end() ? nullptr : found->pszName;
+}
 
 std::string SourceText(const ShownWord& word) {
     if (word.word == kIdUnresolved) return "unresolved";
@@ -105,7 +116,7 @@ std::vector<ShownValue> Values::Resolved(const ShownSection& section, const Show
     std::vector<ShownValue> values;
     for (const ShownWord& word : entry.words) {
         const bool number = (word.word & kIdClassMask) == kIdNumber || (word.word & kIdClassMask) == kIdValueType;
-        values.push_back({SourceText(word), number ? word.number : std::nullopt});
+        values.push_back({SourceText(word), number ? word.number : std::nullopt, NamedByWord(word.word)});
     }
     if (compiled_) return values;
     const bool list = entry.key == "SENSORS" && std::string_view(section.keyword) == "TAVRGROUP";
@@ -116,37 +127,41 @@ std::vector<ShownValue> Values::Resolved(const ShownSection& section, const Show
             keyword == "DEFINE" || keyword == "IFDEF" || keyword == "TABLE" ||
             std::find(std::begin(kNumericKeys), std::end(kNumericKeys), entry.key) != std::end(kNumericKeys);
         const bool isText = named || !number || entry.key == "NAME";
-        return {isText ? ShownValue{entry.value, {}} : ResolvedText(entry.value)};
+        if (!isText) return {ResolvedText(entry.value)};
+        return {{entry.value, {}, entry.key == "PARENT" ? "GROUP" : nullptr}};
     }
-    for (const std::string& piece : Pieces(list && !entry.value.empty() ? entry.value.substr(1) : entry.value)) {
-        values.push_back(ResolvedText(piece));
+    const std::vector<std::string> pieces = Pieces(list && !entry.value.empty() ? entry.value.substr(1) : entry.value);
+    for (const std::string& piece : pieces) values.push_back(ResolvedText(piece));
+    const bool isRepeater = std::string_view(section.keyword) == "REPEATER";
+    for (std::size_t i = 0; !list && i < values.size(); ++i) {
+        if (const char* const kind = NamedByOperand(values, i, isRepeater)) values[i] = {pieces[i], {}, kind};
     }
-    if (!list && std::string_view(section.keyword) != "REPEATER") PutInSourceOrder(values);
+    if (!list && !isRepeater) PutInSourceOrder(values);
     // Operands that an arithmetic operator does not take.
     while (values.size() > 1 && values.back().text.empty()) values.pop_back();
     return values;
 }
 
 ShownValue Values::OfWord(const ShownWord& word) {
-    if (word.number) return {std::to_string(*word.number), word.number};
-    return {word.text.value_or(std::string()), {}};
+    if (word.number) return {std::to_string(*word.number), word.number, nullptr};
+    return {word.text.value_or(std::string()), {}, nullptr};
 }
 
 /// A predefined name or a number of the source: hexadecimal after 0x, else decimal.
 ShownValue Values::Written(const std::string& text) const {
     const auto name = names_.find(text);
-    if (name != names_.end()) return {text, name->second};
+    if (name != names_.end()) return {text, name->second, nullptr};
     const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
     char* end = nullptr;
     const auto number = static_cast<unsigned>(std::strtoull(text.c_str(), &end, hexadecimal ? 16 : 10));
-    if (end == text.c_str()) return {text, {}};
-    return {text, number};
+    if (end == text.c_str()) return {text, {}, nullptr};
+    return {text, number, nullptr};
 }
 
 ShownValue Values::ResolvedText(const std::string& text) const {
-    if (!names_.contains(text) && !IsNumber(text)) return {text, {}};
+    if (!names_.contains(text) && !IsNumber(text)) return {text, {}, nullptr};
     const ShownValue written = Written(text);
-    return {std::to_string(written.number.value_or(0)), written.number};
+    return {std::to_string(written.number.value_or(0)), written.number, nullptr};
 }
 
 std::string Joined(const std::vector<ShownValue>& values) {

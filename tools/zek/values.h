@@ -14,7 +14,11 @@ namespace zek::tool {
 struct ShownValue {
     std::string text;
     std::optional<unsigned> number;
+    const char* names = nullptr;  ///< keyword of the kind of section that the text is a NAME of; null for none
 };
+
+/// The text of an operator; null for a code that none has.
+const char* OperatorText(unsigned code);
 
 /// A word of a compiled image as the source would write it, such as "17", "G_Trim" or "+"; "unresolved" for what the
 /// compiler did not find, and the word itself in hexadecimal where it stands for nothing.
