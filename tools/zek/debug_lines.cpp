@@ -26,8 +26,9 @@ void Put(const DebugSource& source, std::vector<RecordedFile>& files, const Sour
     }
     const auto [there, isNew] = files[spot.file].emplace(spot.line, line);
     if (!isNew && !IsSame(there->second, line)) {
-        throw CannotExpress(source.Told(spot) + ": two different things stand there");
+        throw CannotExpress(source.Told(spot) + ": two different things stand there, as in two files of one name");
     }
+    ++there->second.times;
 }
 
 /// Throws where an item does not stand below its own header.
@@ -47,7 +48,7 @@ void RequireOrder(const DebugSource& source, const RecordedFile& file) {
 std::vector<RecordedFile> RecordedFiles(const DebugSource& source) {
     std::vector<RecordedFile> files(source.files.size());
     for (const DebugSection& section : source.sections) {
-        Put(source, files, section.spot, {&section, nullptr});
+        Put(source, files, section.spot, {&section});
         for (const DebugEntry& entry : section.entries) {
             if (entry.given) Put(source, files, entry.spot, {&section, &entry});
         }

@@ -16,6 +16,7 @@ namespace zek::tool {
 struct RecordedLine {
     const DebugSection* section = nullptr;
     const DebugEntry* entry = nullptr;  ///< null for the header of the section
+    std::size_t times = 0;              ///< how often it was read
 };
 
 /// A source file, its lines by their numbers.

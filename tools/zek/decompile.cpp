@@ -30,7 +30,8 @@ constexpr char kDecompileExample[] =
     "A file that would stand outside of DIR goes to another place inside it, and no file that stands is replaced. The\n"
     "source is compiled, inside DIR, and compared, time stamps aside, before anything is said; where it differs, or "
     "the\n"
-    "language cannot express the image, nothing is kept.\n"
+    "language cannot express the image, nothing is kept. Words that no item defines are told as what to give -D of\n"
+    "'zek compile', and given to the compilation here.\n"
     "With -o, standard output has the path of the main source; without it, a source of one file. An IMAGE of - is\n"
     "standard input.";
 
@@ -60,13 +61,12 @@ Decompiled DecompileKnown(const std::string& file, const std::string& bytes, Ima
     }
     const DebugCheck check = CheckedDebugImage(file, bytes);
     if (check.lacksFileList) throw CannotExpress("the image has no list of source files");
-    if (check.sections == 0) return {"main.zek", {{"main.zek", {}}}};
     return DecompileDebug(bytes);
 }
 
 /// Compiles what was made, by that name in that folder, and throws where it differs from what it was made of.
 void RequireSame(const Work& work, const std::string& folder, const std::string& main) {
-    const Recompiled again = Recompile(folder, main);
+    const Recompiled again = Recompile(folder, main, work.made.definitions);
     if (!again.valid) {
         Tell(again.messages);
         throw Failure(kSourceHasErrors, "the source that was made does not compile");
@@ -79,6 +79,9 @@ void RequireSame(const Work& work, const std::string& folder, const std::string&
     const std::string debugWhere = work.made.debugDifference ? work.made.debugDifference(again.debug, main) : "";
     if (!debugWhere.empty()) {
         throw CannotExpress("the debug image of the source that was made differs: " + debugWhere);
+    }
+    for (const std::string& definition : work.made.definitions) {
+        Tell("zek: note: no item of the source defines this word: compile it with -D " + Printable(definition) + '\n');
     }
 }
 

@@ -21,6 +21,8 @@ inline constexpr std::uint64_t kMostLines = 64'000'000;
 struct Decompiled {
     std::string main;                ///< the name to compile, inside the folder of the files
     std::vector<WrittenFile> files;  ///< the main source first
+    /// Words that no item defines, as NAME=VALUE: the source was compiled with them defined from outside.
+    std::vector<std::string> definitions = {};
     /// What is different in the debug image of its compilation, the first thing; empty where nothing is. `main` is the
     /// name by which it was compiled. Null where there is no debug image to compare with.
     std::function<std::string(std::string_view debugImage, const std::string& main)> debugDifference = nullptr;

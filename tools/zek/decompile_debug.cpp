@@ -6,6 +6,7 @@
 #include "debug_source.h"
 #include "decompile.h"
 #include "definition_order.h"
+#include "definitions.h"
 #include "failure.h"
 #include "file_placing.h"
 #include "image_bytes.h"
@@ -40,9 +41,16 @@ struct Origin {
     std::vector<PlacedFile> placed;
 };
 
+/// What a source without sections is called, since no section tells.
+constexpr char kUnnamedMain[] = "main.zek";
+
 Origin OriginOf(std::string_view image) {
     Origin origin = {ReadDebugSource(image), PredefinedNames(image), {}, {}, {}, {}};
     origin.files = RecordedFiles(origin.source);
+    if (origin.source.sections.empty()) {
+        origin.placed = {{kUnnamedMain, kUnnamedMain, kUnnamedMain}};
+        return origin;
+    }
     origin.definitions = FollowDefinitions(origin.source, origin.files);
     origin.latest = LatestWordsOf(origin.words, origin.definitions);
     origin.placed = PlaceFiles(origin.source, origin.files);
@@ -140,6 +148,18 @@ void RequireReached(const Origin& origin) {
     }
 }
 
+/// The words that only the outside can have defined.
+std::vector<std::string> DefinitionsOutside(const Origin& origin) {
+    std::vector<std::string> definitions;
+    for (const auto& [word, number] : origin.words) {
+        if (origin.definitions.words.count(word)) continue;
+        const std::string why = WhyNoWord(word);
+        if (!why.empty()) throw CannotExpress("no item defines the word " + Quoted(word) + ", nor can -D: " + why);
+        definitions.push_back(word + '=' + std::to_string(number));
+    }
+    return definitions;
+}
+
 /// Compares the debug image of the source that was made with the one that it was made of.
 class Comparison {
 public:
@@ -235,6 +255,7 @@ Decompiled DecompileDebug(std::string_view image) {
     Decompiled made;
     made.main = origin->placed.front().name;
     made.files = FilesOf(*origin);
+    made.definitions = DefinitionsOutside(*origin);
     made.debugDifference = [origin](std::string_view debug, const std::string& main) {
         return Comparison(*origin, debug, main).Difference();
     };

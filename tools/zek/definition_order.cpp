@@ -13,7 +13,8 @@ constexpr std::size_t kMostReadings = 10000;
 
 class Follower {
 public:
-    Follower(const DebugSource& source, const std::vector<RecordedFile>& files) : source_(source), files_(files) {
+    Follower(const DebugSource& source, const std::vector<RecordedFile>& files)
+        : source_(source), files_(files), timesRead_(files.size()) {
         for (std::size_t i = 0; i < source.files.size(); ++i) positions_.emplace(source.files[i], i);
     }
 
@@ -21,9 +22,21 @@ public:
         // The parser library refuses a file that is being read.
         if (std::find(open_.begin(), open_.end(), file) != open_.end()) return;
         if (++readings_ > kMostReadings) throw CannotExpress("its files are included too often");
+        ++timesRead_[file];
         open_.push_back(file);
         for (const auto& [number, line] : files_[file]) Take(file, number, line);
         open_.pop_back();
+    }
+
+    /// Throws where a section was not read as often as its file, so that another file of the name has it.
+    void RequireOneFileOfEachName() const {
+        for (std::size_t file = 0; file < files_.size(); ++file) {
+            for (const auto& [number, line] : files_[file]) {
+                if (line.entry || timesRead_[file] == 0 || line.times == timesRead_[file]) continue;
+                throw CannotExpress(source_.Told(line.section->spot) +
+                                    ": this section is not always there, as in two files of one name");
+            }
+        }
     }
 
     DefinitionOrder definitions;
@@ -46,7 +59,8 @@ private:
     std::map<std::string, std::size_t, std::less<>> positions_;
     std::vector<std::size_t> open_;
     std::size_t readings_ = 0;
-    std::size_t place_ = 0;  // of the next definition
+    std::vector<std::size_t> timesRead_;  // each file
+    std::size_t place_ = 0;               // of the next definition
 };
 
 }  // namespace
@@ -54,6 +68,7 @@ private:
 DefinitionOrder FollowDefinitions(const DebugSource& source, const std::vector<RecordedFile>& files) {
     Follower follower(source, files);
     follower.Read(MainFile(files));
+    follower.RequireOneFileOfEachName();
     for (const RecordedFile& file : files) {
         for (const auto& [number, line] : file) {
             if (line.entry && IsDefinition(*line.entry)) ++follower.definitions.spotCount[line.entry->key];

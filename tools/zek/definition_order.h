@@ -22,7 +22,7 @@ struct DefinitionOrder {
 };
 
 /// Goes through the files as the compiler does, each at every [INCLUDE] of it. Throws Failure where that takes more
-/// readings than a compilation may have.
+/// readings than a compilation may have, and where two files of one name were read.
 DefinitionOrder FollowDefinitions(const DebugSource& source, const std::vector<RecordedFile>& files);
 
 }  // namespace zek::tool

@@ -37,23 +37,24 @@ unsigned ValueOf(const std::string& definition, const std::string& text) {
     return value;
 }
 
-/// A name that could not stand as a key would be found by no value either.
-void RequireName(const std::string& definition, const std::string& name) {
-    if (name.empty()) throw Wrong(definition, "the name is missing");
-    if (kDecimal.find(name[0]) != kDecimal.npos) throw Wrong(definition, "a word must not begin with a digit");
-    if (name.find_first_of(" \t\n\v\f\r,;\"[]") != name.npos) {
-        throw Wrong(definition, "a word has no blanks and none of , ; \" [ ]");
-    }
-}
-
 }  // namespace
+
+// A name that could not stand as a key would be found by no value either.
+std::string WhyNoWord(const std::string& name) {
+    if (name.empty()) return "the name is missing";
+    if (kDecimal.find(name[0]) != kDecimal.npos) return "a word must not begin with a digit";
+    constexpr std::string_view kForbidden(" \t\n\v\f\r,;=\"[]\0", 13);
+    if (name.find_first_of(kForbidden) == name.npos) return {};
+    return "a word has no blanks and none of , ; = \" [ ]";
+}
 
 void Define(const std::vector<std::string>& definitions) {
     for (const std::string& definition : definitions) {
         const std::size_t sign = definition.find('=');
         if (sign == definition.npos) throw Wrong(definition, "is not NAME=VALUE");
         const std::string name = definition.substr(0, sign);
-        RequireName(definition, name);
+        const std::string why = WhyNoWord(name);
+        if (!why.empty()) throw Wrong(definition, why);
         AddPredDefineValue(name, ValueOf(definition, definition.substr(sign + 1)));
     }
 }

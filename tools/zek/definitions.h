@@ -15,4 +15,7 @@ void Define(const std::vector<std::string>& definitions);
 /// The names that they give.
 std::set<std::string> NamesIn(const std::vector<std::string>& definitions);
 
+/// Why a text cannot be the NAME; empty where it can.
+std::string WhyNoWord(const std::string& name);
+
 }  // namespace zek::tool

@@ -52,6 +52,12 @@ std::string Inside(const std::string& name) {
     return parts.empty() ? "file.zek" : Joined(parts);
 }
 
+/// A name that can be told on a line of its own.
+std::string OnOneLine(std::string name) {
+    std::replace(name.begin(), name.end(), '\n', '_');
+    return name;
+}
+
 class Placing {
 public:
     Placing(const DebugSource& source, const std::vector<RecordedFile>& files) : source_(source), files_(files) {
@@ -62,7 +68,7 @@ public:
         const std::string main(source_.files[MainFile(files_)]);
         const std::string inside = Inside(main);
         // By its own name beside the files that it includes, wherever it was.
-        Place(StaysInside(main) ? main : inside.substr(inside.rfind('/') + 1), main);
+        Place(OnOneLine(StaysInside(main) ? main : inside.substr(inside.rfind('/') + 1)), main);
         for (std::size_t i = 0; i < placed_.size(); ++i) PlaceIncludes(i);
         return std::move(placed_);
     }
@@ -100,6 +106,7 @@ private:
             return;
         }
         if (placed_.size() >= kMostPlaces) throw CannotExpress("there are too many files");
+        if (name.find('\0') != std::string::npos) throw CannotExpress("no file can be called " + Quoted(name));
         const auto found = positions_.find(recorded);
         PlacedFile file = {name, recorded, Inside(name)};
         if (found != positions_.end()) file.file = found->second;

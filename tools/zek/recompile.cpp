@@ -4,6 +4,7 @@
 
 #include "child.h"
 #include "debug_view.h"
+#include "definitions.h"
 #include "failure.h"
 #include "finding_review.h"
 #include "image_bytes.h"
@@ -49,12 +50,14 @@ void RequireWritten(bool written) {
 
 }  // namespace
 
-Recompiled Recompile(const std::string& folder, const std::string& source) {
+Recompiled Recompile(const std::string& folder, const std::string& source,
+                     const std::vector<std::string>& definitions) {
     const MemoryFile messages;
     const MemoryFile image;
     const MemoryFile debug;
     const int code = RunInChild("the compilation", [&] {
         Enter(folder);
+        Define(definitions);
         if (!CheckInto(source, messages)) return static_cast<int>(kSourceHasErrors);
         RequireWritten(gccOutputD(debug.Name()) && gccOutput(image.Name()));
         return static_cast<int>(kFine);

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zek::tool {
 
@@ -13,8 +14,9 @@ struct Recompiled {
     std::string debug;     ///< the same
 };
 
-/// Compiles a source as `zek compile` does in that folder, "" being the current one. Throws Failure.
-Recompiled Recompile(const std::string& folder, const std::string& source);
+/// Compiles a source as `zek compile` does in that folder, "" being the current one; `definitions` are those of its -D.
+/// Throws Failure.
+Recompiled Recompile(const std::string& folder, const std::string& source, const std::vector<std::string>& definitions);
 
 /// The compiled image that the compiler wrote along with a debug image, which was verified; but for the time. Throws
 /// Failure.
