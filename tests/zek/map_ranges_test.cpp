@@ -3,32 +3,12 @@
 
 #include <filesystem>
 
-#include "debug_check.h"
-#include "map.h"
 #include "zek/in_process.h"
+#include "zek/map_tiling.h"
 
 namespace zek::tool {
 
 namespace {
-
-/// Nothing for bytes that are no valid image; else whether the ranges begin at 0, touch each other and end with it.
-std::optional<bool> Tile(const std::string& image) {
-    std::size_t end = 0;
-    bool touch = true;
-    const ShowRange show = [&](const MapRange& range) {
-        touch = touch && range.offset == end && range.size > 0 && !range.what.empty();
-        end = range.offset + range.size;
-    };
-    const auto view = ImageView::Open({reinterpret_cast<const unsigned char*>(image.data()), image.size()});
-    if (view) {
-        MapCompiledImage(*view, nullptr, show);
-    } else if (!CheckDebugImage(image).failure) {
-        MapDebugImage(image, show);
-    } else {
-        return {};
-    }
-    return touch && end == image.size();
-}
 
 std::vector<std::string> FilesIn(const std::string& folder) {
     std::vector<std::string> files;

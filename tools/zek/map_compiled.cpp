@@ -43,11 +43,15 @@ private:
         at_ += size;
     }
     std::uint32_t Word() const { return WordAt(bytes_, at_); }
-    bool IsZeroUpTo(std::size_t end) const {
-        return bytes_.substr(at_, end - at_).find_first_not_of('\0') == bytes_.npos;
+    /// Where the zeros begin that fill the bytes from here to there.
+    std::size_t ZerosUpTo(std::size_t end) const {
+        const std::size_t last = bytes_.substr(at_, end - at_).find_last_not_of('\0');
+        return last == bytes_.npos ? at_ : at_ + last + 1;
     }
     /// What lies between here and there and belongs to nothing.
-    void Fill(std::size_t end) { Range(end - at_, 0, IsZeroUpTo(end) ? "zeros" : "bytes that nothing refers to"); }
+    void Fill(std::size_t end) {
+        Range(end - at_, 0, ZerosUpTo(end) == at_ ? "zeros" : "bytes that nothing refers to");
+    }
 
     void Header() {
         Range(kMagicSize, 0, "magic");
@@ -118,15 +122,17 @@ private:
     // The length of a table may end before what was written; there are keys until only zeros are left.
 
     void Numbers(std::size_t count, std::size_t end) {
+        const std::size_t zeros = ZerosUpTo(end);
         for (unsigned id = kIdNumber; end - at_ >= kWord; ++id) {
-            if (id - kIdNumber >= count && IsZeroUpTo(end)) return;
+            if (id - kIdNumber >= count && at_ >= zeros) return;
             Range(kWord, 1, Hexadecimal(id) + " = " + std::to_string(Word()));
         }
     }
 
     void Names(std::size_t count, std::size_t end, unsigned tableClass) {
+        const std::size_t zeros = ZerosUpTo(end);
         for (unsigned id = tableClass; at_ < end; ++id) {
-            if (id - tableClass >= count && IsZeroUpTo(end)) return;
+            if (id - tableClass >= count && at_ >= zeros) return;
             const std::string_view name = bytes_.substr(at_, std::min(bytes_.find('\0', at_), end) - at_);
             Range(std::min(name.size() + 1, end - at_), 1, Hexadecimal(id) + " = " + Quoted(name));
         }
