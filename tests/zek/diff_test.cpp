@@ -108,6 +108,52 @@ TEST_F(ZekDiff, TellsARenamedSectionAsOne) {
               "removed SENSOR/Old\nadded SENSOR/New\n");
 }
 
+/// Nor do those who name an action or a table differ.
+TEST_F(ZekDiff, TellsARenamedActionOrTableAsOne) {
+    const auto named = [&](const std::string& name, const std::string& calls) {
+        return "[ACTION]\nNAME = " + name + "\nARGNUMBER = 0\nVALUE = VT_CALL," + calls + "\n";
+    };
+    const std::string words = "[DEFINE]\nVT_CALL = 3\nVT_IF = 102\nVT_TABLE = 10\n";
+    const std::string users =
+        "[SENSOR]\nPARENT = Board\nNAME = User\nID = 3\nTYPE = 3\nINITFLAG = 0\nCONTROLMASK = 3\n"
+        "VALUE = VT_CALL,Do\nVALUE_X = VT_IF,1,Do\nVALUE_Y = VT_TABLE,Curve,1\n[REPEATER]\nR = 1,Do\n";
+    const std::string base = With(kBoard, "SENSORS = 1,2", "SENSORS = 1,2,3") + words + users;
+    const struct {
+        std::string before;
+        std::string after;
+        std::string shown;
+    } rows[] = {
+        // It calls itself.
+        {named("Do", "Do"), named("New", "New"), "renamed ACTION/Do to ACTION/New\n"},
+        // Each calls the next, and the last one none of them.
+        {named("Do", "B") + named("B", "C") + named("C", "C"), named("New", "Y") + named("Y", "Z") + named("Z", "Z"),
+         "renamed ACTION/Do to ACTION/New\nrenamed ACTION/B to ACTION/Y\nrenamed ACTION/C to ACTION/Z\n"},
+        // They call each other.
+        {named("Do", "B") + named("B", "Do"), named("New", "Y") + named("Y", "New"),
+         "renamed ACTION/Do to ACTION/New\nrenamed ACTION/B to ACTION/Y\n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.shown);
+        Compile("a", base + row.before);
+        const std::string text = With(base, "Do\n", "New\n") + row.after;
+        for (const char* ending : {".zki", ".zkd"}) {
+            EXPECT_EQ(Shown(text, {}, ending), row.shown);
+            EXPECT_EQ(Shown(With(text, "Curve", "Bend"), {}, ending),
+                      row.shown + "renamed TABLE/Curve to TABLE/Bend\n");
+        }
+    }
+}
+
+TEST_F(ZekDiff, TellsAnActionThatWasRenamedAndChangedAsTwo) {
+    const auto text = [](const std::string& name, const std::string& value) {
+        return std::string(kBoard) + "[DEFINE]\nVT_CALL = 3\n[ACTION]\nNAME = " + name +
+               "\nARGNUMBER = 0\nVALUE = VT_VALUE," + value + "\n[GLOBAL]\nG_Y = VT_CALL," + name + "\n";
+    };
+    Compile("a", text("Do", "1"));
+    EXPECT_EQ(Shown(text("New", "2")),
+              "removed ACTION/Do\nadded ACTION/New\nchanged GLOBAL/G_Y: \"3,Do\" to \"3,New\"\n");
+}
+
 TEST_F(ZekDiff, IdentifiersThatWereGivenOutAnewAreNoDifference) {
     // A property first and the sensors the other way round: other identifiers, other places.
     const std::string text = kBoard;

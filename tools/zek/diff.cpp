@@ -1,65 +1,14 @@
 #include "diff.h"
 
 #include <algorithm>
-#include <optional>
+#include <map>
+#include <string_view>
 
+#include "renames.h"
 #include "section_path.h"
-#include "values.h"
 
 namespace zek::tool {
 namespace {
-
-constexpr unsigned kMostPasses = 64;
-
-/// A section of a kind and its name; the place among those that have both.
-using Identity = std::pair<std::string, std::size_t>;
-using Renames = std::map<std::pair<std::string, std::string>, std::string>;  // keyword and old name: new name
-
-/// The sections of one kind by name, in the order of the image.
-class Kind {
-public:
-    void Add(const DescribedSection& section) {
-        const Identity identity = {section.name, count_[section.name]++};
-        byName_[identity] = &section;
-        order_.push_back(identity);
-    }
-    const DescribedSection* Find(const Identity& identity) const {
-        const auto found = byName_.find(identity);
-        return found == byName_.end() ? nullptr : found->second;
-    }
-    const std::vector<Identity>& Order() const { return order_; }
-
-private:
-    std::map<std::string, std::size_t> count_;
-    std::map<Identity, const DescribedSection*> byName_;
-    std::vector<Identity> order_;
-};
-
-std::map<std::string, Kind> Kinds(const DescribedImage& image) {
-    std::map<std::string, Kind> kinds;
-    for (const DescribedSection& section : image.sections) kinds[section.keyword].Add(section);
-    return kinds;
-}
-
-/// The kind of section that an entry of that key names; empty for none.
-std::string NamedBy(const std::string& key) { return key == "PARENT" ? "GROUP" : ""; }
-
-/// The value with the new name of what it names.
-std::string Renamed(const Renames& renames, const std::string& key, const std::string& value) {
-    const auto found = renames.find({NamedBy(key), value});
-    return found == renames.end() ? value : found->second;
-}
-
-/// All but the name, to find the same under another.
-std::string ContentOf(const DescribedSection& section, const Renames& renames) {
-    std::string content = section.keyword;
-    for (const auto& [key, value] : section.values) {
-        if (key == "NAME") continue;
-        const std::string now = Renamed(renames, key, value);
-        content += '\n' + std::to_string(key.size()) + ' ' + key + ' ' + std::to_string(now.size()) + ' ' + now;
-    }
-    return content;
-}
 
 std::string TypeOf(const std::string& value) { return value.substr(0, value.find(',')); }
 
@@ -78,155 +27,89 @@ bool Breaks(const Difference& changed) {
     return IsTyped(changed.keyword, changed.key) && TypeOf(changed.before) != TypeOf(changed.after);
 }
 
+using ValuesByKey = std::map<std::string_view, const DescribedValue*>;
+
+ValuesByKey ByKey(const DescribedSection& section) {
+    ValuesByKey values;
+    for (const DescribedValue& value : section.values) values.emplace(value.key, &value);
+    return values;
+}
+
+std::string ByteText(char byte) { return std::to_string(static_cast<unsigned char>(byte)); }
+
 class Comparison {
 public:
     Comparison(const DescribedImage& before, const DescribedImage& after,
                const std::function<void(const Difference&)>& show)
-        : before_(Kinds(before)), after_(Kinds(after)), show_(show) {
-        for (const DescribedImage* image : {&before, &after}) {
-            for (const DescribedSection& section : image->sections) {
-                if (std::find(keywords_.begin(), keywords_.end(), section.keyword) == keywords_.end()) {
-                    keywords_.push_back(section.keyword);
-                }
-            }
-        }
-    }
+        : before_(before), after_(after), renames_(before_, after_), show_(show) {}
 
     void Show() {
-        FindRenames();
-        for (const std::string& keyword : keywords_) ShowKind(keyword);
+        for (const std::string& keyword : before_.Keywords()) ShowKind(keyword);
+        for (const std::string& keyword : after_.Keywords()) {
+            if (before_.Of(keyword).empty()) ShowKind(keyword);
+        }
     }
 
 private:
-    /// A group that was renamed changes what its children say, so the search goes on until it finds no more.
-    void FindRenames() {
-        bool found = true;
-        for (unsigned pass = 0; found && pass < kMostPasses; ++pass) {
-            found = false;
-            for (const std::string& keyword : keywords_) {
-                if (HasName(keyword)) found = FindRenames(keyword) || found;
-            }
-        }
-    }
-
-    bool FindRenames(const std::string& keyword) {
-        std::multimap<std::string, Identity> added;
-        for (const Identity& identity : after_[keyword].Order()) {
-            if (before_[keyword].Find(identity) || taken_.contains({keyword, identity})) continue;
-            added.emplace(ContentOf(*after_[keyword].Find(identity), {}), identity);
-        }
-        bool found = false;
-        for (const Identity& identity : before_[keyword].Order()) {
-            if (added.empty()) break;
-            if (after_[keyword].Find(identity) || renamed_.contains({keyword, identity})) continue;
-            const auto same = added.find(ContentOf(*before_[keyword].Find(identity), renames_));
-            if (same == added.end()) continue;
-            renamed_[{keyword, identity}] = same->second;
-            taken_[{keyword, same->second}] = true;
-            renames_[{keyword, identity.first}] = same->second.first;
-            added.erase(same);
-            found = true;
-        }
-        return found;
-    }
-
     void ShowKind(const std::string& keyword) {
-        for (const Identity& identity : before_[keyword].Order()) {
-            const DescribedSection& section = *before_[keyword].Find(identity);
-            if (const DescribedSection* now = after_[keyword].Find(identity)) {
+        for (const Identity& identity : before_.Of(keyword)) {
+            const DescribedSection& section = *before_.Find(keyword, identity);
+            if (const DescribedSection* now = after_.Find(keyword, identity)) {
                 ShowValues(section, *now);
-            } else if (const auto renamed = renamed_.find({keyword, identity}); renamed != renamed_.end()) {
-                show_({Change::kRenamed, keyword, identity.first, "", "", renamed->second.first, true});
+            } else if (const Identity* renamed = renames_.NewOf(keyword, identity)) {
+                show_({Change::kRenamed, keyword, identity.first, "", "", renamed->first, true});
             } else if (HasName(keyword)) {
                 show_({Change::kRemoved, keyword, identity.first, "", "", "", true});
             } else {
-                ShowValues(section, {keyword, "", {}});
+                ShowValues(section, {keyword, ""});
             }
         }
-        for (const Identity& identity : after_[keyword].Order()) {
-            if (before_[keyword].Find(identity) || taken_.contains({keyword, identity})) continue;
+        for (const Identity& identity : after_.Of(keyword)) {
+            if (before_.Find(keyword, identity) || renames_.IsNew(keyword, identity)) continue;
             if (HasName(keyword)) {
-                show_({Change::kAdded, keyword, identity.first, "", "", "", false});
+                show_({Change::kAdded, keyword, identity.first});
             } else {
-                ShowValues({keyword, "", {}}, *after_[keyword].Find(identity));
+                ShowValues({keyword, ""}, *after_.Find(keyword, identity));
             }
         }
     }
 
     void ShowValues(const DescribedSection& before, const DescribedSection& after) {
-        const std::map<std::string, std::string> now(after.values.begin(), after.values.end());
-        const std::map<std::string, std::string> then(before.values.begin(), before.values.end());
-        Difference difference = {Change::kChanged, before.keyword, before.name, "", "", "", false};
-        for (const auto& [key, value] : before.values) {
-            const auto found = now.find(key);
-            difference.key = key;
-            difference.before = value;
-            difference.after = found == now.end() ? "" : found->second;
+        const ValuesByKey then = ByKey(before);
+        const ValuesByKey now = ByKey(after);
+        Difference difference = {Change::kChanged, before.keyword, before.name};
+        for (const DescribedValue& value : before.values) {
+            const auto found = now.find(value.key);
+            if (found != now.end() && renames_.Applied(value) == found->second->text) continue;
+            difference.key = value.key;
+            difference.before = value.text;
+            difference.after = found == now.end() ? "" : found->second->text;
             difference.change = found == now.end() ? Change::kRemoved : Change::kChanged;
-            difference.breaks = found == now.end() ? IsAskedFor(before.keyword, key) : Breaks(difference);
-            if (found == now.end() || Renamed(renames_, key, value) != found->second) show_(difference);
+            difference.breaks = found == now.end() ? IsAskedFor(before.keyword, value.key) : Breaks(difference);
+            show_(difference);
         }
-        for (const auto& [key, value] : after.values) {
-            if (!then.contains(key)) show_({Change::kAdded, after.keyword, after.name, key, "", value, false});
+        for (const DescribedValue& value : after.values) {
+            if (!then.contains(value.key))
+                show_({Change::kAdded, after.keyword, after.name, value.key, "", value.text});
+        }
+        ShowBytes(before, after);
+    }
+
+    void ShowBytes(const DescribedSection& before, const DescribedSection& after) {
+        for (std::size_t row = 0; row < std::min(before.bytes.size(), after.bytes.size()); ++row) {
+            if (before.bytes[row] == after.bytes[row]) continue;
+            show_({Change::kChanged, before.keyword, before.name, std::to_string(row), ByteText(before.bytes[row]),
+                   ByteText(after.bytes[row])});
         }
     }
 
-    std::map<std::string, Kind> before_;
-    std::map<std::string, Kind> after_;
-    const std::function<void(const Difference&)>& show_;
-    std::vector<std::string> keywords_;  // in the order of the kinds
-    std::map<std::pair<std::string, Identity>, Identity> renamed_;
-    std::map<std::pair<std::string, Identity>, bool> taken_;
+    NamedSections before_;
+    NamedSections after_;
     Renames renames_;
+    const std::function<void(const Difference&)>& show_;
 };
-
-/// Gives each key a name of its own: #2 and so on behind those that stand there before.
-class Keys {
-public:
-    std::string Own(const std::string& key) {
-        const unsigned count = ++counts_[key];
-        return count == 1 ? key : key + " #" + std::to_string(count);
-    }
-
-private:
-    std::map<std::string, unsigned> counts_;
-};
-
-void AddRows(const Image& image, DescribedImage& described) {
-    std::map<std::string, std::string> blocks;
-    image.ForEachBlock([&](const ShownBlock& block) {
-        if (block.name) blocks.try_emplace(*block.name, block.bytes);
-    });
-    for (DescribedSection& section : described.sections) {
-        const auto block = section.keyword == "TABLE" ? blocks.find(section.name) : blocks.end();
-        if (block == blocks.end()) continue;
-        unsigned row = 0;
-        for (const char byte : block->second) {
-            section.values.emplace_back(std::to_string(row++), std::to_string(static_cast<unsigned char>(byte)));
-        }
-    }
-}
 
 }  // namespace
-
-DescribedImage Describe(const std::string& file) {
-    const Image image(file);
-    const Values values(image);
-    DescribedImage described = {image.Kind(), {}};
-    std::map<std::string, Keys> unnamed;
-    image.ForEachSection([&](const ShownSection& section) {
-        const bool named = HasName(section.keyword);
-        const bool first = described.sections.empty() || described.sections.back().keyword != section.keyword;
-        if (named || first) described.sections.push_back({section.keyword, section.name.value_or(std::string()), {}});
-        Keys own;
-        Keys& keys = named ? own : unnamed[section.keyword];
-        for (const ShownEntry& entry : section.entries) {
-            described.sections.back().values.emplace_back(keys.Own(entry.key), Joined(values.Resolved(section, entry)));
-        }
-    });
-    AddRows(image, described);
-    return described;
-}
 
 void Compare(const DescribedImage& before, const DescribedImage& after,
              const std::function<void(const Difference&)>& show) {

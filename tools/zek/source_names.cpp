@@ -1,6 +1,7 @@
 #include "source_names.h"
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 
 #include "lint_text.h"
