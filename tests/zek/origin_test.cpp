@@ -41,6 +41,9 @@ TEST_F(ZekOrigin, FollowsAValueToItsSource) {
          "a.zek:17: value TEMP\na.zek:13: section [SENSOR]\n"
          "words.zek:4: definition TEMP = 17\n  included from a.zek:2\n"
          "compiled:\n  0x11000003 number 17 (0x11)\n"},
+        {"TAVRGROUP/All/SENSORS",
+         "a.zek:39: value 1,2\na.zek:35: section [TAVRGROUP]\na.zek:13: sensor Inlet\na.zek:22: sensor Old\n"
+         "compiled:\n  0x11000000 number 1 (0x1)\n  0x11000001 number 2 (0x2)\n"},
         {"DEFINE/LIMIT",
          "words.zek:5: value 7\n  included from a.zek:2\nwords.zek:1: section [DEFINE]\n  included from a.zek:2\n"
          "compiled: no entry of its own\n"},
@@ -62,6 +65,63 @@ TEST_F(ZekOrigin, WordDefinedAgainIsToldWhereItGotItsNumber) {
     const std::string out = Zek({"origin", "a.zkd", "SENSOR/Inlet/VALUE"}).out;
     EXPECT_NE(out.find("a.zek:43: definition LIMIT = 9\n"), std::string::npos) << out;
     EXPECT_EQ(Zek({"get", "a.zki", "SENSOR/Inlet/VALUE/2"}).out, "9\n");
+}
+
+/// What a text names hangs on where it stands: a NAME is no word, an operand no action.
+TEST_F(ZekOrigin, FollowsWhatATextIsAlone) {
+    Write("a.zek",
+          "[DEFINE]\nVT_CALL = 3\nVT_CALC = 2\nVT_TABLE = 10\nVT_IF = 102\nTWO = 2\n"
+          "[GROUP]\nPARENT = 0\nNAME = TWO\nCHILDGROUP = TWO\n"
+          "[ACTION]\nNAME = TWO\nARGNUMBER = 0\nVALUE = VT_CALL,TWO\nVALUE_1 = VT_IF,TWO,TWO\n"
+          "VALUE_2 = VT_CALC,+,7,VALUE_1\n"
+          "[TABLE]\nNAME = 7\nTYPE = 1\n0.255 = 9\n"
+          "[GLOBAL]\nG_A = VT_TABLE,7,TWO\nG_B = VT_CALC,-,G_A,TWO\n[REPEATER]\nR = TWO,TWO\n"
+          "[SENSOR]\nPARENT = TWO\nNAME = s\nID = 7\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 0\n"
+          "VALUE = TWO,+,1,1\n"
+          "[TAVRGROUP]\nNAME = v\nID = 1\nPID = 0\nSENSORS = 7\n"
+          "[TAVRGROUP]\nNAME = w\nID = 3\nPID = 1\nSENSORS = 7\n");
+    const Result compiled = Zek({"compile", "a.zek"});
+    ASSERT_EQ(compiled.code, 0) << compiled.err;
+    const std::string two = "a.zek:6: definition TWO = 2\n";
+    const struct {
+        const char* path;
+        std::string steps;
+    } rows[] = {
+        {"GROUP/TWO/NAME", ""},
+        {"GROUP/TWO/CHILDGROUP", two},
+        {"ACTION/TWO/VALUE", "a.zek:2: definition VT_CALL = 3\na.zek:11: action TWO\n"},
+        {"ACTION/TWO/VALUE_1", "a.zek:5: definition VT_IF = 102\n" + two + "a.zek:11: action TWO\n"},
+        {"ACTION/TWO/VALUE_2", "a.zek:3: definition VT_CALC = 2\na.zek:15: value VALUE_1 = VT_IF,TWO,TWO\n"},
+        {"GLOBAL/G_A", "a.zek:4: definition VT_TABLE = 10\na.zek:17: table 7\n" + two},
+        {"GLOBAL/G_B", "a.zek:3: definition VT_CALC = 2\na.zek:22: global G_A = VT_TABLE,7,TWO\n" + two},
+        {"REPEATER/R", two + "a.zek:11: action TWO\n"},
+        {"SENSOR/#7/PARENT", "a.zek:7: group TWO\n"},
+        {"TAVRGROUP/v/PID", ""},
+        {"TAVRGROUP/w/PID", "a.zek:34: view v\n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        const std::string out = Zek({"origin", "a.zkd", row.path}).out;
+        const std::size_t section = out.find('\n', out.find(": section "));
+        ASSERT_NE(section, std::string::npos) << out;
+        EXPECT_EQ(out.substr(section + 1), row.steps);
+    }
+}
+
+/// The name of one file may be the end of another's.
+TEST_F(ZekOrigin, TellsTheIncludesOfJustThatFile) {
+    std::filesystem::create_directory("dir");
+    Write("a.zek", "[DEFINE]\nONE = 1\n[INCLUDE]\nFILE = dir\\c.zek\n[INCLUDE]\nFILE = b.zek\n");
+    Write("dir/c.zek", "[INCLUDE]\nFILE = b.zek\n");
+    Write("dir/b.zek", "[GLOBAL]\nG_A = ONE,1\n");
+    Write("b.zek", "[GLOBAL]\nG_B = ONE,1\n");
+    const Result compiled = Zek({"compile", "a.zek"});
+    ASSERT_EQ(compiled.code, 0) << compiled.err;
+    EXPECT_TRUE(
+        Zek({"origin", "a.zkd", "GLOBAL/G_A"})
+            .out.starts_with("dir\\b.zek:2: value ONE,1\n  included from dir\\c.zek:2\n  included from a.zek:4\n"));
+    EXPECT_TRUE(
+        Zek({"origin", "a.zkd", "GLOBAL/G_B"}).out.starts_with("b.zek:2: value ONE,1\n  included from a.zek:6\n"));
 }
 
 TEST_F(ZekOrigin, JsonSaysTheSame) {

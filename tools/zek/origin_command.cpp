@@ -21,8 +21,10 @@ constexpr char kOriginExample[] =
     "\n"
     "Shows where a value of the debug image was written, and where what it names was: the words of [DEFINE] and "
     "[IFDEF]\n"
-    "with their numbers, globals, values, actions, tables and groups; for each the includes that lead there. With the\n"
-    "compiled image of the same source, the words that the value became. PATH is as for 'zek get'.";
+    "with their numbers, globals, values, actions, tables and groups, sensors and views by their IDs; for each the\n"
+    "includes that lead there. With the compiled image of the same source, the words that the value became. PATH is "
+    "as\n"
+    "for 'zek get'.";
 
 struct OriginOptions {
     std::string debug;
@@ -50,13 +52,13 @@ std::optional<std::vector<ShownWord>> WordsOf(const std::string& file, const Deb
 
 class OriginWriter {
 public:
-    explicit OriginWriter(const DebugSource& source) : source_(source) {}
+    explicit OriginWriter(const DebugSource& source) : source_(source), ways_(source) {}
 
     void WriteAsText(const Origin& origin, const std::optional<std::vector<ShownWord>>& words, bool compiled) {
         for (const OriginStep& step : origin.steps) {
             const std::string place = step.spot.line ? source_.Told(step.spot) : "predefined";
             out_.Write(place + ": " + step.what + ' ' + Printable(step.text) + '\n');
-            for (const SourceSpot& spot : IncludesOf(source_, step.spot.file)) {
+            for (const SourceSpot& spot : ways_.To(step.spot.file)) {
                 if (step.spot.line) out_.Write("  included from " + source_.Told(spot) + '\n');
             }
         }
@@ -88,7 +90,7 @@ private:
         AddSpot(json, step.spot);
         json["includedFrom"] = Json::array();
         if (step.spot.line == 0) return json;
-        for (const SourceSpot& spot : IncludesOf(source_, step.spot.file)) {
+        for (const SourceSpot& spot : ways_.To(step.spot.file)) {
             Json place = Json::object();
             AddSpot(place, spot);
             json["includedFrom"].push_back(place);
@@ -97,6 +99,7 @@ private:
     }
 
     const DebugSource& source_;
+    IncludeWays ways_;
     StandardOutput out_;
 };
 
