@@ -16,11 +16,12 @@ constexpr char kFmtExample[] =
     "Example:\n"
     "  zek fmt boards/*.zek\n"
     "\n"
-    "Takes away the white space at both ends of each line, and aligns the first '=' of the items of a section. Every\n"
-    "line stays on its line, and the images and all messages stay what they were. Lines stay as they are where they\n"
-    "are joined by a backslash, have a NUL or a carriage return inside, or would change their meaning.\n"
-    "Without a FILE, and where it is -, standard input goes to standard output. With --check, nothing is "
-    "written, and standard output has the names of the files that would change.";
+    "Takes away the white space at both ends of each line, and aligns the first '=' of the items of a section, but\n"
+    "for keys of more than 64 characters. Every line stays on its line, and the images and all messages stay what\n"
+    "they were. Lines stay as they are where they are joined by a backslash, have a NUL or a carriage return inside,\n"
+    "or would change their meaning.\n"
+    "Without a FILE, and where it is -, standard input goes to standard output. With --check, nothing is written, and\n"
+    "standard output has the names of the files that would change.";
 
 struct FmtOptions {
     std::vector<std::string> files;

@@ -11,6 +11,9 @@ namespace {
 /// What a line that is laid out does not have inside.
 constexpr std::string_view kUntouched("\0\r", 2);
 
+/// Keys that are wider stand on their own, or a few of them would make a long file of a section of many items.
+constexpr std::size_t kMostColumns = 64;
+
 /// A physical line: what is skipped at its beginning, its text, and its end as it stands.
 struct PhysicalLine {
     std::string_view mark;
@@ -104,7 +107,8 @@ std::string Formatted(std::string_view text) {
         const auto end = SectionEnd(line, lines.end());
         std::size_t columns = 0;
         for (auto item = line; item != end; ++item) {
-            if (HasEquals(*item)) columns = std::max(columns, Width(item->parts.Key()));
+            const std::size_t width = HasEquals(*item) ? Width(item->parts.Key()) : 0;
+            if (width <= kMostColumns) columns = std::max(columns, width);
         }
         for (; line != end; ++line) {
             formatted += line->mark;
