@@ -267,6 +267,21 @@ TEST_F(ZekDecompile, FindsArgumentsThatWereCarriedIntoOtherClasses) {
     ExpectSameOfBoth("a");
 }
 
+/// Words come before names, so the jumps go to numbers, and only names that no operand means can be such words.
+TEST_F(ZekDecompile, DefinesNamesOfValuesThatJumpsGoTo) {
+    const auto action = [](const std::string& name, const std::string& items) {
+        return "[ACTION]\nNAME = " + name + "\nARGNUMBER = 0\n" + items;
+    };
+    Write("a.zek", Sound("JUMP = 104\nSUM = 2\nVALUE_1 = 5\nVALUE_3 = 0xFFFFFFFF\n" +
+                         action("a",
+                                "VALUE_1 = JUMP,VALUE_2\nVALUE_2 = JUMP,VALUE_1\nVALUE_3 = SUM,+,VALUE_3,VALUE_1\n"
+                                "VALUE_4 = JUMP,VALUE_3\n") +
+                         action("b", "VALUE_1 = JUMP,VALUE_1\n")));
+    ASSERT_TRUE(Compile(".", "a.zek", "a"));
+    ExpectSameOfBoth("a");
+    EXPECT_NE(Read("again/a.zek").find("\nVALUE_1 = \"5\"\n"), std::string::npos) << Read("again/a.zek");
+}
+
 TEST_F(ZekDecompile, TellsWhatTheLanguageCannotExpress) {
     Write("a.zek", "[PROPERTY]\na = bcd\n");
     ASSERT_TRUE(Compile(".", "a.zek", "a"));

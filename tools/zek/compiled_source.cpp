@@ -63,7 +63,8 @@ std::vector<std::string> RowsBetween(std::span<const unsigned char> before, std:
 
 }  // namespace
 
-CompiledSource::CompiledSource(const ImageView& view) : view_(view), compared_(view), words_(view, made_) {}
+CompiledSource::CompiledSource(const ImageView& view)
+    : view_(view), compared_(view), jumps_(view), words_(view, made_) {}
 
 std::vector<std::string> CompiledSource::Lines(const ImageView::Section& section) {
     std::vector<std::string> lines = {std::string("[") + kSectionKeywords[section.Kind() - kImageQuorzek] + ']'};
@@ -112,7 +113,7 @@ std::string CompiledSource::ValueKey(Section& in, const ImageView::Entry& entry)
 CompiledSource::Texts CompiledSource::TextsOf(const Section& in, const ImageView::Entry& entry) {
     if (entry.Id() == kIdSensors) return Sensors(entry);
     const std::uint32_t nameClass = entry.Id() & kIdClassMask;
-    if (nameClass == kIdValue || nameClass == kIdGlobal) return words_.Value(entry, in.values);
+    if (nameClass == kIdValue || nameClass == kIdGlobal) return Value(in, entry);
     if (nameClass == kIdRepeater) return words_.Repeater(entry);
     if (nameClass == kIdProperty) return {words_.Text(entry.Word(0), kIdString)};
     return {KeywordText(in, entry)};
@@ -156,6 +157,14 @@ CompiledSource::Texts CompiledSource::Sensors(const ImageView::Entry& entry) {
             texts.push_back(std::to_string(number));
         }
     }
+    return texts;
+}
+
+CompiledSource::Texts CompiledSource::Value(const Section& in, const ImageView::Entry& entry) {
+    Texts texts = words_.Value(entry, in.values);
+    if (entry.ValueType() != kJump || entry.WordCount() < 2) return texts;
+    const std::optional<std::string> word = jumps_.WordFor(in.section.Index(), entry.Word(1));
+    if (word && made_.Value(*word, words_.Number(entry.Word(1)))) texts[1] = *word;
     return texts;
 }
 

@@ -8,6 +8,7 @@
 
 #include "compared_numbers.h"
 #include "compiled_words.h"
+#include "jump_words.h"
 #include "made_words.h"
 #include "zekcomp/image_view.h"
 
@@ -42,11 +43,13 @@ private:
     std::string NumberText(std::uint32_t section, std::uint32_t key, std::uint32_t number);
     std::string WordFor(std::uint32_t number, std::uint32_t compared);
     Texts Sensors(const ImageView::Entry& entry);
+    Texts Value(const Section& in, const ImageView::Entry& entry);
     void AddRows(std::vector<std::string>& lines);
 
     const ImageView& view_;
     MadeWords made_;
     ComparedNumbers compared_;
+    JumpWords jumps_;
     CompiledWords words_;
     bool zeroWritten_ = false;
     unsigned tables_ = 0;  // so far

@@ -20,6 +20,9 @@ public:
     /// One that they take for the number `compared`; nothing where no word can be that.
     std::optional<std::string> Number(std::uint32_t number, std::uint32_t compared);
 
+    /// A name of a value; false where it stands for another number already.
+    bool Value(const std::string& name, std::uint32_t number) { return Take(name, number); }
+
     /// All words with what they stand for.
     const std::map<std::string, std::uint32_t>& All() const { return words_; }
 
