@@ -15,7 +15,6 @@
 #include "model/section.h"
 #include "model/section_kinds.h"
 #include "zek/in_process.h"
-#include "zekcomp/value_shapes.h"
 #include "zekcomp/zekcomp.h"
 
 namespace zek::tool {
@@ -392,15 +391,6 @@ TEST(ZekDebugLayout, KindsAreTheLibrarysOwn) {
     gccCompEnd();
     EXPECT_EQ(DebugKindOf(0x2000000f), nullptr);
     EXPECT_EQ(DebugKindOf(0x20000000), nullptr);
-}
-
-TEST(ZekDebugLayout, ValuesAreTheLibrarysOwn) {
-    for (unsigned type = 0; type < 300; ++type) {
-        const ValueShape* shape = ShapeOf(type);
-        const std::string texts(shape ? shape->operands.size() : 0, 't');
-        EXPECT_EQ(ValueFields(type), texts + (shape && shape->list ? "l" : "")) << type;
-    }
-    EXPECT_STREQ(ValueFields(0xFFFFFFFF), "");
 }
 
 /// Every kind of section, every class of data, every value type, and includes.

@@ -1,9 +1,12 @@
 /// What a debug image may hold: its kinds of sections with their entries, and the fields of each class of typed data
-/// and of each value type. Relies on the standard library; docs/debug-image.md tells the bytes.
+/// and of each value type. Relies on value_shapes.h; docs/debug-image.md tells the bytes.
 #pragma once
 
 #include <iterator>
 #include <span>
+#include <string>
+
+#include "zekcomp/value_shapes.h"
 
 namespace zek::tool {
 
@@ -14,6 +17,7 @@ constexpr unsigned TextKey(unsigned number) { return 0x10020000 | number; }
 constexpr unsigned NumericKey(unsigned number) { return 0x10028000 | number; }
 constexpr unsigned ValueKey(unsigned number) { return 0x10080000 | number; }
 inline constexpr unsigned kDefinitionKey = 0x10010001;
+inline constexpr unsigned kSensorsKey = 0x10048001;
 inline constexpr unsigned kRepeaterKey = 0x10100001;
 inline constexpr unsigned kPropertyKey = TextKey(0x18);  ///< P_name
 inline constexpr unsigned kFileKey = TextKey(0x19);
@@ -93,7 +97,7 @@ inline constexpr DebugKey kActionKeys[] = {
     kNameKey, {NumericKey(0x10), "ARGNUMBER", 2}, kIpmiKey, {ValueKey(0), "VALUE", 38}};
 inline constexpr DebugKey kTableKeys[] = {kNameKey, kTypeKey};
 inline constexpr DebugKey kTavrGroupKeys[] = {
-    kNameKey, kIDKey, {NumericKey(0x11), "PID", 1}, {0x10048001, "SENSORS", 1}};
+    kNameKey, kIDKey, {NumericKey(0x11), "PID", 1}, {kSensorsKey, "SENSORS", 1}};
 inline constexpr DebugKey kIfdefKeys[] = {{TextKey(0x16), "DEFINEWORD", 1}};
 
 /// By the number of the kind, from 1.
@@ -134,13 +138,10 @@ constexpr const char* DataFields(unsigned type) {
 }
 
 /// The operands of a value type, with the same letters.
-constexpr const char* ValueFields(unsigned type) {
-    constexpr const char* kLow[] = {"",  "t",    "ttttt", "tl", "tttt",  "ttttl", "ttl",
-                                    "l", "tttt", "ttttl", "tt", "ttttl", "tttt"};
-    constexpr const char* kHigh[] = {"t", "ttl", "t", "t"};
-    constexpr unsigned kFirstHigh = 101;
-    if (type < std::size(kLow)) return kLow[type];
-    return type - kFirstHigh < std::size(kHigh) ? kHigh[type - kFirstHigh] : "";
+inline std::string ValueFields(unsigned type) {
+    const ValueShape* const shape = ShapeOf(type);
+    if (!shape) return {};
+    return std::string(shape->operands.size(), 't') + (shape->list ? "l" : "");
 }
 
 }  // namespace zek::tool

@@ -4,6 +4,7 @@
 #include <optional>
 #include <set>
 
+#include "debug_layout.h"
 #include "debug_lines.h"
 #include "zekcomp/predefined.h"
 #include "zekcomp/value_shapes.h"
@@ -12,11 +13,10 @@ namespace zek::tool {
 namespace {
 
 // Type ids of entries: the class in the upper half, and the texts that are numbers.
-constexpr unsigned kListClass = 0x1004;
-constexpr unsigned kValueClass = 0x1008;
-constexpr unsigned kRepeaterClass = 0x1010;
+constexpr unsigned kListClass = kSensorsKey >> 16;
+constexpr unsigned kValueClass = ValueKey(0) >> 16;
+constexpr unsigned kRepeaterClass = kRepeaterKey >> 16;
 constexpr unsigned kNumericMask = 0xFFFFF000;
-constexpr unsigned kNumericTexts = 0x10028000;
 
 std::string Joined(const std::vector<std::string_view>& texts) {
     std::string all;
@@ -62,7 +62,7 @@ Role RoleOf(const DebugSection& section, const DebugEntry& entry, std::size_t at
     }
     if (entry.key == "PARENT") return Role::kGroup;
     if (isView && entry.key == "PID") return Role::kView;
-    return IsDefinition(section) || (entry.type & kNumericMask) == kNumericTexts ? Role::kWord : Role::kText;
+    return IsDefinition(section) || (entry.type & kNumericMask) == NumericKey(0) ? Role::kWord : Role::kText;
 }
 
 /// Finds what texts name, where several have a name the first.
