@@ -8,7 +8,8 @@
 namespace zek::tool {
 
 /// The text with the white space at both ends of its lines taken away and the first '=' of the items aligned within
-/// each section, but for keys of more than 64 characters. Every line stays on its line, comments and blank lines too. Formatting twice changes nothing more.
+/// each section, but for keys of more than 64 characters. Every line stays on its line, comments and blank lines too.
+/// Formatting twice changes nothing more.
 ///
 /// Lines stay as they are where they are joined, where they have a NUL or a carriage return inside, and where other
 /// white space would change what they mean: a ';' or '#' behind the '=' that it would make a comment, a byte order mark
