@@ -180,6 +180,13 @@ TEST_F(ZekDiff, NumberForNoneIsANumberWhateverItsIdentifier) {
               "changed SENSOR/Old/TYPE: \"4294967295\" to \"4\"\n");
 }
 
+TEST_F(ZekDiff, AnotherSpellingIsNoDifferenceOfDebugImages) {
+    Compile("a", With(kBoard, "= 40\n", "= -40\n"));
+    EXPECT_EQ(Shown(With(kBoard, "= 40\n", "= 0xFFFFFFD8\n"), {}, ".zkd"), "");
+    EXPECT_EQ(Shown(With(kBoard, "= 40\n", "= -41\n"), {}, ".zkd"),
+              "changed SENSOR/Inlet/THRESHOLD_WH: \"4294967256\" to \"4294967255\"\n");
+}
+
 TEST_F(ZekDiff, JsonSaysTheSame) {
     const std::string out = Shown(With(With(kBoard, "= 40\n", "= 45\n"), "= Old", "= New"), {"--json"});
     EXPECT_EQ(nlohmann::json::parse(out), nlohmann::json::parse(R"({"schema": "zek-diff/1", "differences": [

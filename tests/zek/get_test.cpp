@@ -43,6 +43,8 @@ TEST_F(ZekGet, ShowsTheSameOfBothImages) {
         {"TAVRGROUP/All/SENSORS", "16,2"},
         {"TAVRGROUP/#1/SENSORS/1", "2"},
         {"GROUP/Board/PARENT", "0"},
+        {"TABLE/Curve/4", "42"},
+        {"TABLE/Curve/255", "9"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.path);
@@ -55,9 +57,72 @@ TEST_F(ZekGet, ShowsTheSameOfBothImages) {
     }
 }
 
+/// What numbers and operands may look like; a value of type 3 is a call.
+constexpr char kOddlyWritten[] =
+    "[DEFINE]\nVT_VALUE = 1\nVT_CALC = 2\nVT_CALL = 3\nLIMIT = 7\nODD = -40\n"
+    "[SYSTEM]\nTYPE = -1\nMODEL = 12\nSOUTHBRIDGE = 0\nNORTHBRIDGE = +5\nFLAG = 12abc\nZEKLOOP = 0x1Fg\n"
+    "[GROUP]\nPARENT = 0\nNAME = 0x10\nCHILDGROUP = 007\n"
+    "[SENSOR]\nPARENT = 0x10\nNAME = S\nID = LIMIT\nTYPE = ODD\nINITFLAG = 0\nCONTROLMASK = 4294967298\n"
+    "THRESHOLD_WH = -40\nTHRESHOLD_WL = \" 8,9\"\nVALUE = VT_CALC,+,-7,\"12,3\"\nVALUE_B = VT_CALL,\"A,B\",+1,LIMIT\n"
+    "[ACTION]\nNAME = \"A,B\"\nARGNUMBER = 0x2z,3\nVALUE = VT_VALUE,0\nVALUE_1 = "
+    "VT_CALC,==,ARG1,VALUE_2,G_T,ODD\nVALUE_2 = VT_VALUE,1x\n"
+    "[ACTION]\nNAME = Act\nARGNUMBER = 1\nVALUE = VT_VALUE,ARG0\n"
+    "[TABLE]\nNAME = First\nTYPE = LIMIT\n0.9 = 5\n7 = LIMIT\n8 = 0x123\n0x5 = -1\n"
+    "[TABLE]\nNAME = Second\nTYPE = 1\n3 = 9z\n2.3 = 8\n"
+    "[GLOBAL]\nG_T = VT_VALUE,010\n"
+    "[REPEATER]\nR = LIMIT,Act,1\nQ = -2,Act,LIMIT\n"
+    "[TAVRGROUP]\nNAME = V\nID = 1z\nPID = 0\nSENSORS = 0,LIMIT,7a\n";
+
+TEST_F(ZekGet, ShowsTheSameOfBothImagesHoweverItWasWritten) {
+    Write("b.zek", kOddlyWritten);
+    const Result compiled = Zek({"compile", "b.zek"});
+    ASSERT_EQ(compiled.code, 0) << compiled.err;
+    const struct {
+        const char* path;
+        const char* value;
+    } rows[] = {
+        {"SYSTEM/TYPE", "4294967295"},
+        {"SYSTEM/NORTHBRIDGE", "5"},
+        {"SYSTEM/FLAG", "12"},
+        {"SYSTEM/ZEKLOOP", "31"},
+        {"GROUP/0x10/CHILDGROUP", "7"},
+        {"SENSOR/#7/NAME", "S"},
+        {"SENSOR/S/PARENT", "0x10"},
+        {"SENSOR/S/TYPE", "4294967256"},
+        {"SENSOR/S/CONTROLMASK", "2"},
+        {"SENSOR/S/THRESHOLD_WH", "4294967256"},
+        {"SENSOR/S/THRESHOLD_WL", "8"},
+        {"SENSOR/S/VALUE", "2,+,4294967289,12"},
+        {"SENSOR/S/VALUE_/3", "12"},
+        {"SENSOR/S/VALUE_B", "3,A,B,1,7"},
+        {"SENSOR/S/VALUE_B/1", "A,B"},
+        {"ACTION/A,B/ARGNUMBER", "2"},
+        {"ACTION/A,B/VALUE_1", "2,==,ARG1,VALUE_2,G_T,4294967256"},
+        {"ACTION/A,B/VALUE_2", "1,1"},
+        {"TABLE/First/TYPE", "7"},
+        {"TABLE/First/0", "5"},
+        {"TABLE/First/5", "255"},
+        {"TABLE/First/7", "0"},
+        {"TABLE/First/8", "35"},
+        {"TABLE/First/10", "0"},
+        {"TABLE/Second/2", "8"},
+        {"TABLE/Second/3", "8"},
+        {"TABLE/Second/9", "5"},
+        {"GLOBAL/G_T", "1,10"},
+        {"REPEATER/R", "0,Act,1"},
+        {"REPEATER/Q", "4294967294,Act,7"},
+        {"TAVRGROUP/#1/SENSORS", "0,4294967295,7"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        for (const char* image : {"b.zki", "b.zkd"}) {
+            EXPECT_EQ(Zek({"get", image, row.path}).out, std::string(row.value) + '\n') << image;
+        }
+        EXPECT_EQ(Zek({"get", "b.zki", row.path, "--json"}).out, Zek({"get", "b.zkd", row.path, "--json"}).out);
+    }
+}
+
 TEST_F(ZekGet, ShowsWhatOneImageAloneHas) {
-    EXPECT_EQ(Zek({"get", "a.zki", "TABLE/Curve/4"}).out, "42\n");
-    EXPECT_EQ(Zek({"get", "a.zki", "TABLE/Curve/255"}).out, "9\n");
     EXPECT_EQ(Zek({"get", "a.zkd", "TABLE/Curve/4.5"}).out, "42\n");
     EXPECT_EQ(Zek({"get", "a.zkd", "DEFINE/TEMP"}).out, "17\n");
 }

@@ -2,11 +2,11 @@
 
 #include <memory>
 
+#include "entry_roles.h"
 #include "failure.h"
 #include "memory_file.h"
 #include "section_keywords.h"
 #include "zekcomp/debug_image.h"
-#include "zekcomp/errors.h"
 #include "zekcomp/identifiers.h"
 
 namespace zek::tool {
@@ -34,19 +34,22 @@ void TakeEmptyFileList() {
     gdInit(MemoryFile(bytes).Name(), nullptr);
 }
 
-ShownSection Shown(unsigned kind, unsigned index, CZEKSection* section, char* room) {
+ShownSection Shown(const DebugSection& source, unsigned index, CZEKSection* section, char* room) {
     ShownSection shown;
-    shown.keyword = kSectionKeywords[kind - 1];
+    shown.keyword = kSectionKeywords[source.kind - 1];
     shown.index = index;
     shown.name = Optional(gdGetSectName(section));
     shown.parent = Optional(gdGetSectPName(section));
-    const unsigned id = gdGetSectID(section);
-    if (gdGetLastError() == kNoError) shown.id = id;
-    for (unsigned i = 0; CZEKEntry* entry = gdGetEntryByIndex(section, i); ++i) {
+    shown.source = &source;
+    unsigned next = 0;
+    for (const DebugEntry& given : source.entries) {
+        CZEKEntry* const entry = given.given ? gdGetEntryByIndex(section, next) : nullptr;
+        if (!entry) continue;
+        ++next;
         // Data without a value leaves the room as it is.
         room[0] = '\0';
         gdGetValue(entry, room);
-        shown.entries.push_back({gdGetEntryName(entry), 0, {}, room});
+        shown.entries.push_back({gdGetEntryName(entry), 0, {}, room, &given});
     }
     return shown;
 }
@@ -66,13 +69,18 @@ tagMETAFILEINFO LoadDebugImage(std::string_view bytes, bool lacksFileList) {
 
 void UnloadDebugImage() { gdUnInit(); }
 
-void ForEachDebugSection(unsigned position, std::size_t imageSize,
+void ForEachDebugSection(const Image& image, unsigned position, std::size_t imageSize,
                          const std::function<void(const ShownSection&)>& show) {
     // Not initialised, so only what is used takes memory.
     const std::unique_ptr<char[]> room(new char[RoomFor(imageSize)]);
     const unsigned kind = position + 1;
-    for (unsigned i = 0; CZEKSection* section = gdGetSectByIndex(kind, i); ++i) {
-        show(Shown(kind, i, section, room.get()));
+    unsigned next = 0;
+    for (const DebugSection& source : image.Source().sections) {
+        CZEKSection* const section = source.kind == kind ? gdGetSectByIndex(kind, next) : nullptr;
+        if (!section) continue;
+        ShownSection shown = Shown(source, next++, section, room.get());
+        shown.id = IdOf(source, image.Names());
+        show(shown);
     }
 }
 

@@ -14,7 +14,7 @@ void UnloadDebugImage();
 
 /// Those of one kind: a position in kSectionKeywords. `imageSize` is the number of bytes that the image was loaded
 /// from.
-void ForEachDebugSection(unsigned position, std::size_t imageSize,
+void ForEachDebugSection(const Image& image, unsigned position, std::size_t imageSize,
                          const std::function<void(const ShownSection&)>& show);
 
 }  // namespace zek::tool

@@ -56,7 +56,7 @@ DescribedImage Describe(const std::string& file) {
         Keys own;
         Keys& keys = named ? own : unnamed[section.keyword];
         for (const ShownEntry& entry : section.entries) {
-            described.sections.back().values.push_back(Described(keys.Own(entry.key), values.Resolved(section, entry)));
+            described.sections.back().values.push_back(Described(keys.Own(entry.key), values.Resolved(entry)));
         }
     });
     AddBytes(image, described);

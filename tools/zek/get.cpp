@@ -4,8 +4,7 @@
 #include "failure.h"
 #include "json_output.h"
 #include "printable.h"
-#include "section_path.h"
-#include "values.h"
+#include "values_at.h"
 
 namespace zek::tool {
 namespace {
@@ -16,10 +15,10 @@ constexpr char kGetExample[] =
     "\n"
     "PATH is the keyword of a section, its NAME or # and its ID, and a key as in the source: SENSOR/#7/TYPE.\n"
     "[QUORZEK], [PROPERTY], [SYSTEM], [GLOBAL], [REPEATER], [DEFINE] and [IFDEF] are named by the key alone:\n"
-    "GLOBAL/G_Trim. One of several values is picked by its place, from 0: TAVRGROUP/All/SENSORS/2. In a compiled\n"
-    "image TABLE/Curve/7 is the byte 7 of a table. A backslash makes a slash a part of a name. Predefined names are\n"
-    "shown as their numbers, numbers in decimal, several values with commas between them. The first section that has\n"
-    "the key counts.";
+    "GLOBAL/G_Trim. One of several values is picked by its place, from 0: TAVRGROUP/All/SENSORS/2. TABLE/Curve/7 is\n"
+    "the byte 7 of a table. A backslash makes a slash a part of a name. Values are shown as the compiler takes them,\n"
+    "of a debug image, too: predefined names as their numbers, numbers in decimal and without a sign, several values\n"
+    "with commas between them, \"unresolved\" for what stands for nothing. The first section that has the key counts.";
 
 struct GetOptions {
     std::string image;
@@ -28,40 +27,9 @@ struct GetOptions {
     bool json = false;
 };
 
-using Found = std::optional<std::vector<ShownValue>>;
-
-/// The byte of a table; nothing where the key is no number of one.
-Found ByteOfTable(const Image& image, const SectionPath& path, const std::string& table) {
-    Found found;
-    image.ForEachBlock([&](const ShownBlock& block) {
-        if (found || block.name != table) return;
-        for (unsigned row = 0; row < block.bytes.size(); ++row) {
-            if (std::to_string(row) != path.key) continue;
-            const auto byte = static_cast<unsigned char>(block.bytes[row]);
-            found = {{std::to_string(byte), byte}};
-        }
-    });
-    return found;
-}
-
-Found Find(const Image& image, const SectionPath& path) {
-    Found found;
-    std::optional<std::string> table;
-    const Values values(image);
-    image.ForEachSectionOf(path.keyword, [&](const ShownSection& section) {
-        if (found || !IsMeant(path, section)) return;
-        if (path.keyword == "TABLE" && !table) table = section.name;
-        if (const ShownEntry* entry = section.Entry(path.key)) found = values.Resolved(section, *entry);
-    });
-    if (!found && table) found = ByteOfTable(image, path, *table);
-    if (!found || !path.element) return found;
-    if (*path.element >= found->size()) return {};
-    return {{(*found)[*path.element]}};
-}
-
 Json ValueOf(const ShownValue& value) { return value.number ? Json(*value.number) : JsonText(value.text); }
 
-void WriteAsJson(const GetOptions& options, const Found& found, StandardOutput& out) {
+void WriteAsJson(const GetOptions& options, const FoundValues& found, StandardOutput& out) {
     JsonOutput json(out, "zek-get/1");
     json.Member("path", JsonText(options.path));
     json.Member("found", found.has_value());
@@ -75,7 +43,7 @@ void WriteAsJson(const GetOptions& options, const Found& found, StandardOutput& 
 int RunGet(const GetOptions& options) {
     const SectionPath path = ParsePath(options.path);
     const Image image(options.image);
-    const Found found = Find(image, path);
+    const FoundValues found = ValuesAt(image, path);
     if (!found && !options.otherwise) {
         throw Failure(kSourceHasErrors, options.image + " has no value " + Printable(options.path));
     }

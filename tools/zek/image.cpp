@@ -5,15 +5,28 @@
 
 #include "compiled_view.h"
 #include "debug_view.h"
+#include "entry_roles.h"
 #include "image_check.h"
 #include "memory_file.h"
 #include "section_keywords.h"
 #include "zekcomp/identifiers.h"
 
 namespace zek::tool {
+namespace {
+
+bool IsPlainValue(std::string_view key) { return key == "VALUE" || key == "VALUE_"; }
+
+bool HasKey(const ShownEntry& entry, const std::string& key) {
+    if (entry.key == key) return true;
+    const bool isValue = entry.source ? IsValue(*entry.source) : (entry.id & kIdClassMask) == kIdValue;
+    return isValue && IsPlainValue(key) && IsPlainValue(entry.key);
+}
+
+}  // namespace
+
 const ShownEntry* ShownSection::Entry(const std::string& key) const {
     const auto found =
-        std::find_if(entries.begin(), entries.end(), [&](const ShownEntry& entry) { return entry.key == key; });
+        std::find_if(entries.begin(), entries.end(), [&](const ShownEntry& entry) { return HasKey(entry, key); });
     return found == entries.end() ? nullptr : &*found;
 }
 
@@ -26,6 +39,7 @@ Image::Image(const std::string& file) : bytes_(ReadFile(file)), kind_(RequireKin
     const DebugCheck check = CheckedDebugImage(file, bytes_);
     info_ = LoadDebugImage(bytes_, check.lacksFileList);
     names_ = PredefinedNames(bytes_);
+    source_ = ReadDebugSource(bytes_);
 }
 
 Image::~Image() {
@@ -39,7 +53,7 @@ void Image::ForEachSection(const std::function<void(const ShownSection&)>& show)
 void Image::ForEachSectionOf(std::string_view keyword, const std::function<void(const ShownSection&)>& show) const {
     const auto found = std::find(std::begin(kSectionKeywords), std::end(kSectionKeywords), keyword);
     const auto position = static_cast<unsigned>(found - std::begin(kSectionKeywords));
-    if (kind_ == ImageKind::kDebug) return ForEachDebugSection(position, bytes_.size(), show);
+    if (kind_ == ImageKind::kDebug) return ForEachDebugSection(*this, position, bytes_.size(), show);
     if (kImageQuorzek + position <= kImageRepeater) ForEachCompiledSection(*view_, position, show);
 }
 

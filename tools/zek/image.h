@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "debug_source.h"
 #include "image_bytes.h"
 #include "zekcomp/image_view.h"
 #include "zekcomp/records.h"
@@ -27,7 +28,9 @@ struct ShownEntry {
     std::string key;               ///< as in the source
     unsigned id = 0;               ///< compiled image: the name identifier
     std::vector<ShownWord> words;  ///< compiled image
-    std::string value;             ///< debug image
+    std::string value;             ///< debug image: as hosts see it
+    /// Debug image: the texts of the source and where they stood; lives as long as the Image.
+    const DebugEntry* source = nullptr;
 };
 
 struct ShownSection {
@@ -37,8 +40,9 @@ struct ShownSection {
     std::optional<unsigned> id;
     std::optional<std::string> parent;  ///< debug image
     std::vector<ShownEntry> entries;
+    const DebugSection* source = nullptr;  ///< debug image; lives as long as the Image
 
-    /// The first entry of that key, or null.
+    /// The first entry of that key, or null. Among values VALUE and VALUE_ are one, as for the compiler.
     const ShownEntry* Entry(const std::string& key) const;
 };
 
@@ -77,13 +81,16 @@ public:
     void ForEachBlock(const std::function<void(const ShownBlock&)>& show) const;
     /// Debug image: the predefined names.
     const std::map<std::string, unsigned>& Names() const { return names_; }
+    /// Debug image: the same sections with their texts, and those that the library does not restore.
+    const DebugSource& Source() const { return source_; }
 
 private:
     std::string bytes_;
     ImageKind kind_;
     tagMETAFILEINFO info_ = {};
     std::optional<ImageView> view_;          // of a compiled image
-    std::map<std::string, unsigned> names_;  // of a debug image
+    std::map<std::string, unsigned> names_;  // of a debug image, as is what follows
+    DebugSource source_;
 };
 
 }  // namespace zek::tool

@@ -21,28 +21,28 @@ struct ShownValue {
 const char* OperatorText(unsigned code);
 
 /// A word of a compiled image as the source would write it, such as "17", "G_Trim" or "+"; "unresolved" for what the
-/// compiler did not find, and the word itself in hexadecimal where it stands for nothing.
+/// compiler did not find and for what stands for nothing. Never an identifier: these change with every name before.
 std::string SourceText(const ShownWord& word);
 
 class Values {
 public:
-    explicit Values(const Image& image) : compiled_(image.Kind() == ImageKind::kCompiled), names_(image.Names()) {}
+    /// The image must outlive this.
+    explicit Values(const Image& image) : names_(image.Names()) {}
 
-    /// The first value of the first entry of that key, as it was written in a debug image; empty where there is none.
+    /// The first value of the first entry of that key; empty where there is none. Of a debug image the text as it was
+    /// written, with the number that it is.
     ShownValue First(const ShownSection& section, const char* key) const;
-    /// The elements of the list that the first entry of that key is.
+    /// All of them.
     std::vector<ShownValue> List(const ShownSection& section, const char* key) const;
 
-    /// All values of an entry: of a value its type, then its operands. In a debug image predefined names and what is
-    /// written as a number are their numbers wherever a number can stand, so that both images give the same.
-    std::vector<ShownValue> Resolved(const ShownSection& section, const ShownEntry& entry) const;
+    /// All values of an entry: of a value its type, then its operands. The texts of a debug image are what the compiler
+    /// makes of them, so that both images give the same.
+    std::vector<ShownValue> Resolved(const ShownEntry& entry) const;
 
 private:
-    static ShownValue OfWord(const ShownWord& word);
-    ShownValue Written(const std::string& text) const;
-    ShownValue ResolvedText(const std::string& text) const;
+    static std::vector<ShownValue> OfWords(const ShownEntry& entry);
+    ShownValue OfText(const DebugEntry& entry, std::size_t at) const;
 
-    bool compiled_;
     const std::map<std::string, unsigned>& names_;
 };
 

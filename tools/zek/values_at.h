@@ -1,0 +1,19 @@
+/// What stands at a path of an image. Relies on section_path.h and values.h.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "section_path.h"
+#include "values.h"
+
+namespace zek::tool {
+
+/// Nothing where the image has no such value.
+using FoundValues = std::optional<std::vector<ShownValue>>;
+
+/// The values of the first entry that the path leads to, or the one of them that it picks. A key of a [TABLE] that is
+/// the number of a byte leads to that byte, of a debug image by the rows that set it.
+FoundValues ValuesAt(const Image& image, const SectionPath& path);
+
+}  // namespace zek::tool
