@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "zek/command.h"
 
 namespace zek::test {
@@ -13,6 +15,18 @@ protected:
               "[INCLUDE]\nFILE = words.zek\n\n[GLOBAL]\nG_X = VT_CALC,+,3,7\n\n[GLOBAL]\nG_Y = VT_CALC,-,3,G_X\n");
         ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
         for (const char* file : {"a.zki", "a.zkd"}) Write(file, Read(file).replace(20, 4, Word(1709164799)));
+    }
+
+    /// What is said of the compiled image of that name and of a.zkd.
+    static std::string NotTogether(const std::string& name) {
+        constexpr int kBehindTimeStamp = 24;
+        const std::string image = Read(name + ".zki");
+        const std::string other = Read("a.zki");
+        const auto begin = image.begin() + kBehindTimeStamp;
+        const auto at = std::mismatch(begin, image.end(), other.begin() + kBehindTimeStamp, other.end()).first;
+        return name + ".zki and a.zkd do not belong together: the debug image compiles to " +
+               std::to_string(other.size()) + " bytes, the compiled image has " + std::to_string(image.size()) +
+               ", and they differ from byte " + std::to_string(at - image.begin()) + " on";
     }
 };
 
@@ -116,13 +130,17 @@ TEST_F(ZekMap, ReadsStandardInput) {
 TEST_F(ZekMap, TellsWhatDoesNotBelongTogether) {
     WriteSound("b.zek");
     ASSERT_EQ(Zek({"compile", "b.zek"}).code, 0);
+    // The same names, and another number.
+    Write("c.zek", Read("a.zek").replace(Read("a.zek").find("3,7"), 3, "3,8"));
+    ASSERT_EQ(Zek({"compile", "c.zek"}).code, 0);
     Write("x", "no image");
     const struct {
         Strings arguments;
         int code;
         std::string why;
     } rows[] = {
-        {{"map", "b.zki", "a.zkd"}, 1, "the images are not of one source: the debug image lacks [GROUP] #0 \"Board\""},
+        {{"map", "b.zki", "a.zkd"}, 1, NotTogether("b")},
+        {{"map", "c.zki", "a.zkd"}, 1, NotTogether("c")},
         {{"map", "a.zkd", "a.zkd"}, 2, "a.zkd is a debug image, so no other can stand beside it"},
         {{"map", "a.zki", "a.zki"}, 2, "a.zki is no debug image"},
         {{"map", "missing"}, 2, "cannot read missing: No such file or directory"},

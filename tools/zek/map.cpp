@@ -7,6 +7,7 @@
 #include "image_check.h"
 #include "json_output.h"
 #include "memory_file.h"
+#include "pair_check.h"
 #include "printable.h"
 
 namespace zek::tool {
@@ -19,7 +20,8 @@ constexpr char kMapExample[] =
     "One line for each range of bytes, in the order of the image: its offset in hexadecimal, its size, and what it "
     "is.\n"
     "Every byte stands in exactly one. With the debug image of the same source, sections and entries of a compiled\n"
-    "image have the file and line that they come from. Without it, IMAGE may be a debug image, too.";
+    "image have the file and line that they come from; the exit code is 1 where the images do not belong together.\n"
+    "Without it, IMAGE may be a debug image, too.";
 
 struct MapOptions {
     std::string image;
@@ -86,6 +88,7 @@ int RunMap(const MapOptions& options) {
     } else {
         CheckedDebugImage(options.image, bytes);
     }
+    if (paired) RequireBelonging(ComparedPair(options.image, bytes, options.debug, debug));
     MapWriter writer(source, options.json, bytes);
     const ShowRange show = [&](const MapRange& range) { writer.Show(range); };
     if (view) {

@@ -22,8 +22,7 @@ struct MapRange {
 
 using ShowRange = std::function<void(const MapRange&)>;
 
-/// `source`, which may be null, is that of the debug image. Throws Failure (kSourceHasErrors) where it is not of the
-/// same source.
+/// `source`, which may be null, is that of the debug image that belongs to it (pair_check.h).
 void MapCompiledImage(const ImageView& view, const DebugSource* source, const ShowRange& show);
 
 /// Of an image that was verified.

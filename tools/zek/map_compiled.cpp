@@ -4,7 +4,6 @@
 
 #include "compiled_view.h"
 #include "dump.h"
-#include "failure.h"
 #include "image_bytes.h"
 #include "map.h"
 #include "printable.h"
@@ -29,8 +28,6 @@ public:
     }
 
     void Image() {
-        // Before anything is shown.
-        if (pairing_) ForEachSection([&](const ShownSection& section) { SourceOf(section); });
         Header();
         Sections();
         for (std::size_t slot = 0; slot < tables_.size(); ++slot) Table(slot);
@@ -78,11 +75,7 @@ private:
     }
 
     const DebugSection* SourceOf(const ShownSection& section) const {
-        if (!pairing_) return nullptr;
-        if (const DebugSection* source = pairing_->SectionOf(section)) return source;
-        throw Failure(kSourceHasErrors, std::string("the images are not of one source: the debug image lacks [") +
-                                            section.keyword + "] #" + std::to_string(section.index) +
-                                            (section.name ? ' ' + Quoted(*section.name) : ""));
+        return pairing_ ? pairing_->SectionOf(section) : nullptr;
     }
 
     void Section(const ShownSection& section, const DebugSection* source) {

@@ -53,6 +53,18 @@ std::string PairDifference::Told() const {
            std::to_string(imageSize) + ", and they differ from byte " + std::to_string(offset) + " on";
 }
 
+void RequireBelonging(const VerifiedPair& pair) {
+    if (!pair.difference) return;
+    throw Failure(kSourceHasErrors,
+                  pair.image + " and " + pair.debug + " do not belong together: " + pair.difference->Told());
+}
+
+VerifiedPair ComparedPair(const std::string& image, std::string_view imageBytes, const std::string& debug,
+                          std::string_view debugBytes) {
+    const bool lacksFileList = CheckedDebugImage(debug, debugBytes).lacksFileList;
+    return {image, debug, DifferenceOf(imageBytes, debugBytes, lacksFileList)};
+}
+
 VerifiedPair VerifyPair(const std::string& file, const std::string& other) {
     NamedImage image = ReadImage(file);
     NamedImage debug = ReadImage(other);
@@ -62,8 +74,7 @@ VerifiedPair VerifyPair(const std::string& file, const std::string& other) {
     }
     if (image.kind == ImageKind::kDebug) std::swap(image, debug);
     OpenCompiledImage(image.file, image.bytes);
-    const DebugCheck check = CheckedDebugImage(debug.file, debug.bytes);
-    return {image.file, debug.file, DifferenceOf(image.bytes, debug.bytes, check.lacksFileList)};
+    return ComparedPair(image.file, image.bytes, debug.file, debug.bytes);
 }
 
 }  // namespace zek::tool

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace zek::tool {
 
@@ -24,9 +25,16 @@ struct VerifiedPair {
     std::optional<PairDifference> difference;  ///< nothing where they belong together
 };
 
+/// Throws Failure (kSourceHasErrors) where they do not belong together, with the first difference.
+void RequireBelonging(const VerifiedPair& pair);
+
+// Both are to be called once in a process: the numbers of names go on from one compilation to the next.
+
+/// Compares two images that were verified; `image` and `debug` are their files.
+VerifiedPair ComparedPair(const std::string& image, std::string_view imageBytes, const std::string& debug,
+                          std::string_view debugBytes);
 /// Verifies a compiled and a debug image, in either order, compiles the debug image and compares, time stamps aside.
-/// Throws Failure where they are not such images. To be called once in a process: the numbers of names go on from one
-/// compilation to the next.
+/// Throws Failure where they are not such images.
 VerifiedPair VerifyPair(const std::string& file, const std::string& other);
 
 }  // namespace zek::tool

@@ -16,12 +16,8 @@ SourcePairing::SourcePairing(const DebugSource& source) {
 
 const DebugSection* SourcePairing::SectionOf(const ShownSection& section) const {
     const auto ofKind = sections_.find(section.keyword);
-    if (ofKind == sections_.end() || section.index >= ofKind->second.size()) return nullptr;
-    const DebugSection* const source = ofKind->second[section.index];
-    const DebugEntry* const name = source->Entry("NAME");
-    const bool named = section.name && section.Entry("NAME");
-    if (named && (!name || name->texts.empty() || name->texts[0] != *section.name)) return nullptr;
-    return source;
+    const bool isThere = ofKind != sections_.end() && section.index < ofKind->second.size();
+    return isThere ? ofKind->second[section.index] : nullptr;
 }
 
 std::vector<const DebugEntry*> SourcePairing::EntriesOf(const ShownSection& section, const DebugSection& source) {

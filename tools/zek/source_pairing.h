@@ -1,5 +1,5 @@
-/// Which section and entry of a debug image became which of the compiled image of the same source. Relies on the order
-/// of both: that of the source within each kind.
+/// Which section and entry of a debug image became which of the compiled image that belongs to it (pair_check.h).
+/// Relies on the order of both: that of the source within each kind.
 #pragma once
 
 #include <map>
@@ -17,8 +17,7 @@ public:
     /// The source must outlive this.
     explicit SourcePairing(const DebugSource& source);
 
-    /// The section that became this one, by its keyword and index; null where there is none or it has another NAME, so
-    /// that the images are not of one source.
+    /// The section that became this one; null where there is none.
     const DebugSection* SectionOf(const ShownSection& section) const;
 
     /// For each entry of a compiled section the entry that it was compiled from; null where there is none.

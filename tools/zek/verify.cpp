@@ -130,9 +130,7 @@ int RunVerifyAsJson(const VerifyOptions& options) {
 /// Verifies a pair, and throws where the images do not belong together.
 void RequirePair(const std::vector<std::string>& images, std::optional<VerifiedPair>& pair) {
     pair = VerifyPair(images[0], images[1]);
-    if (!pair->difference) return;
-    throw Failure(kSourceHasErrors,
-                  pair->image + " and " + pair->debug + " do not belong together: " + pair->difference->Told());
+    RequireBelonging(*pair);
 }
 
 int RunPairAsText(const std::vector<std::string>& images) {
