@@ -94,7 +94,7 @@ TEST_F(ZekOrigin, FollowsWhatATextIsAlone) {
         {"ACTION/TWO/VALUE_2", "a.zek:3: definition VT_CALC = 2\na.zek:15: value VALUE_1 = VT_IF,TWO,TWO\n"},
         {"GLOBAL/G_A", "a.zek:4: definition VT_TABLE = 10\na.zek:17: table 7\n" + two},
         {"GLOBAL/G_B", "a.zek:3: definition VT_CALC = 2\na.zek:22: global G_A = VT_TABLE,7,TWO\n" + two},
-        {"REPEATER/R", two + "a.zek:11: action TWO\n"},
+        {"REPEATER/R", "a.zek:11: action TWO\n"},
         {"SENSOR/#7/PARENT", "a.zek:7: group TWO\n"},
         {"TAVRGROUP/v/PID", ""},
         {"TAVRGROUP/w/PID", "a.zek:34: view v\n"},
@@ -122,6 +122,70 @@ TEST_F(ZekOrigin, TellsTheIncludesOfJustThatFile) {
             .out.starts_with("dir\\b.zek:2: value ONE,1\n  included from dir\\c.zek:2\n  included from a.zek:4\n"));
     EXPECT_TRUE(
         Zek({"origin", "a.zkd", "GLOBAL/G_B"}).out.starts_with("b.zek:2: value ONE,1\n  included from a.zek:6\n"));
+}
+
+/// Paths are those of `get`, down to one value, the byte of a table and any spelling of an ID.
+TEST_F(ZekOrigin, TakesPathsAsGetDoes) {
+    Write("a.zek",
+          "[DEFINE]\nVT_CALC = 2\nLIMIT = 7\nVT_CALL = 3\n"
+          "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = 0\n"
+          "[SENSOR]\nPARENT = Board\nNAME = A\nID = 0X2\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 0\n"
+          "VALUE = VT_CALC,+,LIMIT,\"1,2\"\n"
+          "[SENSOR]\nPARENT = Board\nNAME = B\nID = 1x\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 0\n"
+          "VALUE = VT_CALC,+,2,1\n"
+          "[TAVRGROUP]\nNAME = All\nID = 1\nPID = 0\nSENSORS = 1,2\n"
+          "[TABLE]\nNAME = First\nTYPE = 1\n0.255 = 9\n7 = LIMIT\n"
+          "[TABLE]\nNAME = Second\nTYPE = 1\n8 = 1\n"
+          "[ACTION]\nNAME = Act\nARGNUMBER = 1\nVALUE = VT_CALL,Act,LIMIT\n"
+          "[REPEATER]\nR = LIMIT,Act,LIMIT\n");
+    const Result compiled = Zek({"compile", "a.zek"});
+    ASSERT_EQ(compiled.code, 0) << compiled.err;
+    const std::string limit = "a.zek:3: definition LIMIT = 7\n";
+    const struct {
+        const char* path;
+        std::string shown;
+    } rows[] = {
+        {"SENSOR/A/VALUE/0",
+         "a.zek:16: value VT_CALC\na.zek:9: section [SENSOR]\na.zek:2: definition VT_CALC = 2\n"
+         "compiled:\n  0x1e000002 value type 2 (0x2)\n"},
+        {"SENSOR/A/VALUE/2",
+         "a.zek:16: value LIMIT\na.zek:9: section [SENSOR]\n" + limit + "compiled:\n  0x11000003 number 7 (0x7)\n"},
+        {"SENSOR/A/VALUE/3",
+         "a.zek:16: value 1,2\na.zek:9: section [SENSOR]\ncompiled:\n  0x11000002 number 1 (0x1)\n"},
+        {"SENSOR/#2/NAME", "a.zek:11: value A\na.zek:9: section [SENSOR]\ncompiled:\n  0x12000000 string \"A\"\n"},
+        {"SENSOR/#1/NAME", "a.zek:19: value B\na.zek:17: section [SENSOR]\ncompiled:\n  0x12000001 string \"B\"\n"},
+        {"TAVRGROUP/#1/SENSORS/1",
+         "a.zek:29: value 2\na.zek:25: section [TAVRGROUP]\na.zek:9: sensor A\n"
+         "compiled:\n  0x11000001 number 2 (0x2)\n"},
+        {"TABLE/First/8", "a.zek:33: value 9\na.zek:30: section [TABLE]\ncompiled: no entry of its own\n"},
+        // A word is no number there, so it counts as 0 and its definition does nothing.
+        {"TABLE/First/7", "a.zek:34: value LIMIT\na.zek:30: section [TABLE]\ncompiled: no entry of its own\n"},
+        {"TABLE/Second/7", "a.zek:34: value LIMIT\na.zek:30: section [TABLE]\ncompiled: no entry of its own\n"},
+        {"REPEATER/R/0",
+         "a.zek:44: value LIMIT\na.zek:43: section [REPEATER]\ncompiled:\n  0x11000000 number 0 (0x0)\n"},
+        {"REPEATER/R/2",
+         "a.zek:44: value LIMIT\na.zek:43: section [REPEATER]\n" + limit + "compiled:\n  0x11000003 number 7 (0x7)\n"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        const Result result = Zek({"origin", "a.zkd", row.path, "a.zki"});
+        EXPECT_EQ(result.err, "");
+        EXPECT_EQ(result.out, row.shown);
+    }
+    for (const char* path : {"SENSOR/A/VALUE/4", "SENSOR/A/NAME/1", "DEFINE/LIMIT/1", "SENSOR/#3/NAME"}) {
+        EXPECT_EQ(Zek({"origin", "a.zkd", path}).err, std::string("zek: a.zkd has no value ") + path + '\n');
+    }
+    EXPECT_EQ(Zek({"origin", "a.zkd", "DEFINE/LIMIT/0"}).out, "a.zek:3: value 7\na.zek:1: section [DEFINE]\n");
+}
+
+TEST_F(ZekOrigin, ImageThatDoesNotBelongEndsWithOne) {
+    Write("b.zek", std::string(kBoard).replace(std::string(kBoard).find("THRESHOLD_WH = 40"), 17, "THRESHOLD_WH = 41"));
+    ASSERT_EQ(Zek({"compile", "b.zek"}).code, 0);
+    const Result result = Zek({"origin", "a.zkd", "SENSOR/Inlet/ID", "b.zki"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_TRUE(result.err.starts_with("zek: b.zki and a.zkd do not belong together: the debug image compiles to "))
+        << result.err;
 }
 
 TEST_F(ZekOrigin, JsonSaysTheSame) {

@@ -70,6 +70,8 @@ public:
 
     ImageKind Kind() const { return kind_; }
     const tagMETAFILEINFO& Info() const { return info_; }
+    /// Those of the file.
+    std::string_view Bytes() const { return bytes_; }
 
     /// Every section, kind by kind.
     void ForEachSection(const std::function<void(const ShownSection&)>& show) const;

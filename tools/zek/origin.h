@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@ struct OriginStep {
 struct Origin {
     const DebugSection* section = nullptr;
     const DebugEntry* entry = nullptr;
+    std::optional<unsigned> element;  ///< of the entry's texts, the one that is meant
     std::vector<OriginStep> steps;  ///< the value and its section, then what its operands name, in their order
 };
 

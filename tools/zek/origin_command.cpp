@@ -8,6 +8,7 @@
 #include "json_output.h"
 #include "memory_file.h"
 #include "origin.h"
+#include "pair_check.h"
 #include "printable.h"
 #include "source_pairing.h"
 #include "word_json.h"
@@ -24,7 +25,8 @@ constexpr char kOriginExample[] =
     "with their numbers, globals, values, actions, tables and groups, sensors and views by their IDs; for each the\n"
     "includes that lead there. With the compiled image of the same source, the words that the value became. PATH is "
     "as\n"
-    "for 'zek get'.";
+    "for 'zek get'; a byte of a table leads to the row that set it. The exit code is 1 where the source has no such\n"
+    "value, and where the images do not belong together.";
 
 struct OriginOptions {
     std::string debug;
@@ -34,10 +36,7 @@ struct OriginOptions {
 };
 
 /// The words that an entry became; nothing where the image has no such entry.
-std::optional<std::vector<ShownWord>> WordsOf(const std::string& file, const DebugSource& source,
-                                              const Origin& origin) {
-    const Image image(file);
-    if (image.Kind() != ImageKind::kCompiled) throw Failure(kUsageOrFiles, file + " is no compiled image");
+std::optional<std::vector<ShownWord>> WordsOf(const Image& image, const DebugSource& source, const Origin& origin) {
     const SourcePairing pairing(source);
     std::optional<std::vector<ShownWord>> words;
     image.ForEachSectionOf(origin.section->keyword, [&](const ShownSection& section) {
@@ -47,6 +46,7 @@ std::optional<std::vector<ShownWord>> WordsOf(const std::string& file, const Deb
             if (entries[i] == origin.entry) words = section.entries[i].words;
         }
     });
+    if (words && origin.element && *origin.element < words->size()) return {{(*words)[*origin.element]}};
     return words;
 }
 
@@ -111,7 +111,14 @@ int RunOrigin(const OriginOptions& options) {
     if (!origin.entry) throw Failure(kSourceHasErrors, options.debug + " has no value " + options.path);
     const bool compiled = !options.compiled.empty();
     std::optional<std::vector<ShownWord>> words;
-    if (compiled) words = WordsOf(options.compiled, source, origin);
+    if (compiled) {
+        const Image image(options.compiled);
+        if (image.Kind() != ImageKind::kCompiled) {
+            throw Failure(kUsageOrFiles, options.compiled + " is no compiled image");
+        }
+        RequireBelonging(ComparedPair(options.compiled, image.Bytes(), options.debug, bytes));
+        words = WordsOf(image, source, origin);
+    }
     OriginWriter writer(source);
     if (options.json) {
         writer.WriteAsJson(options.path, origin, words);
