@@ -4,15 +4,11 @@
 
 #include "debug_layout.h"
 #include "zekcomp/identifiers.h"
-#include "zekcomp/operators.h"
 #include "zekcomp/predefined.h"
 #include "zekcomp/value_shapes.h"
 
 namespace zek::tool {
 namespace {
-
-constexpr unsigned kFirstComparison = 101;
-constexpr unsigned kArithmeticTexts = 4;  // type word, operator, two operands
 
 constexpr unsigned kRow = TextKey(0x12);
 constexpr unsigned kParent = TextKey(0x14);
@@ -53,13 +49,6 @@ Role RoleOf(const DebugEntry& entry, std::size_t at) {
     }
 }
 
-std::size_t CountOfTexts(const DebugEntry& entry) {
-    const bool isOperation = IsValue(entry) && entry.number == kOperation;
-    const bool isArithmetic =
-        isOperation && entry.texts.size() > 1 && GetOperator(std::string(entry.texts[1])) < kFirstComparison;
-    return isArithmetic ? std::min<std::size_t>(entry.texts.size(), kArithmeticTexts) : entry.texts.size();
-}
-
 bool IsValue(const DebugEntry& entry) { return ClassOf(entry.type) == ClassOf(ValueKey(0)); }
 
 bool IsTableRow(const DebugEntry& entry) { return entry.type == kRow; }
@@ -71,7 +60,7 @@ std::optional<unsigned> PlainNumber(std::string_view text) {
     return StringToLong(std::string(text), &number) ? std::optional(number) : std::nullopt;
 }
 
-std::optional<unsigned> NumberIn(Role role, std::string_view text, const std::map<std::string, unsigned>& names) {
+std::optional<unsigned> NumberOf(Role role, std::string_view text, const std::map<std::string, unsigned>& names) {
     // A predefined name may begin with digits, and so be a number, too.
     const auto name = role == Role::kPlainNumber ? names.end() : names.find(std::string(text));
     const bool nameCounts = name != names.end() && role != Role::kReference;
@@ -83,7 +72,7 @@ std::optional<unsigned> NumberIn(Role role, std::string_view text, const std::ma
 std::optional<unsigned> IdOf(const DebugSection& section, const std::map<std::string, unsigned>& names) {
     const DebugEntry* const entry = section.Entry("ID");
     if (!entry || entry->texts.empty()) return {};
-    const auto id = NumberIn(Role::kWord, entry->texts[0], names);
+    const auto id = NumberOf(Role::kWord, entry->texts[0], names);
     return id == kIdUnresolved ? std::nullopt : id;
 }
 

@@ -27,16 +27,13 @@ enum class Role {
 /// Of a text by its place among those of the entry.
 Role RoleOf(const DebugEntry& entry, std::size_t at);
 
-/// How many texts of an entry count: those that an arithmetic operator does not take are empty.
-std::size_t CountOfTexts(const DebugEntry& entry);
-
 // What an entry is.
 bool IsValue(const DebugEntry& entry);
 bool IsTableRow(const DebugEntry& entry);
 bool IsList(const DebugEntry& entry);
 
 /// The number that a text of the source is in a role, by the predefined names; nothing where it is none.
-std::optional<unsigned> NumberIn(Role role, std::string_view text, const std::map<std::string, unsigned>& names);
+std::optional<unsigned> NumberOf(Role role, std::string_view text, const std::map<std::string, unsigned>& names);
 
 /// The number that a text is by itself.
 std::optional<unsigned> PlainNumber(std::string_view text);

@@ -14,14 +14,13 @@ namespace {
 std::string Joined(const std::vector<std::string_view>& texts) {
     std::string all;
     for (const std::string_view& text : texts) all += (&text == texts.data() ? "" : ",") + std::string(text);
-    // Operands that an arithmetic operator does not take.
-    return all.substr(0, all.find_last_not_of(',') + 1);
+    return all;
 }
 
 /// What stands in an entry, or one of its texts.
 std::string TextOf(const DebugEntry& entry, std::optional<unsigned> element) {
     if (IsDefinition(entry)) return std::to_string(entry.number);
-    return element ? std::string(entry.texts[*element]) : Joined(entry.texts);
+    return element ? std::string(entry.texts[*element]) : Joined(TextsOf(entry));
 }
 
 std::string_view FirstText(const DebugSection& section, std::string_view key) {
@@ -55,7 +54,7 @@ public:
         }
         if (!origin.entry || !path.element) return;
         origin.element = path.element;
-        if (*path.element >= std::max<std::size_t>(CountOfTexts(*origin.entry), 1)) origin.entry = nullptr;
+        if (*path.element >= std::max<std::size_t>(TextsOf(*origin.entry).size(), 1)) origin.entry = nullptr;
     }
 
     void AddOperands(Origin& origin) const {
@@ -97,7 +96,7 @@ private:
     /// A word may be defined several times; the image tells which number it has in the end.
     bool AddDefinition(Role role, std::string_view word, Origin& origin) const {
         const auto name = names_.find(std::string(word));
-        if (name == names_.end() || NumberIn(role, word, names_) != name->second) return false;
+        if (name == names_.end() || NumberOf(role, word, names_) != name->second) return false;
         OriginStep step = {"definition", std::string(word) + " = " + std::to_string(name->second), {}};
         const auto definitions = definitions_.find(word);
         if (definitions != definitions_.end()) {
@@ -118,7 +117,7 @@ private:
                                                                    : global->second;
         if (!entry || entry == origin.entry) return;
         origin.steps.push_back(
-            {isValue ? "value" : "global", std::string(key) + " = " + Joined(entry->texts), entry->spot});
+            {isValue ? "value" : "global", std::string(key) + " = " + Joined(TextsOf(*entry)), entry->spot});
     }
 
     void AddSection(const char* what, std::string_view keyword, std::string_view name, Origin& origin) const {
@@ -128,7 +127,7 @@ private:
 
     void AddSectionOfId(const char* what, std::string_view keyword, Role role, std::string_view id,
                         Origin& origin) const {
-        const std::optional<unsigned> number = NumberIn(role, id, names_);
+        const std::optional<unsigned> number = NumberOf(role, id, names_);
         const auto found = number ? ids_.find({keyword, *number}) : ids_.end();
         if (found == ids_.end()) return;
         origin.steps.push_back({what, std::string(FirstText(*found->second, "NAME")), found->second->spot});

@@ -84,7 +84,7 @@ std::vector<ShownValue> Values::List(const ShownSection& section, const char* ke
     if (!entry) return values;
     if (!entry->source) return OfWords(*entry);
     for (const std::string_view text : entry->source->texts) {
-        values.push_back({UpToNul(text), NumberIn(RoleOf(*entry->source, values.size()), text, names_), nullptr});
+        values.push_back({UpToNul(text), NumberOf(RoleOf(*entry->source, values.size()), text, names_), nullptr});
     }
     return values;
 }
@@ -94,7 +94,8 @@ std::vector<ShownValue> Values::Resolved(const ShownEntry& entry) const {
     const DebugEntry& source = *entry.source;
     if (IsDefinition(source)) return {OfNumber(source.number)};
     std::vector<ShownValue> values;
-    for (std::size_t i = 0; i < CountOfTexts(source); ++i) values.push_back(OfText(source, i));
+    const std::size_t count = TextsOf(source).size();
+    while (values.size() < count) values.push_back(OfText(source, values.size()));
     return values;
 }
 
@@ -115,7 +116,7 @@ std::vector<ShownValue> Values::OfWords(const ShownEntry& entry) {
 ShownValue Values::OfText(const DebugEntry& entry, std::size_t at) const {
     const Role role = RoleOf(entry, at);
     const std::string text = UpToNul(entry.texts[at]);
-    const auto number = NumberIn(role, entry.texts[at], names_);
+    const auto number = NumberOf(role, entry.texts[at], names_);
     switch (role) {
         case Role::kValueType: return OfNumber(entry.number);
         case Role::kWord: return OfNumber(number.value_or(kIdUnresolved));
