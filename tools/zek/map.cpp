@@ -20,7 +20,7 @@ constexpr char kMapExample[] =
     "One line for each range of bytes, in the order of the image: its offset in hexadecimal, its size, and what it "
     "is.\n"
     "Every byte stands in exactly one. With the debug image of the same source, sections and entries of a compiled\n"
-    "image have the file and line that they come from; the exit code is 1 where the images do not belong together.\n"
+    "image have the file and line that they come from.\n"
     "Without it, IMAGE may be a debug image, too.";
 
 struct MapOptions {
@@ -114,6 +114,6 @@ const CommandSpec kMapCommand = {"map",
                                  "Show what every byte of an image is",
                                  kMapExample,
                                  PrepareMap,
-                                 {kDone, "the images are not of one source", kWrongLineOrFile, kNotValid}};
+                                 {kDone, "the images do not belong together", kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool

@@ -25,8 +25,7 @@ constexpr char kOriginExample[] =
     "with their numbers, globals, values, actions, tables and groups, sensors and views by their IDs; for each the\n"
     "includes that lead there. With the compiled image of the same source, the words that the value became. PATH is "
     "as\n"
-    "for 'zek get'; a byte of a table leads to the row that set it. The exit code is 1 where the source has no such\n"
-    "value, and where the images do not belong together.";
+    "for 'zek get'; a byte of a table leads to the row that set it.";
 
 struct OriginOptions {
     std::string debug;
@@ -139,10 +138,11 @@ Run PrepareOrigin(Words& words) {
 
 }  // namespace
 
-const CommandSpec kOriginCommand = {"origin",
-                                    "Show where in the source a value comes from",
-                                    kOriginExample,
-                                    PrepareOrigin,
-                                    {kDone, "the debug image has no such value", kWrongLineOrFile, kNotValid}};
+const CommandSpec kOriginCommand = {
+    "origin",
+    "Show where in the source a value comes from",
+    kOriginExample,
+    PrepareOrigin,
+    {kDone, "the debug image has no such value, or the images do not belong together", kWrongLineOrFile, kNotValid}};
 
 }  // namespace zek::tool
