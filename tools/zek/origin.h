@@ -22,7 +22,7 @@ struct Origin {
     const DebugSection* section = nullptr;
     const DebugEntry* entry = nullptr;
     std::optional<unsigned> element;  ///< of the entry's texts, the one that is meant
-    std::vector<OriginStep> steps;  ///< the value and its section, then what its operands name, in their order
+    std::vector<OriginStep> steps;    ///< the value and its section, then what its operands name, in their order
 };
 
 /// `names` are the predefined names of the image. The entry is null where the source has none of that path.
