@@ -1,37 +1,20 @@
 #include <sys/stat.h>
-#include <unistd.h>
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <sstream>
 
 #include "c_array.h"
-#include "child.h"
 #include "command.h"
-#include "definitions.h"
 #include "dependency_file.h"
 #include "failure.h"
-#include "findings_output.h"
 #include "image_bytes.h"
-#include "lint.h"
-#include "memory_file.h"
 #include "output_file.h"
 #include "parser_library.h"
 #include "paths.h"
-#include "printable.h"
-#include "progress.h"
-#include "renderer.h"
-#include "report.h"
-#include "shared_allows.h"
-#include "source_index.h"
-#include "source_reading.h"
-#include "streams.h"
+#include "source_check.h"
 #include "time_stamp.h"
 #include "written_image.h"
-#include "zekcomp/compiler.h"
 
 namespace zek::tool {
 namespace {
@@ -43,35 +26,9 @@ constexpr char kCompileExample[] =
     "Both images are written whole or not at all; where something is wrong, those that are there stay as they are.\n"
     "A SOURCE of - is standard input, an IMAGE of - standard output. With the variable SOURCE_DATE_EPOCH, or with\n"
     "--timestamp, which comes first, the same source always gives the same bytes.\n";
-constexpr char kCheckExample[] =
-    "Example:\n"
-    "  zek check boards/*.zek\n"
-    "\n"
-    "Each source is checked by itself, with the rules of 'zek lint --list'. The exit code is that of the worst one. A "
-    "SOURCE of - is standard input.\n"
-    "\n"
-    "'zek explain CODE' tells what a finding means and what to do. A comment '; zek: allow CODE' on a line, or alone "
-    "on "
-    "the line above, allows what is found there.\n";
-constexpr char kIncludeSearch[] =
-    "\n"
-    "An include is looked for beside the file that includes it, in the current folder, in the folders of -I in their "
-    "order, then among the files that come with zek (zek/words.zek).";
 
 constexpr char kEmitImage[] = "image";
 constexpr char kEmitC[] = "c";
-
-/// What both commands take.
-struct SourceOptions {
-    std::vector<std::string> includes;
-    std::vector<std::string> definitions;
-    std::size_t mostFiles = kMostFilesOfASource;  ///< how many files one compilation may read
-    ReportOptions report;
-    bool lint = false;         ///< the rules of lint are run, too
-    bool amongOthers = false;  ///< other sources are checked in the same run
-    FindingsOptions findings;
-    Progress::Clock::time_point begun = Progress::Clock::now();
-};
 
 struct CompileOptions : SourceOptions {
     std::string source;
@@ -81,121 +38,6 @@ struct CompileOptions : SourceOptions {
     std::string emit = kEmitImage;
     std::optional<std::string> timeStamp;  ///< seconds; none for the environment's or the library's
 };
-
-struct CheckOptions : SourceOptions {
-    std::vector<std::string> sources;
-};
-
-constexpr char kAnotherParser[] =
-    " is another maker's parser library, without search folders and hook: includes are found in its own way, -I, "
-    "--max-files and the built-in folder do not count, and file names in messages are those of the source\n";
-
-/// Throws Failure with the system's reason for a main source that is not there or cannot be read.
-void RequireReadable(const std::string& source) {
-    const std::string path = MainSource(source);
-    struct stat info {};
-    if (stat(path.c_str(), &info) != 0) throw SystemFailure("cannot read " + source);
-    if (S_ISDIR(info.st_mode)) throw SystemFailure("cannot read " + source, EISDIR);
-    if (access(path.c_str(), R_OK) != 0) throw SystemFailure("cannot read " + source);
-}
-
-/// What the library has said of a source, ready to be shown.
-struct Said {
-    SourceFindings findings;
-    bool sound = false;                    ///< the check passed, and nothing of the source is missing in the model
-    std::vector<SharedAllow> shared = {};  ///< of the included files, where other sources are checked in the same run
-};
-
-Said WhatWasSaid(const std::string& source, const SourceOptions& options, const std::vector<SourceFile>& files,
-                 SourceIndex& index, const std::vector<Message>& whileReading, bool passed, SourceText& text) {
-    ReportOptions wanted = options.report;
-    wanted.words = NamesIn(options.definitions);
-    Report report(wanted, source, files, index, text);
-    report.Add(whileReading, TakeMessages());
-    ReviewScope scope = {{}, {Origin::kLibrary, Origin::kCommand}};
-    // Where there are errors most rules are not run, so that nothing is known of what they would find.
-    const bool sound = passed && report.Losses() == 0;
-    if (options.lint && sound) scope.origins.insert(Origin::kLint);
-    for (const SourceFile& file : files) scope.paths.push_back(file.path);
-    Levels levels = options.findings.levels;
-    if (options.report.verbose) levels.ShowHidden();
-    if (options.lint) report.Add(Lint(files, index, text, levels, {sound, options.amongOthers, wanted.words}));
-    Said said = {{source}, sound};
-    std::vector<SharedAllow>* const shared = options.amongOthers ? &said.shared : nullptr;
-    said.findings.findings = Reviewed(report.Findings(), levels, scope, text, shared);
-    if (options.report.raw) said.findings.raw = report.Raw();
-    return said;
-}
-
-/// Tells what the library has said so far, which is all that it will say, and ends the command.
-[[noreturn]] void GiveUp(const std::string& source, const SourceOptions& options, FindingsOutput& output,
-                         const std::string& why) {
-    SourceText text;
-    SourceIndex index{ParserLibrary()};
-    output.Show(output.Piece(WhatWasSaid(source, options, {}, index, {}, false, text).findings, text));
-    throw Failure(kUsageOrFiles, why);
-}
-
-ParserLibrary RequireParser(const std::string& source, const SourceOptions& options, FindingsOutput& output) {
-    ParserLibrary parser = ServingParser();
-    if (parser.path.empty()) {
-        GiveUp(source, options, output, "there is no section-file parser library to read sources with");
-    }
-    if (!parser.Serves()) {
-        GiveUp(source, options, output, parser.path + " lacks functions of a section-file parser library");
-    }
-    if (!parser.HasHook()) Tell("zek: note: " + parser.path + kAnotherParser);
-    return parser;
-}
-
-/// Ends the compilation, however it goes.
-struct Compilation {
-    Compilation() = default;
-    ~Compilation() { gccCompEnd(); }
-    Compilation(const Compilation&) = delete;
-    Compilation& operator=(const Compilation&) = delete;
-};
-
-struct CheckedSource {
-    std::vector<SourceFile> files;
-    bool valid = false;
-    std::vector<SharedAllow> shared = {};
-};
-
-/// Reads and checks a source and shows what there is to tell. The model stays for the outputs.
-CheckedSource Check(const std::string& source, const SourceOptions& options, FindingsOutput& output) {
-    RequireReadable(source);
-    const ParserLibrary parser = RequireParser(source, options, output);
-    Define(options.definitions);
-    Progress progress(source, "reading", options.begun);
-    SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()), options.mostFiles);
-    reading.ShowIn(progress);
-    if (!gccCompStart(source)) {
-        std::string why = parser.HasHook() ? reading.WhyMainRefused() : "the parser library refuses it";
-        if (why.empty()) why = WhyRefused(MainSource(source));
-        GiveUp(source, options, output, "cannot read " + source + ": " + why);
-    }
-    gccParse();
-    reading.Stop();
-    const std::vector<Message> whileReading = TakeMessages();
-    CheckedSource checked;
-    checked.files = reading.Files();
-    progress.SetPhase("checking");
-    const bool passed = gccCheck();
-    progress.SetPhase("preparing what was found");
-    SourceText text(&reading.Copies());
-    SourceIndex index(parser, &reading.Copies());
-    Said said = WhatWasSaid(source, options, checked.files, index, whileReading, passed, text);
-    const std::string piece = output.Piece(said.findings, text);
-    progress.Stop();
-    output.Show(piece);
-    checked.valid = said.sound && said.findings.Count(Severity::kError) == 0;
-    checked.shared = std::move(said.shared);
-    return checked;
-}
-
-/// A source of - is standard input.
-std::string PathOfSource(const std::string& source) { return source == "-" ? kStandardInput : source; }
 
 /// Where an image goes that was not given a name.
 std::string WithExtension(const std::string& source, const std::string& extension) {
@@ -261,68 +103,6 @@ void AddMainSource(const std::string& source, std::vector<SourceFile>& files) {
     const std::string path = MainSource(source);
     // Not known from the hook with another maker's parser library.
     if (files.empty() && stat(path.c_str(), &info) == 0) files.push_back({source, path, info.st_dev, info.st_ino, 0});
-}
-
-/// Stands between what a child has to say: its piece of the document, why it ended early, and what it says of comments
-/// in included files. None of these has such a byte.
-constexpr char kBetween = '\0';
-
-/// What `run` gives; stores why it failed.
-int GuardedWithReason(std::string& why, const std::function<int()>& run) {
-    return Guarded([&]() -> int {
-        try {
-            return run();
-        } catch (const std::exception& error) {
-            why = WhyEnded(error);
-            throw;
-        }
-    });
-}
-
-/// In a process of its own: its piece of the document goes into a file that it shares.
-int CheckHere(const std::string& source, const SourceOptions& options, const MemoryFile& shared) {
-    FindingsOutput output(options.findings);
-    const Compilation compilation;
-    std::string why;
-    std::string allows;
-    const int code = GuardedWithReason(why, [&] {
-        const CheckedSource checked = Check(source, options, output);
-        allows = WrittenShared(checked.shared);
-        return checked.valid ? kFine : kSourceHasErrors;
-    });
-    shared.Append(output.Pieces() + kBetween + why + kBetween + allows);
-    return code;
-}
-
-/// The library's order of kinds and its list of files outlive a compilation, so each source gets a process as fresh as
-/// this one still is.
-int CheckInChild(const std::string& source, const SourceOptions& options, FindingsOutput& output,
-                 SharedAllows& allows) {
-    const MemoryFile shared;
-    const int code = RunInChild("the check of " + source, [&] { return CheckHere(source, options, shared); });
-    std::istringstream bytes(shared.Bytes());
-    std::string piece, why, written;
-    if (!std::getline(bytes, piece, kBetween) || !std::getline(bytes, why, kBetween)) {
-        allows.AddUnknown();
-        output.ShowFailure(source, "the check was ended");
-        return std::max<int>(code, kUsageOrFiles);
-    }
-    std::getline(bytes, written, kBetween);
-    output.Show(piece);
-    if (!why.empty()) output.ShowFailure(source, why);
-    written.empty() ? allows.AddUnknown() : allows.Add(written);
-    return code;
-}
-
-/// Comments that serve none of the sources; gives the exit code.
-int ShowUnused(const SharedAllows& allows, FindingsOutput& output) {
-    int code = kFine;
-    for (const SourceFindings& unused : allows.Unused()) {
-        SourceText text;
-        output.Show(output.Piece(unused, text));
-        if (unused.Count(Severity::kError) > 0) code = kSourceHasErrors;
-    }
-    return code;
 }
 
 /// What the dependency file says. Standard input, a pipe or a device is nothing that a later run could compare.
@@ -391,11 +171,6 @@ int Compile(const CompileOptions& options, FindingsOutput& output) {
     return kFine;
 }
 
-void RequireTextForRaw(const SourceOptions& options) {
-    if (!options.report.raw || options.findings.format == "text") return;
-    throw Failure(kUsageOrFiles, "--raw shows text, not " + options.findings.format);
-}
-
 void RequireNoLint(const Levels& levels) {
     const std::optional<std::string> code = levels.Shown(Origin::kLint);
     if (code) throw Failure(kUsageOrFiles, *code + " is a finding of 'zek check'; 'zek compile' does not look for it");
@@ -414,35 +189,6 @@ int RunCompile(const CompileOptions& options) {
     if (!why.empty()) output.ShowFailure(PathOfSource(options.source), why);
     output.Finish(code);
     return code;
-}
-
-int RunCheck(const CheckOptions& options) {
-    RequireTextForRaw(options);
-    FindingsOutput output(options.findings);
-    int worst = kFine;
-    SourceOptions each = options;
-    each.amongOthers = options.sources.size() > 1;
-    SharedAllows allows;
-    for (const std::string& source : options.sources) {
-        worst = std::max(worst, CheckInChild(PathOfSource(source), each, output, allows));
-    }
-    worst = std::max(worst, ShowUnused(allows, output));
-    output.Finish(worst);
-    return worst;
-}
-
-void AddSourceOptions(Words& words, SourceOptions& options) {
-    words.FolderOptions("-I,--include", "DIR", options.includes,
-                        "Look for includes in this folder too; may be given several times");
-    words.Texts("-D,--define", "NAME=VALUE", options.definitions,
-                "Define a word before the source is read; a definition in the source overrides it; may be given "
-                "several times");
-    words.Count("--max-files", "N", options.mostFiles,
-                "Read so many files at most for one source, each as often as it is included; default: " +
-                    std::to_string(options.mostFiles));
-    AddFindingsOptions(words, options.findings);
-    words.Flag("--raw", options.report.raw, "Show messages as the library sends them");
-    words.Flag("--verbose", options.report.verbose, "Show also what the library says of the reading itself");
 }
 
 Run PrepareCompile(Words& words) {
@@ -464,14 +210,6 @@ Run PrepareCompile(Words& words) {
     return [options] { return RunCompile(*options); };
 }
 
-Run PrepareCheck(Words& words) {
-    const auto options = std::make_shared<CheckOptions>();
-    options->lint = true;
-    words.Files("SOURCE", options->sources, "The sources");
-    AddSourceOptions(words, *options);
-    return [options] { return RunCheck(*options); };
-}
-
 }  // namespace
 
 const CommandSpec kCompileCommand = {
@@ -482,11 +220,5 @@ const CommandSpec kCompileCommand = {
     {"both images are written", "the source has errors", kWrongLineOrFile, nullptr},
     FindingsEnvironment({{"SOURCE_DATE_EPOCH",
                           "The time stamp of both images, in seconds since 1970, where --timestamp gives none."}})};
-const CommandSpec kCheckCommand = {"check",
-                                   "Check sources and write nothing",
-                                   kCheckExample + std::string(kIncludeSearch),
-                                   PrepareCheck,
-                                   {"no source has errors", "a source has errors", kWrongLineOrFile, nullptr},
-                                   FindingsEnvironment()};
 
 }  // namespace zek::tool
