@@ -250,6 +250,7 @@ TEST_F(ZekBuild, WhatIsNoDefinitionEndsWithTwo) {
         {"LIMIT", "is not NAME=VALUE"},
         {"=1", "the name is missing"},
         {"1A=1", "a word must not begin with a digit"},
+        {"#A=1", "a word must not begin with #, as a comment does"},
         {"A B=1", "a word has no blanks and none of , ; = \" [ ]"},
         {"LIMIT=12x", "12x is neither a number nor a word defined before"},
         {"LIMIT=12345678901", "12345678901 is neither a number nor a word defined before"},

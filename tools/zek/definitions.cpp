@@ -43,6 +43,7 @@ unsigned ValueOf(const std::string& definition, const std::string& text) {
 std::string WhyNoWord(const std::string& name) {
     if (name.empty()) return "the name is missing";
     if (kDecimal.find(name[0]) != kDecimal.npos) return "a word must not begin with a digit";
+    if (name[0] == '#') return "a word must not begin with #, as a comment does";
     constexpr std::string_view kForbidden(" \t\n\v\f\r,;=\"[]\0", 13);
     if (name.find_first_of(kForbidden) == name.npos) return {};
     return "a word has no blanks and none of , ; = \" [ ]";
