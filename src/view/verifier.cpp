@@ -128,7 +128,7 @@ bool ImageVerifier::Name(std::size_t at, unsigned name) {
     if (!StandsOnce(at, name, table.limit)) return false;
     if (!table.Stands(ordinal)) return Note(CodeOfMissing(table, ordinal), at, name, ordinal);
     const bool free = (name & kIdClassMask) != kIdValue || HasOwnValues(place_.kind);
-    return free || IsNameOfValue(place_.kind, table.NameAt(ordinal)) || Fail(ImageCode::kUnknownEntry, at, name);
+    return free || !table.IsWhole(ordinal) || IsNameOfValue(place_.kind, table.NameAt(ordinal)) || Fail(ImageCode::kUnknownEntry, at, name);
 }
 
 /// Whether no entry of the section before has the name, or only one where two may; `limit` is that of the ordinals of

@@ -66,6 +66,8 @@ struct KeyTable {
     std::string_view NameAt(std::uint32_t ordinal) const {
         return {reinterpret_cast<const char*>(body) + starts[ordinal], starts[ordinal + 1] - starts[ordinal] - 1};
     }
+    /// Names: whether the table's length reaches the end of this one; of the last one it may leave a piece out.
+    bool IsWhole(std::uint32_t ordinal) const { return body[starts[ordinal + 1] - 1] == 0; }
     unsigned NumberAt(std::uint32_t ordinal) const { return WordAt(body + std::size_t{4} * ordinal); }
     bool Stands(std::uint32_t ordinal) const { return ordinal < count && (repeated.empty() || !repeated[ordinal]); }
     std::uint32_t OrdinalOf(std::string_view name) const;

@@ -138,6 +138,19 @@ TEST_F(OddImage, WasWrittenAfterAnImageWithOneRepeatedNameAndNumberWasLoaded) {
         "says, so this identifier means nothing\n");
 }
 
+TEST_F(OddImage, WasWrittenWithALengthThatCutsAName) {
+    // Each repeated name takes a byte off the length: here it ends within EXIT, which the entry is named.
+    Write("loaded.zki", ViewedImage({}, {.values = {"x", "x", "x"}}));
+    ASSERT_EQ(gcInit("loaded.zki", nullptr), 1U);
+    gcUnInit();
+    const std::string image = Compiled("[GROUP]\nPARENT=0\nNAME=A\nCHILDGROUP=0\nVALUE_EXIT=T1,1\n");
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view) << Refusal(image);
+    EXPECT_NE(Notes(image).find("short-length at "), std::string::npos) << Notes(image);
+    EXPECT_TRUE(view->SectionNamed(kImageGroup, "A")->EntryNamed("EXI"));
+    EXPECT_FALSE(view->SectionNamed(kImageGroup, "A")->EntryNamed("EXIT"));
+}
+
 TEST(OddBytes, FollowTheLastTable) {
     EXPECT_EQ(Notes(SmallImage() + "abc"),
               "trailing-bytes at 904, table of table data: 3 bytes follow the last table\n");
