@@ -170,7 +170,10 @@ private:
         }
     }
 
-    static bool EndsInNul(const char* text, unsigned size) { return text && size > 0 && text[size - 1] == '\0'; }
+    /// Whether the text's NUL is its last byte and no other one.
+    static bool EndsInNul(const char* text, unsigned size) {
+        return text && size > 0 && std::memchr(text, '\0', size) == text + size - 1;
+    }
 
     /// Takes the item into the key and the value.
     unsigned ReadItem(void* section, unsigned index, unsigned& line) {

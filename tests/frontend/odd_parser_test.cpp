@@ -276,9 +276,9 @@ TEST_F(PeekedParser, IsAskedAgainForAnItemThatIsNowhereOrDoesNotEndWhereItsSizeS
     ScriptedText nowhere("abc");
     nowhere.isNowhere = true;
     std::vector<ScriptedText> odd = {nowhere};
-    // No size, sizes that leave some of the text out, and one that goes on into what follows it.
-    for (const unsigned size : {0U, 1U, 3U, 6U}) {
-        odd.push_back(size == 6 ? ScriptedText(std::string("abc\0rest", 8)) : ScriptedText("abc"));
+    // No size, sizes that leave some of the text out, and two that go on into what follows it.
+    for (const unsigned size : {0U, 1U, 3U, 6U, 9U}) {
+        odd.push_back(size >= 6 ? ScriptedText(std::string("abc\0rest", 8)) : ScriptedText("abc"));
         odd.back().peekedSize = size;
     }
     for (const ScriptedText& text : odd) {
