@@ -252,7 +252,7 @@ TEST_F(ZekFilesOfOneName, ShareTheMessagesWhereEachHasOne) {
               "a.zek:3:8: note: included from here\n"
               "y/part.zek:2:8: note: included from here\n"
               "a.zek: 2 errors\n");
-    // The library comes to the included section first.
+    // The library comes to the included section first. A file keeps the name by which it was read first.
     EXPECT_EQ(Said("[INCLUDE]\nFILE = ../y/part.zek\n[GLOBAL]\nG_X = no\n", "\n\n[GLOBAL]\nG_X = no\n"),
               "x/../y/c.zek:4:7: error: [GLOBAL]:G_X, Value operator type(no) is invalid. [E108]\n"
               "a.zek:2:8: note: included from here\n"
@@ -262,9 +262,7 @@ TEST_F(ZekFilesOfOneName, ShareTheMessagesWhereEachHasOne) {
               "x/c.zek:4:7: error: [GLOBAL]:G_X, Value operator type(no) is invalid. [E108]\n"
               "a.zek:2:8: note: included from here\n"
               "x/part.zek:2:8: note: included from here\n"
-              "y/c.zek:4:7: error: [GLOBAL]:G_X, Value operator type(no) is invalid. [E108]\n"
-              "a.zek:3:8: note: included from here\n"
-              "y/part.zek:2:8: note: included from here\n"
+              "x/../y/c.zek:4:7: error: [GLOBAL]:G_X, Value operator type(no) is invalid. [E108]\n"
               "a.zek: 3 errors\n");
 }
 
