@@ -78,8 +78,8 @@ ZEKRSPARSER_API void RSClearSearchDirs();
 ZEKRSPARSER_API void RSSetOpenHook(RSOpenHook hook, void* context);
 
 // What RSEnumItem gives, without copying it: stores where the two texts stand, and their sizes with the NUL included,
-// the only one in a text. The texts belong to the file. No pointer may be null but `section`. 1 while the item exists; 0, with nothing stored,
-// past the last and for a null handle.
+// the only one in a text. The texts belong to the file. No pointer may be null but `section`. 1 while the item exists;
+// 0, with nothing stored, past the last and for a null handle.
 ZEKRSPARSER_API unsigned RSPeekItem(void* section, unsigned index, const char** key, unsigned* keySize,
                                     const char** value, unsigned* valueSize, unsigned* line);
 
