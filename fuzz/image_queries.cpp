@@ -43,7 +43,7 @@ bool Same(const Result& result, const Result& expected) {
 /// are for an image of another size.
 class Questions {
 public:
-    Questions() : stride_(1 + Entries() * kLooks * (1 + KeysInTables()) / kMostSteps), answers_(Entries()) {}
+    Questions() : stride_(1 + Entries() * kLooks * (1 + Keys()) / kMostSteps), answers_(Entries()) {}
 
     void AskAll() {
         Collect();
@@ -66,6 +66,12 @@ private:
             count += 1 + section->vEntries.size();
             for (const tagGCENTRY& entry : section->vEntries) count += entry.vdwValues.size() / kLooks;
         }
+        return count;
+    }
+
+    static std::size_t Keys() {
+        std::size_t count = g_tblDword.size();
+        for (const IdentifierTable& table : kIdentifierTables) count += table.names ? table.names->size() : 0;
         return count;
     }
 

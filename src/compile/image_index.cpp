@@ -24,7 +24,7 @@ SectionsStamp SectionsStamp::Now() {
     return {g_changes, g_GCHead.size(), g_GCHead.front(), g_GCHead.back()};
 }
 
-ImageStamp ImageStamp::Now() { return {SectionsStamp::Now(), KeysInTables()}; }
+ImageStamp ImageStamp::Now() { return {SectionsStamp::Now(), SizesOfTables()}; }
 
 ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
     const bool isShort = g_GCHead.size() <= kWalkedAtOnce;
@@ -38,7 +38,7 @@ ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
     const unsigned ordinal = identifier - kImageSectionClass;
     Kind& kind = ordinal < kinds_.size() ? kinds_[ordinal] : other_;
     if (isShort) return OfShortList(kind, identifier);
-    if (kind.identifier == identifier && (&kind != &other_ || !kind.sections.empty())) return kind;
+    if (kind.isCollected && kind.identifier == identifier) return kind;
     return CollectOther(identifier);
 }
 
@@ -55,7 +55,10 @@ void ImageIndex::SortByKind() {
         const unsigned ordinal = section->dwSect - kImageSectionClass;
         if (ordinal < kinds_.size()) kinds_[ordinal].sections.push_back(section);
     }
-    for (unsigned ordinal = 0; Kind & kind : kinds_) kind.identifier = kImageSectionClass + ordinal++;
+    for (unsigned ordinal = 0; Kind & kind : kinds_) {
+        kind.identifier = kImageSectionClass + ordinal++;
+        kind.isCollected = true;
+    }
 }
 
 /// Whether reading the entries of the sections for every query would take the square of their number.
@@ -91,11 +94,12 @@ ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
     other_.identifier = identifier;
     other_.sections = std::move(sections);
     other_.entries = std::move(entries);
+    other_.isCollected = true;
     return other_;
 }
 
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
-    Names names{{}, false, KeysInTables()};
+    Names names{{}, false, SizesOfTables()};
     KeyTable<unsigned, Nothing> words;
     for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
@@ -139,13 +143,13 @@ const std::vector<tagGCSECT*>& ImageIndex::Sections(unsigned identifier) { retur
 
 Found ImageIndex::Named(unsigned identifier, const std::string& name) {
     Kind& kind = KindOf(identifier);
-    if (!kind.names || kind.names->keysInTables != KeysInTables()) kind.names = ReadNames(kind);
+    if (!kind.names || kind.names->sizesOfTables != SizesOfTables()) kind.names = ReadNames(kind);
     return Find(kind, *kind.names, std::string_view(name));
 }
 
 Found ImageIndex::WithID(unsigned identifier, unsigned number) {
     Kind& kind = KindOf(identifier);
-    if (!kind.ids || kind.ids->keysInTables != g_tblDword.size()) kind.ids = ReadIDs(kind);
+    if (!kind.ids || kind.ids->sizesOfTables != g_tblDword.size()) kind.ids = ReadIDs(kind);
     return Find(kind, *kind.ids, number);
 }
 

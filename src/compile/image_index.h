@@ -24,8 +24,8 @@ struct Found {
 template <class Key>
 struct Positions {
     KeyTable<Key, unsigned> keys;
-    bool any = false;              ///< whether a section had anything to compare
-    std::size_t keysInTables = 0;  ///< when they were read
+    bool any = false;               ///< whether a section had anything to compare
+    std::size_t sizesOfTables = 0;  ///< when they were read
 };
 
 class ImageIndex {
@@ -44,6 +44,7 @@ private:
     using IDs = Positions<unsigned>;
     struct Kind {
         unsigned identifier = 0;
+        bool isCollected = false;  ///< the sections are those of this identifier, even where there are none
         std::vector<tagGCSECT*> sections;
         std::vector<std::span<const tagGCENTRY>> entries;  ///< where those of each stood
         std::optional<Names> names;                        ///< read when the first name is asked for

@@ -24,7 +24,7 @@ struct SectionsStamp {
 /// Differs also when a host has changed a table's size.
 struct ImageStamp {
     SectionsStamp sections;
-    std::size_t keys = 0;
+    std::size_t sizesOfTables = 0;
 
     static ImageStamp Now();
     bool operator==(const ImageStamp&) const = default;

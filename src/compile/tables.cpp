@@ -1,6 +1,7 @@
 #include "compile/tables.h"
 
 #include <algorithm>
+#include <bit>
 #include <stdexcept>
 
 #include "compile/enter_keys.h"
@@ -196,10 +197,13 @@ void TakeTable(ByteReader& in, const IdentifierTable& table) {
     TakeKeys(in, *table.numbers, *table.counter);
 }
 
-std::size_t KeysInTables() {
-    std::size_t keys = g_tblDword.size();
-    for (const IdentifierTable& table : kIdentifierTables) keys += table.names ? table.names->size() : 0;
-    return keys;
+std::size_t SizesOfTables() {
+    // Each in a place of its own, so that one table that grows does not hide another that shrinks.
+    std::size_t sizes = g_tblDword.size();
+    for (const IdentifierTable& table : kIdentifierTables) {
+        sizes = std::rotl(sizes, 7) ^ (table.names ? table.names->size() : 0);
+    }
+    return sizes;
 }
 
 }  // namespace zek

@@ -86,7 +86,7 @@ void PutTable(ByteWriter& out, const IdentifierTable& table);
 /// memory runs out: a table of names or numbers is then empty, and the table data stays as it was.
 void TakeTable(ByteReader& in, const IdentifierTable& table);
 
-/// The number of keys in all tables together; with g_changes it tells whether an index over the tables is still good.
-std::size_t KeysInTables();
+/// The sizes of all tables in one; with g_changes it tells whether an index over the tables is still good.
+std::size_t SizesOfTables();
 
 }  // namespace zek

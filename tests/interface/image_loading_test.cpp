@@ -230,6 +230,37 @@ TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostChangesTheEndsOfALongList) 
     g_GCHead.clear();
 }
 
+TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostMakesOneTableLargerAndAnotherSmaller) {
+    std::string source = "[PROPERTY]\n";
+    for (int i = 0; i < 100; ++i) source += "key" + std::to_string(i) + " = x" + std::to_string(i) + '\n';
+    ASSERT_EQ(Check(source), 1U);
+    ASSERT_EQ(gccOutput("long.meta"), 1U);
+    ASSERT_EQ(gcInit("long.meta", nullptr), 1U);
+    tagGCSECT* const section = gcGetSectByIndex(0x01000002, 0);
+    EXPECT_EQ(gcGetEntryByName(section, "key5", nullptr), &section->vEntries[5]);
+    EXPECT_EQ(gcGetSectByName(0x01000002, "key5"), section);
+    g_tblProperty["alias"] = 0x03000005;
+    g_tblProperty.erase("key5");
+    g_tblProperty["more"] = 0x03000064;
+    g_tblString.erase(g_tblString.begin());
+    EXPECT_EQ(gcGetEntryByName(section, "alias", nullptr), &section->vEntries[5]);
+    EXPECT_EQ(gcGetEntryByName(section, "key5", nullptr), nullptr);
+    EXPECT_EQ(gcGetSectByName(0x01000002, "alias"), section);
+    EXPECT_EQ(gcGetSectByName(0x01000002, "key5"), nullptr);
+}
+
+TEST_F(ImageLoading, DoesNotLookForAKindThatIsMissingAtEveryQuery) {
+    constexpr std::size_t kSections = 1'000'000;
+    std::vector<tagGCSECT> sections(kSections);
+    for (tagGCSECT& section : sections) g_GCHead.push_back(&section);
+    InChild([&] {
+        // Walking the list for every query would take minutes.
+        alarm(20);
+        for (int i = 0; i < 100'000; ++i) ASSERT_EQ(gcGetSectCount(0x7f000001), 0U);
+    });
+    g_GCHead.clear();
+}
+
 TEST_F(ImageLoading, FindsTheEntriesOfALongSectionAsThoseOfAShortOne) {
     std::string source = "[PROPERTY]\n";
     for (int i = 0; i < 1000; ++i) source += "key " + std::to_string(i) + " = x\n";
