@@ -40,6 +40,14 @@ const CodeRow* RowOfCode(std::string_view code) {
     return Found(rows, code);
 }
 
+std::set<std::string> AllCodes() {
+    std::set<std::string> codes;
+    for (const CodeGroup& group : CodeGroups()) {
+        for (const CodeRow& row : group.rows) codes.insert(row.code);
+    }
+    return codes;
+}
+
 const CodeGroup* GroupOfCode(std::string_view code) {
     for (const CodeGroup& group : CodeGroups()) {
         for (const CodeRow& row : group.rows) {
@@ -47,6 +55,18 @@ const CodeGroup* GroupOfCode(std::string_view code) {
         }
     }
     return nullptr;
+}
+
+std::string Filled(std::string_view code, const std::vector<std::string>& texts) {
+    std::string_view format = RowOfCode(code)->format;
+    std::string filled;
+    for (const std::string& text : texts) {
+        const std::size_t at = format.find("%s");
+        if (at == format.npos) break;
+        filled.append(format.substr(0, at)).append(text);
+        format.remove_prefix(at + 2);
+    }
+    return filled.append(format);
 }
 
 const CodeRow* RowOfFormat(std::string_view format) {

@@ -2,6 +2,7 @@
 /// it. Relies on finding.h.
 #pragma once
 
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -51,9 +52,14 @@ std::span<const CodeGroup> CheckingCodes();
 std::span<const CodeGroup> CommandCodes();
 std::span<const CodeGroup> LintCodes();
 
+std::set<std::string> AllCodes();
+
 /// Null for an unknown code.
 const CodeRow* RowOfCode(std::string_view code);
 const CodeGroup* GroupOfCode(std::string_view code);
+
+/// The text of a code of ours, with these in the places of its %s, as far as they go.
+std::string Filled(std::string_view code, const std::vector<std::string>& texts);
 
 /// The code of a message of the library by its format, line feed included; null where it has none. Where several codes
 /// have it, the last.

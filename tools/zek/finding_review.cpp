@@ -11,14 +11,6 @@ namespace {
 
 constexpr char kUnused[] = "L001";
 
-std::set<std::string> AllCodes() {
-    std::set<std::string> codes;
-    for (const CodeGroup& group : CodeGroups()) {
-        for (const CodeRow& row : group.rows) codes.insert(row.code);
-    }
-    return codes;
-}
-
 bool IsError(const std::string& code) {
     const CodeRow* const row = RowOfCode(code);
     return row && row->level == Level::kError;
@@ -30,17 +22,11 @@ bool IsAboutComments(const std::string& code) {
 }
 
 /// The text of a finding of the command's own, with the code that it is about.
-std::string Filled(const char* code, const std::string& about) {
-    std::string text = RowOfCode(code)->format;
-    for (std::size_t at; (at = text.find("%s")) != text.npos;) text.replace(at, 2, about);
-    return text;
-}
-
 Finding About(const Allowed& allowed, const char* code) {
     Finding finding;
     finding.code = code;
     finding.place = allowed.place;
-    finding.message = Filled(code, allowed.code);
+    finding.message = Filled(code, {allowed.code, allowed.code});
     return finding;
 }
 

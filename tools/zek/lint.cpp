@@ -57,17 +57,6 @@ bool IsBelow(const std::string& path, const std::string& folder) {
     return !folder.empty() && path.starts_with(folder.ends_with('/') ? folder : folder + '/');
 }
 
-std::string Filled(std::string_view format, const std::vector<std::string>& texts) {
-    std::string filled;
-    for (const std::string& text : texts) {
-        const std::size_t at = format.find("%s");
-        if (at == format.npos) break;
-        filled.append(format.substr(0, at)).append(text);
-        format.remove_prefix(at + 2);
-    }
-    return filled.append(format);
-}
-
 /// Whether a file that ends as the main source does stands beside it and is not read: perhaps another source, which
 /// shares files with this one.
 bool HasNeighbour(const std::vector<SourceFile>& files) {
@@ -130,7 +119,7 @@ Finding& LintRun::Add(const char* code, const LintSection& section, const LintIt
     finding.code = code;
     finding.place = KeyPlace(section, item);
     finding.header = section.source->line;
-    finding.message = Filled(RowOfCode(code)->format, all);
+    finding.message = Filled(code, all);
     return findings_.emplace_back(std::move(finding));
 }
 

@@ -18,12 +18,10 @@ std::vector<std::string> Split(const std::string& names) {
 }
 
 /// Every code, behind another word if there is one.
-std::vector<std::string> AllCodes(const std::string& other) {
-    std::vector<std::string> codes;
-    if (!other.empty()) codes.push_back(other);
-    for (const CodeGroup& group : CodeGroups()) {
-        for (const CodeRow& row : group.rows) codes.push_back(row.code);
-    }
+std::vector<std::string> CodesBehind(const std::string& other) {
+    const std::set<std::string> all = AllCodes();
+    std::vector<std::string> codes(all.begin(), all.end());
+    if (!other.empty()) codes.insert(codes.begin(), other);
     return codes;
 }
 
@@ -47,11 +45,11 @@ public:
         all.push_back({{}, type, help, Value::kText, {}, false, true});
     }
     void AnyCodes(const std::string& type, std::vector<std::string>&, const std::string& help) override {
-        all.push_back({{}, type, help, Value::kChoice, AllCodes(""), true, false});
+        all.push_back({{}, type, help, Value::kChoice, CodesBehind(""), true, false});
     }
     void EachCode(const std::string& names, const std::string& type, const std::string& other,
                   const std::function<void(const std::string&)>&, const std::string& help) override {
-        all.push_back({Split(names), type, help, Value::kChoice, AllCodes(other), true});
+        all.push_back({Split(names), type, help, Value::kChoice, CodesBehind(other), true});
     }
     void FileOption(const std::string& names, const std::string& type, std::string&, const std::string& help) override {
         all.push_back({Split(names), type, help, Value::kFile});
