@@ -22,6 +22,19 @@ constexpr NameRule kNameRules[] = {
 };
 static_assert(std::size(kNameRules) == 12, "one row per entry type that a name table names");
 
+struct NumberedKey {
+    unsigned sectionType;
+    unsigned entryType;
+};
+
+/// The entries whose keys are numbered, in the order in which each table numbers them; those of one kind of section
+/// stand together.
+constexpr NumberedKey kNumberedKeys[] = {
+    {kPropertySection, kProperty}, {kSensorSection, kPrefixP},     {kSensorSection, kOwnValue},
+    {kDeviceSection, kPrefixP},    {kDeviceSection, kOwnValue},    {kSystemSection, kPrefixP},
+    {kGlobalSection, kGlobal},     {kActionSection, kActionValue}, {kRepeaterSection, kRepeaterItem},
+};
+
 /// The suffixes of the fixed value keywords hold the first value identifiers of every image.
 constexpr const char* kFixedValues[] = {"IPMI", "", "INIT", "DEINIT", "ENTRY", "EXIT"};
 
@@ -40,12 +53,29 @@ void ForEachOf(const CZEKSection& section, unsigned entryType, Visit&& visit) {
     }
 }
 
-void NumberEntries(unsigned sectionType, unsigned entryType) {
+void NumberFixedValues() {
+    for (const char* name : kFixedValues) Number(kIdValue, name);
+}
+
+constexpr unsigned kAllTables = 0;
+
+void NumberKeys(const CZEKSection& section, unsigned entryType, unsigned classWord) {
     const NameRule& rule = *NameRuleOf(entryType);
-    for (const CZEKSection* section : SectionsOf(sectionType)) {
-        ForEachOf(*section, entryType, [&rule](const CZEKEntry& entry) {
-            Number(rule.classWord, WithoutPrefix(entry.m_strName, rule.prefix));
-        });
+    if (classWord != kAllTables && classWord != rule.classWord) return;
+    ForEachOf(section, entryType,
+              [&rule](const CZEKEntry& entry) { Number(rule.classWord, WithoutPrefix(entry.m_strName, rule.prefix)); });
+}
+
+/// Numbers the keys of a table, or of all tables: for these at once, because the entries of a section are no longer in
+/// the cache when all other sections have been walked.
+void NumberKeys(unsigned classWord) {
+    const auto* const end = std::end(kNumberedKeys);
+    for (const auto *first = kNumberedKeys, *next = first; first != end; first = next) {
+        const unsigned sectionType = first->sectionType;
+        next = std::find_if(first, end, [=](const NumberedKey& row) { return row.sectionType != sectionType; });
+        for (const CZEKSection* section : SectionsOf(sectionType)) {
+            for (const auto* row = first; row != next; ++row) NumberKeys(*section, row->entryType, classWord);
+        }
     }
 }
 
@@ -84,10 +114,8 @@ std::string_view WithoutPrefix(std::string_view key, std::size_t prefix) {
 }  // namespace zek
 
 unsigned InitTblD() {
-    InitPropertyD();
-    InitGlobalD();
-    InitValueD();
-    InitRepeaterD();
+    zek::NumberFixedValues();
+    zek::NumberKeys(zek::kAllTables);
     InitGroupD();
     InitActionD();
     InitTableDataD();
@@ -95,28 +123,23 @@ unsigned InitTblD() {
 }
 
 unsigned InitPropertyD() {
-    zek::NumberEntries(zek::kPropertySection, zek::kProperty);
-    for (unsigned section : {zek::kSensorSection, zek::kDeviceSection, zek::kSystemSection}) {
-        zek::NumberEntries(section, zek::kPrefixP);
-    }
+    zek::NumberKeys(zek::kIdProperty);
     return 1;
 }
 
 unsigned InitGlobalD() {
-    zek::NumberEntries(zek::kGlobalSection, zek::kGlobal);
+    zek::NumberKeys(zek::kIdGlobal);
     return FindSectHead(zek::kGlobalSection) != nullptr;
 }
 
 unsigned InitValueD() {
-    for (const char* name : zek::kFixedValues) zek::Number(zek::kIdValue, name);
-    zek::NumberEntries(zek::kSensorSection, zek::kOwnValue);
-    zek::NumberEntries(zek::kDeviceSection, zek::kOwnValue);
-    zek::NumberEntries(zek::kActionSection, zek::kActionValue);
+    zek::NumberFixedValues();
+    zek::NumberKeys(zek::kIdValue);
     return 1;
 }
 
 unsigned InitRepeaterD() {
-    zek::NumberEntries(zek::kRepeaterSection, zek::kRepeaterItem);
+    zek::NumberKeys(zek::kIdRepeater);
     return 1;
 }
 

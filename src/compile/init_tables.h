@@ -5,8 +5,8 @@
 
 #include "zekcomp/api.h"
 
-// Each numbers the names of its kind and gives 1; InitGlobalD gives 0 when there is no [GLOBAL] section. InitTblD runs
-// all seven in this order and gives 1.
+// Each numbers the names of its kind and gives 1; InitGlobalD gives 0 when there is no [GLOBAL] section. InitTblD does
+// the work of all seven and gives 1.
 ZEK_API unsigned InitTblD();
 ZEK_API unsigned InitPropertyD();
 ZEK_API unsigned InitGlobalD();

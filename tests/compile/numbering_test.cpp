@@ -134,6 +134,17 @@ TEST_F(Numbering, ThroughAllStepsNumbersEveryTable) {
     EXPECT_EQ(g_tblTableData.size(), 256U);
 }
 
+TEST_F(Numbering, ThroughAllStepsKeepsTheOrderOfEachTable) {
+    Source(
+        "[SENSOR]\nVALUE_S=1\nP_S=1\n[ACTION]\nVALUE_9=1\n[SYSTEM]\nP_Y=1\n[DEVICE]\nVALUE_D=1\nP_D=1\n"
+        "[SENSOR]\nP_T=1\nVALUE_T=1\n[PROPERTY]\nMaker=1\n[ACTION]\nVALUE_D=1\nVALUE_10=1\n");
+    EXPECT_EQ(InitTblD(), 1U);
+    EXPECT_EQ(KeysInOrder(g_tblProperty), (Keys{"Maker", "S", "T", "D", "Y"}));
+    Keys values = kFixedValues;
+    values.insert(values.end(), {"S", "T", "D", "9", "10"});
+    EXPECT_EQ(KeysInOrder(g_tblValue), values);
+}
+
 TEST_F(Numbering, OfASecondCompilationContinuesWhereTheFirstEnded) {
     Source("[PROPERTY]\nb=1\na=1\n");
     InitTblD();
