@@ -38,6 +38,12 @@ unsigned Board::Count(Kind kind) const {
     return kind == Kind::kDefine ? count + 1 : count;  // the first defines the words of the language
 }
 
+unsigned Board::Sections() const {
+    unsigned sections = 0;
+    for (unsigned kind = 0; kind < kKindNames.size(); ++kind) sections += Count(Kind{kind});
+    return sections;
+}
+
 void Board::Fill(Kind kind, unsigned index, Section& section) const {
     Random random(seed_, kContents + static_cast<unsigned>(kind), index);
     section.Begin(kind, index);

@@ -20,8 +20,21 @@ public:
 
     /// How many sections of a kind there are, at least one.
     unsigned Count(Kind kind) const;
+    /// How many sections there are of all kinds.
+    unsigned Sections() const;
     /// Makes `section` the section of this kind with this number, from 0 to Count(kind) - 1.
     void Fill(Kind kind, unsigned index, Section& section) const;
+    /// Makes each section in the order of the board, and hands it to `use`, which may alter it.
+    template <class Use>
+    void ForEach(const Use& use) const {
+        Section section;
+        for (unsigned kind = 0; kind < kKindNames.size(); ++kind) {
+            for (unsigned i = 0; i < Count(Kind{kind}); ++i) {
+                Fill(Kind{kind}, i, section);
+                use(section);
+            }
+        }
+    }
 
     /// The groups are a tree of which group 0 is the root; the children of a group follow each other and stand behind
     /// it.

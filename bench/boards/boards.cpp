@@ -1,11 +1,14 @@
 #include "boards.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "board.h"
 #include "formats.h"
 #include "lopsided.h"
 #include "mistakes.h"
+#include "split.h"
+#include "text.h"
 #include "zek_text.h"
 
 namespace zek::bench {
@@ -13,40 +16,32 @@ namespace {
 
 constexpr unsigned kEvery = 10;  ///< so many sections of a board with mistakes have one of them
 
-/// Writes the sections of a board; `change` may alter each before.
-template <class Change>
-void WriteSections(ZekText& text, const Board& board, const Change& change) {
-    Section section;
-    for (unsigned kind = 0; kind < kKindNames.size(); ++kind) {
-        for (unsigned i = 0; i < board.Count(Kind{kind}); ++i) {
-            board.Fill(Kind{kind}, i, section);
-            change(section);
-            text.Write(section);
-        }
-    }
-}
-
 void WriteBoard(ZekText& text, unsigned size, std::uint64_t seed) {
-    WriteSections(text, Board(size, seed), [](const Section&) {});
+    Board(size, seed).ForEach([&text](const Section& section) { text.Write(section); });
 }
 
 void WriteErrors(ZekText& text, unsigned size, std::uint64_t seed) {
     unsigned number = 0;
-    WriteSections(text, Board(size, seed), [&number](Section& section) {
+    Board(size, seed).ForEach([&](Section& section) {
         if (++number % kEvery == 0) AddMistake(section, number / kEvery);
+        text.Write(section);
     });
 }
 
 struct Shape {
     std::string_view name;
     std::string_view counts;
-    void (*write)(ZekText& text, unsigned size, std::uint64_t seed);
+    void (*write)(ZekText& text, unsigned size, std::uint64_t seed);  ///< null for a board split over included files
+    unsigned mostFiles = 0;                                           ///< of those
 };
 
 constexpr Shape kShapes[] = {
     {"board", "sensors of a board that has everything in proportion", WriteBoard},
+    {"parts", "sensors of a board that is split over 1,000 included files", nullptr, 1'000},
+    {"includes", "included files, each with about one sensor of a board", nullptr, kLargestBoard},
     {"errors", "sensors of a board with a mistake in every tenth section", WriteErrors},
     {"properties", "keys of one [PROPERTY]", WriteProperties},
+    {"long-sections", "keys of ten [PROPERTY] sections", WriteLongSections},
     {"action", "working values of one [ACTION], each using one before it", WriteAction},
     {"sensors-list", "sensors in one SENSORS list", WriteSensorsList},
     {"tails", "sections whose long names differ in their last characters only", WriteTails},
@@ -87,6 +82,11 @@ std::vector<std::string_view> NamesOf(const Row (&rows)[count]) {
     return names;
 }
 
+unsigned FilesOf(const Shape& shape, unsigned size) { return std::min(shape.mostFiles, size); }
+
+/// The folder of the included files, which no other shape or size has.
+std::string FolderOf(const Shape& shape, unsigned size) { return Numbered(std::string(shape.name) + '-', size); }
+
 void CheckSize(unsigned size) {
     if (size < kSmallestBoard || size > kLargestBoard) throw std::invalid_argument("the size is out of bounds");
 }
@@ -98,8 +98,19 @@ std::string ZekSource(std::string_view shape, unsigned size, std::uint64_t seed)
     CheckSize(size);
     std::string out;
     ZekText text(out, seed);
-    found.write(text, size, seed);
+    if (found.write) {
+        found.write(text, size, seed);
+    } else {
+        WriteIncludes(text, FolderOf(found, size), FilesOf(found, size));
+    }
     return out;
+}
+
+std::vector<IncludedFile> IncludedFiles(std::string_view shape, unsigned size, std::uint64_t seed) {
+    const Shape& found = Find(kShapes, "shape", shape);
+    CheckSize(size);
+    if (found.write) return {};
+    return SplitBoard(FolderOf(found, size), FilesOf(found, size), size, seed);
 }
 
 std::string BoardIn(std::string_view format, unsigned sensors, std::uint64_t seed) {
@@ -109,7 +120,17 @@ std::string BoardIn(std::string_view format, unsigned sensors, std::uint64_t see
 }
 
 std::vector<std::string_view> ShapeNames() { return NamesOf(kShapes); }
+
+std::vector<std::string> LopsidedShapes() {
+    std::vector<std::string> shapes;
+    for (const std::string_view shape : ShapeNames()) {
+        if (shape != "board") shapes.emplace_back(shape);
+    }
+    return shapes;
+}
+
 std::vector<std::string_view> FormatNames() { return NamesOf(kFormats); }
+bool HasIncludedFiles(std::string_view shape) { return !Find(kShapes, "shape", shape).write; }
 std::string_view WhatSizeCounts(std::string_view shape) { return Find(kShapes, "shape", shape).counts; }
 
 }  // namespace zek::bench

@@ -73,6 +73,11 @@ void WriteInSections(ZekText& text, std::string_view keyword, unsigned inSection
     }
 }
 
+void WriteProperty(ZekText& text, unsigned number, Random& random) {
+    const std::string key = Numbered(random.OneIn(2) ? "Setting" : "Serial_number_of_part_", number);
+    text.Item(key, Numbered("SN-", random.Below(1U << 30)));
+}
+
 std::vector<unsigned> AllFromOne(unsigned size) {
     std::vector<unsigned> ids(size);
     std::iota(ids.begin(), ids.end(), 1);
@@ -103,10 +108,17 @@ std::string RowKey(unsigned index) {
 
 void WriteProperties(ZekText& text, unsigned size, std::uint64_t seed) {
     Random random = RandomFor(seed);
-    WriteInSections(text, "PROPERTY", size, size, [&](unsigned i) {
-        const std::string key = Numbered(random.OneIn(2) ? "Setting" : "Serial_number_of_part_", i);
-        text.Item(key, Numbered("SN-", random.Below(1U << 30)));
-    });
+    WriteInSections(text, "PROPERTY", size, size, [&](unsigned i) { WriteProperty(text, i, random); });
+}
+
+void WriteLongSections(ZekText& text, unsigned size, std::uint64_t seed) {
+    constexpr unsigned kSections = 10;
+    Random random = RandomFor(seed);
+    for (unsigned section = 0; section < kSections; ++section) {
+        text.Header("PROPERTY");
+        const auto from = [size](std::uint64_t number) { return static_cast<unsigned>(number * size / kSections); };
+        for (unsigned i = from(section); i < from(section + 1); ++i) WriteProperty(text, i, random);
+    }
 }
 
 void WriteAction(ZekText& text, unsigned size, std::uint64_t seed) {
@@ -126,7 +138,7 @@ void WriteSensorsList(ZekText& text, unsigned size, std::uint64_t seed) {
     WriteGroup(text, "Board", "0");
     std::vector<unsigned> ids = AllFromOne(size);
     for (const unsigned id : ids) WriteSensor(text, "Board", Numbered("Inlet ", id), id, Numbered("VT_VALUE,", id));
-    for (std::size_t i = ids.size(); i > 1; --i) std::swap(ids[i - 1], ids[random.Below(i)]);
+    random.Shuffle(ids);
     WriteView(text, 1, 0, ids);
 }
 

@@ -9,6 +9,8 @@ namespace zek::bench {
 
 /// One [PROPERTY] with `size` keys.
 void WriteProperties(ZekText& text, unsigned size, std::uint64_t seed);
+/// Ten [PROPERTY] sections that have `size` keys together.
+void WriteLongSections(ZekText& text, unsigned size, std::uint64_t seed);
 /// One [ACTION] with `size` working values, each of which uses one before it.
 void WriteAction(ZekText& text, unsigned size, std::uint64_t seed);
 /// `size` sensors and one list of them all, in another order.

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
+#include <vector>
 
 namespace zek::bench {
 
@@ -31,6 +33,10 @@ public:
     template <class Item>
     const Item& Pick(std::span<const Item> items) {
         return items[Below(items.size())];
+    }
+    template <class Item>
+    void Shuffle(std::vector<Item>& items) {
+        for (std::size_t i = items.size(); i > 1; --i) std::swap(items[i - 1], items[Below(i)]);
     }
 
 private:

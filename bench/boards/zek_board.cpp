@@ -2,9 +2,11 @@
 #include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
+#include <filesystem>
+#include <system_error>
 
 #include "boards.h"
+#include "source_files.h"
 
 namespace zek::bench {
 namespace {
@@ -35,12 +37,18 @@ void AddOptions(CLI::App& app, Options& options) {
     app.add_option("--format", options.format, "The format; all but zek are of the shape board only")
         ->check(CLI::IsMember(Texts(FormatNames())))
         ->capture_default_str();
-    app.add_option("-o,--output", options.file, "The file to write; default: standard output")->type_name("FILE");
+    app.add_option("-o,--output", options.file,
+                   "The file to write; default: standard output. What it includes goes beside it")
+        ->type_name("FILE");
     app.add_flag("--list", options.list, "Show the shapes and what --sensors counts in them");
     app.callback([&options, sensors] {
         if (!options.list && sensors->empty()) throw CLI::RequiredError("--sensors");
         if (options.format != FormatNames().front() && options.shape != ShapeNames().front()) {
             throw CLI::ValidationError("--format", "there is no " + options.format + " of the shape " + options.shape);
+        }
+        if (!options.list && options.file.empty() && HasIncludedFiles(options.shape)) {
+            throw CLI::ValidationError("--output",
+                                       "the shape " + options.shape + " is several files, so one is needed");
         }
     });
 }
@@ -53,24 +61,21 @@ std::string ShapeList() {
     return text;
 }
 
-/// Writes to the file of that name, or to standard output where it is empty; false when the system refuses, with errno
-/// set.
-bool Write(const std::string& file, const std::string& text) {
-    std::FILE* const out = file.empty() ? stdout : std::fopen(file.c_str(), "wb");
-    if (!out) return false;
-    const bool written = std::fwrite(text.data(), 1, text.size(), out) == text.size();
-    return std::fclose(out) == 0 && written;
+void Print(const std::string& text) {
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fclose(stdout) == 0) return;
+    throw std::system_error(errno, std::generic_category(), "cannot write to standard output");
 }
 
-int Run(const Options& options) {
+void Run(const Options& options) {
     const bool zek = options.format == FormatNames().front();
     const std::string text = options.list ? ShapeList()
                              : zek        ? ZekSource(options.shape, options.sensors, options.seed)
                                           : BoardIn(options.format, options.sensors, options.seed);
-    if (Write(options.file, text)) return kFine;
-    const std::string name = options.file.empty() ? "to standard output" : options.file;
-    std::fprintf(stderr, "zek_board: cannot write %s: %s\n", name.c_str(), std::strerror(errno));
-    return kUsageOrFiles;
+    if (options.file.empty()) return Print(text);
+    WriteBytes(options.file, text);
+    if (options.list || !zek) return;
+    const std::filesystem::path file = options.file;
+    WriteIncluded(file.parent_path(), options.shape, options.sensors, options.seed);
 }
 
 }  // namespace
@@ -83,7 +88,8 @@ int main(int argc, char** argv) {
     AddOptions(app, options);
     try {
         app.parse(argc, argv);
-        return Run(options);
+        Run(options);
+        return kFine;
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == kFine) return app.exit(error);
         std::fprintf(stderr, "zek_board: %s\nRun with --help for more information.\n", error.what());

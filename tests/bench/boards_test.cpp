@@ -6,6 +6,7 @@
 
 #include "bench/source_reader.h"
 #include "boards/random.h"
+#include "boards/source_files.h"
 #include "support/process_test.h"
 
 namespace zek::test {
@@ -13,6 +14,13 @@ namespace {
 
 using bench::ShapeNames;
 using bench::ZekSource;
+
+/// A source and the files that it includes, one behind the other.
+std::string WholeSource(std::string_view shape, unsigned size, std::uint64_t seed = 1) {
+    std::string text = ZekSource(shape, size, seed);
+    for (const bench::IncludedFile& file : bench::IncludedFiles(shape, size, seed)) text += file.text;
+    return text;
+}
 
 struct ShapeRow {
     std::string name;
@@ -35,6 +43,7 @@ class SoundShape : public ProcessTest, public testing::WithParamInterface<ShapeR
 TEST_P(SoundShape, CompilesWithoutAnyMessage) {
     for (const unsigned size : {10U, 11U, 99U, 700U}) {
         SCOPED_TRACE(size);
+        bench::WriteIncluded(".", GetParam().shape, size);
         EXPECT_EQ(Check(ZekSource(GetParam().shape, size)), 1U);
         EXPECT_EQ(gccOutput("image.zki"), 1U);
         EXPECT_EQ(gccOutputD("image.zkd"), 1U);
@@ -119,8 +128,8 @@ TEST(Board, HasMoreOfEverythingWhenItIsLarger) {
 TEST(ZekSource, IsTheSameForTheSameSeedOnly) {
     for (const std::string_view shape : ShapeNames()) {
         SCOPED_TRACE(shape);
-        EXPECT_EQ(ZekSource(shape, 50, 7), ZekSource(shape, 50, 7));
-        EXPECT_NE(ZekSource(shape, 50, 7), ZekSource(shape, 50, 8));
+        EXPECT_EQ(WholeSource(shape, 50, 7), WholeSource(shape, 50, 7));
+        EXPECT_NE(WholeSource(shape, 50, 7), WholeSource(shape, 50, 8));
     }
 }
 
@@ -129,6 +138,9 @@ TEST(ZekSource, CannotHaveUnknownShapesOrSizes) {
     EXPECT_THROW(ZekSource("board", 9), std::invalid_argument);
     EXPECT_THROW(ZekSource("board", 1'000'001), std::invalid_argument);
     EXPECT_THROW(bench::WhatSizeCounts("cube"), std::invalid_argument);
+    EXPECT_THROW(bench::HasIncludedFiles("cube"), std::invalid_argument);
+    EXPECT_THROW(bench::IncludedFiles("cube", 100), std::invalid_argument);
+    EXPECT_THROW(bench::IncludedFiles("parts", 9), std::invalid_argument);
 }
 
 /// The numbers that every machine draws: the first from seed 1, stream 2 and index 3.
@@ -150,6 +162,8 @@ struct SizeRow {
 TEST(ShapeSize, CountsWhatTheShapeHasManyOf) {
     for (const SizeRow& row : {
              SizeRow{"properties", "PROPERTY", 1, 640},
+             SizeRow{"long-sections", "PROPERTY", 10, 640},
+             SizeRow{"includes", "INCLUDE", 40, 640},
              SizeRow{"action", "ACTION", 1, 640 + 3},
              SizeRow{"sensors-list", "SENSOR", 640, 640 * 7},
              SizeRow{"sensors-list", "TAVRGROUP", 1, 4},
@@ -169,7 +183,7 @@ TEST(ShapeSize, CountsWhatTheShapeHasManyOf) {
              SizeRow{"rows", "TABLE", 1, 640 + 2},
          }) {
         SCOPED_TRACE(std::string(row.shape) + ' ' + row.keyword);
-        const Counts counts = CountKinds(ZekSource(row.shape, 640))[row.keyword];
+        const Counts counts = CountKinds(WholeSource(row.shape, 640))[row.keyword];
         EXPECT_EQ(counts.sections, row.sections);
         EXPECT_EQ(counts.items, row.items);
     }
@@ -195,6 +209,62 @@ TEST(ShapeRows, HasNoKeyTwice) {
     std::set<std::string> keys;
     for (const SourceItem& item : sections.back().items) keys.insert(item.key);
     EXPECT_EQ(keys.size(), 100'000U + 2);
+}
+
+TEST(ShapeLongSections, HasTenOfOneLength) {
+    const std::vector<SourceSection> sections = ReadSource(ZekSource("long-sections", 1005));
+    ASSERT_EQ(sections.size(), 10U);
+    std::set<std::string> keys;
+    for (const SourceSection& section : sections) {
+        EXPECT_NEAR(static_cast<double>(section.items.size()), 100.5, 0.5);
+        for (const SourceItem& item : section.items) keys.insert(item.key);
+    }
+    EXPECT_EQ(keys.size(), 1005U);
+}
+
+struct SplitRow {
+    const char* shape;
+    unsigned size;
+    unsigned files;
+};
+
+/// The sections are those of a board of that size, in their order; only comments and columns are others.
+TEST(SplitBoard, IsABoardInItsFiles) {
+    for (const SplitRow& row :
+         {SplitRow{"parts", 990, 990}, SplitRow{"parts", 3000, 1000}, SplitRow{"includes", 3000, 3000}}) {
+        SCOPED_TRACE(std::string(row.shape) + ' ' + std::to_string(row.size));
+        const std::vector<bench::IncludedFile> files = bench::IncludedFiles(row.shape, row.size);
+        ASSERT_EQ(files.size(), row.files);
+        std::string joined;
+        for (const bench::IncludedFile& file : files) {
+            EXPECT_FALSE(ReadSource(file.text).empty()) << file.path;
+            joined += file.text;
+        }
+        EXPECT_EQ(ReadSource(joined), ReadSource(ZekSource("board", row.size)));
+    }
+}
+
+TEST(SplitBoard, IncludesEachOfItsFilesOnce) {
+    for (const char* shape : {"parts", "includes"}) {
+        SCOPED_TRACE(shape);
+        std::vector<std::string> asked;
+        for (const SourceSection& section : ReadSource(ZekSource(shape, 1100))) {
+            EXPECT_EQ(section.keyword, "INCLUDE");
+            for (const SourceItem& item : section.items) asked.push_back(item.key + '=' + item.values[0]);
+        }
+        std::vector<std::string> given;
+        for (const bench::IncludedFile& file : bench::IncludedFiles(shape, 1100)) given.push_back("FILE=" + file.path);
+        EXPECT_EQ(asked, given);
+        EXPECT_EQ(given.front(), "FILE=" + std::string(shape) + "-1100/0.zek");
+    }
+}
+
+TEST(SplitBoard, IsTheOnlyShapeThatIncludesFiles) {
+    for (const std::string_view shape : ShapeNames()) {
+        SCOPED_TRACE(shape);
+        EXPECT_EQ(bench::HasIncludedFiles(shape), shape == "parts" || shape == "includes");
+        EXPECT_EQ(bench::IncludedFiles(shape, 50).empty(), !bench::HasIncludedFiles(shape));
+    }
 }
 
 TEST(ShapeSensorsList, ListsTheSensorsInAnotherOrder) {

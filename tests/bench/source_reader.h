@@ -11,11 +11,15 @@ namespace zek::test {
 struct SourceItem {
     std::string key;
     std::vector<std::string> values;  ///< the sub-strings, without their quotes
+
+    bool operator==(const SourceItem&) const = default;
 };
 
 struct SourceSection {
     std::string keyword;
     std::vector<SourceItem> items;
+
+    bool operator==(const SourceSection&) const = default;
 };
 
 /// The sections of a source as the generator writes it.

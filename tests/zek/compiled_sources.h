@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "boards/boards.h"
+#include "boards/source_files.h"
 #include "yardstick/generated_source.h"
 #include "zek/command.h"
 
@@ -46,6 +47,7 @@ protected:
     static bool CompileShape(const std::string& shape) {
         std::filesystem::create_directory("source");
         Write("source/main.zek", bench::ZekSource(shape, 40));
+        bench::WriteIncluded("source", shape, 40);
         return Compile("source", "main.zek", "first");
     }
 };

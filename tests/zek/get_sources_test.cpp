@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "boards/boards.h"
+#include "boards/source_files.h"
 #include "source_pairing.h"
 #include "values_at.h"
 #include "yardstick/source_generator.h"
@@ -131,7 +132,8 @@ TEST_F(GetOfSources, ReadsTheSameOfBoards) {
     for (const std::string_view shape : bench::ShapeNames()) {
         if (shape == "errors") continue;
         SCOPED_TRACE(shape);
-        Write("main.zek", bench::ZekSource(std::string(shape), 40));
+        Write("main.zek", bench::ZekSource(shape, 40));
+        bench::WriteIncluded(".", shape, 40);
         ASSERT_TRUE(Compile());
         EXPECT_GT(Pair().Compare(), 0U);
     }

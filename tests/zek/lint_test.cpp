@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "boards/boards.h"
+#include "boards/source_files.h"
 #include "code_table.h"
 #include "zek/command.h"
 
@@ -403,7 +404,8 @@ TEST_F(ZekLint, FindsNothingInBoards) {
     for (const std::string_view shape : bench::ShapeNames()) {
         SCOPED_TRACE(shape);
         const bool rows = shape == "rows";
-        const std::string found = Found(bench::ZekSource(shape, 50, 1));
+        bench::WriteIncluded(".", shape, 50);
+        const std::string found = Found(bench::ZekSource(shape, 50));
         EXPECT_EQ(found.empty(), !rows) << found;
         EXPECT_EQ(found.find("[L151]") != found.npos, rows) << found;
         EXPECT_EQ(std::count(found.begin(), found.end(), '\n'), rows ? 1 : 0) << found;
