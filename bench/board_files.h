@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "measure.h"
 
@@ -11,8 +12,9 @@ namespace zek::bench {
 /// The files of one board of a shape and size.
 struct BoardFiles {
     std::string source;
-    std::string image;  ///< the compiled image
-    std::string debug;  ///< the debug image
+    std::string image;     ///< the compiled image
+    std::string debug;     ///< the debug image
+    std::string included;  ///< the folder of the files that the source includes, where it includes any
 };
 
 /// The path of a program of this build.
@@ -27,7 +29,14 @@ void WriteBoard(const std::string& file, const std::string& shape, unsigned size
 /// Generates a board and compiles it. Throws std::runtime_error when that fails.
 BoardFiles MakeBoard(const std::string& folder, const std::string& shape, unsigned size);
 
-/// Runs a command that must not fail: throws std::runtime_error with the command where it does.
-Run Must(const Command& command);
+/// The sizes of a board's source and of the files that it includes, together.
+double BytesOfSource(const BoardFiles& files);
+
+/// Runs a command that must end with this exit code and write these files. Throws std::runtime_error with the command
+/// where it does not, or leaves one of them empty.
+Run Must(const Command& command, const std::vector<std::string>& writes = {}, int exitCode = 0);
+
+/// The words of a command with blanks between them.
+std::string Words(const Command& command);
 
 }  // namespace zek::bench

@@ -1,41 +1,24 @@
-// Times the queries of both images: zek_calls FOLDER SIZE... [--benchmark_OPTION]...
+// Times the queries of both images: zek_calls FOLDER SIZE... [--benchmark_OPTION]..., or lists them: zek_calls --list
 // Boards of so many sensors are made in FOLDER. Each query is asked in random order, from a fixed seed, so that it
 // finds what it needs in memory as a host does that comes back to some sensor, and some also in the order of the image
 // ("walk"), as a host does that goes through all of them. "memory" reads what the query must read, without a call.
+// "long sections" asks two sections of many keys in turn.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
-#include <numeric>
-#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "board_files.h"
-#include "boards/random.h"
-#include "zekcomp/debug_image.h"
-#include "zekcomp/identifiers.h"
-#include "zekcomp/image.h"
-#include "zekcomp/image_view.h"
+#include "loaded_images.h"
 
 namespace zek::bench {
 namespace {
-
-constexpr unsigned kBaseField = 0xb0000;
-constexpr unsigned kDebugSensor = 0x20000005;
-
-template <class T>
-std::vector<T> Shuffled(std::vector<T> values) {
-    Random random(1, 0, 0);
-    for (std::size_t i = values.size(); i > 1; --i) std::swap(values[i - 1], values[random.Below(i)]);
-    return values;
-}
 
 /// In which order things are asked about.
 enum class Order { kRandom, kWalk, kFew };
@@ -58,81 +41,6 @@ void Ask(benchmark::State& state, const std::vector<T>& things, Query query) {
         benchmark::DoNotOptimize(query(things[i]));
         if (++i == things.size()) i = 0;
     }
-}
-
-/// What a host can ask about that has loaded the compiled image of a board.
-struct ImageHandles {
-    std::vector<tagGCSECT*> sensors;
-    std::vector<tagGCENTRY*> entries;
-    std::vector<tagGCENTRY*> reads;  ///< those entries that are values with a base, such as read from a bus
-    std::vector<unsigned> ids;
-    std::vector<std::string> names;
-    std::vector<std::string> absent;
-    std::unordered_map<std::string, unsigned> table;  ///< the names again, as a host's own look-up
-    std::vector<unsigned char> bytes;
-    std::optional<ImageView> view;  ///< of the same image
-};
-
-void Add(ImageHandles& handles, tagGCSECT* sensor) {
-    handles.sensors.push_back(sensor);
-    handles.ids.push_back(static_cast<unsigned>(gcGetValueByIndex(gcGetEntryByType(sensor, kIdID), 0).qwNumber));
-    handles.names.emplace_back(gcGetValueByIndex(gcGetEntryByType(sensor, kIdName), 0).pszName);
-    handles.absent.push_back(handles.names.back() + '?');
-    handles.table.emplace(handles.names.back(), static_cast<unsigned>(handles.table.size()));
-    const unsigned count = gcGetEntryCount(sensor);
-    for (unsigned i = 0; i < count; ++i) {
-        tagGCENTRY* entry = gcGetEntryByIndex(sensor, i, nullptr);
-        handles.entries.push_back(entry);
-        if (gcGetValueByID(entry, kBaseField).dwKind == 1) handles.reads.push_back(entry);
-    }
-}
-
-/// Loads the compiled image of a board, unless it is the one that is loaded.
-const ImageHandles& LoadedImage(const std::string& image) {
-    static std::string loaded;
-    static ImageHandles handles;
-    if (loaded == image) return handles;
-    handles = {};
-    if (!gcInit(image, nullptr)) throw std::runtime_error("cannot load " + image);
-    const unsigned count = gcGetSectCount(kImageSensor);
-    for (unsigned i = 0; i < count; ++i) Add(handles, gcGetSectByIndex(kImageSensor, i));
-    if (handles.reads.empty()) throw std::runtime_error("no values with a base in " + image);
-    std::ifstream in(image, std::ios::binary);
-    handles.bytes.assign(std::istreambuf_iterator<char>(in), {});
-    handles.view = ImageView::Open(handles.bytes);
-    if (!handles.view) throw std::runtime_error("cannot verify " + image);
-    loaded = image;
-    return handles;
-}
-
-/// What a host can ask about that has loaded the debug image of a board.
-struct DebugHandles {
-    std::vector<CZEKSection*> sensors;
-    std::vector<CZEKEntry*> entries;
-};
-
-const DebugHandles& LoadedDebugImage(const std::string& debug) {
-    static std::string loaded;
-    static DebugHandles handles;
-    if (loaded == debug) return handles;
-    handles = {};
-    gdUnInit();
-    if (!gdInit(debug, nullptr)) throw std::runtime_error("cannot load " + debug);
-    for (unsigned i = 0; CZEKSection* sensor = gdGetSectByIndex(kDebugSensor, i); ++i) {
-        handles.sensors.push_back(sensor);
-    }
-    for (CZEKSection* sensor : handles.sensors) {
-        for (unsigned i = 0; CZEKEntry* entry = gdGetEntryByIndex(sensor, i); ++i) handles.entries.push_back(entry);
-    }
-    if (handles.entries.empty()) throw std::runtime_error("no sensors in " + debug);
-    loaded = debug;
-    return handles;
-}
-
-std::vector<unsigned> Indexes(std::size_t count) {
-    std::vector<unsigned> indexes(count);
-    std::iota(indexes.begin(), indexes.end(), 0U);
-    return indexes;
 }
 
 using benchmark::State;
@@ -228,6 +136,18 @@ void DebugValue(State& state, const DebugHandles& image, Order order) {
     Ask(state, Ordered(image.entries, order), [&text](CZEKEntry* entry) { return gdGetValue(entry, text.data()); });
 }
 
+void EntryByTypeInTurn(State& state, const LongHandles& image, Order /*order*/) {
+    Ask(state, image.keys, [](const auto& key) { return gcGetEntryByType(key.section, key.identifier); });
+}
+
+void EntryByNameInTurn(State& state, const LongHandles& image, Order /*order*/) {
+    Ask(state, image.keys, [](const auto& key) { return gcGetEntryByName(key.section, key.name, nullptr); });
+}
+
+void DebugEntryByIndexInTurn(State& state, const LongDebugHandles& image, Order /*order*/) {
+    Ask(state, image.places, [](const auto& place) { return gdGetEntryByIndex(place.first, place.second); });
+}
+
 template <class Handles>
 struct Row {
     const char* name;
@@ -271,6 +191,15 @@ constexpr Row<DebugHandles> kDebugRows[] = {
     {"gdGetValue, few", DebugValue, Order::kFew},
 };
 
+constexpr Row<LongHandles> kLongRows[] = {
+    {"gcGetEntryByType, long sections", EntryByTypeInTurn, Order::kRandom},
+    {"gcGetEntryByName, long sections", EntryByNameInTurn, Order::kRandom},
+};
+
+constexpr Row<LongDebugHandles> kLongDebugRows[] = {
+    {"gdGetEntryByIndex, long sections", DebugEntryByIndexInTurn, Order::kRandom},
+};
+
 /// Registers every query of one image.
 template <class Handles>
 void Register(std::span<const Row<Handles>> rows, unsigned size, const std::string& file,
@@ -285,20 +214,41 @@ void Register(std::span<const Row<Handles>> rows, unsigned size, const std::stri
 /// Makes a board of each size and registers every query of its images; image by image, so that each is loaded once.
 void Prepare(const std::string& folder, const std::vector<unsigned>& sizes) {
     for (const unsigned size : sizes) {
-        Register<ImageHandles>(kImageRows, size, MakeBoard(folder, "board", size).image, LoadedImage);
+        Register<ImageHandles>(kImageRows, size, MakeBoard(folder, "board", size).image, LoadedBoard);
     }
     for (const unsigned size : sizes) {
-        Register<DebugHandles>(kDebugRows, size, FilesOf(folder, "board", size).debug, LoadedDebugImage);
+        Register<DebugHandles>(kDebugRows, size, FilesOf(folder, "board", size).debug, LoadedDebugBoard);
     }
+    for (const unsigned size : sizes) {
+        const BoardFiles files = MakeBoard(folder, "long-sections", size);
+        Register<LongHandles>(kLongRows, size, files.image, LoadedLongSections);
+        Register<LongDebugHandles>(kLongDebugRows, size, files.debug, LoadedLongDebugSections);
+    }
+}
+
+template <class Rows>
+void PrintNames(const Rows& rows) {
+    for (const auto& row : rows) std::printf("%s\n", row.name);
+}
+
+void List() {
+    PrintNames(kImageRows);
+    PrintNames(kDebugRows);
+    PrintNames(kLongRows);
+    PrintNames(kLongDebugRows);
 }
 
 }  // namespace
 }  // namespace zek::bench
 
 int main(int count, char** words) try {
+    if (count == 2 && std::string_view(words[1]) == "--list") {
+        zek::bench::List();
+        return 0;
+    }
     benchmark::Initialize(&count, words);
     if (count < 3) {
-        std::fprintf(stderr, "usage: zek_calls FOLDER SIZE... [--benchmark_OPTION]...\n");
+        std::fprintf(stderr, "usage: zek_calls FOLDER SIZE... [--benchmark_OPTION]... | --list\n");
         return 2;
     }
     const std::string folder = words[1];

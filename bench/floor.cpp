@@ -4,6 +4,7 @@
 //   zek_floor scan FILE        scans its text into sections and items, once it is read
 //   zek_floor enumerate FILE   opens it in the parser library and asks for every section and item
 //   zek_floor touch FILE       writes to each page of as much fresh memory as the file is long
+//   zek_floor chase FILE       reads each line of the cache in as much memory, in random order, each telling the next
 //   zek_floor load LIBRARY     loads the library
 // Prints the seconds of processor time as JSON. Exit code 1 when it cannot be done.
 #include <dlfcn.h>
@@ -15,11 +16,14 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <numeric>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "boards/random.h"
 #include "scan.h"
 #include "watch.h"
 #include "zekcomp/output.h"
@@ -77,16 +81,41 @@ double ScanText(const std::string& file) {
     return seconds;
 }
 
+/// Memory in small pages, as most of what a program allocates has; kept until the process ends.
+void* FreshMemory(std::size_t size) {
+    void* fresh = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (fresh == MAP_FAILED) Fail("no memory");
+    madvise(fresh, size, MADV_NOHUGEPAGE);
+    return fresh;
+}
+
 double Touch(const std::string& file) {
     const std::size_t size = ReadWhole(file).size;
     const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    void* fresh = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (fresh == MAP_FAILED) Fail("no memory");
-    // Small pages, as most of what a program allocates has.
-    madvise(fresh, size, MADV_NOHUGEPAGE);
+    void* fresh = FreshMemory(size);
     const Watch watch;
     for (std::size_t i = 0; i < size; i += page) static_cast<volatile char*>(fresh)[i] = 'x';
     return watch.Seconds();
+}
+
+double Chase(const std::string& file) {
+    struct alignas(64) Line {
+        const Line* next;
+    };
+    const std::size_t count = ReadWhole(file).size / sizeof(Line);
+    if (count == 0) Fail("no line of the cache in " + file);
+    const std::span<Line> lines(static_cast<Line*>(FreshMemory(count * sizeof(Line))), count);
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    zek::bench::Random(1, 0, 0).Shuffle(order);
+    for (std::size_t i = 0; i < count; ++i) lines[order[i]].next = &lines[order[(i + 1) % count]];
+    const Line* line = &lines[order[0]];
+    const Watch watch;
+    for (std::size_t i = 0; i < count; ++i) line = line->next;
+    const double seconds = watch.Seconds();
+    // Back at the first: this way the compiler cannot leave the reading out.
+    if (line != &lines[order[0]]) Fail("a line was left out");
+    return seconds;
 }
 
 /// The parser library as a host has it that loads it and looks its functions up once.
@@ -156,7 +185,8 @@ struct Task {
 };
 
 constexpr Task kTasks[] = {
-    {"read", Read}, {"copy", Copy}, {"scan", ScanText}, {"enumerate", Enumerate}, {"touch", Touch}, {"load", Load},
+    {"read", Read},   {"copy", Copy},   {"scan", ScanText}, {"enumerate", Enumerate},
+    {"touch", Touch}, {"chase", Chase}, {"load", Load},
 };
 
 }  // namespace
@@ -167,7 +197,7 @@ int main(int count, char** words) try {
         std::printf("{\"seconds\": %.9f}\n", task.run(words[2]));
         return 0;
     }
-    std::fprintf(stderr, "usage: zek_floor read|copy|scan|enumerate|touch|load FILE\n");
+    std::fprintf(stderr, "usage: zek_floor read|copy|scan|enumerate|touch|chase|load FILE\n");
     return 2;
 } catch (const std::exception& error) {
     std::fprintf(stderr, "zek_floor: %s\n", error.what());

@@ -27,6 +27,7 @@ void Become(const Command& command) {
     std::vector<char*> words;
     for (const std::string& word : command.words) words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);
+    if (!command.folder.empty() && chdir(command.folder.c_str()) != 0) return;
     if (!Redirect(command.input, O_RDONLY, STDIN_FILENO)) return;
     if (!Redirect(command.output, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO)) return;
     execvp(words[0], words.data());

@@ -9,11 +9,13 @@
 
 namespace zek::bench {
 
-/// What is run, and where its standard input and output are. Standard error stays that of this process.
+/// What is run, in which folder, and where its standard input and output are. Standard error stays that of this
+/// process.
 struct Command {
     std::vector<std::string> words;  ///< the program, looked for in PATH unless it has a slash, and its arguments
     std::string input = {};          ///< the file that it reads; empty for nothing to read
     std::string output = {};         ///< the file that it prints to, made anew; empty for nowhere
+    std::string folder = {};         ///< where it runs, and where these files are looked for; empty for here
 };
 
 /// What one run took, or the medians of several runs.

@@ -17,10 +17,11 @@ struct CallsEffort {
 
 /// What zek_calls measured.
 struct Calls {
-    std::vector<std::string> names;  ///< of the calls, in their order
+    std::vector<std::string> names;  ///< of the calls that it lists, in their order
     FiguresBySize figures;           ///< by these names as "ns" of processor time, for boards of each size
 };
 
+/// Throws std::runtime_error when it fails, lists no calls or prints no results.
 Calls MeasureCalls(const std::string& folder, const CallsEffort& effort);
 
 }  // namespace zek::bench

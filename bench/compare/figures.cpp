@@ -8,6 +8,9 @@
 namespace zek::bench {
 
 void Figures::Add(const std::string& job, const std::string& quantity, double value) {
+    if (!std::isfinite(value) || value <= 0) {
+        throw std::range_error(quantity + " of " + job + " is " + std::to_string(value) + ", which is no figure");
+    }
     values_[{job, quantity}].push_back(value);
 }
 

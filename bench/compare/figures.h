@@ -10,6 +10,7 @@ namespace zek::bench {
 /// Every number is given several times, once for each run, and asked for as the median.
 class Figures {
 public:
+    /// Throws std::range_error for what is no number above zero: nothing that is measured here is less.
     void Add(const std::string& job, const std::string& quantity, double value);
 
     bool Has(const std::string& job, const std::string& quantity) const;

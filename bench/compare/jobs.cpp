@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -19,45 +20,55 @@ unsigned RunsAt(unsigned size, unsigned runs) {
     return std::min(runs, std::max(size <= 100'000 ? 5U : 3U, runs * 10'000 / size));
 }
 
-void AddPrinted(const Job& job) {
-    Figures& figures = *job.figures;
-    std::ifstream in(job.command.output);
-    const nlohmann::json printed = nlohmann::json::parse(in);
-    if (printed.contains("seconds")) return figures.Add(job.name, "seconds", printed.at("seconds"));
+/// The names and seconds of what a job told, in its order; empty where that is none of what jobs tell.
+std::vector<std::pair<std::string, double>> Told(const std::string& file) {
+    std::ifstream in(file);
+    const nlohmann::json printed = nlohmann::json::parse(in, nullptr, false);
+    std::vector<std::pair<std::string, double>> told;
+    if (!printed.is_object()) return told;
+    if (printed.contains("seconds")) told.emplace_back("seconds", printed.at("seconds"));
+    for (const auto& phase : printed.value("phases", nlohmann::json::array())) {
+        told.emplace_back(phase.at("name"), phase.at("seconds"));
+    }
+    return told;
+}
+
+void AddTold(const Job& job) {
+    std::vector<std::string> names;
     double work = 0;
-    for (const auto& phase : printed.at("phases")) {
-        const double seconds = phase.at("seconds");
-        figures.Add(job.name, phase.at("name"), seconds);
+    for (const auto& [name, seconds] : Told(job.command.output)) {
+        job.figures->Add(job.name, name, seconds);
+        names.push_back(name);
         work += seconds;
     }
-    figures.Add(job.name, "work", work);
+    if (names != job.tells) throw std::runtime_error("not what it should tell: " + Words(job.command));
+    if (job.tells != kSeconds) job.figures->Add(job.name, "work", work);
 }
 
 void RunJob(const Job& job) {
     for (const std::string& file : job.writes) std::filesystem::remove(file);
-    const Run run = job.mayFail ? RunOnce(job.command) : Must(job.command);
-    if (run.exitCode > 1) throw std::runtime_error(job.name + " ended with exit code " + std::to_string(run.exitCode));
+    const Run run = Must(job.command, job.writes, job.exitCode);
     Figures& figures = *job.figures;
     figures.Add(job.name, "wall", run.seconds);
     figures.Add(job.name, "cpu", run.cpuSeconds);
     figures.Add(job.name, "peak", run.peakBytes);
     figures.Add(job.name, "faults", run.faults);
-    figures.Add(job.name, "bytes", static_cast<double>(std::filesystem::file_size(job.reads)));
-    if (job.tells) AddPrinted(job);
+    figures.Add(job.name, "bytes", job.bytes);
+    if (!job.tells.empty()) AddTold(job);
 }
 
 /// A job of a program of ours, which prints its figures, here to a file of the folder: the program, then the words up
 /// to the file that it works on.
-Job OwnJob(const std::string& name, std::vector<std::string> words, const std::string& folder, unsigned runs,
-           Figures& figures) {
-    const std::string file = words.back();
+Job OwnJob(const std::string& name, std::vector<std::string> words, std::vector<std::string> tells,
+           const std::string& folder, unsigned runs, Figures& figures) {
+    const auto bytes = static_cast<double>(std::filesystem::file_size(words.back()));
     words.front() = Program(words.front());
     if (words.front().ends_with("compile_once")) words.push_back("--json");
     return {.name = name,
             .command = {.words = std::move(words), .output = folder + "/told.json"},
-            .reads = file,
+            .bytes = bytes,
             .runs = runs,
-            .tells = true,
+            .tells = std::move(tells),
             .figures = &figures};
 }
 
@@ -76,33 +87,50 @@ void RunInTurn(const std::vector<Job>& jobs) {
 }
 
 Job CompileJob(const BoardFiles& files, unsigned runs, Figures& figures) {
-    Job job = OwnJob("zek", {"compile_once", "--debug", files.debug, "--image", files.image, files.source},
-                     FolderOf(files), runs, figures);
+    Job job =
+        OwnJob("zek", {"compile_once", "--debug", files.debug, "--image", files.image, files.source},
+               {"start", "parse", "check", "debug image", "compiled image", "end"}, FolderOf(files), runs, figures);
+    job.bytes = BytesOfSource(files);
     job.writes = {files.debug, files.image};
+    // The library looks for included files from there on.
+    job.command.folder = FolderOf(files);
+    return job;
+}
+
+Job FaultyCompileJob(const BoardFiles& files, unsigned runs, Figures& figures) {
+    Job job = CompileJob(files, runs, figures);
+    job.tells = {"start", "parse", "check", "end"};
+    job.writes.clear();
+    job.exitCode = 1;
     return job;
 }
 
 Job LoadJob(const std::string& folder, unsigned runs, Figures& figures) {
-    return OwnJob("load", {"zek_floor", "load", ZEK_BUILT_LIBRARY}, folder, runs, figures);
+    return OwnJob("load", {"zek_floor", "load", ZEK_BUILT_LIBRARY}, kSeconds, folder, runs, figures);
 }
 
 std::vector<Job> JobsOfBoard(const BoardFiles& files, unsigned size, const Effort& effort, Figures& figures) {
     const unsigned runs = RunsAt(size, effort.runs);
-    const auto job = [&](const std::string& name, std::vector<std::string> words) {
-        return OwnJob(name, std::move(words), FolderOf(files), runs, figures);
+    std::vector<Job> jobs = {CompileJob(files, runs, figures)};
+    const auto add = [&](const std::string& name, std::vector<std::string> words, std::vector<std::string> tells) {
+        jobs.push_back(OwnJob(name, std::move(words), std::move(tells), FolderOf(files), runs, figures));
     };
-    return {
-        CompileJob(files, runs, figures),
-        job("gcInit", {"compile_once", "--load-image", files.image}),
-        job("ImageView", {"compile_once", "--view-image", files.image}),
-        job("gdInit", {"compile_once", "--load-debug", files.debug}),
-        job("read image", {"zek_floor", "read", files.image}),
-        job("read", {"zek_floor", "read", files.source}),
-        job("copy", {"zek_floor", "copy", files.source}),
-        job("touch", {"zek_floor", "touch", files.source}),
-        job("scan", {"zek_floor", "scan", files.source}),
-        job("enumerate", {"zek_floor", "enumerate", files.source}),
-    };
+    add("gcInit", {"compile_once", "--load-image", files.image}, {"gcInit"});
+    add("ImageView", {"compile_once", "--view-image", files.image}, {"ImageView"});
+    add("gdInit", {"compile_once", "--load-debug", files.debug}, {"gdInit"});
+    add("read image", {"zek_floor", "read", files.image}, kSeconds);
+    add("read", {"zek_floor", "read", files.source}, kSeconds);
+    add("copy", {"zek_floor", "copy", files.source}, kSeconds);
+    add("touch", {"zek_floor", "touch", files.source}, kSeconds);
+    add("chase", {"zek_floor", "chase", files.source}, kSeconds);
+    add("scan", {"zek_floor", "scan", files.source}, kSeconds);
+    add("enumerate", {"zek_floor", "enumerate", files.source}, kSeconds);
+    return jobs;
+}
+
+std::vector<std::string> ToolNames(unsigned size) {
+    if (size > kLargestForDtc) return {"flatc", "protoc"};
+    return {"flatc", "protoc", "dtc"};
 }
 
 std::vector<Job> JobsOfTools(const std::string& folder, unsigned size, const Effort& effort, Figures& figures) {
@@ -115,7 +143,7 @@ std::vector<Job> JobsOfTools(const std::string& folder, unsigned size, const Eff
         WriteBoard(input, "board", size, format);
         jobs.push_back({.name = name,
                         .command = std::move(command),
-                        .reads = input,
+                        .bytes = static_cast<double>(std::filesystem::file_size(input)),
                         .writes = {output},
                         .runs = runs,
                         .figures = &figures});

@@ -14,18 +14,21 @@ namespace zek::bench {
 struct Job {
     std::string name;  ///< what its figures go by
     Command command;
-    std::string reads = {};                ///< the file that it works on
+    double bytes = 0;                      ///< of the files that it works on
     std::vector<std::string> writes = {};  ///< files that it makes, removed before each run
     unsigned runs = 1;
-    bool tells = false;          ///< whether it prints figures of its own, as JSON
-    bool mayFail = false;        ///< whether exit code 1 is a result as well
-    Figures* figures = nullptr;  ///< where its figures go
+    std::vector<std::string> tells = {};  ///< what it prints the seconds of, as JSON: itself (kSeconds), or its phases
+    int exitCode = 0;                     ///< that it ends with
+    Figures* figures = nullptr;           ///< where its figures go
 };
+
+/// What a job tells that has no phases.
+inline const std::vector<std::string> kSeconds = {"seconds"};
 
 /// Runs all jobs, spread evenly over the whole time: a job that has half as many runs as another one comes in every
 /// second round. Each run adds "wall", "cpu" (seconds), "peak" (bytes), "faults" and "bytes" (that it works on), and
 /// what the process tells: "seconds", or the seconds of each phase by its name and "work" for their sum. Throws
-/// std::runtime_error when one fails.
+/// std::runtime_error when one fails, does not write what it should, or tells anything else than it should.
 void RunInTurn(const std::vector<Job>& jobs);
 
 /// How often things run.
@@ -37,7 +40,10 @@ struct Effort {
 /// The work of this library on a board, with what the machine takes for the least of it.
 std::vector<Job> JobsOfBoard(const BoardFiles& files, unsigned size, const Effort& effort, Figures& figures);
 
-/// Writes the same board for the other tools; gives what compiles it there. The larger a board the fewer tools.
+/// The other tools that compile boards of this size: the larger a board the fewer.
+std::vector<std::string> ToolNames(unsigned size);
+
+/// Writes the same board for the other tools; gives what compiles it there.
 std::vector<Job> JobsOfTools(const std::string& folder, unsigned size, const Effort& effort, Figures& figures);
 
 /// Loading the library, with nothing to be done afterwards: its figures are those of the job "load".
@@ -45,5 +51,8 @@ Job LoadJob(const std::string& folder, unsigned runs, Figures& figures);
 
 /// Compiling alone: its figures are those of the job "zek".
 Job CompileJob(const BoardFiles& files, unsigned runs, Figures& figures);
+
+/// The same of a board with mistakes, which ends behind the check.
+Job FaultyCompileJob(const BoardFiles& files, unsigned runs, Figures& figures);
 
 }  // namespace zek::bench

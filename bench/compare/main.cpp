@@ -1,5 +1,6 @@
 // Compares this library with other tools on the same boards, and its phases and calls with the least that there is to
-// do; prints tables. zek_compare --help tells the options.
+// do; prints tables. zek_compare --help tells the options. Exit code 1, with the reason, when something fails or a
+// table would lack a row or a figure.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
@@ -7,6 +8,7 @@
 #include <iterator>
 #include <string>
 
+#include "boards/boards.h"
 #include "compare/calls_run.h"
 #include "compare/jobs.h"
 #include "compare/report.h"
@@ -21,15 +23,17 @@ struct Options {
     std::string folder = "bench-files";
     std::vector<unsigned> sizes = {10'000, 100'000};
     bool million = false;
+    bool boards = true;
     bool tools = true;
     bool calls = true;
     unsigned shapes = 100'000;
+    std::vector<std::string> shapeNames = LopsidedShapes();
     Effort effort;
     CallsEffort callsEffort = {.sizes = {1'000, 10'000, 100'000}};
 };
 
-void Print(const std::string& title, const std::string& text) {
-    std::printf("\n## %s\n\n%s", title.c_str(), text.c_str());
+void Print(const std::string& title, const Table& table) {
+    std::printf("\n## %s\n\n%s", title.c_str(), table.Text().c_str());
     std::fflush(stdout);
 }
 
@@ -46,21 +50,28 @@ FiguresBySize MeasureBoards(const Options& options) {
     return figures;
 }
 
-void Compare(const Options& options) {
-    std::filesystem::create_directories(options.folder);
-    Measured measured;
+void CompareBoards(const Options& options, Measured& measured) {
+    measured.withTools = options.tools;
     measured.boards = MeasureBoards(options);
-    Print("Whole processes", ToolsTable(measured.boards));
+    Print("Whole processes", ToolsTable(measured.boards, options.tools));
     Print("Phases", PhasesTable(measured.boards));
     Print("The machine", FloorTable(measured.boards));
     RunInTurn({LoadJob(options.folder, options.effort.runs, measured.load)});
+}
+
+void Compare(const Options& options) {
+    std::filesystem::create_directories(options.folder);
+    Measured measured;
+    if (options.boards) CompareBoards(options, measured);
     if (options.calls) {
         measured.calls = MeasureCalls(options.folder, options.callsEffort);
-        Print("Calls", CallsTable(measured.calls));
+        Print("Calls", CallsTable(*measured.calls));
     }
     if (options.shapes) {
-        Print("Shapes", ShapesTable(MeasureShapes(options.folder, options.shapes, std::min(options.effort.runs, 3U))));
+        const unsigned runs = std::min(options.effort.runs, 3U);
+        Print("Shapes", ShapesTable(MeasureShapes(options.folder, options.shapeNames, options.shapes, runs)));
     }
+    if (!options.boards) return;
     Print("Targets", TargetsTable(measured));
     if (options.sizes.front() < 10'000) std::printf("\nThe targets are meant for boards of 10,000 sensors and more.\n");
 }
@@ -85,6 +96,10 @@ int main(int argc, char** argv) {
         ->capture_default_str()
         ->check(CLI::PositiveNumber);
     app.add_option("--shapes", options.shapes, "Size of the lopsided shapes; 0 for none")->capture_default_str();
+    app.add_option("--shape", options.shapeNames, "Only these of the lopsided shapes")
+        ->delimiter(',')
+        ->check(CLI::IsMember(LopsidedShapes()));
+    app.add_flag("!--no-boards", options.boards, "Without the boards, and so without the targets");
     app.add_flag("!--no-tools", options.tools, "Without flatc, protoc and dtc");
     app.add_flag("!--no-calls", options.calls, "Without the calls");
     bool isShort = false;
@@ -94,6 +109,7 @@ int main(int argc, char** argv) {
     if (options.million) options.sizes.push_back(1'000'000);
     options.effort.toolRuns = options.effort.runs;
     try {
+        options.folder = std::filesystem::absolute(options.folder);
         Compare(options);
         return 0;
     } catch (const std::exception& error) {

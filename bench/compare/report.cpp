@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "compare/table.h"
+#include "compare/jobs.h"
 
 namespace zek::bench {
 
@@ -18,7 +18,6 @@ constexpr double kMicro = 1e6;
 constexpr double kMega = 1e6;
 
 void AddTool(Table& table, unsigned size, const std::string& tool, const Figures& figures) {
-    if (!figures.Has(tool, "wall")) return;
     const double seconds = figures.Get(tool, "cpu");
     const double bytes = figures.Get(tool, "bytes");
     const double peak = figures.Get(tool, "peak");
@@ -44,7 +43,7 @@ void AddFloor(Table& table, const FiguresBySize& boards, const std::string& job,
     table.Add(row);
 }
 
-/// The phase of a compilation that grows most, of those that take a twentieth of the largest one.
+/// The phase that grows most, of those that the compilations had and that take a twentieth of the largest one.
 std::string SteepestPhase(const FiguresBySize& sizes) {
     const Figures& last = sizes.rbegin()->second;
     std::string steepest;
@@ -73,16 +72,18 @@ void AddShape(Table& table, const std::string& shape, const FiguresBySize& sizes
 
 }  // namespace
 
-std::string ToolsTable(const FiguresBySize& boards) {
+Table ToolsTable(const FiguresBySize& boards, bool withTools) {
     Table table({"Sensors, tool", "wall ms", "processor ms", "µs per sensor", "MB/s", "times zek", "peak MB",
                  "peak per byte", "page faults"});
     for (const auto& [size, figures] : boards) {
-        for (const char* tool : {"zek", "flatc", "protoc", "dtc"}) AddTool(table, size, tool, figures);
+        AddTool(table, size, "zek", figures);
+        if (!withTools) continue;
+        for (const std::string& tool : ToolNames(size)) AddTool(table, size, tool, figures);
     }
-    return table.Text();
+    return table;
 }
 
-std::string PhasesTable(const FiguresBySize& boards) {
+Table PhasesTable(const FiguresBySize& boards) {
     Table table(Head("µs per sensor", boards, "exponent"));
     const auto add = [&](const std::string& name, const std::string& job, const std::string& quantity) {
         std::vector<std::string> row = {name};
@@ -94,34 +95,35 @@ std::string PhasesTable(const FiguresBySize& boards) {
     };
     for (const PhaseName& phase : kPhases) add(phase.quantity, phase.job, phase.quantity);
     add("whole process of the compile", "zek", "cpu");
-    return table.Text();
+    return table;
 }
 
-std::string FloorTable(const FiguresBySize& boards) {
+Table FloorTable(const FiguresBySize& boards) {
     Table table(Head("MB/s", boards, ""));
     AddFloor(table, boards, "read", "read into fresh memory");
     AddFloor(table, boards, "copy", "copy in memory");
     AddFloor(table, boards, "scan", "scan into sections and items");
     AddFloor(table, boards, "enumerate", "parse and enumerate, by the parser library");
     AddFloor(table, boards, "touch", "write to each page of fresh memory");
-    return table.Text();
+    AddFloor(table, boards, "chase", "read lines of the cache, each telling the next");
+    return table;
 }
 
-std::string CallsTable(const Calls& calls) {
+Table CallsTable(const Calls& calls) {
     Table table(Head("ns", calls.figures, ""));
     for (const std::string& name : calls.names) {
         std::vector<std::string> row = {name};
         for (const auto& [size, figures] : calls.figures) row.push_back(Number(figures.Get(name, "ns")));
         table.Add(row);
     }
-    return table.Text();
+    return table;
 }
 
-std::string ShapesTable(const FiguresByShape& shapes) {
+Table ShapesTable(const FiguresByShape& shapes) {
     Table table({"Shape", "size n", "ms at n/4", "ms at n/2", "ms at n", "exponent", "steepest phase", "MB/s",
                  "peak per byte"});
     for (const auto& [shape, sizes] : shapes) AddShape(table, shape, sizes);
-    return table.Text();
+    return table;
 }
 
 }  // namespace zek::bench

@@ -1,4 +1,5 @@
-/// The tables of a comparison, as parts of a page in Markdown. Relies on figures.h.
+/// The tables of a comparison. Each has all of its rows: std::out_of_range tells a figure that was not measured. Relies
+/// on figures.h and table.h.
 #pragma once
 
 #include <string>
@@ -7,6 +8,7 @@
 #include "compare/calls_run.h"
 #include "compare/figures.h"
 #include "compare/shapes.h"
+#include "compare/table.h"
 
 namespace zek::bench {
 
@@ -17,21 +19,21 @@ struct PhaseName {
 };
 extern const std::vector<PhaseName> kPhases;
 
-/// The whole processes: this library beside the other tools, at each size. What is worked out of times is so of the
-/// processor's: all of them have one thread and read what was just written, so that the wall clock only adds what else
-/// the machine does.
-std::string ToolsTable(const FiguresBySize& boards);
+/// The whole processes: this library, beside the other tools where these were measured, at each size. What is worked
+/// out of times is so of the processor's: all of them have one thread and read what was just written, so that the wall
+/// clock only adds what else the machine does.
+Table ToolsTable(const FiguresBySize& boards, bool withTools);
 
 /// Each phase at each size, and how it grows from the smallest to the largest.
-std::string PhasesTable(const FiguresBySize& boards);
+Table PhasesTable(const FiguresBySize& boards);
 
 /// What the machine takes for the least that there is to do.
-std::string FloorTable(const FiguresBySize& boards);
+Table FloorTable(const FiguresBySize& boards);
 
 /// The queries, in nanoseconds, at each size.
-std::string CallsTable(const Calls& calls);
+Table CallsTable(const Calls& calls);
 
 /// The lopsided shapes.
-std::string ShapesTable(const FiguresByShape& shapes);
+Table ShapesTable(const FiguresByShape& shapes);
 
 }  // namespace zek::bench

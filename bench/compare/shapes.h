@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "compare/figures.h"
 
@@ -12,8 +13,9 @@ namespace zek::bench {
 /// What compiling the boards of each shape took, by their sizes.
 using FiguresByShape = std::map<std::string, FiguresBySize>;
 
-/// Compiles boards of every shape but the plain one, of a quarter and half of `largest` and of `largest` itself; a
-/// shape of which the language or the time does not allow so many is made smaller.
-FiguresByShape MeasureShapes(const std::string& folder, unsigned largest, unsigned runs);
+/// Compiles boards of these shapes, of a quarter and half of `largest` and of `largest` itself; a shape of which the
+/// language or the time does not allow so many is made smaller.
+FiguresByShape MeasureShapes(const std::string& folder, const std::vector<std::string>& shapes, unsigned largest,
+                             unsigned runs);
 
 }  // namespace zek::bench

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <stdexcept>
 
 namespace zek::bench {
 namespace {
@@ -25,6 +26,7 @@ std::string Line(const std::vector<std::string>& cells, const std::vector<std::s
 }  // namespace
 
 std::string Table::Text() const {
+    if (rows_.size() < 2) throw std::logic_error("no rows below " + rows_.front().front());
     std::vector<std::size_t> widths(rows_.front().size());
     for (const std::vector<std::string>& row : rows_) {
         for (std::size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], Width(row[i]));

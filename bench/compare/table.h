@@ -13,7 +13,8 @@ public:
 
     void Add(std::vector<std::string> row) { rows_.push_back(std::move(row)); }
 
-    /// The table in Markdown, its columns in line: the first one to the left, the others to the right.
+    /// The table in Markdown, its columns in line: the first one to the left, the others to the right. Throws
+    /// std::logic_error for one without rows.
     std::string Text() const;
 
 private:

@@ -1,22 +1,24 @@
-/// What the library is meant to reach, and what it does. Relies on figures.h.
+/// What the library is meant to reach, and what it does. Relies on figures.h and table.h.
 #pragma once
 
-#include <string>
+#include <optional>
 
 #include "compare/calls_run.h"
 #include "compare/figures.h"
+#include "compare/table.h"
 
 namespace zek::bench {
 
-/// What was measured.
+/// What was measured, and with what.
 struct Measured {
-    FiguresBySize boards;  ///< at least one, and with or without the other tools
-    Calls calls;           ///< empty where they were left out
-    Figures load;
+    FiguresBySize boards;  ///< at least one
+    bool withTools = true;
+    std::optional<Calls> calls = {};
+    Figures load = {};
 };
 
 /// Each target with the figure measured (where it is for several sizes, the worst one), the bound that must hold and
 /// the one to go for. They are meant for boards of at least 10,000 sensors, the growth for 10,000 to 1,000,000.
-std::string TargetsTable(const Measured& measured);
+Table TargetsTable(const Measured& measured);
 
 }  // namespace zek::bench
