@@ -3,27 +3,35 @@
 namespace zek {
 
 const unsigned* PredefinedIndex::Find(const std::string& name) {
-    if (IsNeeded()) {
-        if (!IsInStep()) Read();
-        return values_.Find(name);
-    }
+    if (size_ != g_tblPreDefine.size()) ReadLater();
+    if (!isRead_ && IsWorthReading()) Read();
+    if (isRead_) return values_.Find(name);
     const auto place = g_tblPreDefine.find(name);
     return place == g_tblPreDefine.end() ? nullptr : &place->second;
 }
 
 void PredefinedIndex::Define(const std::string& name, unsigned value) {
-    const bool inStep = IsInStep();
+    const std::size_t before = g_tblPreDefine.size();
     g_tblPreDefine[name] = value;
-    if (inStep && IsNeeded()) {
+    if (isRead_ && size_ == before && size_ == g_tblPreDefine.size()) {
         values_.Add(name, value) = value;
     } else {
-        Forget();
+        ReadLater();
     }
 }
 
+void PredefinedIndex::ReadLater() {
+    size_ = g_tblPreDefine.size();
+    isRead_ = false;
+    asked_ = 0;
+}
+
+bool PredefinedIndex::IsWorthReading() { return size_ > kSmall && ++asked_ > size_ / kNamesForALookUp; }
+
 void PredefinedIndex::Read() {
-    values_.Restart(g_tblPreDefine.size());
+    values_.Restart(size_);
     for (const auto& [name, value] : g_tblPreDefine) values_.Add(name, value);
+    isRead_ = true;
 }
 
 void ForgetPredefinedIndex() { g_predefinedIndex.Forget(); }

@@ -1,6 +1,8 @@
 // Operators and predefined names.
 #include "check/vocabulary.h"
 
+#include <unistd.h>
+
 #include "check/check_test.h"
 #include "yardstick/random.h"
 
@@ -163,6 +165,56 @@ TEST_F(PredefinedNames, AreFoundAfterAHostHasChangedTheTable) {
     AddPredDefineValue(NameOf(2 * kMany), 4);
     AddPredDefineValue(NameOf(2 * kMany + 1), 5);
     ExpectLookUpsAsInTheTable();
+}
+
+TEST_F(PredefinedNames, ThatAHostHasExchangedAreFoundOnceThereIsOneMore) {
+    DefineMany(0);
+    ExpectLookUpsAsInTheTable();
+    const auto exchange = [](unsigned out, unsigned in) {
+        ASSERT_EQ(g_tblPreDefine.erase(NameOf(out)), 1U);
+        g_tblPreDefine[NameOf(in)] = in;
+    };
+    exchange(1, kMany);
+    g_tblPreDefine[NameOf(2)] = 77777;
+    AddPredDefineValue(NameOf(kMany + 1), 5);
+    ExpectLookUpsAsInTheTable();
+    // One less and one more again, with a look-up between and without.
+    exchange(3, kMany + 2);
+    g_tblPreDefine.erase(NameOf(4));
+    unsigned value = 0;
+    EXPECT_EQ(GetPreDefinedValue(NameOf(4), &value), 0U);
+    AddPredDefineValue(NameOf(kMany + 3), 6);
+    ExpectLookUpsAsInTheTable();
+    exchange(5, kMany + 4);
+    g_tblPreDefine.erase(NameOf(6));
+    AddPredDefineValue(NameOf(kMany + 5), 7);
+    ExpectLookUpsAsInTheTable();
+}
+
+TEST_F(PredefinedNames, ThatAreDefinedAnewHaveTheirNewValue) {
+    DefineMany(0);
+    ExpectLookUpsAsInTheTable();
+    for (unsigned i = 0; i < kMany; i += 7) {
+        AddPredDefineValue(NameOf(i), i + 1000);
+        unsigned value = 0;
+        ASSERT_EQ(GetPreDefinedValue(NameOf(i), &value), 1U);
+        EXPECT_EQ(value, i + 1000);
+    }
+    ExpectLookUpsAsInTheTable();
+}
+
+TEST_F(PredefinedNames, AreFoundInNoTimeWhileManyAreDefined) {
+    constexpr unsigned kNames = 200'000;
+    InChild([] {
+        // Reading the table for every name that is defined would take minutes.
+        alarm(20);
+        for (unsigned i = 0; i < kNames; ++i) {
+            AddPredDefineValue(NameOf(i), i);
+            unsigned value = 0;
+            ASSERT_EQ(GetPreDefinedValue(NameOf(i / 2), &value), 1U);
+            ASSERT_EQ(value, i / 2);
+        }
+    });
 }
 
 TEST_F(PredefinedNames, OfAnEndedCompilationAreNotFound) {
