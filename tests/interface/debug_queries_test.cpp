@@ -35,6 +35,13 @@ std::string ShownValueOf(unsigned type, const std::string& payload) {
     return Shown<CGEVALUE>(ValueData(0x10080000, type, "T", payload));
 }
 
+/// A sensor of many keys, the prefix with their number from 0 on behind it.
+std::string LongSensor(const std::string& prefix, unsigned keys) {
+    std::string source = "[SENSOR]\n";
+    for (unsigned i = 0; i < keys; ++i) source += prefix + std::to_string(i) + " = x\n";
+    return source;
+}
+
 /// Expects a query of a section to give `result` with these slots.
 template <class Query, class Result>
 void ExpectAnswer(Query query, CZEKSection* section, Result result, const char* slots) {
@@ -301,9 +308,7 @@ TEST_F(DebugQuery, InOneProcessGivesWhatAnotherChecked) {
 }
 
 TEST_F(DebugQuery, CountsTheEntriesOfALongSectionAsThoseOfAShortOne) {
-    std::string source = "[SENSOR]\n";
-    for (int i = 0; i < 1000; ++i) source += "P_" + std::to_string(i) + " = x\n";
-    Source(source);
+    Source(LongSensor("P_", 1000));
     CZEKSection* sensor = gdGetSectByIndex(5, 0);
     const auto keyAt = [&](unsigned index) { return gdGetEntryName(gdGetEntryByIndex(sensor, index)); };
     EXPECT_STREQ(keyAt(0), "P_0");
@@ -321,6 +326,44 @@ TEST_F(DebugQuery, CountsTheEntriesOfALongSectionAsThoseOfAShortOne) {
     sensor = gdGetSectByIndex(5, 0);
     EXPECT_STREQ(keyAt(0), "P_only");
     EXPECT_EQ(gdGetEntryByIndex(sensor, 1), nullptr);
+}
+
+TEST_F(DebugQuery, CountsTheEntriesOfSeveralLongSectionsInTurn) {
+    Source(LongSensor("P_a", 1000) + LongSensor("P_b", 1000) + "[SENSOR]\nP_short = x\n");
+    const auto expectKeys = [](unsigned position, const std::string& prefix, unsigned first) {
+        SCOPED_TRACE(prefix + std::to_string(first));
+        CZEKSection* sensor = gdGetSectByIndex(5, position);
+        EXPECT_EQ(gdGetEntryName(gdGetEntryByIndex(sensor, 500)), prefix + std::to_string(first + 500));
+        EXPECT_EQ(gdGetEntryName(gdGetEntryByIndex(sensor, 999 - first)), prefix + "999");
+        EXPECT_EQ(gdGetEntryByIndex(sensor, 1000 - first), nullptr);
+    };
+    for (unsigned first = 0; first < 3; ++first) {
+        expectKeys(0, "P_a", 0);
+        expectKeys(1, "P_b", first);
+        EXPECT_STREQ(gdGetEntryName(gdGetEntryByIndex(gdGetSectByIndex(5, 2), 0)), "P_short");
+        expectKeys(0, "P_a", 0);
+        gdGetEntryByIndex(gdGetSectByIndex(5, 1), 0)->m_ZekEntryData.Destory();
+    }
+    // A host that lists an entry itself is followed, since the section has one more.
+    CZEKSection* sensor = gdGetSectByIndex(5, 0);
+    auto entry = std::make_unique<CGESTRING>(kProperty, tagNOTATION{10});
+    entry->Init("main.zek", "P_more", "x", 1);
+    expectKeys(0, "P_a", 0);
+    sensor->m_vpEntry.push_back(entry.release());
+    EXPECT_STREQ(gdGetEntryName(gdGetEntryByIndex(sensor, 1000)), "P_more");
+}
+
+TEST_F(DebugQuery, GivesEntriesOfSeveralLongSectionsInTurnInNoTime) {
+    constexpr unsigned kKeys = 100'000;
+    Source(LongSensor("P_a", kKeys) + LongSensor("P_b", kKeys));
+    InChild([] {
+        // Reading a section for every entry would take minutes.
+        alarm(20);
+        for (unsigned i = 0; i < kKeys; ++i) {
+            ASSERT_NE(gdGetEntryByIndex(gdGetSectByIndex(5, 0), i), nullptr);
+            ASSERT_NE(gdGetEntryByIndex(gdGetSectByIndex(5, 1), i), nullptr);
+        }
+    });
 }
 
 }  // namespace zek::test
