@@ -1,5 +1,7 @@
 #include "model/object.h"
 
+#include <unistd.h>
+
 #include "support/process_test.h"
 
 namespace zek::test {
@@ -75,6 +77,59 @@ TEST_F(SourceFile, IsLookedForInTheListAsItStands) {
     object.SetFile("A");
     EXPECT_EQ(object.m_dwFile, 1U);
     EXPECT_EQ(CZEKObj::m_svstrIncFiles, (std::vector<std::string>{"B", "A"}));
+}
+
+TEST_F(SourceFile, IsFoundAmongMany) {
+    CZEKObj object;
+    const auto positionOf = [&](unsigned number) {
+        object.SetFile("file" + std::to_string(number));
+        return object.m_dwFile;
+    };
+    for (unsigned i = 0; i < 200; ++i) EXPECT_EQ(positionOf(i), i);
+    for (unsigned i = 200; i-- > 0;) EXPECT_EQ(positionOf(i), i);
+    EXPECT_EQ(CZEKObj::m_svstrIncFiles.size(), 200U);
+}
+
+TEST_F(SourceFile, IsFoundInALongListThatTheHostHasChanged) {
+    CZEKObj object;
+    const auto expectPosition = [&](const std::string& file, unsigned position, std::size_t files) {
+        SCOPED_TRACE(file);
+        object.SetFile(file);
+        EXPECT_EQ(object.m_dwFile, position);
+        EXPECT_EQ(CZEKObj::m_svstrIncFiles.size(), files);
+    };
+    auto& files = CZEKObj::m_svstrIncFiles;
+    for (int i = 0; i < 64; ++i) object.SetFile("file" + std::to_string(i));
+    files[3] = "written";
+    expectPosition("new64", 64, 65);
+    expectPosition("written", 3, 65);
+    expectPosition("file3", 65, 66);
+    std::swap(files[10], files[20]);
+    expectPosition("file10", 20, 66);
+    expectPosition("file20", 10, 66);
+    files.push_back("pushed");
+    files[5] = "written too";
+    expectPosition("pushed", 66, 67);
+    expectPosition("written too", 5, 67);
+    files.insert(files.begin(), "new68");
+    expectPosition("file0", 1, 68);
+    expectPosition("new68", 0, 68);
+    files = {"pushed"};
+    expectPosition("file1", 1, 2);
+    expectPosition("pushed", 0, 2);
+}
+
+TEST_F(SourceFile, JoinsALongListInNoTime) {
+    constexpr unsigned kFiles = 200'000;
+    InChild([] {
+        // Walking the list for every new file would take minutes.
+        alarm(20);
+        CZEKObj object;
+        for (unsigned i = 0; i < kFiles; ++i) {
+            object.SetFile("a folder/file" + std::to_string(i));
+            ASSERT_EQ(object.m_dwFile, i);
+        }
+    });
 }
 
 TEST_F(SourceFile, IsEmptyForAnIndexOutsideTheList) {
