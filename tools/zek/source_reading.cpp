@@ -109,7 +109,7 @@ bool SourceReading::Decide(const std::string& name, const std::string& includer,
     if (open_.empty()) whyMainRefused_ = reason;
     if (!reason.empty()) return Refuse({name, "cannot be read: " + path + ": " + reason});
     path = file.opened;
-    files_.push_back(std::move(file));
+    Add(std::move(file));
     open_.push_back({position});
     if (progress_) progress_->AddFile();
     return true;
@@ -164,12 +164,25 @@ std::string SourceReading::CircleOf(const SourceFile& file) const {
 }
 
 std::string SourceReading::EarlierSpelling(const SourceFile& file) const {
-    const auto isSame = [&](const SourceFile& earlier) {
-        return earlier.device == file.device && earlier.inode == file.inode && IsSamePlace(earlier.path, file.path);
-    };
+    const auto openings = openings_.find({file.device, file.inode});
+    if (openings == openings_.end()) return file.path;
     // Of the last opening of the file, which has the first spelling.
-    const auto earlier = std::find_if(files_.rbegin(), files_.rend(), isSame);
-    return earlier == files_.rend() ? file.path : earlier->path;
+    const auto& positions = openings->second;
+    const auto earlier = std::find_if(positions.rbegin(), positions.rend(), [&](std::size_t position) {
+        return IsSamePlace(files_[position].path, file.path);
+    });
+    return earlier == positions.rend() ? file.path : files_[*earlier].path;
+}
+
+void SourceReading::Add(SourceFile file) {
+    openings_[{file.device, file.inode}].push_back(files_.size());
+    files_.push_back(std::move(file));
+}
+
+void SourceReading::DropLast() {
+    const SourceFile& last = files_.back();
+    openings_[{last.device, last.inode}].pop_back();
+    files_.pop_back();
 }
 
 void SourceReading::Hear(Message& message) noexcept {
@@ -195,7 +208,7 @@ void SourceReading::Explain(Message& failure) {
         failure.refusal.name = Current().name;
         failure.refusal.reason = "cannot be read: " + Current().path + ": " + WhyRefused(Current().path);
         open_.pop_back();
-        files_.pop_back();
+        DropLast();
     }
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -80,11 +81,16 @@ private:
     /// The path as the file was first opened, where another spelling of it was.
     std::string EarlierSpelling(const SourceFile& file) const;
     void Explain(Message& failure);
+    /// Enters a file that is opened, and takes the last one out again.
+    void Add(SourceFile file);
+    void DropLast();
     const SourceFile& Current() const { return files_[open_.back().position]; }
 
     ParserLibrary library_;
     IncludeSearch search_;
     std::vector<SourceFile> files_;
+    /// The positions of the openings by device and inode, since a source may include a file of its own for each sensor.
+    std::map<std::pair<dev_t, ino_t>, std::vector<std::size_t>> openings_;
     SourceCopies copies_;
     std::string whyMainRefused_;
     std::vector<Open> open_;  // the file being read last, behind those that include it
