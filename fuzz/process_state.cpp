@@ -16,7 +16,7 @@ void ForgetTables() {
     for (const IdentifierTable& table : kIdentifierTables) {
         if (table.names) {
             table.names->clear();
-            g_resolver.Forget(*table.names);
+            g_resolver.Forget(table);
         }
         if (table.numbers) table.numbers->clear();
         if (table.counter) *table.counter = table.classWord;

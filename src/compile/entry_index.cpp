@@ -5,7 +5,6 @@
 #include <tuple>
 
 #include "compile/compile.h"
-#include "compile/tables.h"
 
 namespace zek {
 
@@ -28,6 +27,15 @@ tagGCENTRY* Walk(tagGCSECT& section, Test&& test) {
 
 }  // namespace
 
+template <class Rows>
+void NamedIdentifiers::Add(const Rows& rows) {
+    for (const auto& row : rows) {
+        Add(row.identifier);
+        tables_ |= TableSetOf(row.identifier);
+    }
+    stamp_ = StampOf(tables_);
+}
+
 void NamedIdentifiers::Add(unsigned identifier) {
     if (before_.Find(identifier)) return;
     const tagGCVALUE name = GetTblData(identifier);
@@ -49,10 +57,11 @@ void NamedIdentifiers::ForEachOf(const std::string& text, Visit&& visit) const {
 
 tagGCENTRY* EntryIndex::Named(tagGCSECT& section, const std::string& name) {
     if (name.find('\0') != std::string::npos) return nullptr;
-    const Entries* entries = Of(section);
+    Entries* entries = Of(section);
     if (!entries) {
         return Walk(section, [&name](const tagGCENTRY& entry) { return StandsFor(entry.dwName, name); });
     }
+    ReadNames(*entries);
     // A text can have an identifier in several tables; the entry that stands first counts.
     tagGCENTRY* first = nullptr;
     names_.ForEachOf(name, [&](unsigned identifier) {
@@ -73,8 +82,18 @@ tagGCENTRY* EntryIndex::Find(const Entries& entries, tagGCSECT& section, unsigne
     return found ? &section.vEntries[first->position] : nullptr;
 }
 
-const EntryIndex::Entries* EntryIndex::OfLong(const tagGCSECT& section) {
-    if (const ImageStamp now = ImageStamp::Now(); stamp_ != now) {
+void EntryIndex::ReadNames(Entries& entries) {
+    if (!names_.IsInStep()) {
+        names_ = {};
+        ++reading_;
+    }
+    if (entries.reading == reading_) return;
+    names_.Add(entries.firsts);
+    entries.reading = reading_;
+}
+
+EntryIndex::Entries* EntryIndex::OfLong(const tagGCSECT& section) {
+    if (const SectionsStamp now = SectionsStamp::Now(); stamp_ != now) {
         stamp_ = {};
         long_.clear();
         names_ = {};
@@ -95,7 +114,6 @@ EntryIndex::Entries EntryIndex::Read(const tagGCSECT& section) {
     auto& firsts = entries.firsts;
     firsts.reserve(entries.count);
     for (unsigned position = 0; const tagGCENTRY& entry : section.vEntries) {
-        names_.Add(entry.dwName);
         firsts.push_back({entry.dwName, position++});
     }
     std::ranges::sort(firsts, {}, [](const FirstEntry& row) { return std::tie(row.identifier, row.position); });

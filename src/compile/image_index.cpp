@@ -24,8 +24,6 @@ SectionsStamp SectionsStamp::Now() {
     return {g_changes, g_GCHead.size(), g_GCHead.front(), g_GCHead.back()};
 }
 
-ImageStamp ImageStamp::Now() { return {SectionsStamp::Now(), SizesOfTables()}; }
-
 ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {
     const bool isShort = g_GCHead.size() <= kWalkedAtOnce;
     if (const SectionsStamp now = SectionsStamp::Now(); stamp_ != now) {
@@ -99,7 +97,7 @@ ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
 }
 
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
-    Names names{{}, false, SizesOfTables()};
+    Names names;
     KeyTable<unsigned, Nothing> words;
     for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
@@ -108,6 +106,7 @@ ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
             // A candidate that is no name text counts as compared all the same.
             names.any = true;
             const unsigned word = byValue ? entry.vdwValues[0] : entry.dwName;
+            names.tables |= TableSetOf(word);
             // A name is read once: a damaged image may name a thousand sections by one text of a million characters.
             if (words.Find(word)) continue;
             words.Add(word, {});
@@ -116,11 +115,13 @@ ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
         }
         ++position;
     }
+    names.stamp = StampOf(names.tables);
     return names;
 }
 
 ImageIndex::IDs ImageIndex::ReadIDs(const Kind& kind) {
-    IDs ids{{}, false, g_tblDword.size()};
+    const TableSet numbers = TableSetOf(kIdNumber);
+    IDs ids{{}, false, numbers, StampOf(numbers)};
     for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             if (entry.dwName != kIdID || entry.vdwValues.empty()) continue;
@@ -143,13 +144,13 @@ const std::vector<tagGCSECT*>& ImageIndex::Sections(unsigned identifier) { retur
 
 Found ImageIndex::Named(unsigned identifier, const std::string& name) {
     Kind& kind = KindOf(identifier);
-    if (!kind.names || kind.names->sizesOfTables != SizesOfTables()) kind.names = ReadNames(kind);
+    if (!IsInStep(kind.names)) kind.names = ReadNames(kind);
     return Find(kind, *kind.names, std::string_view(name));
 }
 
 Found ImageIndex::WithID(unsigned identifier, unsigned number) {
     Kind& kind = KindOf(identifier);
-    if (!kind.ids || kind.ids->sizesOfTables != g_tblDword.size()) kind.ids = ReadIDs(kind);
+    if (!IsInStep(kind.ids)) kind.ids = ReadIDs(kind);
     return Find(kind, *kind.ids, number);
 }
 

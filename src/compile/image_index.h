@@ -1,8 +1,9 @@
 /// The sections of the loaded image by kind, name and id. Stands beside the list of sections because walking all of it
-/// for every query would make each as slow as the image is large. Relies on image_stamp.h.
+/// for every query would make each as slow as the image is large. Relies on image_stamp.h, tables.h.
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "compile/image_stamp.h"
+#include "compile/tables.h"
 #include "model/key_table.h"
 
 namespace zek {
@@ -24,17 +26,19 @@ struct Found {
 template <class Key>
 struct Positions {
     KeyTable<Key, unsigned> keys;
-    bool any = false;               ///< whether a section had anything to compare
-    std::size_t sizesOfTables = 0;  ///< when they were read
+    bool any = false;         ///< whether a section had anything to compare
+    TableSet tables = 0;      ///< those that their identifiers are of
+    std::uint64_t stamp = 0;  ///< of these tables when they were read
 };
 
 class ImageIndex {
 public:
-    /// The sections with this identifier in order. They are made anew when our functions have changed the list or a
+    /// The sections with this identifier in order. They are made anew when our functions have replaced the list or a
     /// table; a host that changes a long list itself is followed when it changes a size, or the first or last section.
     /// In a short list it is followed always, but for changes within the entries of those with many.
     const std::vector<tagGCSECT*>& Sections(unsigned identifier);
-    /// The first of them whose NAME, or in sections of free names whose entry's name, is this text.
+    /// The first of them whose NAME, or in sections of free names whose entry's name, is this text. Names and IDs are
+    /// read anew when a table that one of their identifiers is of has got a key, or its size has changed.
     Found Named(unsigned identifier, const std::string& name);
     /// The first of them whose ID is this number.
     Found WithID(unsigned identifier, unsigned number);
@@ -59,6 +63,10 @@ private:
     Kind& CollectOther(unsigned identifier);
     static Names ReadNames(const Kind& kind);
     static IDs ReadIDs(const Kind& kind);
+    template <class Key>
+    static bool IsInStep(const std::optional<Positions<Key>>& positions) {
+        return positions && positions->stamp == StampOf(positions->tables);
+    }
     template <class Key>
     static Found Find(const Kind& kind, Positions<Key>& positions, const Key& key);
 

@@ -9,7 +9,7 @@ namespace zek {
 
 extern unsigned g_changes;
 
-/// Differs as soon as one of our functions has changed a table or the list of sections, or a host has changed the
+/// Differs as soon as one of our functions has replaced a table or the list of sections, or a host has changed the
 /// list's size, or its first or last section.
 struct SectionsStamp {
     unsigned changes = 0;
@@ -19,15 +19,6 @@ struct SectionsStamp {
 
     static SectionsStamp Now();
     bool operator==(const SectionsStamp&) const = default;
-};
-
-/// Differs also when a host has changed a table's size.
-struct ImageStamp {
-    SectionsStamp sections;
-    std::size_t sizesOfTables = 0;
-
-    static ImageStamp Now();
-    bool operator==(const ImageStamp&) const = default;
 };
 
 /// A table, list or section of no more than this many is walked at every look-up: that is quick, and whatever a host

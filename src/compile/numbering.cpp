@@ -78,10 +78,6 @@ Numbering::~Numbering() {
     tableData_.swap(g_tblTableData);
 }
 
-std::size_t Numbering::RowOf(const IdentifierTable& table) {
-    return static_cast<std::size_t>(&table - kIdentifierTables.data());
-}
-
 unsigned Numbering::Number(const IdentifierTable& table, std::string_view name) {
     return NumberIn(KeysOf(table).index, name, *table.counter);
 }

@@ -58,7 +58,6 @@ private:
 
     using NameKeys = Keys<std::string, std::string_view>;
     NameKeys& KeysOf(const IdentifierTable& table) { return names_[RowOf(table)]; }
-    static std::size_t RowOf(const IdentifierTable& table);
 
     std::array<NameKeys, kIdentifierTables.size()> names_;
     Keys<unsigned, unsigned> numbers_;

@@ -26,6 +26,21 @@ bool IsImmediate(unsigned id) {
            std::end(kImmediateClasses);
 }
 
+/// Reading so many keys takes about as long as testing a value.
+constexpr unsigned kKeysForATest = 16;
+
+/// Whether the table still gives an identifier to the key that the value is of.
+bool Stands(const NameTable& names, const tagGCVALUE& value) {
+    if (value.dwKind == 0) return false;
+    const auto name = names.find(value.pszName);
+    return name != names.end() && name->second == value.dwID;
+}
+
+bool Stands(const NumberTable& numbers, const tagGCVALUE& value) {
+    const auto number = numbers.find(value.dwKind == 0 ? kNoNumber : static_cast<unsigned>(value.qwNumber));
+    return number != numbers.end() && number->second == value.dwID;
+}
+
 }  // namespace
 
 Resolver::Resolver() {
@@ -33,7 +48,7 @@ Resolver::Resolver() {
     for (const IdentifierTable& table : kIdentifierTables) {
         if (table.names) ClassOf(table.classWord).names = table.names;
     }
-    for (const auto& values : kImmediates) ClassOf(values[0].dwID) = {values.data(), kReady, &noNames_, 0};
+    for (const auto& values : kImmediates) ClassOf(values[0].dwID) = {values.data(), kReady, 0, &noNames_, 0};
 }
 
 tagGCVALUE Resolver::Resolve(unsigned id) {
@@ -53,15 +68,55 @@ tagGCVALUE Resolver::ValueIn(const Table& table, Index& index, unsigned id) {
         const auto* key = FirstKeyWith(table, id);
         return key ? Index::ValueOf(id, DataWordOf(*key)) : NoValue(id);
     }
-    if (its.keys != its.names->size()) {
-        its.keys = kNever;
-        index.Read(table, id & kIdClassMask);
-        its.values = index.Values().data();
-        its.count = static_cast<unsigned>(index.Values().size());
-        its.keys = its.names->size();
+    if (its.keys != its.names->size()) Read(its, table, index, id);
+    const tagGCVALUE value = index.At(id);
+    if (its.count != 0) return value;
+    // The host may have changed other keys before the one that was added; where this one is no longer so, all are read.
+    if (its.testable != 0 && Stands(table, value)) {
+        --its.testable;
+        return value;
     }
-    const unsigned ordinal = id & kIdOrdinalMask;
-    return ordinal < its.count ? its.values[ordinal] : index.StrayOf(id);
+    Read(its, table, index, id);
+    return index.At(id);
+}
+
+template <class Table, class Index>
+void Resolver::Read(Class& its, const Table& table, Index& index, unsigned id) {
+    its.keys = kNever;
+    index.Read(table, id & kIdClassMask);
+    its.values = index.Values().data();
+    its.count = static_cast<unsigned>(index.Values().size());
+    its.testable = its.count / kKeysForATest;
+    its.keys = its.names->size();
+}
+
+void Resolver::Follow(const IdentifierTable& table, const std::string& name, unsigned id) {
+    Class& its = ClassOf(table.classWord);
+    const bool inStep = its.keys + 1 == table.names->size();
+    its.keys = kNever;
+    if (inStep && Add(its, IndexOf(table), name, id)) its.keys = table.names->size();
+}
+
+void Resolver::Follow(const IdentifierTable& table, unsigned number, unsigned id) {
+    Class& its = ClassOf(table.classWord);
+    const bool inStep = its.keys != kNever && numbers_ + 1 == table.numbers->size();
+    its.keys = kNever;
+    if (!inStep || !Add(its, numberIndex_, number, id)) return;
+    numbers_ = table.numbers->size();
+    its.keys = its.names->size();
+}
+
+template <class Index, class Key>
+bool Resolver::Add(Class& its, Index& index, const Key& key, unsigned id) {
+    try {
+        if (!index.Add(key, id)) return false;
+    } catch (const std::bad_alloc&) {
+        // The key stays numbered all the same.
+        return false;
+    }
+    its.values = index.Values().data();
+    its.count = 0;
+    return true;
 }
 
 void Resolver::FollowChanges() {
@@ -73,16 +128,11 @@ void Resolver::FollowChanges() {
     numbers_ = g_tblDword.size();
 }
 
-NameIndex& Resolver::IndexOf(const IdentifierTable& table) {
-    return nameIndexes_[static_cast<std::size_t>(&table - kIdentifierTables.data())];
-}
+NameIndex& Resolver::IndexOf(const IdentifierTable& table) { return nameIndexes_[RowOf(table)]; }
 
-void Resolver::Forget(const NameTable& names) {
-    for (const IdentifierTable& table : kIdentifierTables) {
-        if (table.names != &names) continue;
-        IndexOf(table).Forget();
-        ClassOf(table.classWord).keys = kNever;
-    }
+void Resolver::Forget(const IdentifierTable& table) {
+    IndexOf(table).Forget();
+    ClassOf(table.classWord).keys = kNever;
 }
 
 }  // namespace zek

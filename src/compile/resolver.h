@@ -30,14 +30,18 @@ public:
     }
     /// What an identifier stands for, or nothing.
     tagGCVALUE Resolve(unsigned id);
+    /// Takes in a key that InsertTbl has numbered in a table.
+    void Follow(const IdentifierTable& table, const std::string& name, unsigned id);
+    void Follow(const IdentifierTable& table, unsigned number, unsigned id);
     /// Lets go of the texts of a table, which is about to be read.
-    void Forget(const NameTable& table);
+    void Forget(const IdentifierTable& table);
 
 private:
     /// The identifiers of one class.
     struct Class {
         const tagGCVALUE* values = nullptr;  ///< by ordinal
-        unsigned count = 0;
+        unsigned count = 0;     ///< 0 while a key has been added since the table was read, so that each value is tested
+        unsigned testable = 0;  ///< so many values are tested before the table is worth reading anew
         const NameTable* names = nullptr;  ///< an empty one for classes of no names
         std::size_t keys = kNever;         ///< of that table when the values were read
     };
@@ -51,6 +55,11 @@ private:
     /// In a table, whose values are read when they are out of date; a small one is walked.
     template <class Table, class Index>
     tagGCVALUE ValueIn(const Table& table, Index& index, unsigned id);
+    template <class Table, class Index>
+    static void Read(Class& its, const Table& table, Index& index, unsigned id);
+    /// Adds a key that was numbered in a table; false where the table must be read for it.
+    template <class Index, class Key>
+    static bool Add(Class& its, Index& index, const Key& key, unsigned id);
 
     std::array<Class, 256> classes_;
     unsigned changes_ = 0;     ///< g_changes when values were read last

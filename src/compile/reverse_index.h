@@ -99,6 +99,7 @@ public:
 
     /// `first` is the table's first identifier.
     void Read(const std::map<Key, unsigned>& table, unsigned first) {
+        first_ = first;
         const std::vector<const Key*> keys = KeysByIdentifier<Key>(table, first, table.size());
         values_.resize(keys.size());
         for (std::size_t i = 0; i < keys.size(); ++i) {
@@ -110,8 +111,20 @@ public:
     /// The first key in key order with each identifier from the first one on; as many as the table has keys, since
     /// identifiers are given out without gaps. Good until the table is read again.
     std::span<const tagGCVALUE> Values() const { return values_; }
-    /// The same for an identifier behind a gap.
-    tagGCVALUE StrayOf(unsigned id) const { return StrayIn(strays_, id); }
+    /// The same for any identifier of the class, also one behind a gap.
+    tagGCVALUE At(unsigned id) const {
+        const std::size_t ordinal = id - first_;
+        return ordinal < values_.size() ? values_[ordinal] : StrayIn(strays_, id);
+    }
+    /// Takes in a key that was added to the table; false where the table must be read for it, since its identifier
+    /// stands behind a gap or is that of another key.
+    bool Add(const Key& key, unsigned id) {
+        values_.push_back(At(first_ + static_cast<unsigned>(values_.size())));
+        const std::size_t ordinal = id - first_;
+        if (ordinal >= values_.size() || values_[ordinal].dwKind != 0) return false;
+        values_[ordinal] = ValueOf(id, keeper_.Keep(key, values_[ordinal]));
+        return true;
+    }
     /// Lets go of everything.
     void Forget() { *this = {}; }
 
@@ -129,6 +142,7 @@ private:
         for (const auto& [id, key] : keys) strays_.push_back(ValueOf(id, keeper_.Keep(*key, StrayIn(last, id))));
     }
 
+    unsigned first_ = 0;  ///< the table's first identifier
     LargeVector<tagGCVALUE> values_;
     std::vector<tagGCVALUE> strays_;  ///< in the order of their identifiers; 0 for the unnumbered keys
     Keeper keeper_;

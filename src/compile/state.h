@@ -9,6 +9,7 @@ namespace zek {
 
 class Numbering;
 
+extern std::array<unsigned, kIdentifierTables.size()> g_insertions;
 extern Resolver g_resolver;
 extern ImageIndex g_imageIndex;
 extern EntryIndex g_entryIndex;

@@ -8,6 +8,7 @@
 #include "compile/numbering.h"
 #include "compile/state.h"
 #include "model/files.h"
+#include "model/hash.h"
 
 namespace zek {
 
@@ -26,8 +27,6 @@ constexpr std::array<IdentifierTable, 10> kIdentifierTables = {{
 
 namespace {
 
-constexpr unsigned kNoNumber = 0xFFFFFFFF;
-
 /// The row of each class, and of any other a number of no row.
 constexpr std::array<unsigned char, 256> kRowOfClass = [] {
     std::array<unsigned char, 256> rows{};
@@ -40,13 +39,31 @@ constexpr std::array<unsigned char, 256> kRowOfClass = [] {
 
 unsigned ClassOf(unsigned id) { return id & kIdClassMask; }
 
+const IdentifierTable* OwnTable(const NameTable& names) {
+    const auto table = std::ranges::find(kIdentifierTables, &names, &IdentifierTable::names);
+    return table == kIdentifierTables.end() ? nullptr : &*table;
+}
+
+const IdentifierTable* OwnTable(const NumberTable& numbers) {
+    return &numbers == &g_tblDword ? TableOf(kIdNumber) : nullptr;
+}
+
+/// Tells the indexes of a key that was numbered in a map, where that is one of ours.
+template <class Key>
+void FollowInsertion(const std::map<Key, unsigned>& keys, const Key& key, unsigned id) {
+    const IdentifierTable* table = OwnTable(keys);
+    if (!table) return;
+    ++g_insertions[RowOf(*table)];
+    g_resolver.Follow(*table, key, id);
+}
+
 template <class Key>
 unsigned Insert(std::map<Key, unsigned>& table, unsigned& counter, const Key& key, unsigned step) {
     unsigned& id = table[key];
     if (id == 0) {
         id = counter;
         counter += step;
-        ++g_changes;
+        FollowInsertion(table, key, id);
     }
     return id;
 }
@@ -90,7 +107,7 @@ void WriteRecord(std::ofstream& out, const std::map<Key, unsigned>& table, unsig
 void TakeBody(ByteReader& in, NameTable& table, unsigned& counter, unsigned step) {
     table.clear();
     ++g_changes;
-    g_resolver.Forget(table);
+    if (const IdentifierTable* own = OwnTable(table)) g_resolver.Forget(*own);
     const std::string_view body = in.View(in.U32());
     EnteredKeys<std::string, std::string_view> keys(table);
     for (std::size_t start = 0; start < body.size(); counter += step) {
@@ -197,13 +214,20 @@ void TakeTable(ByteReader& in, const IdentifierTable& table) {
     TakeKeys(in, *table.numbers, *table.counter);
 }
 
-std::size_t SizesOfTables() {
-    // Each in a place of its own, so that one table that grows does not hide another that shrinks.
-    std::size_t sizes = g_tblDword.size();
-    for (const IdentifierTable& table : kIdentifierTables) {
-        sizes = std::rotl(sizes, 7) ^ (table.names ? table.names->size() : 0);
+TableSet TableSetOf(unsigned id) {
+    const std::size_t row = kRowOfClass[id >> kIdClassShift];
+    return row < kIdentifierTables.size() ? 1U << row : 0;
+}
+
+std::uint64_t StampOf(TableSet tables) {
+    std::uint64_t stamp = 0;
+    for (; tables != 0; tables &= tables - 1) {
+        const auto row = static_cast<std::size_t>(std::countr_zero(tables));
+        const IdentifierTable& table = kIdentifierTables[row];
+        const std::size_t size = table.names ? table.names->size() : table.numbers ? table.numbers->size() : 0;
+        stamp = MixedProduct(stamp ^ kHashSeed ^ size ^ std::uint64_t{g_insertions[row]} << 32, kGoldenRatio);
     }
-    return sizes;
+    return stamp;
 }
 
 }  // namespace zek

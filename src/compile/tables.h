@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <fstream>
 #include <map>
 #include <string>
@@ -71,6 +72,13 @@ inline constexpr unsigned kIdClassShift = 24;
 
 /// The table of a class word, or null.
 const IdentifierTable* TableOf(unsigned classWord);
+/// Its position among the tables.
+inline std::size_t RowOf(const IdentifierTable& table) {
+    return static_cast<std::size_t>(&table - kIdentifierTables.data());
+}
+
+/// What stands for a number that is not there; the number itself cannot be told from it: hosts rely on it.
+inline constexpr unsigned kNoNumber = 0xFFFFFFFF;
 
 /// The identifier of a name or number in the table of a class, given out when it is new.
 unsigned Number(unsigned classWord, std::string_view name);
@@ -86,7 +94,12 @@ void PutTable(ByteWriter& out, const IdentifierTable& table);
 /// memory runs out: a table of names or numbers is then empty, and the table data stays as it was.
 void TakeTable(ByteReader& in, const IdentifierTable& table);
 
-/// The sizes of all tables in one; with g_changes it tells whether an index over the tables is still good.
-std::size_t SizesOfTables();
+/// Some of the tables, a bit for each.
+using TableSet = unsigned;
+/// The table of an identifier's class; of a class without one, none.
+TableSet TableSetOf(unsigned id);
+/// Differs when InsertTbl has numbered a key of one of these tables, or the size of one has changed; with g_changes it
+/// tells whether what an index has made of their identifiers is still good.
+std::uint64_t StampOf(TableSet tables);
 
 }  // namespace zek

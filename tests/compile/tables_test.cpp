@@ -1,5 +1,7 @@
 #include "compile/tables.h"
 
+#include <unistd.h>
+
 #include "support/process_test.h"
 
 namespace zek::test {
@@ -45,6 +47,31 @@ std::vector<NamedClass> NamedClasses() {
             {0x05000000, g_tblValue, g_idxValue},       {0x06000000, g_tblRepeater, g_idxRepeater},
             {0x12000000, g_tblString, g_idxString},     {0x18000000, g_tblGroup, g_idxGroup},
             {0x1a000000, g_tblAction, g_idxAction},     {0x1c000000, g_tblTableName, g_idxTableName}};
+}
+
+/// So many that the table is not walked.
+void InsertMany(OwnNames& table, unsigned& counter) {
+    for (int i = 0; i < 100; ++i) InsertTbl(table, counter, "name " + std::to_string(i), 1);
+}
+
+void InsertMany(OwnNumbers& table, unsigned& counter) {
+    for (unsigned i = 0; i < 100; ++i) InsertTbl(table, counter, i, 1);
+}
+
+/// Looks up each identifier of a table and a few beyond, and expects what a walk of the map finds.
+void ExpectAllAsInTheMaps() {
+    for (const NamedClass& row : NamedClasses()) {
+        for (unsigned id = row.classWord; id < row.counter + 5; ++id) {
+            SCOPED_TRACE(id);
+            const tagGCVALUE value = GetTblData(id);
+            EXPECT_STREQ(value.dwKind == 2 ? value.pszName : nullptr, GetTblData(row.table, id));
+        }
+    }
+    for (unsigned id = 0x11000000; id < g_idxDword + 5; ++id) {
+        SCOPED_TRACE(id);
+        const tagGCVALUE value = GetTblData(id);
+        EXPECT_EQ(value.dwKind == 1 ? value.qwNumber : 0xFFFFFFFF, GetTblData(g_tblDword, id));
+    }
 }
 
 void ExpectNothing(unsigned id) {
@@ -176,10 +203,82 @@ TEST_F(Identifier, OfALargeTableGivesTextsThatOutliveTheKeysAndTheNextNumbering)
     g_tblString.erase("name 7");
     g_tblString["another"] = 0x12000007;
     EXPECT_STREQ(GetTblData(0x12000000 + 7).pszName, "name 7") << "the size is the same";
-    InsertTbl(g_tblAction, g_idxAction, "of another table", 1);
+    InsertTbl(g_tblString, g_idxString, "one more", 1);
     EXPECT_STREQ(GetTblData(0x12000000 + 7).pszName, "another");
     EXPECT_EQ(GetTblData(0x12FFFFFF).pszName, stray);
     EXPECT_STREQ(kept, "name 7");
+}
+
+TEST_F(Identifier, OfALargeTableFollowsWhatIsInsertedOneByOne) {
+    std::vector<NamedClass> classes = NamedClasses();
+    for (const NamedClass& row : classes) InsertMany(row.table, row.counter);
+    InsertMany(g_tblDword, g_idxDword);
+    ExpectAllAsInTheMaps();
+    const tagGCVALUE kept = GetTblData(0x12000007);
+    for (unsigned i = 0; i < 20; ++i) {
+        SCOPED_TRACE(i);
+        for (const NamedClass& row : classes) InsertTbl(row.table, row.counter, "later " + std::to_string(i), 1);
+        InsertTbl(g_tblDword, g_idxDword, i == 10 ? 0xFFFFFFFF : 5000 - i, 1);
+        EXPECT_EQ(GetTblData(0x12000007).pszName, kept.pszName) << "the text stays where it is";
+        ExpectAllAsInTheMaps();
+    }
+}
+
+TEST_F(Identifier, OfALargeTableFollowsWhatIsInsertedWithAGapOrTwice) {
+    InsertMany(g_tblValue, g_idxValue);
+    InsertMany(g_tblDword, g_idxDword);
+    ExpectAllAsInTheMaps();
+    const auto insert = [](const char* name, unsigned number, unsigned step) {
+        SCOPED_TRACE(name);
+        InsertTbl(g_tblValue, g_idxValue, name, step);
+        InsertTbl(g_tblDword, g_idxDword, number, step);
+        ExpectAllAsInTheMaps();
+    };
+    insert("m", 9001, 0);
+    insert("a, which comes before it", 8001, 0);
+    insert("z, which comes behind it", 9002, 3);
+    insert("behind a gap", 9003, 1);
+    insert("behind it", 9004, 1);
+    g_tblValue["unnumbered"];
+    g_tblDword[9005];
+    ExpectAllAsInTheMaps();
+    insert("next", 9006, 1);
+    insert("unnumbered", 9005, 1);
+    InsertTbl(g_tblValue, g_idxValue, std::string("with\0NUL", 8), 1);
+    EXPECT_STREQ(GetTblData(g_idxValue - 1).pszName, "with");
+    EXPECT_STREQ(GetTblData(g_idxValue - 1).pszName, "with");
+}
+
+TEST_F(Identifier, OfALargeTableFollowsAHostOnceAKeyIsInserted) {
+    InsertMany(g_tblString, g_idxString);
+    InsertMany(g_tblDword, g_idxDword);
+    ExpectAllAsInTheMaps();
+    // One for another, so that the sizes stay.
+    g_tblString.erase("name 7");
+    g_tblString["another"] = 0x12000007;
+    g_tblString.erase("name 8");
+    g_tblString["elsewhere"] = 0x12000900;
+    g_tblDword.erase(9);
+    g_tblDword[9009] = 0x11000009;
+    InsertTbl(g_tblString, g_idxString, "one more", 1);
+    InsertTbl(g_tblDword, g_idxDword, 7777, 1);
+    EXPECT_STREQ(GetTblData(0x12000900).pszName, "elsewhere");
+    EXPECT_EQ(GetTblData(0x11000009).qwNumber, 9009U);
+    ExpectAllAsInTheMaps();
+}
+
+TEST_F(Identifier, IsLookedUpInNoTimeWhileManyAreInserted) {
+    constexpr unsigned kKeys = 200'000;
+    InChild([] {
+        // Reading a table for every key that is inserted would take minutes.
+        alarm(20);
+        for (unsigned i = 0; i < kKeys; ++i) {
+            InsertTbl(g_tblString, g_idxString, std::to_string(i), 1);
+            InsertTbl(g_tblDword, g_idxDword, i, 1);
+            ASSERT_EQ(GetTblData(0x12000000 + i / 2).pszName, std::to_string(i / 2));
+            ASSERT_EQ(GetTblData(0x11000000 + i / 2).qwNumber, i / 2);
+        }
+    });
 }
 
 TEST_F(Identifier, OfASmallTableFollowsEveryChangeOfAHost) {

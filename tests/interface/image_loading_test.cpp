@@ -249,6 +249,58 @@ TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostMakesOneTableLargerAndAnoth
     EXPECT_EQ(gcGetSectByName(0x01000002, "key5"), nullptr);
 }
 
+TEST_F(ImageLoading, IsFollowedByTheQueriesWhereKeysAreInserted) {
+    // The last two groups and entries have names that the tables do not have yet.
+    constexpr unsigned kKnown = 100;
+    std::vector<std::string> names;
+    std::vector<SectionWords> sections;
+    SectionWords properties = {0x01000002, {}};
+    for (unsigned i = 0; i < kKnown + 2; ++i) {
+        if (i < kKnown) names.push_back("name" + std::to_string(i));
+        sections.push_back({0x01000004, {{kIdName, {kIdGroup + i}}}});
+        properties.entries.push_back({kIdProperty + i, {}});
+    }
+    sections.push_back(properties);
+    Write("inserted.meta", Image(sections, {Record(kIdGroup, Names(names)), Record(kIdProperty, Names(names))}));
+    ASSERT_EQ(gcInit("inserted.meta", nullptr), 1U);
+    tagGCSECT* const section = g_GCHead.back();
+    const auto expectNames = [section](unsigned groups, unsigned entries) {
+        SCOPED_TRACE(groups);
+        for (unsigned i = 0; i < kKnown + 2; ++i) {
+            const std::string name = "name" + std::to_string(i);
+            EXPECT_EQ(gcGetSectByName(0x01000004, name), i < groups ? g_GCHead[i] : nullptr) << i;
+            EXPECT_EQ(gcGetEntryByName(section, name, nullptr), i < entries ? &section->vEntries[i] : nullptr) << i;
+            EXPECT_EQ(gcGetSectByName(0x01000002, name), i < entries ? section : nullptr) << i;
+        }
+    };
+    expectNames(kKnown, kKnown);
+    InsertTbl(g_tblAction, g_idxAction, "name100", 1);
+    expectNames(kKnown, kKnown);
+    InsertTbl(g_tblGroup, g_idxGroup, "name100", 1);
+    expectNames(kKnown + 1, kKnown);
+    InsertTbl(g_tblProperty, g_idxProperty, "name100", 1);
+    expectNames(kKnown + 1, kKnown + 1);
+    g_tblGroup["name101"];
+    g_tblProperty["name101"];
+    expectNames(kKnown + 1, kKnown + 1);
+    // Numbered without a change of the sizes.
+    InsertTbl(g_tblGroup, g_idxGroup, "name101", 1);
+    InsertTbl(g_tblProperty, g_idxProperty, "name101", 1);
+    expectNames(kKnown + 2, kKnown + 2);
+}
+
+TEST_F(ImageLoading, FindsIDsThatAreInserted) {
+    std::vector<SectionWords> sensors;
+    for (unsigned i = 0; i < 100; ++i) sensors.push_back({kSensor, {{kIDWord, {kIdNumber + 1 + i}}}});
+    Write("ids.meta", Image(sensors, {Record(kIdNumber, Joined({400}))}));
+    ASSERT_EQ(gcInit("ids.meta", nullptr), 1U);
+    for (unsigned i = 0; i < 100; ++i) {
+        EXPECT_EQ(gcGetSectByID(kSensor, 500 + i), nullptr);
+        InsertTbl(g_tblDword, g_idxDword, 500 + i, 1);
+        EXPECT_EQ(gcGetSectByID(kSensor, 500 + i), g_GCHead[i]);
+    }
+}
+
 TEST_F(ImageLoading, DoesNotLookForAKindThatIsMissingAtEveryQuery) {
     constexpr std::size_t kSections = 1'000'000;
     std::vector<tagGCSECT> sections(kSections);
