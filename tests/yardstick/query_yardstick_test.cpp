@@ -1,5 +1,6 @@
 // The queries of generated sources, against the plain ones.
 #include "compile/compile.h"
+#include "compile/image_stamp.h"
 #include "compile/init_tables.h"
 #include "compile/tables.h"
 #include "model/keyword_table.h"
@@ -13,7 +14,8 @@ namespace {
 
 const std::vector<std::string> kNames = {"Group0",  "Group1", "A",     "B",    "a",    "0",  "Sensor0", "Device2",
                                          "Action1", "Table0", "Tavr1", "none", "",     "k0", "k2",      "own1",
-                                         "1",       "INIT",   "G_0",   "IPMI", "NAME", "s",  "text",    "Group"};
+                                         "1",       "INIT",   "G_0",   "IPMI", "NAME", "s",  "text",    "Group",
+                                         "Group69", "k66",    "own68", "67",   "69"};
 
 constexpr unsigned kNothing = 0xDEADBEEF;
 
@@ -76,11 +78,16 @@ void CompareSection(tagGCSECT& section, Random& random) {
     }
 }
 
+std::vector<unsigned> Counters() {
+    return {g_idxProperty, g_idxGlobal, g_idxValue,  g_idxRepeater, g_idxDword,
+            g_idxString,   g_idxGroup,  g_idxAction, g_idxTableName};
+}
+
 /// Every identifier that a table has given out, and two beyond.
 void CompareIdentifiers() {
-    for (const unsigned end :
-         {g_idxProperty, g_idxGlobal, g_idxValue, g_idxRepeater, g_idxDword, g_idxString, g_idxGroup, g_idxAction,
-          g_idxTableName, 0x1b000001U, 0x1d000003U, 0x1e000068U, 0x1f000065U, 0U}) {
+    std::vector<unsigned> ends = Counters();
+    ends.insert(ends.end(), {0x1b000001, 0x1d000003, 0x1e000068, 0x1f000065, 0});
+    for (const unsigned end : ends) {
         for (unsigned id = end & 0xFF000000; id <= end + 1; ++id) ExpectValue(GetTblData(id), plain::Resolved(id));
     }
     for (unsigned id = g_idxGroup & 0xFF000000; id <= g_idxGroup; ++id) {
@@ -128,20 +135,35 @@ void CompareEntriesOf(CZEKSection& section, unsigned type) {
     EXPECT_EQ(count, single ? 0xFFFFFFFF : families.size());
 }
 
+std::vector<CZEKEntry*> EntriesWithData(const CZEKSection& section) {
+    std::vector<CZEKEntry*> entries;
+    std::copy_if(section.m_vpEntry.begin(), section.m_vpEntry.end(), std::back_inserter(entries), plain::HoldsData);
+    return entries;
+}
+
+/// Entries by position, of one section after the other, and of all of them in turn.
+void CompareEntriesByPosition(const std::vector<CZEKSection*>& sections, Random& random) {
+    for (CZEKSection* section : sections) {
+        const std::vector<CZEKEntry*> entries = EntriesWithData(*section);
+        for (unsigned i = 0; i < entries.size(); ++i) EXPECT_EQ(gdGetEntryByIndex(section, i), entries[i]);
+        EXPECT_EQ(gdGetEntryByIndex(section, static_cast<unsigned>(entries.size())), nullptr);
+    }
+    for (CZEKSection* section : sections) {
+        const std::vector<CZEKEntry*> entries = EntriesWithData(*section);
+        const unsigned position = random.Below(entries.size() + 1);
+        EXPECT_EQ(gdGetEntryByIndex(section, position), position < entries.size() ? entries[position] : nullptr);
+    }
+}
+
 /// The queries of the source model.
-void CompareModel() {
+void CompareModel(Random& random) {
     for (unsigned kind = 1; kind <= 15; ++kind) {
         const auto sections = plain::Sections(0x20000000 + kind);
+        CompareEntriesByPosition(sections, random);
         for (unsigned i = 0; i <= sections.size(); ++i) {
             CZEKSection* section = gdGetSectByIndex(kind, i);
             ASSERT_EQ(section, i < sections.size() ? sections[i] : nullptr);
             if (!section) continue;
-            std::vector<CZEKEntry*> withData;
-            for (CZEKEntry* entry : section->m_vpEntry) {
-                if (plain::HoldsData(entry)) withData.push_back(entry);
-            }
-            withData.push_back(nullptr);
-            for (unsigned j = 0; j < withData.size(); ++j) EXPECT_EQ(gdGetEntryByIndex(section, j), withData[j]);
             const std::string* name = plain::Text(plain::Entry(*section, kName));
             const std::string* parent = plain::Text(plain::Entry(*section, kParent));
             EXPECT_EQ(gdGetSectName(section), name ? name->c_str() : nullptr);
@@ -151,17 +173,49 @@ void CompareModel() {
     }
 }
 
+/// Numbers keys one by one. Without a step several names have one identifier, and it may be one that the counter has
+/// not passed.
+void InsertKeys() {
+    for (const char* name : {"zz", "aa", "mm", "nn"}) {
+        InsertTbl(g_tblValue, g_idxValue, name, name[0] >= 'm');
+        InsertTbl(g_tblString, g_idxString, name, 1);
+        CompareIdentifiers();
+    }
+    for (const unsigned number : {9001U, 8001U}) InsertTbl(g_tblDword, g_idxDword, number, 0);
+}
+
+/// How much of what was asked about is more than 64, so that an index answers.
+struct Crowds {
+    unsigned longModelSections = 0;
+    unsigned longSections = 0;
+    unsigned longLists = 0;
+    unsigned longTables = 0;
+
+    void CountModel() {
+        for (const auto* list : CZEKSection::m_svpHSection) {
+            for (const CZEKSection* section : *list) longModelSections += section->m_vpEntry.size() > kWalkedAtOnce;
+        }
+    }
+    void CountImage() {
+        longLists += g_GCHead.size() > kWalkedAtOnce;
+        for (const tagGCSECT* section : g_GCHead) longSections += section->vEntries.size() > kWalkedAtOnce;
+        for (const unsigned counter : Counters()) longTables += (counter & 0xFFFFFF) > kWalkedAtOnce;
+    }
+};
+
 }  // namespace
 
 using QueriesOfGeneratedSource = GeneratedSource;
 
 TEST_P(QueriesOfGeneratedSource, AnswerAsThePlainOnesDo) {
     unsigned sections = 0;
+    Crowds crowds;
     ForEachSeed([&](unsigned seed) {
         Random random(seed);
         ASSERT_TRUE(Parse());
         gccCheck();
-        CompareModel();
+        CompareModel(random);
+        crowds.CountModel();
         if (random.Chance(30)) {
             SCOPED_TRACE("compiled, not written");
             InitTblD();
@@ -178,18 +232,25 @@ TEST_P(QueriesOfGeneratedSource, AnswerAsThePlainOnesDo) {
         ASSERT_EQ(gcInit("image", nullptr), 1U);
         {
             SCOPED_TRACE("read");
-            // Numbered without a step, several names have one identifier, and it may be one that the counter has not
-            // passed.
-            if (random.Chance(30)) {
-                for (const char* name : {"zz", "aa", "mm"}) InsertTbl(g_tblValue, g_idxValue, name, name[0] == 'm');
-                for (const unsigned number : {9001U, 8001U}) InsertTbl(g_tblDword, g_idxDword, number, 0);
-            }
+            CompareImage(random);
+        }
+        crowds.CountImage();
+        if (random.Chance(30)) {
+            SCOPED_TRACE("with more keys");
+            InsertKeys();
             CompareImage(random);
         }
         sections += static_cast<unsigned>(g_GCHead.size());
         if (random.Chance(70)) gcUnInit();
     });
     EXPECT_GE(sections, kSeedsInShard * 5) << "the images are worth asking";
+    EXPECT_GE(crowds.longModelSections, 2U);
+    EXPECT_GE(crowds.longSections, 2U);
+    EXPECT_GE(crowds.longLists, 2U);
+    EXPECT_GE(crowds.longTables, 2U);
+    std::cout << sections << " sections; above 64: " << crowds.longModelSections << " sections of the model, "
+              << crowds.longSections << " of the images, " << crowds.longLists << " lists, " << crowds.longTables
+              << " tables\n";
 }
 
 INSTANTIATE_TEST_SUITE_P(Shard, QueriesOfGeneratedSource, testing::Range(0U, 20U));

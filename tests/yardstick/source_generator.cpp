@@ -14,14 +14,19 @@ const std::vector<unsigned> kTypes = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 
 
 SourceGenerator::SourceGenerator(unsigned seed)
     : random_(seed),
+      crowded_(seed % kCrowdedEvery == kCrowdedEvery - 1),
       wrong_(random_.Pick<unsigned>({0, 0, 1, 1, 3, 10, 30})),
       malformed_(random_.Pick<unsigned>({0, 0, 0, 0, 0, 1, 5})) {
     NameSections();
 }
 
+unsigned SourceGenerator::Count(unsigned most, unsigned crowded) {
+    return crowded_ && random_.Chance(crowded) ? 70 + random_.Below(30) : random_.Below(most + 1);
+}
+
 std::vector<std::string> SourceGenerator::Names(const std::string& prefix, unsigned most) {
     std::vector<std::string> names;
-    for (unsigned count = random_.Below(most + 1); names.size() < count;) {
+    for (const unsigned count = Count(most, 50); names.size() < count;) {
         names.push_back(Wrong() ? random_.OneOf(kSharedNames) : prefix + std::to_string(names.size()));
     }
     return names;
@@ -38,7 +43,7 @@ void SourceGenerator::NameSections() {
     globals_ = Names("G_", 5);
     for (const std::string& name : Names("Action", 5)) {
         Action action{name, random_.Below(4), {}};
-        for (unsigned i = random_.Below(4); i > 0; --i) action.values.push_back("VALUE_" + std::to_string(i));
+        for (unsigned i = Count(3, 5); i > 0; --i) action.values.push_back("VALUE_" + std::to_string(i));
         actions_.push_back(action);
     }
 }
@@ -149,7 +154,7 @@ std::string SourceGenerator::QuorzekOrSystem() {
 
 std::string SourceGenerator::FreeKeys(const std::string& keyword) {
     Items items;
-    for (unsigned i = random_.Below(5); i > 0; --i) {
+    for (unsigned i = Count(4, 60); i > 0; --i) {
         const std::string name = Wrong() ? random_.OneOf(kSharedNames) : "k" + std::to_string(freeKeys_++);
         if (keyword == "PROPERTY") items.emplace_back(name, "text");
         if (keyword != "REPEATER" || actions_.empty()) continue;
@@ -188,7 +193,7 @@ std::string SourceGenerator::Sensor(unsigned index) {
 std::string SourceGenerator::Device(unsigned index) {
     const std::string id = Wrong() ? random_.OneOf({"W1", "W2", "1", "0"}) : Spelled(index);
     Items items = {{"NAME", devices_[index]}, {"ID", id}, {"INITFLAG", Number()}, {"CONTROLMASK", Number()}};
-    for (unsigned i = random_.Below(4); i > 0; --i) items.emplace_back("VALUE_own" + std::to_string(i), Value(nullptr));
+    for (unsigned i = Count(3, 5); i > 0; --i) items.emplace_back("VALUE_own" + std::to_string(i), Value(nullptr));
     return Text("DEVICE", items);
 }
 
@@ -205,7 +210,7 @@ std::string SourceGenerator::ActionText(const Action& action) {
 
 std::string SourceGenerator::Table(const std::string& name) {
     Items items = {{"NAME", name}, {"TYPE", Number()}};
-    for (unsigned i = random_.Below(4); i > 0; --i) {
+    for (unsigned i = Count(3, 5); i > 0; --i) {
         const unsigned low = random_.Below(200);
         items.emplace_back(Spelled(low) == std::to_string(low) ? std::to_string(low) : std::to_string(low) + ".200",
                            Number());
