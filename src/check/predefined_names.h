@@ -29,7 +29,7 @@ private:
     static constexpr std::size_t kSmall = 64;
     /// A look-up in the table takes as long as reading a few names; so many, because most tables are complete before
     /// they are asked.
-    static constexpr std::size_t kNamesForALookUp = 16;
+    static constexpr std::size_t kNamesForALookUp = 32;
 
     void ReadLater();
     bool IsWorthReading();
