@@ -7,6 +7,7 @@
 
 #include "boards/boards.h"
 #include "boards/source_files.h"
+#include "joined_text.h"
 #include "source_pairing.h"
 #include "values_at.h"
 #include "yardstick/source_generator.h"
@@ -16,12 +17,15 @@ namespace zek::test {
 namespace {
 
 using tool::Image;
-using tool::Joined;
 using tool::ShownSection;
+
+std::string Texts(const std::vector<tool::ShownValue>& values) {
+    return tool::Joined(values, ",", &tool::ShownValue::text);
+}
 
 std::string At(const Image& image, const std::string& path) {
     const tool::FoundValues found = tool::ValuesAt(image, tool::ParsePath(path));
-    return found ? Joined(*found) : "nothing";
+    return found ? Texts(*found) : "nothing";
 }
 
 /// Compares first.zki and first.zkd: entry by entry, and by the paths to these. Gives how many values were compared.
@@ -44,7 +48,7 @@ private:
             const tool::ShownEntry& entry = section.entries[i];
             ASSERT_NE(sources[i], nullptr) << entry.key;
             const tool::ShownEntry written = {entry.key, 0, {}, {}, sources[i]};
-            EXPECT_EQ(Joined(values_.Resolved(entry)), Joined(debugValues_.Resolved(written)))
+            EXPECT_EQ(Texts(values_.Resolved(entry)), Texts(debugValues_.Resolved(written)))
                 << '[' << section.keyword << "] " << entry.key << " at " << debug_.Source().Told(sources[i]->spot);
             ++count_;
         }

@@ -9,6 +9,7 @@
 
 #include "failure.h"
 #include "help_text.h"
+#include "joined_text.h"
 #include "printable.h"
 #include "suggestion.h"
 
@@ -35,9 +36,7 @@ std::string WhyNoCount(const std::string& text) {
 std::function<std::string(std::string&)> OneOf(const std::vector<std::string>& words) {
     return [words](const std::string& text) -> std::string {
         if (std::find(words.begin(), words.end(), text) != words.end()) return {};
-        std::string all;
-        for (const std::string& word : words) all += (all.empty() ? "" : ", ") + word;
-        return text + " is none of " + all;
+        return text + " is none of " + Joined(words, ", ");
     };
 }
 

@@ -5,6 +5,7 @@
 #include "command.h"
 #include "finding_review.h"
 #include "help_text.h"
+#include "joined_text.h"
 #include "streams.h"
 
 namespace zek::tool {
@@ -91,10 +92,12 @@ std::string WithoutBrackets(const std::string& code) {
 }
 
 int RunExplain(const ExplainOptions& options) {
-    std::string text = options.markdown ? Page() : options.codes.empty() ? List() : "";
-    for (const std::string& code : options.codes) {
-        text += (text.empty() ? "" : "\n") + Explained(*RowOfCode(RequireCode(WithoutBrackets(code))));
-    }
+    const auto explained = [](const std::string& code) {
+        return Explained(*RowOfCode(RequireCode(WithoutBrackets(code))));
+    };
+    const std::string text = options.markdown        ? Page()
+                             : options.codes.empty() ? List()
+                                                     : Joined(options.codes, "\n", explained);
     StandardOutput out;
     out.Write(text);
     out.Finish();

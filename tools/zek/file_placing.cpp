@@ -4,6 +4,7 @@
 
 #include "decompile.h"
 #include "failure.h"
+#include "joined_text.h"
 #include "paths.h"
 #include "printable.h"
 #include "source_reading.h"
@@ -25,12 +26,6 @@ std::vector<std::string> PartsOfPath(const std::string& path) {
     return parts;
 }
 
-std::string Joined(const std::vector<std::string>& parts) {
-    std::string path;
-    for (const std::string& part : parts) path += (path.empty() ? "" : "/") + part;
-    return path;
-}
-
 /// Whether a name leads to a file inside the folder that it is looked for in.
 bool StaysInside(const std::string& name) {
     const std::string path = WithSlashes(name);
@@ -49,7 +44,7 @@ std::string Inside(const std::string& name) {
             parts.pop_back();
         }
     }
-    return parts.empty() ? "file.zek" : Joined(parts);
+    return parts.empty() ? "file.zek" : Joined(parts, "/");
 }
 
 /// A name that can be told on a line of its own.

@@ -2,6 +2,7 @@
 
 #include "command.h"
 #include "failure.h"
+#include "joined_text.h"
 #include "json_output.h"
 #include "printable.h"
 #include "values_at.h"
@@ -51,7 +52,7 @@ int RunGet(const GetOptions& options) {
     if (options.json) {
         WriteAsJson(options, found, out);
     } else {
-        out.Write((found ? Printable(Joined(*found)) : *options.otherwise) + '\n');
+        out.Write((found ? Printable(Joined(*found, ",", &ShownValue::text)) : *options.otherwise) + '\n');
         out.Finish();
     }
     return kFine;

@@ -6,21 +6,16 @@
 
 #include "debug_lines.h"
 #include "entry_roles.h"
+#include "joined_text.h"
 #include "table_rows.h"
 
 namespace zek::tool {
 namespace {
 
-std::string Joined(const std::vector<std::string_view>& texts) {
-    std::string all;
-    for (const std::string_view& text : texts) all += (&text == texts.data() ? "" : ",") + std::string(text);
-    return all;
-}
-
 /// What stands in an entry, or one of its texts.
 std::string TextOf(const DebugEntry& entry, std::optional<unsigned> element) {
     if (IsDefinition(entry)) return std::to_string(entry.number);
-    return element ? std::string(entry.texts[*element]) : Joined(TextsOf(entry));
+    return element ? std::string(entry.texts[*element]) : Joined(TextsOf(entry), ",");
 }
 
 std::string_view FirstText(const DebugSection& section, std::string_view key) {
@@ -117,7 +112,7 @@ private:
                                                                    : global->second;
         if (!entry || entry == origin.entry) return;
         origin.steps.push_back(
-            {isValue ? "value" : "global", std::string(key) + " = " + Joined(TextsOf(*entry)), entry->spot});
+            {isValue ? "value" : "global", std::string(key) + " = " + Joined(TextsOf(*entry), ","), entry->spot});
     }
 
     void AddSection(const char* what, std::string_view keyword, std::string_view name, Origin& origin) const {

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "joined_text.h"
 #include "known_messages.h"
 #include "paths.h"
 
@@ -44,9 +45,7 @@ bool IsSamePlace(const std::string& a, const std::string& b) {
 /// What a search that found nothing has to say.
 std::string NotFound(const IncludeFound& found) {
     if (found.folders.empty()) return "does not exist";
-    std::string tried;
-    for (const std::string& folder : found.folders) tried += (tried.empty() ? "" : ", ") + folder;
-    return "was not found; looked in: " + tried;
+    return "was not found; looked in: " + Joined(found.folders, ", ");
 }
 
 }  // namespace

@@ -127,10 +127,4 @@ ShownValue Values::OfText(const DebugEntry& entry, std::size_t at) const {
     }
 }
 
-std::string Joined(const std::vector<ShownValue>& values) {
-    std::string text;
-    for (const ShownValue& value : values) text += (&value == values.data() ? "" : ",") + value.text;
-    return text;
-}
-
 }  // namespace zek::tool

@@ -46,7 +46,4 @@ private:
     const std::map<std::string, unsigned>& names_;
 };
 
-/// With a comma between each two.
-std::string Joined(const std::vector<ShownValue>& values);
-
 }  // namespace zek::tool

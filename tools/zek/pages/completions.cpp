@@ -1,17 +1,12 @@
 #include "completions.h"
 
+#include "../joined_text.h"
 #include "noted_words.h"
 
 namespace zek::tool {
 namespace {
 
 using Value = NotedWord::Value;
-
-std::string Joined(const std::vector<std::string>& words, const char* between) {
-    std::string text;
-    for (const std::string& word : words) text += (text.empty() ? "" : between) + word;
-    return text;
-}
 
 /// Within single quotes of a shell.
 std::string Quoted(const std::string& text) {
@@ -101,8 +96,8 @@ std::string BashCompletion() {
         for (const NotedWord& word : OptionsOf(command)) {
             all.insert(all.end(), word.names.begin(), word.names.end());
             if (word.value == Value::kNone) continue;
-            values += "        '" + name + ' ' + Joined(word.names, ("' | '" + name + ' ').c_str()) + "') " +
-                      BashValue(word) + " ;;\n";
+            values +=
+                "        '" + name + ' ' + Joined(word.names, "' | '" + name + ' ') + "') " + BashValue(word) + " ;;\n";
         }
         options += "        " + name + ") options=" + Quoted(Joined(all, " ")) + BashOperands(command) + " ;;\n";
     }

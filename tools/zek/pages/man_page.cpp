@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "../help_text.h"
+#include "../joined_text.h"
 #include "noted_words.h"
 
 namespace zek::tool {
@@ -50,8 +51,7 @@ std::string Filled(const std::string& text) {
 std::string Term(const std::string& term, const std::string& about) { return ".TP\n" + term + '\n' + Filled(about); }
 
 std::string Row(const NotedWord& word) {
-    std::string tag;
-    for (const std::string& name : word.names) tag += (tag.empty() ? "" : ", ") + Bold(name);
+    std::string tag = Joined(word.names, ", ", Bold);
     if (!word.type.empty()) tag += (tag.empty() ? "" : " ") + Italic(word.type);
     return Term(tag, word.help);
 }
