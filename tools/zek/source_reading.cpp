@@ -87,31 +87,43 @@ bool SourceReading::Asked(void* context, const std::string& name, const std::str
 bool SourceReading::Decide(const std::string& name, const std::string& includer, std::string& path) {
     refusal_.reset();
     while (!open_.empty() && Current().opened != includer) open_.pop_back();
-    if (open_.empty()) {
-        path = MainSource(name);
-    } else {
-        open_.back().begun = true;
-        if (files_.size() >= mostFiles_) return RefuseAsPastMost(name);
-        const IncludeFound found = FindInclude(name);
-        if (found.path.empty()) return Refuse({name, NotFound(found), NearestTo(name)});
-        path = found.path;
-    }
-    struct stat info {};
-    std::string reason = WhyUnreadable(path, info);
-    if (!reason.empty()) return Refuse({name, "cannot be read: " + path + ": " + reason});
     const std::size_t position = files_.size();
-    SourceFile file = {name, path, info.st_dev, info.st_ino, open_.empty() ? position : open_.back().position};
-    const std::string circle = CircleOf(file);
-    if (!circle.empty()) return Refuse({name, "includes itself: " + circle, {}, path, open_.back().position});
-    file.path = file.opened = EarlierSpelling(file);
-    if (!S_ISREG(info.st_mode)) file.opened = copies_.Take(file.path, !S_ISFIFO(info.st_mode), reason);
-    if (open_.empty()) whyMainRefused_ = reason;
-    if (!reason.empty()) return Refuse({name, "cannot be read: " + path + ": " + reason});
+    SourceFile file = {.name = name, .path = {}, .includer = open_.empty() ? position : open_.back().position};
+    if (!FindPath(file) || !Examine(file)) return false;
     path = file.opened;
     Add(std::move(file));
     open_.push_back({position});
     if (progress_) progress_->AddFile();
     return true;
+}
+
+bool SourceReading::FindPath(SourceFile& file) {
+    if (open_.empty()) {
+        file.path = MainSource(file.name);
+        return true;
+    }
+    open_.back().begun = true;
+    if (files_.size() >= mostFiles_) return RefuseAsPastMost(file.name);
+    const IncludeFound found = FindInclude(file.name);
+    file.path = found.path;
+    return !file.path.empty() || Refuse({file.name, NotFound(found), NearestTo(file.name)});
+}
+
+bool SourceReading::Examine(SourceFile& file) {
+    const std::string unreadable = "cannot be read: " + file.path + ": ";
+    struct stat info {};
+    std::string reason = WhyUnreadable(file.path, info);
+    if (!reason.empty()) return Refuse({file.name, unreadable + reason});
+    file.device = info.st_dev;
+    file.inode = info.st_ino;
+    const std::string circle = CircleOf(file);
+    if (!circle.empty()) {
+        return Refuse({file.name, "includes itself: " + circle, {}, file.path, open_.back().position});
+    }
+    file.path = file.opened = EarlierSpelling(file);
+    if (!S_ISREG(info.st_mode)) file.opened = copies_.Take(file.path, !S_ISFIFO(info.st_mode), reason);
+    if (open_.empty()) whyMainRefused_ = reason;
+    return reason.empty() || Refuse({file.name, unreadable + reason});
 }
 
 bool SourceReading::Refuse(Refusal refusal) {

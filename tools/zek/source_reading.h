@@ -73,6 +73,10 @@ private:
 
     static bool Asked(void* context, const std::string& name, const std::string& includer, std::string& path);
     bool Decide(const std::string& name, const std::string& includer, std::string& path);
+    /// Fills in the path that the name means; false where there is none.
+    bool FindPath(SourceFile& file);
+    /// Fills in what there is, and what the parser library gets; false where it must not be read.
+    bool Examine(SourceFile& file);
     bool Refuse(Refusal refusal);
     bool RefuseAsPastMost(const std::string& name);
     IncludeFound FindInclude(const std::string& name) const;
