@@ -3,32 +3,17 @@
 #include <string_view>
 #include <utility>
 
-#include "debug_view.h"
 #include "failure.h"
-#include "image_bytes.h"
 #include "image_check.h"
 #include "memory_file.h"
-#include "messages.h"
 #include "time_stamp.h"
 #include "written_image.h"
-#include "zekcomp/compiler.h"
 
 namespace zek::tool {
 namespace {
 
-/// The debug image as long as it is loaded.
-struct Loaded {
-    Loaded(std::string_view debug, bool lacksFileList) { LoadDebugImage(debug, lacksFileList); }
-    ~Loaded() { UnloadDebugImage(); }
-    Loaded(const Loaded&) = delete;
-    Loaded& operator=(const Loaded&) = delete;
-};
-
 std::optional<PairDifference> DifferenceOf(std::string_view image, std::string_view debug, bool lacksFileList) {
-    const Loaded loaded(debug, lacksFileList);
-    const std::string compiled = WrittenImage(gccOutput, IsWholeCompiledImage);
-    // It has nothing to say that the images do not show.
-    TakeMessages();
+    const std::string compiled = CompiledDebugImage(debug, lacksFileList);
     const std::optional<std::size_t> offset = FirstDifference(std::string(image), compiled);
     if (!offset) return {};
     return PairDifference{image.size(), compiled.size(), *offset};

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include "child.h"
-#include "debug_view.h"
 #include "definitions.h"
 #include "failure.h"
 #include "finding_review.h"
@@ -15,6 +14,7 @@
 #include "report.h"
 #include "source_index.h"
 #include "source_reading.h"
+#include "written_image.h"
 #include "zekcomp/compiler.h"
 
 namespace zek::tool {
@@ -71,13 +71,11 @@ Recompiled Recompile(const std::string& folder, const std::string& source,
 std::string ImageBehind(std::string_view debugImage) {
     const MemoryFile image;
     const int code = RunInChild("the compilation", [&] {
-        LoadDebugImage(debugImage, false);
-        RequireWritten(gccOutput(image.Name()));
+        image.Append(CompiledDebugImage(debugImage, false));
         return static_cast<int>(kFine);
     });
-    std::string bytes = image.Bytes();
-    RequireWritten(code == kFine && IsWholeCompiledImage(bytes));
-    return bytes;
+    RequireWritten(code == kFine);
+    return image.Bytes();
 }
 
 }  // namespace zek::tool
