@@ -8,7 +8,7 @@ namespace {
 constexpr std::uint32_t kArgNumber = 0x02000010;
 constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
 
-std::uint32_t NumberIn(const ImageView& view, std::uint32_t word) {
+std::uint32_t ComparedNumber(const ImageView& view, std::uint32_t word) {
     const ImageValue value = view.Resolve(word);
     return value.kind == ImageValue::Kind::kNumber ? value.number : kNoNumber;
 }
@@ -16,7 +16,7 @@ std::uint32_t NumberIn(const ImageView& view, std::uint32_t word) {
 std::optional<std::uint32_t> FirstNumber(const ImageView& view, ImageView::Section section, std::uint32_t key) {
     const auto entry = section.EntryWithId(key);
     if (!entry || entry->WordCount() == 0) return std::nullopt;
-    return NumberIn(view, entry->Word(0));
+    return ComparedNumber(view, entry->Word(0));
 }
 
 }  // namespace
@@ -35,7 +35,7 @@ void ComparedNumbers::ReadLists(const ImageView& view) {
         if (const auto id = FirstNumber(view, section, kIdID)) views_.insert(*id);
         const auto sensors = section.EntryWithId(kIdSensors);
         for (unsigned i = 0; sensors && i < sensors->WordCount(); ++i) {
-            const std::uint32_t number = NumberIn(view, sensors->Word(i));
+            const std::uint32_t number = ComparedNumber(view, sensors->Word(i));
             if (number == kNoNumber) {
                 hasUnresolved_ = true;
             } else {
