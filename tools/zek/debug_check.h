@@ -41,8 +41,6 @@ enum class DebugCode : unsigned {
     kNoFileList = 101      ///< the list of source files is not there: its process had written another image before
 };
 
-constexpr bool IsNote(DebugCode code) { return static_cast<unsigned>(code) >= 100; }
-
 /// The code as a short text for logs and scripts, such as "bad-magic". Static.
 const char* NameOf(DebugCode code);
 
