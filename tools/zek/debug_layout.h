@@ -1,10 +1,12 @@
-/// What a debug image may hold: its kinds of sections with their entries, and the fields of each class of typed data
-/// and of each value type. Relies on value_shapes.h; docs/debug-image.md tells the bytes.
+/// What a debug image may hold: the kinds of sections with the keys that a source may give them, and the fields of each
+/// class of typed data and of each value type. Relies on value_shapes.h; docs/debug-image.md tells the bytes.
 #pragma once
 
+#include <algorithm>
 #include <iterator>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "zekcomp/value_shapes.h"
 
@@ -19,6 +21,7 @@ constexpr unsigned ValueKey(unsigned number) { return 0x10080000 | number; }
 inline constexpr unsigned kDefinitionKey = 0x10010001;
 inline constexpr unsigned kSensorsKey = 0x10048001;
 inline constexpr unsigned kRepeaterKey = 0x10100001;
+inline constexpr unsigned kRowKey = TextKey(0x12);       ///< of a table
 inline constexpr unsigned kPropertyKey = TextKey(0x18);  ///< P_name
 inline constexpr unsigned kFileKey = TextKey(0x19);
 inline constexpr unsigned kOwnValueKey = ValueKey(8);  ///< VALUE_name of a sensor or device
@@ -37,6 +40,13 @@ struct DebugKind {
     std::span<const DebugKey> declared;  ///< the entries that each such section begins with
     unsigned added;                      ///< what else a source may give it; 0 for nothing
     bool addsProperties = false;         ///< and kPropertyKey
+
+    /// A declared key by its name; null where there is none.
+    constexpr const DebugKey* Declared(std::string_view key) const {
+        const auto found = std::find_if(declared.begin(), declared.end(),
+                                        [key](const DebugKey& candidate) { return key == candidate.name; });
+        return found == declared.end() ? nullptr : &*found;
+    }
 
     /// Whether a key makes a definition, be it called as a declared one.
     constexpr bool Defines() const { return added == kDefinitionKey; }
@@ -109,7 +119,7 @@ inline constexpr DebugKind kDebugKinds[] = {
     {"SENSOR", 2, kSensorKeys, kOwnValueKey, true},
     {"DEVICE", 2, kDeviceKeys, kOwnValueKey, true},
     {"ACTION", 2, kActionKeys, ValueKey(7)},
-    {"TABLE", 2, kTableKeys, TextKey(0x12)},
+    {"TABLE", 2, kTableKeys, kRowKey},
     {"TAVRGROUP", 1, kTavrGroupKeys, 0, true},
     {"GLOBAL", 2, {}, ValueKey(1)},
     {"REPEATER", 2, {}, kRepeaterKey},
@@ -122,6 +132,13 @@ inline constexpr DebugKind kDebugKinds[] = {
 constexpr const DebugKind* DebugKindOf(unsigned type) {
     const unsigned row = type - kSectionTypes - 1;
     return row < std::size(kDebugKinds) ? &kDebugKinds[row] : nullptr;
+}
+
+/// The same by its keyword.
+constexpr const DebugKind* DebugKindOf(std::string_view keyword) {
+    const auto* const row = std::find_if(std::begin(kDebugKinds), std::end(kDebugKinds),
+                                         [keyword](const DebugKind& kind) { return keyword == kind.keyword; });
+    return row == std::end(kDebugKinds) ? nullptr : row;
 }
 
 /// The fields of typed data by the class of its type id, one letter each: n number, t text, l list of texts, v value

@@ -10,7 +10,6 @@ namespace zek::tool {
 namespace {
 
 constexpr unsigned kIncludeKind = 14;
-constexpr unsigned kCalculation = 2;  // the value type with an operator
 
 /// Whether two lines say the same. The numbers of a definition may differ where its file was read twice.
 bool IsSame(const RecordedLine& a, const RecordedLine& b) {
@@ -60,8 +59,8 @@ std::vector<RecordedFile> RecordedFiles(const DebugSource& source) {
 std::vector<std::string_view> TextsOf(const DebugEntry& entry) {
     std::vector<std::string_view> texts = entry.texts;
     // The word of the type, the operator, two operands and two more, which only a comparison has.
-    const bool isCalculation = entry.type >> 16 == ValueKey(0) >> 16 && entry.number == kCalculation;
-    if (isCalculation && texts.size() == 6 && texts[4].empty() && texts[5].empty()) texts.resize(4);
+    const bool isOperation = entry.type >> 16 == ValueKey(0) >> 16 && entry.number == kOperation;
+    if (isOperation && texts.size() == 6 && texts[4].empty() && texts[5].empty()) texts.resize(4);
     return texts;
 }
 

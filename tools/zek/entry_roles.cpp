@@ -10,7 +10,6 @@
 namespace zek::tool {
 namespace {
 
-constexpr unsigned kRow = TextKey(0x12);
 constexpr unsigned kParent = TextKey(0x14);
 
 /// The class of lists, which SENSORS alone is.
@@ -32,7 +31,7 @@ Role RoleOfOperand(unsigned valueType, std::size_t at) {
 
 Role RoleOfText(unsigned type) {
     if (type == kParent) return Role::kGroup;
-    if (type == kRow) return Role::kPlainNumber;
+    if (type == kRowKey) return Role::kPlainNumber;
     constexpr unsigned kOrdinal = 0xFFF;
     return (type & ~kOrdinal) == NumericKey(0) ? Role::kWord : Role::kText;
 }
@@ -51,7 +50,7 @@ Role RoleOf(const DebugEntry& entry, std::size_t at) {
 
 bool IsValue(const DebugEntry& entry) { return ClassOf(entry.type) == ClassOf(ValueKey(0)); }
 
-bool IsTableRow(const DebugEntry& entry) { return entry.type == kRow; }
+bool IsTableRow(const DebugEntry& entry) { return entry.type == kRowKey; }
 
 bool IsList(const DebugEntry& entry) { return ClassOf(entry.type) == kListClass; }
 

@@ -20,8 +20,8 @@ Callers CallersIn(const LintModel& model) {
     Callers callers;
     for (const auto& section : model.Written()) {
         for (const LintItem& item : section->items) {
-            model.ForEachOperand(item, [&](std::size_t position, Role role) {
-                if (role != Role::kAction) return;
+            model.ForEachOperand(item, [&](std::size_t position, Operand kind) {
+                if (kind != kActionOperand) return;
                 Caller& caller = callers[item.Part(position)];
                 const unsigned passed = static_cast<unsigned>(item.parts.size() - position - 1);
                 if (!caller.item || passed > caller.passed) caller = {passed, section.get(), &item};
@@ -58,10 +58,10 @@ void FindArgumentsOfNone(LintRun& run) {
     for (const auto& section : model.Written()) {
         const Passed passed = PassedTo(*section, callers, run);
         for (const LintItem& item : section->items) {
-            model.ForEachOperand(item, [&](std::size_t position, Role role) {
+            model.ForEachOperand(item, [&](std::size_t position, Operand kind) {
                 const std::string operand = item.Part(position);
                 const std::optional<WrittenNumber> number = ArgumentNumber(operand);
-                if (role != Role::kOperand || !number || model.WordValue(operand)) return;
+                if (kind != kReference || !number || model.WordValue(operand)) return;
                 if (number->value >= passed.first && number->value <= passed.last) return;
                 run.Add("L109", *section, item, position, {operand}).notes.push_back(passed.note);
             });

@@ -63,8 +63,8 @@ std::optional<unsigned> Compiled(const LintModel& model, const std::string& oper
 }
 
 void FindNoneAmongOperands(const LintSection& section, const LintItem& item, LintRun& run) {
-    run.Model().ForEachOperand(item, [&](std::size_t position, Role role) {
-        if (role != Role::kOperand && role != Role::kNumber) return;
+    run.Model().ForEachOperand(item, [&](std::size_t position, Operand kind) {
+        if (kind != kReference && kind != kNumberOperand) return;
         const std::string operand = item.Part(position);
         if (Compiled(run.Model(), operand) != kNone) return;
         Finding& finding = run.Add("L103", section, item, position, {operand});
@@ -96,9 +96,9 @@ void FindLostTexts(LintRun& run) {
 
 void FindLostArguments(LintRun& run) {
     ForEachItem(run, Meaning::kRepeater, [&](const LintSection& section, const LintItem& item) {
-        run.Model().ForEachOperand(item, [&](std::size_t position, Role role) {
+        run.Model().ForEachOperand(item, [&](std::size_t position, Operand kind) {
             const std::string operand = item.Part(position);
-            if (role != Role::kOperand || !IsArgumentName(operand) || run.Model().WordValue(operand)) return;
+            if (kind != kReference || !IsArgumentName(operand) || run.Model().WordValue(operand)) return;
             if (!WrittenNumberIn(operand.substr(3))) run.Add("L102", section, item, position, {operand});
         });
     });
@@ -158,7 +158,7 @@ void FindLostOperands(LintRun& run) {
         const std::optional<unsigned> type = run.Model().TypeOf(item);
         if (item.parts.size() < 2 || !type || *type == 0) return;
         bool any = false;
-        run.Model().ForEachOperand(item, [&](std::size_t, Role) { any = true; });
+        run.Model().ForEachOperand(item, [&](std::size_t, Operand) { any = true; });
         if (!any) run.NoteWord(run.Add("L108", section, item, 1, {item.Part(0), std::to_string(*type)}), item.Part(0));
     });
 }

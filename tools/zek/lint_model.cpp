@@ -3,97 +3,61 @@
 #include <algorithm>
 #include <iterator>
 
+#include "debug_layout.h"
+#include "zekcomp/operators.h"
 #include "zekcomp/predefined.h"
 
 namespace zek::tool {
 namespace {
 
-/// What the keys of a kind of section are. Those that are not named here are `other`, or texts if they begin with P_
-/// and the kind has such.
-struct KindRow {
-    const char* kind;
-    const char* numbers;  ///< with a blank around each
-    const char* texts;
-    bool hasTexts;  ///< of keys that begin with P_
-    Meaning other;
-};
-
-constexpr KindRow kKinds[] = {
-    {"QUORZEK", "", " VERSION ", false, Meaning::kIgnored},
-    {"PROPERTY", "", "", false, Meaning::kText},
-    {"SYSTEM", " TYPE FLAG SOUTHBRIDGE NORTHBRIDGE ZEKLOOP ", " MODEL ", true, Meaning::kText},
-    {"GROUP", " CHILDGROUP ", " PARENT NAME ", false, Meaning::kIgnored},
-    {"SENSOR", " ID TYPE INITFLAG CONTROLMASK ", " PARENT NAME ", true, Meaning::kValue},
-    {"DEVICE", " ID INITFLAG CONTROLMASK ", " NAME ", true, Meaning::kValue},
-    {"ACTION", " ARGNUMBER ", " NAME ", false, Meaning::kValue},
-    {"TABLE", " TYPE ", " NAME ", false, Meaning::kRow},
-    {"TAVRGROUP", " ID PID ", " NAME ", true, Meaning::kText},
-    {"GLOBAL", "", "", false, Meaning::kValue},
-    {"REPEATER", "", "", false, Meaning::kRepeater},
-    {"DEFINE", "", "", false, Meaning::kWord},
-    {"IFDEF", "", " DEFINEWORD ", false, Meaning::kWord},
-    {"INCLUDE", "", " FILE ", false, Meaning::kText},
-};
-
-constexpr char kGroupValues[] = " VALUE_INIT VALUE_DEINIT VALUE_ENTRY VALUE_EXIT ";
-constexpr char kSensorNumbersWithSign[] = " THEORY THRESHOLD_FH THRESHOLD_WH THRESHOLD_WL THRESHOLD_FL ";
-
-bool IsAmong(std::string_view names, const std::string& key) { return names.find(' ' + key + ' ') != names.npos; }
-
-Meaning MeaningOf(const std::string& section, const std::string& key, bool isFirst) {
-    const auto row = std::find_if(std::begin(kKinds), std::end(kKinds),
-                                  [&](const KindRow& candidate) { return section == candidate.kind; });
-    if (row == std::end(kKinds)) return Meaning::kIgnored;
-    // Only the first item of an [IFDEF] can be its condition, and it can be nothing else.
-    if (section == "IFDEF") return isFirst ? Meaning::kText : Meaning::kWord;
-    if (IsAmong(row->numbers, key)) return Meaning::kNumber;
-    if (IsAmong(row->texts, key) || (row->hasTexts && key.starts_with("P_"))) return Meaning::kText;
-    if (section == "SENSOR" && IsAmong(kSensorNumbersWithSign, key)) return Meaning::kSigned;
-    if (section == "GROUP" && IsAmong(kGroupValues, key)) return Meaning::kValue;
-    if (section == "TAVRGROUP" && key == "SENSORS") return Meaning::kList;
-    return row->other;
+/// What the compiler takes an entry of a type for.
+Meaning MeaningOf(unsigned type) {
+    constexpr unsigned kTheory = NumericKey(0x0b);
+    constexpr unsigned kThresholdWL = NumericKey(0x0f);
+    if (type == kRowKey) return Meaning::kRow;
+    if (type >= kTheory && type <= kThresholdWL) return Meaning::kSigned;
+    switch (type >> 16) {
+        case kDefinitionKey >> 16: return Meaning::kWord;
+        case kSensorsKey >> 16: return Meaning::kList;
+        case ValueKey(0) >> 16: return Meaning::kValue;
+        case kRepeaterKey >> 16: return Meaning::kRepeater;
+        default: return type >= NumericKey(0) ? Meaning::kNumber : Meaning::kText;
+    }
 }
 
-/// The operands of a value type, one letter for each; the last one is repeated where there may be more.
-struct TypeRow {
-    unsigned type;
-    const char* operands;
-    bool more;
-    bool acts;
-};
-
-// x: anything that is a value; n: a number or a word; o: operator; a: action; t: table; v: a step of the section.
-constexpr TypeRow kTypes[] = {
-    {1, "x", false, false},   {2, "oxxxx", false, false}, {3, "ax", true, true},     {4, "xnnx", false, false},
-    {5, "xnnxx", true, true}, {6, "nnx", true, true},     {7, "xxxx", false, false}, {8, "xnnx", false, false},
-    {9, "xnnxx", true, true}, {10, "tx", false, false},   {11, "xnnxx", true, true}, {12, "xnnx", false, false},
-    {101, "x", false, true},  {102, "xax", true, true},   {103, "x", false, true},   {104, "v", false, true},
-};
-
-constexpr TypeRow kRepeater = {0, "nax", true, true};
-
-/// Null for a type that takes no operands.
-const TypeRow* RowOfType(unsigned type) {
-    const auto* const row =
-        std::find_if(std::begin(kTypes), std::end(kTypes), [&](const TypeRow& a) { return a.type == type; });
-    return row == std::end(kTypes) ? nullptr : row;
+/// `kind` is null for a section of none.
+Meaning MeaningOf(const DebugKind* kind, std::string_view key) {
+    if (!kind) return Meaning::kIgnored;
+    if (const DebugKey* const declared = kind->Declared(key)) return MeaningOf(declared->type);
+    if (kind->addsProperties && (!kind->added || key.starts_with("P_"))) return Meaning::kText;
+    return kind->added ? MeaningOf(kind->added) : Meaning::kIgnored;
 }
 
-constexpr unsigned kCalculation = 2;
+constexpr ValueShape kRepeaterShape = {0, "na", true, 3, kNoLimit};
 
-Role RoleOf(char letter) {
-    constexpr std::string_view kLetters = "xnoatv";
-    return static_cast<Role>(kLetters.find(letter));
+/// The value types of which all that comes is what they work out.
+constexpr unsigned kIdle[] = {1, 2, 4, 7, 8, 10, 12};
+
+constexpr unsigned kFirstComparison = 101;  ///< of the codes of operators
+
+/// How many operands of a value reach the image where as many are written.
+std::size_t OperandsKept(const ValueShape& shape, const LintItem& item, std::size_t written) {
+    if (shape.type == kOperation && GetOperator(item.Part(1)) < kFirstComparison)
+        return std::min<std::size_t>(written, 3);
+    if (shape.type == kListOfFour) return std::min(written, shape.most - 1);
+    return shape.list ? written : std::min(written, shape.operands.size());
 }
 
-bool IsComparison(std::string_view text) {
-    constexpr std::string_view kComparisons[] = {"==", "!=", ">", ">=", "<", "<="};
-    return std::find(std::begin(kComparisons), std::end(kComparisons), text) != std::end(kComparisons);
-}
-
-LintItem ItemOf(const SourceSection& section, const SourceItem& item) {
-    const Meaning meaning = MeaningOf(section.name, item.key, &item == section.items.data());
-    return {&item, meaning, CutValue(item.value)};
+std::vector<LintItem> ItemsOf(const SourceSection& section) {
+    const DebugKind* const kind = DebugKindOf(section.name);
+    std::vector<LintItem> items;
+    items.reserve(section.items.size());
+    for (const SourceItem& item : section.items) {
+        items.push_back({&item, MeaningOf(kind, item.key), CutValue(item.value)});
+        // Only the first item of an [IFDEF] can be its condition, and it can be nothing else.
+        if (section.name == "IFDEF") items.back().meaning = items.size() == 1 ? Meaning::kText : Meaning::kWord;
+    }
+    return items;
 }
 
 }  // namespace
@@ -122,9 +86,8 @@ LintModel::LintModel(const std::vector<SourceFile>& files, SourceIndex& index, s
     for (const Places::ReadSection& read : places.SectionsRead()) {
         const auto [place, isNew] = known.try_emplace(read.section, nullptr);
         if (isNew) {
-            auto section = std::make_unique<LintSection>(LintSection{paths.at(*read.path), read.section, {}});
-            section->items.reserve(read.section->items.size());
-            for (const SourceItem& item : read.section->items) section->items.push_back(ItemOf(*read.section, item));
+            auto section =
+                std::make_unique<LintSection>(LintSection{paths.at(*read.path), read.section, ItemsOf(*read.section)});
             place->second = section.get();
             written_.push_back(std::move(section));
         }
@@ -190,28 +153,27 @@ std::optional<unsigned> LintModel::TypeOf(const LintItem& item) const {
 
 bool LintModel::Acts(const LintItem& item) const {
     const std::optional<unsigned> type = TypeOf(item);
-    const TypeRow* const row = type ? RowOfType(*type) : nullptr;
-    return !row || row->acts;
+    return !type || std::find(std::begin(kIdle), std::end(kIdle), *type) == std::end(kIdle);
 }
 
-void LintModel::ForEachOperand(const LintItem& item, const std::function<void(std::size_t, Role)>& show) const {
-    const TypeRow* row = item.meaning == Meaning::kRepeater ? &kRepeater : nullptr;
-    const std::size_t first = row ? 0 : 1;
-    if (const std::optional<unsigned> type = TypeOf(item)) row = RowOfType(*type);
-    if (!row) return;
-    const std::string_view letters = row->operands;
-    std::size_t most = row->more ? item.parts.size() : letters.size();
-    if (row->type == kCalculation && !IsComparison(item.Part(1))) most = 3;
-    for (std::size_t i = 0; i < most && first + i < item.parts.size(); ++i) {
-        show(first + i, RoleOf(letters[std::min(i, letters.size() - 1)]));
+void LintModel::ForEachOperand(const LintItem& item, const std::function<void(std::size_t, Operand)>& show) const {
+    const bool isRepeater = item.meaning == Meaning::kRepeater;
+    const std::optional<unsigned> type = TypeOf(item);
+    const ValueShape* const shape = isRepeater ? &kRepeaterShape : type ? ShapeOf(*type) : nullptr;
+    // Behind the word of the type.
+    const std::size_t first = isRepeater ? 0 : 1;
+    if (!shape || item.parts.size() <= first) return;
+    const std::size_t count = OperandsKept(*shape, item, item.parts.size() - first);
+    for (std::size_t i = 0; i < count; ++i) {
+        show(first + i, i < shape->operands.size() ? static_cast<Operand>(shape->operands[i]) : kReference);
     }
 }
 
 void LintModel::ForEachWord(const LintItem& item, const std::function<void(std::size_t)>& show) const {
     const bool isNumber = item.meaning == Meaning::kNumber || item.meaning == Meaning::kSigned;
     if (isNumber || item.meaning == Meaning::kValue) show(0);
-    ForEachOperand(item, [&](std::size_t position, Role role) {
-        const bool isWord = role == Role::kOperand || role == Role::kNumber;
+    ForEachOperand(item, [&](std::size_t position, Operand operand) {
+        const bool isWord = operand == kReference || operand == kNumberOperand;
         // A number goes before a word there.
         if (isWord && !WrittenNumberIn(item.Part(position))) show(position);
     });

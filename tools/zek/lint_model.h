@@ -1,5 +1,6 @@
 /// A source as the rules of lint see it: its sections in the order of the reading, each item cut into its sub-strings
-/// and told apart by what the compiler takes it for. Relies on places.h and lint_text.h.
+/// and told apart by what the compiler takes it for. Relies on places.h and lint_text.h, and on the
+/// tables in debug_layout.h and value_shapes.h.
 #pragma once
 
 #include <functional>
@@ -13,6 +14,7 @@
 
 #include "lint_text.h"
 #include "places.h"
+#include "zekcomp/value_shapes.h"
 
 namespace zek::tool {
 
@@ -49,9 +51,6 @@ struct Definition {
     bool negative;  ///< as it is written, there or where the word stands that it is taken from
 };
 
-/// What an operand of a value is, by its place; or any other sub-string that becomes a number.
-enum class Role { kOperand, kNumber, kOperator, kAction, kTable, kStep };
-
 class LintModel {
 public:
     /// The files and the index must outlive this. Empty with a parser library without hook. `given` are the words that
@@ -82,7 +81,7 @@ public:
     /// Whether the value does something, or may do so; else all that comes of it is what it works out.
     bool Acts(const LintItem& item) const;
     /// The operands of a value or a repeater that reach the image, by their positions among the sub-strings.
-    void ForEachOperand(const LintItem& item, const std::function<void(std::size_t, Role)>& show) const;
+    void ForEachOperand(const LintItem& item, const std::function<void(std::size_t, Operand)>& show) const;
     /// The sub-strings that are looked up among the words, by their positions, but for the values of words.
     void ForEachWord(const LintItem& item, const std::function<void(std::size_t)>& show) const;
 

@@ -35,7 +35,7 @@ public:
         const bool isKey = meaning == Meaning::kNumber || meaning == Meaning::kSigned || meaning == Meaning::kWord;
         // A word goes before a number there.
         if (isKey && !Word(0, meaning == Meaning::kNumber)) Number(0, item_.Part(0), meaning == Meaning::kNumber);
-        model_.ForEachOperand(item_, [&](std::size_t position, Role role) { Operand(position, role); });
+        model_.ForEachOperand(item_, [&](std::size_t position, Operand kind) { OperandAt(position, kind); });
     }
 
 private:
@@ -66,10 +66,10 @@ private:
         if (point < key.size()) Number(kInKey, key.substr(point + 1), true);
     }
 
-    void Operand(std::size_t position, Role role) const {
-        if (role != Role::kOperand && role != Role::kNumber) return;
+    void OperandAt(std::size_t position, Operand kind) const {
+        if (kind != kReference && kind != kNumberOperand) return;
         const std::string text = item_.Part(position);
-        if (Number(position, text, role == Role::kNumber) || Word(position, role == Role::kNumber)) return;
+        if (Number(position, text, kind == kNumberOperand) || Word(position, kind == kNumberOperand)) return;
         if (IsArgumentName(text)) Number(position, text.substr(3), true, "ARG");
     }
 

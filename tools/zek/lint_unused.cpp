@@ -22,13 +22,13 @@ private:
     std::map<std::string, const void*> users_;  // null: several
 };
 
-/// What operands of a role name, each section being a user.
-Uses UsesBySections(const LintModel& model, Role wanted) {
+/// What operands of a kind name, each section being a user.
+Uses UsesBySections(const LintModel& model, Operand wanted) {
     Uses uses;
     for (const auto& section : model.Written()) {
         for (const LintItem& item : section->items) {
-            model.ForEachOperand(item, [&](std::size_t position, Role role) {
-                if (role == wanted) uses.Add(item.Part(position), section.get());
+            model.ForEachOperand(item, [&](std::size_t position, Operand kind) {
+                if (kind == wanted) uses.Add(item.Part(position), section.get());
             });
         }
     }
@@ -43,8 +43,8 @@ void ForEachOwn(const LintRun& run, std::string_view kind, Show show) {
     }
 }
 
-void FindUnusedSections(const char* code, std::string_view kind, Role role, LintRun& run) {
-    const Uses uses = UsesBySections(run.Model(), role);
+void FindUnusedSections(const char* code, std::string_view kind, Operand wanted, LintRun& run) {
+    const Uses uses = UsesBySections(run.Model(), wanted);
     ForEachOwn(run, kind, [&](const LintSection& section) {
         const LintItem* const name = section.Find("NAME");
         // What it answers to an IPMI request is asked for from outside.
@@ -71,7 +71,7 @@ Uses UsesOfWords(const LintModel& model) {
 void FindUnusedStepsOf(const LintSection& action, LintRun& run) {
     Uses uses;
     for (const LintItem& item : action.items) {
-        run.Model().ForEachOperand(item, [&](std::size_t position, Role) {
+        run.Model().ForEachOperand(item, [&](std::size_t position, Operand) {
             if (IsStepName(item.Part(position))) uses.Add(item.Part(position), &item);
         });
     }
@@ -84,14 +84,14 @@ void FindUnusedStepsOf(const LintSection& action, LintRun& run) {
 
 }  // namespace
 
-void FindUnusedActions(LintRun& run) { FindUnusedSections("L131", "ACTION", Role::kAction, run); }
-void FindUnusedTables(LintRun& run) { FindUnusedSections("L132", "TABLE", Role::kTable, run); }
+void FindUnusedActions(LintRun& run) { FindUnusedSections("L131", "ACTION", kActionOperand, run); }
+void FindUnusedTables(LintRun& run) { FindUnusedSections("L132", "TABLE", kTableOperand, run); }
 
 void FindUnusedGlobals(LintRun& run) {
     Uses uses;
     for (const auto& section : run.Model().Written()) {
         for (const LintItem& item : section->items) {
-            run.Model().ForEachOperand(item, [&](std::size_t position, Role) {
+            run.Model().ForEachOperand(item, [&](std::size_t position, Operand) {
                 if (IsGlobalName(item.Part(position))) uses.Add(item.Part(position), &item);
             });
         }

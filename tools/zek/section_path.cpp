@@ -12,8 +12,6 @@
 namespace zek::tool {
 namespace {
 
-constexpr std::string_view kNamedKinds[] = {"GROUP", "SENSOR", "DEVICE", "ACTION", "TABLE", "TAVRGROUP"};
-
 Failure NoPath(const std::string& text, const std::string& why) {
     return Failure(kUsageOrFiles, Printable(text) + " is no path to a value: " + why);
 }
@@ -59,7 +57,8 @@ std::optional<unsigned> NumberIn(std::string_view text) {
 }
 
 bool HasName(std::string_view keyword) {
-    return std::find(std::begin(kNamedKinds), std::end(kNamedKinds), keyword) != std::end(kNamedKinds);
+    const DebugKind* const kind = DebugKindOf(keyword);
+    return kind && kind->Declared(kNameKey.name);
 }
 
 SectionPath ParsePath(const std::string& text) {

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <span>
 
+#include "debug_layout.h"
 #include "lint_text.h"
 #include "zekcomp/operators.h"
 #include "zekcomp/predefined.h"
@@ -26,27 +27,6 @@ const char* OperatorMeant(std::string_view written) {
                                          [&](const OperatorSlip& slip) { return slip.written == written; });
     return row == std::end(kOperatorSlips) ? nullptr : row->meant;
 }
-
-/// The keys that a kind of section knows.
-struct KindKeys {
-    const char* keyword;
-    std::initializer_list<const char*> keys;
-};
-const KindKeys kKindKeys[] = {
-    {"QUORZEK", {"VERSION"}},
-    {"SYSTEM", {"TYPE", "MODEL", "FLAG", "SOUTHBRIDGE", "NORTHBRIDGE", "ZEKLOOP"}},
-    {"GROUP", {"PARENT", "NAME", "CHILDGROUP", "VALUE_INIT", "VALUE_DEINIT", "VALUE_ENTRY", "VALUE_EXIT"}},
-    {"SENSOR",
-     {"PARENT", "NAME", "ID", "TYPE", "INITFLAG", "CONTROLMASK", "THEORY", "THRESHOLD_FH", "THRESHOLD_WH",
-      "THRESHOLD_FL", "THRESHOLD_WL", "VALUE_INIT", "VALUE_DEINIT", "VALUE_ENTRY", "VALUE_EXIT", "VALUE",
-      "VALUE_IPMI"}},
-    {"DEVICE", {"NAME", "ID", "INITFLAG", "CONTROLMASK"}},
-    {"ACTION", {"NAME", "ARGNUMBER", "VALUE_IPMI", "VALUE"}},
-    {"TABLE", {"NAME", "TYPE"}},
-    {"TAVRGROUP", {"NAME", "ID", "PID", "SENSORS"}},
-    {"IFDEF", {"DEFINEWORD"}},
-    {"INCLUDE", {"FILE"}},
-};
 
 /// What the name that a message complains of should have named: a kind of section of which the NAME counts, or one of
 /// the words behind these rows.
@@ -78,17 +58,20 @@ const char* KindMeant(const std::string& code) {
     return row == std::end(kMeant) ? nullptr : row->kind;
 }
 
+/// The keys that a kind of section knows.
 std::vector<std::string> KeysOf(const std::string& keyword) {
-    for (const KindKeys& kind : kKindKeys) {
-        if (kind.keyword == keyword) return {kind.keys.begin(), kind.keys.end()};
-    }
-    return {};
+    // Where any key names a file.
+    if (keyword == "INCLUDE") return {"FILE"};
+    std::vector<std::string> keys;
+    const DebugKind* const kind = DebugKindOf(keyword);
+    for (const DebugKey& key : kind ? kind->declared : std::span<const DebugKey>()) keys.push_back(key.name);
+    return keys;
 }
 
 /// All kinds of sections.
 std::vector<std::string> Keywords() {
-    std::vector<std::string> keywords = {"PROPERTY", kGlobals, "REPEATER", "DEFINE"};
-    for (const KindKeys& kind : kKindKeys) keywords.push_back(kind.keyword);
+    std::vector<std::string> keywords;
+    for (const DebugKind& kind : kDebugKinds) keywords.push_back(kind.keyword);
     return keywords;
 }
 
