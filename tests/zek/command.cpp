@@ -63,7 +63,7 @@ void LeaveWithoutReader() {
 
 /// In the child: what the setting asks for.
 void Apply(const Setting& setting, int out, int err) {
-    Become(setting.err.empty() ? err : open(setting.err.c_str(), O_WRONLY | O_NOCTTY), STDERR_FILENO);
+    Become(err, STDERR_FILENO);
     Become(setting.out.empty() ? out : open(setting.out.c_str(), O_WRONLY), STDOUT_FILENO);
     if (!setting.in.empty()) Become(open(setting.in.c_str(), O_RDONLY), STDIN_FILENO);
     if (setting.closedOut) close(STDOUT_FILENO);
@@ -160,6 +160,14 @@ void ZekTest::WriteSound(const std::string& file, unsigned sensors) {
         list += (id == 1 ? "" : ",") + number;
     }
     Write(file, text + "[TAVRGROUP]\nNAME = All\nID = 1\nPID = 0\nSENSORS = " + list + '\n');
+}
+
+void ZekTest::Compile(const std::string& name, const std::string& text, const std::vector<std::string>& options) {
+    Write(name + ".zek", text);
+    std::vector<std::string> arguments = {"compile", name + ".zek"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const Result result = Zek(arguments);
+    ASSERT_EQ(result.code, 0) << result.err;
 }
 
 std::vector<std::string> ZekTest::Names(const std::string& folder) {

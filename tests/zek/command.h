@@ -22,10 +22,9 @@ struct Result {
 struct Setting {
     std::string in = {};   ///< the file that standard input comes from; empty: as in this process
     std::string out = {};  ///< where standard output goes; empty: it is recorded
-    std::string err = {};  ///< where standard error goes; empty: it is recorded
     bool closedOut = false;
-    /// Standard error is a terminal with so many columns, one with colours and without wishes in the environment, unless
-    /// that says otherwise; 0 is none.
+    /// Standard error is a terminal with so many columns, one with colours and without wishes in the environment,
+    /// unless that says otherwise; 0 is none.
     unsigned short terminalColumns = 0;
     bool readerGone = false;          ///< standard output is a pipe that nobody reads
     unsigned long fileSizeLimit = 0;  ///< bytes; 0 is none
@@ -71,6 +70,9 @@ class ZekTest : public ProcessTest {
 protected:
     /// Writes a source that is valid: a group and, in it, sensors with the IDs 1 to `sensors`, listed in a TAVRGROUP.
     static void WriteSound(const std::string& file, unsigned sensors = 1);
+
+    /// Writes NAME.zek and compiles it into NAME.zki and NAME.zkd.
+    static void Compile(const std::string& name, const std::string& text, const std::vector<std::string>& options = {});
 
     /// The names in a folder, sorted.
     static std::vector<std::string> Names(const std::string& folder = ".");

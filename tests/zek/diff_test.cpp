@@ -26,12 +26,6 @@ protected:
         Compile("a", kBoard);
     }
 
-    static void Compile(const std::string& name, const std::string& text) {
-        Write(name + ".zek", text);
-        const Result result = Zek({"compile", name + ".zek"});
-        ASSERT_EQ(result.code, 0) << result.err;
-    }
-
     /// Compares a with b of that text, compiled images or debug images; the exit code must fit what is shown.
     static std::string Shown(const std::string& text, Strings options = {}, const std::string& ending = ".zki") {
         Compile("b", text);

@@ -1,46 +1,11 @@
 // The line that tells on a terminal what a long compilation is at.
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <chrono>
-#include <cstdlib>
 
 #include "zek/command.h"
 
 namespace zek::test {
 
 namespace {
-
-/// A terminal of which the test is the other side.
-class Terminal {
-public:
-    Terminal() : side_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
-        EXPECT_EQ(grantpt(side_), 0);
-        EXPECT_EQ(unlockpt(side_), 0);
-        name_ = ptsname(side_);
-        // As long as it is open, what was written stays.
-        kept_ = open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    }
-    ~Terminal() { close(side_); }
-    Terminal(const Terminal&) = delete;
-    Terminal& operator=(const Terminal&) = delete;
-
-    const std::string& Name() const { return name_; }
-
-    /// All that was written; call it once, when nobody writes any more.
-    std::string Written() {
-        close(kept_);
-        std::string all;
-        char bytes[4096];
-        for (ssize_t got; (got = read(side_, bytes, sizeof bytes)) > 0;) all.append(bytes, static_cast<size_t>(got));
-        return all;
-    }
-
-private:
-    int side_;
-    int kept_ = -1;
-    std::string name_;
-};
 
 /// What is seen in the end, without blanks at line ends.
 std::string Seen(const std::string& written) {
@@ -55,6 +20,7 @@ std::string Seen(const std::string& written) {
             endLine();
             seen += '\n';
             line.clear();
+            column = 0;
         } else {
             if (column == line.size()) line += ' ';
             line[column++] = byte;
@@ -78,11 +44,10 @@ protected:
         std::string written;
     };
     static OnTerminal Shown(const Strings& arguments, Setting setting) {
-        Terminal terminal;
-        setting.err = terminal.Name();
+        setting.terminalColumns = 80;
         setting.environment.emplace_back("TERM", "dumb");
-        const int code = Zek(arguments, setting).code;
-        return {code, terminal.Written()};
+        const Result result = Zek(arguments, setting);
+        return {result.code, result.err};
     }
 };
 

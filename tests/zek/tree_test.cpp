@@ -6,12 +6,6 @@ namespace {
 
 class ZekTree : public ZekTest {
 protected:
-    static void Compile(const std::string& text) {
-        Write("a.zek", text);
-        const Result result = Zek({"compile", "a.zek"});
-        ASSERT_EQ(result.code, 0) << result.err;
-    }
-
     static std::string Shown(const std::string& image) {
         const Result result = Zek({"tree", image});
         EXPECT_EQ(result.code, 0);
@@ -47,10 +41,11 @@ protected:
 };
 
 TEST_F(ZekTree, ShowsGroupsSensorsAndViewsUnderTheirParents) {
-    Compile(Words() + Group("Board", "0") + Group("Left", "Board") + Group("Rack", "0") + Group("Inner", "Left") +
-            Sensor("Inlet", "Board", "1", "THEORY = 20\nTHRESHOLD_FH = 0x32\nTHRESHOLD_WH = 40\n") +
-            Sensor("Deep", "Inner", "0x10") + Sensor("Outlet", "Board", "2", "THRESHOLD_FL = 1\nTHRESHOLD_WL = 2\n") +
-            View("All", "1", "0", "1,2,16") + View("Some", "2", "1", "16,99"));
+    Compile("a", Words() + Group("Board", "0") + Group("Left", "Board") + Group("Rack", "0") + Group("Inner", "Left") +
+                     Sensor("Inlet", "Board", "1", "THEORY = 20\nTHRESHOLD_FH = 0x32\nTHRESHOLD_WH = 40\n") +
+                     Sensor("Deep", "Inner", "0x10") +
+                     Sensor("Outlet", "Board", "2", "THRESHOLD_FL = 1\nTHRESHOLD_WL = 2\n") +
+                     View("All", "1", "0", "1,2,16") + View("Some", "2", "1", "16,99"));
     EXPECT_EQ(Shown("a.zki"),
               "GROUP \"Board\"\n"
               "  SENSOR \"Inlet\" ID=1 TYPE=17 THEORY=20 THRESHOLD_FH=50 THRESHOLD_WH=40\n"
@@ -84,8 +79,8 @@ TEST_F(ZekTree, ShowsGroupsSensorsAndViewsUnderTheirParents) {
 }
 
 TEST_F(ZekTree, NumberForNoneIsShownAndNamesNothing) {
-    Compile(Words() + Group("Board", "0") + Sensor("Inlet", "Board", "1", "THRESHOLD_WL = -1\n") +
-            Sensor("Odd", "Board", "-1") + View("All", "1", "0", "1,0xFFFFFFFF"));
+    Compile("a", Words() + Group("Board", "0") + Sensor("Inlet", "Board", "1", "THRESHOLD_WL = -1\n") +
+                     Sensor("Odd", "Board", "-1") + View("All", "1", "0", "1,0xFFFFFFFF"));
     EXPECT_EQ(Shown("a.zki"),
               "GROUP \"Board\"\n"
               "  SENSOR \"Inlet\" ID=1 TYPE=17 THRESHOLD_WL=4294967295\n"
@@ -96,15 +91,15 @@ TEST_F(ZekTree, NumberForNoneIsShownAndNamesNothing) {
 }
 
 TEST_F(ZekTree, EmptyImageIsAnEmptyTree) {
-    Compile("");
+    Compile("a", "");
     EXPECT_EQ(Shown("a.zki"), "");
     EXPECT_EQ(Shown("a.zkd"), "");
 }
 
 /// The check refuses such sources, so the debug image is changed.
 TEST_F(ZekTree, OrphansAreShown) {
-    Compile(Words() + Group("Board", "0") + Group("Child", "Board") + Sensor("One", "Board", "1") +
-            View("All", "1", "0", "1") + View("Sub", "2", "1", "1"));
+    Compile("a", Words() + Group("Board", "0") + Group("Child", "Board") + Sensor("One", "Board", "1") +
+                     View("All", "1", "0", "1") + View("Sub", "2", "1", "1"));
     std::string image = Read("a.zkd");
     // The name of the first group, so that its child and its sensor lose their parent; then the ID of the first view.
     image.replace(image.find("Board"), 5, "Other");
@@ -122,9 +117,9 @@ TEST_F(ZekTree, OrphansAreShown) {
 }
 
 TEST_F(ZekTree, CirclesOfParentsAreShownOnce) {
-    Compile(Words() + Group("Board", "0") + Group("One__", "Board") + Group("Two__", "One__") +
-            Group("Hang_", "Two__") + Sensor("Sen", "Two__", "1") + View("All", "1", "0", "1") +
-            View("Self", "2", "2", "1"));
+    Compile("a", Words() + Group("Board", "0") + Group("One__", "Board") + Group("Two__", "One__") +
+                     Group("Hang_", "Two__") + Sensor("Sen", "Two__", "1") + View("All", "1", "0", "1") +
+                     View("Self", "2", "2", "1"));
     // One__ hangs on Two__ now.
     std::string image = Read("a.zkd");
     const std::size_t parent = image.find("Board", image.find("Board") + 1);
@@ -144,7 +139,7 @@ TEST_F(ZekTree, CirclesOfParentsAreShownOnce) {
 TEST_F(ZekTree, DeepLinesGiveTheirDepth) {
     std::string text = Words() + Group("g0", "0");
     for (int i = 1; i <= 3000; ++i) text += Group("g" + std::to_string(i), "g" + std::to_string(i - 1));
-    Compile(text);
+    Compile("a", text);
     const std::string shown = Shown("a.zki");
     EXPECT_NE(
         shown.find('\n' + std::string(80, ' ') + "GROUP \"g40\"\n" + std::string(80, ' ') + "(41) GROUP \"g41\"\n"),
