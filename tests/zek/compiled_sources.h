@@ -26,6 +26,17 @@ protected:
         return result.code == 0;
     }
 
+    /// The main source, relative to the folder that is made of an image.
+    static std::string Decompiled(const std::string& image, const std::string& folder) {
+        const Result result = Zek({"decompile", image, "-o", folder});
+        EXPECT_EQ(result.code, 0);
+        EXPECT_EQ(result.err, "");
+        EXPECT_TRUE(result.out.starts_with(folder + '/')) << result.out;
+        EXPECT_TRUE(result.out.ends_with('\n')) << result.out;
+        if (result.code != 0) return {};
+        return result.out.substr(folder.size() + 1, result.out.size() - folder.size() - 2);
+    }
+
     /// Writes the generated source of each seed of the shard to the folder `source` and, where it compiles, calls
     /// `use`, up to the first that fails. Gives how many compiled into first.zki and first.zkd.
     template <class Use>

@@ -1,20 +1,12 @@
 // The verification of debug images, on bytes.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <fstream>
 #include <string>
 #include <vector>
 
-#include "debug_check.h"
 #include "debug_layout.h"
-#include "failure.h"
-#include "image.h"
-#include "memory_file.h"
-#include "model/keyword_table.h"
-#include "model/section.h"
-#include "model/section_kinds.h"
-#include "zek/in_process.h"
+#include "zek/told_debug_check.h"
 #include "zekcomp/zekcomp.h"
 
 namespace zek::tool {
@@ -92,17 +84,6 @@ std::string WithData(const std::string& data) {
 
 std::string WithValue(const std::string& record) { return WithData(Number(ValueKey(1)) + Counted(record)); }
 
-/// The sentence of the failure with its place, code and offset; what was counted where there is none.
-std::string Told(const std::string& image) {
-    const DebugCheck check = CheckDebugImage(image);
-    if (check.failure) {
-        const DebugFinding& failure = *check.failure;
-        return failure.Place() + ": " + failure.Sentence() + " (" + NameOf(failure.code) + " at " +
-               std::to_string(failure.offset) + ')';
-    }
-    return std::to_string(check.sections) + ' ' + std::to_string(check.entries) + ' ' + std::to_string(check.notes);
-}
-
 TEST(ZekDebugCheck, AcceptsWhatIsSound) {
     EXPECT_EQ(Told(Image({})), "0 0 0");
     EXPECT_EQ(Told(Image({Group({}), Group({Section(kDefine, "DEFINE", {}, kFiles)}), Group({})})), "1 0 0");
@@ -132,10 +113,6 @@ TEST(ZekDebugCheck, NotesBytesBehindTheImageAndAListThatIsNotThere) {
                          "image had written another (no-file-list at 183)",
                          "image: 3 bytes follow behind the last section (trailing-bytes at " +
                              std::to_string(image.size()) + ')'}));
-}
-
-std::string Replaced(std::string image, std::size_t at, const std::string& bytes) {
-    return image.replace(at, bytes.size(), bytes);
 }
 
 TEST(ZekDebugCheck, TellsWhatIsWrongWithTheFrame) {
@@ -275,7 +252,6 @@ std::string DeviceImage(const std::string& entry) {
 }
 
 TEST(ZekDebugCheck, TellsWhatIsWrongWithTheNameAndTheNotationOfAKey) {
-    constexpr unsigned kRow = TextKey(0x12);
     const std::string named = "section 0 [TABLE], entry ";
     const std::string given = ": is that of a key that was given, and this one has no data (absent-key at ";
     const auto absent = [](const std::string& name, const Common& common) {
@@ -288,7 +264,7 @@ TEST(ZekDebugCheck, TellsWhatIsWrongWithTheNameAndTheNotationOfAKey) {
         std::string told;
     } rows[] = {
         {TableImage({}), "1 2 0"},
-        {TableImage({TextEntry(kRow, "1.2", {10, 0, 0}), TextEntry(kNameKey.type, "NAME", {2, 9, 0})}), "1 4 0"},
+        {TableImage({TextEntry(kRowKey, "1.2", {10, 0, 0}), TextEntry(kNameKey.type, "NAME", {2, 9, 0})}), "1 4 0"},
         {TableImage({}, "Name"), named + "0, name: is not a name that makes such an entry (entry-name at 223)"},
         {TableImage({}, ""), named + "0, name: is not a name that makes such an entry (entry-name at 223)"},
         {TableImage({}, "NAME", {2, 2, 0}),
@@ -297,9 +273,9 @@ TEST(ZekDebugCheck, TellsWhatIsWrongWithTheNameAndTheNotationOfAKey) {
          named + "2, notation: is 1, and that of such an object is 2 (notation at 295)"},
         {TableImage({TextEntry(kNameKey.type, "TYPE", {2, 9, 0})}),
          named + "2, name: is not a name that makes such an entry (entry-name at 307)"},
-        {TableImage({TextEntry(kRow, "TYPE", {10, 9, 0})}),
+        {TableImage({TextEntry(kRowKey, "TYPE", {10, 9, 0})}),
          named + "2, name: is not a name that makes such an entry (entry-name at 307)"},
-        {TableImage({TextEntry(kRow, "1", {2, 9, 0})}),
+        {TableImage({TextEntry(kRowKey, "1", {2, 9, 0})}),
          named + "2, notation: is 2, and that of such an object is 10 (notation at 295)"},
         {DeviceImage(TextEntry(kPropertyKey, "P_", {10, 1, 0})), "1 5 0"},
         {DeviceImage(TextEntry(kPropertyKey, "VALUE_X", {10, 1, 0})),
@@ -321,7 +297,7 @@ TEST(ZekDebugCheck, TellsOfANulInATextOfASource) {
         {WithValue(Number(1) + Counted("W") + Counted("5" + nul)), "text: " + why + "252)"},
         {WithValue(Number(1) + Counted("W" + nul) + Counted("5")), "type word: " + why + "247)"},
         {WithValue(Number(7) + Counted("W") + Number(1) + Counted("5" + nul + "5")), "list element 0: " + why + "256)"},
-        {TableImage({TextEntry(TextKey(0x12), "1" + nul, {10, 1, 0})}), "name: " + why + "307)"},
+        {TableImage({TextEntry(kRowKey, "1" + nul, {10, 1, 0})}), "name: " + why + "307)"},
     };
     for (const auto& row : rows) {
         const std::string told = Told(row.image);
@@ -348,139 +324,6 @@ TEST(ZekDebugCheck, EveryCodeIsInTheTableOfThePage) {
         if (line.starts_with("| `")) listed.push_back(line.substr(3, line.find('`', 3) - 3));
     }
     EXPECT_EQ(listed, names);
-}
-
-TEST(ZekDebugLayout, KindsAreTheLibrarysOwn) {
-    for (const DebugKind& kind : kDebugKinds) {
-        SCOPED_TRACE(kind.keyword);
-        CZEKSection* section = CZEKSection::Create("a.zek", kind.keyword, 1);
-        ASSERT_NE(section, nullptr);
-        EXPECT_EQ(DebugKindOf(section->m_dwType), &kind);
-        EXPECT_EQ(section->m_eNotation, kind.notation);
-        ASSERT_EQ(section->m_vpEntry.size(), kind.declared.size());
-        for (std::size_t i = 0; i < kind.declared.size(); ++i) {
-            const DebugKey& key = kind.declared[i];
-            const CZEKEntry& entry = *section->m_vpEntry[i];
-            EXPECT_EQ(entry.m_dwType, key.type);
-            EXPECT_EQ(entry.m_eNotation, key.notation);
-            const auto row = std::find_if(g_NTMapEntry.begin(), g_NTMapEntry.end(),
-                                          [&](const tagNTMAP& keyword) { return keyword.dwID == key.type; });
-            ASSERT_NE(row, g_NTMapEntry.end());
-            EXPECT_STREQ(row->pszName, key.name);
-            // Given twice. The first item of an [IFDEF] is its word, the second a definition.
-            section->SetEntry("a.zek", key.name, "1", 2);
-            section->SetEntry("a.zek", key.name, "1", 2);
-            const CZEKEntry& repeated = *section->m_vpEntry.back();
-            EXPECT_EQ(repeated.m_dwType, kind.Defines() ? kDefinitionKey : key.type);
-            EXPECT_EQ(repeated.m_eNotation, kind.Defines() ? AddedNotation(kDefinitionKey) : kRepeatedNotation);
-        }
-        std::vector<unsigned> added;
-        for (const char* key : {"P_x", "1"}) {
-            const std::size_t before = section->m_vpEntry.size();
-            section->SetEntry("a.zek", key, "missing", 3);
-            if (section->m_vpEntry.size() == before) continue;
-            added.push_back(section->m_vpEntry.back()->m_dwType);
-            EXPECT_EQ(section->m_vpEntry.back()->m_eNotation, AddedNotation(added.back()));
-        }
-        std::vector<unsigned> known;
-        if (kind.added || kind.addsProperties) known = {kind.addsProperties ? kPropertyKey : kind.added};
-        if (kind.added) known.push_back(kind.added);
-        if (kind.addsProperties && !kind.added) known.push_back(kPropertyKey);
-        EXPECT_EQ(added, known);
-    }
-    gccCompEnd();
-    EXPECT_EQ(DebugKindOf(0x2000000f), nullptr);
-    EXPECT_EQ(DebugKindOf(0x20000000), nullptr);
-}
-
-/// Every kind of section, every class of data, every value type, and includes.
-constexpr char kEverything[] =
-    "[DEFINE]\nVT_NONE = 0\nVT_VALUE = 1\nVT_CALC = 2\nVT_CALL = 3\nVT_READ = 4\nVT_WRITE = 5\nVT_RAW = 6\nVT_FOUR = "
-    "7\n"
-    "VT_READ8 = 8\nVT_WRITE9 = 9\nVT_TABLE = 10\nVT_SEND = 11\nVT_SMBUS = 12\nVT_50 = 50\nVT_101 = 101\nVT_COND = 102\n"
-    "VT_103 = 103\nVT_OWN = 104\nVT_500 = 500\nBUSTYPE_SMBUS = 1\n"
-    "[IFDEF]\nDEFINEWORD = VT_READ\nSPEED = 3\n"
-    "[QUORZEK]\nVERSION = 1.0\n"
-    "[PROPERTY]\nColour = light red\n"
-    "[SYSTEM]\nTYPE = 1\nMODEL = \"x\"\nFLAG = 0\nZEKLOOP = 5\nP_ROLE = x\n"
-    "[GROUP]\nPARENT = 0\nNAME = Board\nCHILDGROUP = 0\nVALUE_INIT = VT_VALUE,1\n"
-    "[ACTION]\nNAME = Act\nARGNUMBER = 1\nVALUE_1 = VT_VALUE,ARG0\nVALUE = VT_OWN,VALUE_1\n"
-    "[TABLE]\nNAME = Curve\nTYPE = 1\n0.255 = 9\n4 = 0x2A\n"
-    "[GLOBAL]\nG_A = VT_CALC,+,3,G_B\nG_B = VT_TABLE,Curve,7\nG_C = VT_CALC,==,1,2,3,4\nG_D = VT_CALL,Act,1\n"
-    "G_E = VT_READ,1,8,BUSTYPE_SMBUS,2\nG_F = VT_WRITE,1,8,BUSTYPE_SMBUS,2,3\nG_G = VT_RAW,1,2,3\nG_H = VT_FOUR,1,2\n"
-    "G_I = VT_READ8,1,8,BUSTYPE_SMBUS,2\nG_J = VT_WRITE9,1,8,BUSTYPE_SMBUS,2,3\nG_K = "
-    "VT_SEND,1,8,BUSTYPE_SMBUS,0x00,3\n"
-    "G_L = VT_SMBUS,1,8,BUSTYPE_SMBUS,0x00\nG_M = VT_50,1\nG_N = VT_101,1\nG_O = VT_COND,1,Act,2\nG_P = VT_103,1\n"
-    "G_Q = VT_500\nG_R = VT_NONE\nG_S = VT_FOUR\n"
-    "[REPEATER]\nR = 2,Act,1\n"
-    "[DEVICE]\nNAME = Fan\nID = 5\nINITFLAG = 0\nCONTROLMASK = 0\nP_ROLE = y\nVALUE_ON = VT_VALUE,1\n"
-    "[SENSOR]\nPARENT = Board\nNAME = S\nID = 1\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 3\nTHEORY = 2\nTHRESHOLD_WH = "
-    "40\n"
-    "VALUE = VT_VALUE,7\nVALUE_X = VT_VALUE,1\nP_ROLE = z\n"
-    "[TAVRGROUP]\nNAME = All\nID = 1\nPID = 0\nSENSORS = 1\nP_ROLE = r\n";
-
-/// Compiles a source in this process and gives its debug image.
-std::string Compiled(const MemoryFile& source) {
-    const MemoryFile images[2];
-    EXPECT_EQ(CompileHere(source, images[0], images[1]), kFine);
-    return images[1].Bytes();
-}
-
-TEST(ZekDebugCheck, AcceptsWhatTheLibraryWrites) {
-    const MemoryFile included(kEverything);
-    const MemoryFile source("[INCLUDE]\nFILE = " + included.Name() + "\n[DEFINE]\nLAST = 1\n");
-    const std::string image = Compiled(source);
-    EXPECT_EQ(Told(image), "15 99 0");
-    for (std::size_t size = 0; size < image.size(); ++size) {
-        EXPECT_TRUE(CheckDebugImage(image.substr(0, size)).failure) << size;
-    }
-    EXPECT_EQ(Told(image + '\0'), "15 99 1");
-}
-
-/// Only the first image of a process has the list of source files. It is shown all the same.
-TEST(ZekDebugCheck, AcceptsTheSecondImageOfAProcess) {
-    const MemoryFile source(kEverything);
-    const std::string first = Compiled(source);
-    const std::string second = Compiled(source);
-    EXPECT_EQ(Told(first), "13 97 0");
-    EXPECT_EQ(Told(second), "13 97 1");
-    const MemoryFile file(second);
-    const tool::Image image(file.Name());
-    std::vector<std::string> keys;
-    image.ForEachSectionOf("REPEATER", [&](const ShownSection& section) {
-        for (const ShownEntry& entry : section.entries) keys.push_back(entry.key + '=' + entry.value);
-    });
-    EXPECT_EQ(keys, std::vector<std::string>{"R=2,Act,1"});
-}
-
-/// Whatever one byte is: what the verification lets pass, the library loads.
-TEST(ZekDebugCheck, AcceptsNothingThatDoesNotLoad) {
-    const MemoryFile source(kEverything);
-    const std::string image = Compiled(source);
-    unsigned accepted = 0;
-    for (std::size_t at = 0; at < image.size(); ++at) {
-        for (const char byte : {'\x00', '\x01', '\x7f', '\x80', '\xff'}) {
-            const std::string damaged = Replaced(image, at, std::string(1, byte));
-            if (CheckDebugImage(damaged).failure) continue;
-            ++accepted;
-            ASSERT_NO_THROW(EXPECT_EQ(gdInit(MemoryFile(damaged).Name(), nullptr), 1u)) << at;
-            gdUnInit();
-        }
-    }
-    // Time stamp, notations, lines, numbers and the characters of texts may be anything.
-    EXPECT_GT(accepted, image.size());
-    EXPECT_LT(accepted, 5 * image.size() / 2);
-}
-
-/// What was restored from an image and written again is an image again.
-TEST(ZekDebugCheck, AcceptsWhatWasLoadedAndWrittenAgain) {
-    const MemoryFile source(kEverything);
-    const MemoryFile file(Compiled(source));
-    ASSERT_EQ(gdInit(file.Name(), nullptr), 1u);
-    const MemoryFile again;
-    ASSERT_EQ(gccOutputD(again.Name()), 1u);
-    EXPECT_EQ(Told(again.Bytes()), "13 97 1");
-    gdUnInit();
 }
 
 }  // namespace
