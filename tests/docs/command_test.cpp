@@ -72,23 +72,23 @@ TEST_F(Commands, PrintWhatTheirPageShows) {
     source.replace(source.find("TYPE         = 1"), 16, "TYPE         = 2");
     Write("changed.zek", source);
     ASSERT_EQ(Zek("compile changed.zek"), 0) << Read("stderr");
-    const std::pair<const char*, int> rows[] = {
-        {"get board.zki \"SENSOR/Inlet Temp/THRESHOLD_WH\"", 0},
-        {"get board.zki GLOBAL/G_Base/1", 0},
-        {"origin board.zkd \"SENSOR/Inlet Temp/THRESHOLD_WH\" board.zki", 0},
-        {"diff board.zki changed.zki", 1},
-        {"diff --breaking board.zki changed.zki", 1},
-        {"decompile board.zkd", 0},
-    };
-    for (const auto& [words, code] : rows) {
-        EXPECT_EQ(Zek(words), code) << Read("stderr");
-        EXPECT_EQ(Read("stdout"), Block(page, std::string("text zek ") + words));
+    const std::vector<std::string> shown = BlocksOf(page, "text zek ");
+    ASSERT_GE(shown.size(), 7U);
+    for (const std::string& words : shown) {
+        SCOPED_TRACE(words);
+        // What is different is an answer as well.
+        EXPECT_EQ(Zek(words), words.starts_with("diff ") ? 1 : 0) << Read("stderr");
+        const std::string block = Block(page, "text zek " + words);
+        if (words.starts_with("map ")) {
+            EXPECT_NE(Read("stdout").find('\n' + block), std::string::npos) << Read("stdout");
+        } else {
+            EXPECT_EQ(Read("stdout"), block);
+        }
     }
     EXPECT_EQ(Zek("get --json board.zki GLOBAL/G_None"), 1);
     EXPECT_EQ(Read("stdout"), "");
     ASSERT_EQ(Zek("map board.zki board.zkd"), 0);
     const std::string map = Read("stdout");
-    EXPECT_NE(map.find('\n' + Block(page, "text zek map board.zki board.zkd")), std::string::npos);
     const std::string lines = std::to_string(std::count(map.begin(), map.end(), '\n'));
     EXPECT_NE(SourceFile(page).find("Of the " + lines + " lines"), std::string::npos) << lines;
 }

@@ -38,6 +38,16 @@ std::string Block(const std::string& page, const std::string& info) {
     return text.substr(first, text.find("```\n", first) - first);
 }
 
+std::vector<std::string> BlocksOf(const std::string& page, const std::string& beginning) {
+    std::vector<std::string> blocks;
+    std::istringstream lines(SourceFile(page));
+    const std::string opening = "```" + beginning;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with(opening)) blocks.push_back(line.substr(opening.size()));
+    }
+    return blocks;
+}
+
 std::string BytesOfDump(const std::string& dump) {
     std::string bytes;
     std::istringstream lines(dump);
