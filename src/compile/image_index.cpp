@@ -99,7 +99,7 @@ ImageIndex::Kind& ImageIndex::CollectOther(unsigned identifier) {
 ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
     Names names;
     KeyTable<unsigned, Nothing> words;
-    for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
+    for (tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             const bool byValue = entry.dwName == kIdName && !entry.vdwValues.empty();
             if (!byValue && !HasFreeNames(kind.identifier)) continue;
@@ -111,9 +111,8 @@ ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
             if (words.Find(word)) continue;
             words.Add(word, {});
             const tagGCVALUE name = GetTblData(word);
-            if (name.dwKind == 2) names.keys.Add(name.pszName, position);
+            if (name.dwKind == 2) names.keys.Add(name.pszName, section);
         }
-        ++position;
     }
     names.stamp = StampOf(names.tables);
     return names;
@@ -122,22 +121,21 @@ ImageIndex::Names ImageIndex::ReadNames(const Kind& kind) {
 ImageIndex::IDs ImageIndex::ReadIDs(const Kind& kind) {
     const TableSet numbers = TableSetOf(kIdNumber);
     IDs ids{{}, false, numbers, StampOf(numbers)};
-    for (unsigned position = 0; const tagGCSECT* section : kind.sections) {
+    for (tagGCSECT* section : kind.sections) {
         for (const tagGCENTRY& entry : section->vEntries) {
             if (entry.dwName != kIdID || entry.vdwValues.empty()) continue;
             ids.any = true;
             const tagGCVALUE id = GetTblData(entry.vdwValues[0]);
-            if (id.dwKind == 1) ids.keys.Add(static_cast<unsigned>(id.qwNumber), position);
+            if (id.dwKind == 1) ids.keys.Add(static_cast<unsigned>(id.qwNumber), section);
         }
-        ++position;
     }
     return ids;
 }
 
 template <class Key>
-Found ImageIndex::Find(const Kind& kind, Positions<Key>& positions, const Key& key) {
-    const unsigned* position = positions.keys.Find(key);
-    return {position ? kind.sections[*position] : nullptr, positions.any};
+Found ImageIndex::Find(const FirstSections<Key>& firsts, const Key& key) {
+    tagGCSECT* const* section = firsts.keys.Find(key);
+    return {section ? *section : nullptr, firsts.any};
 }
 
 const std::vector<tagGCSECT*>& ImageIndex::Sections(unsigned identifier) { return KindOf(identifier).sections; }
@@ -145,13 +143,13 @@ const std::vector<tagGCSECT*>& ImageIndex::Sections(unsigned identifier) { retur
 Found ImageIndex::Named(unsigned identifier, const std::string& name) {
     Kind& kind = KindOf(identifier);
     if (!IsInStep(kind.names)) kind.names = ReadNames(kind);
-    return Find(kind, *kind.names, std::string_view(name));
+    return Find(*kind.names, std::string_view(name));
 }
 
 Found ImageIndex::WithID(unsigned identifier, unsigned number) {
     Kind& kind = KindOf(identifier);
     if (!IsInStep(kind.ids)) kind.ids = ReadIDs(kind);
-    return Find(kind, *kind.ids, number);
+    return Find(*kind.ids, number);
 }
 
 }  // namespace zek

@@ -22,10 +22,10 @@ struct Found {
     bool compared = false;
 };
 
-/// Names or ids with the positions of the first sections that have them.
+/// Names or ids with the first sections that have them.
 template <class Key>
-struct Positions {
-    KeyTable<Key, unsigned> keys;
+struct FirstSections {
+    KeyTable<Key, tagGCSECT*> keys;
     bool any = false;         ///< whether a section had anything to compare
     TableSet tables = 0;      ///< those that their identifiers are of
     std::uint64_t stamp = 0;  ///< of these tables when they were read
@@ -44,8 +44,8 @@ public:
     Found WithID(unsigned identifier, unsigned number);
 
 private:
-    using Names = Positions<std::string_view>;
-    using IDs = Positions<unsigned>;
+    using Names = FirstSections<std::string_view>;
+    using IDs = FirstSections<unsigned>;
     struct Kind {
         unsigned identifier = 0;
         bool isCollected = false;  ///< the sections are those of this identifier, even where there are none
@@ -64,11 +64,11 @@ private:
     static Names ReadNames(const Kind& kind);
     static IDs ReadIDs(const Kind& kind);
     template <class Key>
-    static bool IsInStep(const std::optional<Positions<Key>>& positions) {
-        return positions && positions->stamp == StampOf(positions->tables);
+    static bool IsInStep(const std::optional<FirstSections<Key>>& firsts) {
+        return firsts && firsts->stamp == StampOf(firsts->tables);
     }
     template <class Key>
-    static Found Find(const Kind& kind, Positions<Key>& positions, const Key& key);
+    static Found Find(const FirstSections<Key>& firsts, const Key& key);
 
     SectionsStamp stamp_;
     std::array<Kind, 12> kinds_;  ///< by the ordinal of the identifiers that the compiler writes
