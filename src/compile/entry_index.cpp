@@ -77,8 +77,12 @@ tagGCENTRY* EntryIndex::WithName(tagGCSECT& section, unsigned identifier) {
 }
 
 tagGCENTRY* EntryIndex::Find(const Entries& entries, tagGCSECT& section, unsigned identifier) {
-    const auto first = std::ranges::lower_bound(entries.firsts, identifier, {}, &FirstEntry::identifier);
-    const bool found = first != entries.firsts.end() && first->identifier == identifier;
+    const auto& firsts = entries.firsts;
+    // The compiler numbers new keys one by one, so the identifier mostly tells the row.
+    const std::size_t row = identifier - firsts.front().identifier;
+    if (row < firsts.size() && firsts[row].identifier == identifier) return &section.vEntries[firsts[row].position];
+    const auto first = std::ranges::lower_bound(firsts, identifier, {}, &FirstEntry::identifier);
+    const bool found = first != firsts.end() && first->identifier == identifier;
     return found ? &section.vEntries[first->position] : nullptr;
 }
 

@@ -184,6 +184,21 @@ TEST_F(ImageLoading, FindsTheFirstOfTheEntriesWithOneTextInSeveralTables) {
     EXPECT_EQ(gcGetEntryByType(g_GCHead.front(), kIdGlobal), &entries[67]);
 }
 
+TEST_F(ImageLoading, FindsEntriesOfALongSectionWhoseIdentifiersFallAndHaveGaps) {
+    constexpr unsigned kEntries = 100;
+    SectionWords section = {0x01000002, {}};
+    for (unsigned i = 0; i < kEntries; ++i) section.entries.push_back({kIdProperty + 3 * (kEntries - i), {}});
+    section.entries.push_back({kIdProperty + 3, {}});
+    Write("gaps.meta", Image({section}, {}));
+    ASSERT_EQ(gcInit("gaps.meta", nullptr), 1U);
+    std::vector<tagGCENTRY>& entries = g_GCHead.front()->vEntries;
+    for (unsigned id = 0; id <= 3 * kEntries + 3; ++id) {
+        SCOPED_TRACE(id);
+        tagGCENTRY* const entry = id % 3 == 0 && id > 0 && id <= 3 * kEntries ? &entries[kEntries - id / 3] : nullptr;
+        EXPECT_EQ(gcGetEntryByType(g_GCHead.front(), kIdProperty + id), entry);
+    }
+}
+
 TEST_F(ImageLoading, FindsNoEntryByATextWithANul) {
     Write("queried.meta", Image({{0x01000002, {{kIdProperty, {}}}}}, {Record(kIdProperty, Names({"a"}))}));
     ASSERT_EQ(gcInit("queried.meta", nullptr), 1U);

@@ -76,6 +76,11 @@ void CompareSection(tagGCSECT& section, Random& random) {
     for (unsigned type = 0x02000000; type < 0x02000019; ++type) {
         Expect(gcGetEntryByType(&section, type), plain::EntryByType(section, type));
     }
+    for (const tagGCENTRY& entry : section.vEntries) {
+        for (const unsigned type : {entry.dwName - 1, entry.dwName, entry.dwName + 1}) {
+            Expect(gcGetEntryByType(&section, type), plain::EntryByType(section, type));
+        }
+    }
 }
 
 std::vector<unsigned> Counters() {
