@@ -18,7 +18,8 @@ extern "C" {
 /// Loads a debug image into the model; what the model held stays. `info` may be null. 1 (the `gc` slot is set to 0), or
 /// 0 with the reason sent to `Output` and no slot touched. Throws `std::out_of_range` for a damaged section; what was
 /// read until then stays until `gdUnInit`. So does it where memory runs out, which throws `std::bad_alloc`. No bytes
-/// take more memory than a multiple of theirs.
+/// take more memory than a multiple of theirs. A pipe or device may give 256 MiB, keep silent for two seconds, and be
+/// waited for a minute in all.
 ZEK_API unsigned gdInit(const std::string& file, tagMETAFILEINFO* info);
 
 /// Destroys the model and the predefined names. Always 1; no slot is touched.

@@ -14,7 +14,8 @@ extern "C" {
 
 /// Loads a compiled image, replacing the one loaded before. `info` may be null. 1, or 0 with code 13 for every failure;
 /// what was read before a failure stays until the next `gcInit` or `gcUnInit`. So does it where memory runs out, which
-/// throws `std::bad_alloc`, as queries may that make an index. No bytes take more memory than a multiple of theirs.
+/// throws `std::bad_alloc`, as queries may that make an index. No bytes take more memory than a multiple of theirs. A
+/// pipe or device may give 256 MiB, keep silent for two seconds, and be waited for a minute in all.
 ZEK_API unsigned gcInit(const std::string& file, tagMETAFILEINFO* info);
 
 /// Frees the sections; the names and numbers stay. Always 1; leaves the slot as it was.

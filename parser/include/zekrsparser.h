@@ -38,7 +38,9 @@ extern "C" {
 // taken as a slash. A hook replaces this search. A name with a NUL in it names no file.
 //
 // Pipes and devices are read until they end. They are refused when they deliver more than 256 MiB, when they keep
-// silent for two seconds, and pipes also when they end without a single byte (a FIFO that nobody writes to).
+// silent for two seconds or still let their reader wait after a minute, and pipes also when they end without a single
+// byte (a FIFO that nobody writes to). A host that would wait for longer reads them itself and gives, by a hook, the
+// path of what it has read.
 ZEKRSPARSER_API void* RSOpenFile(const std::string& file);
 
 // Lets the sections of an open file be asked for. 1, or 0 for a null handle. Parsing again changes nothing.

@@ -78,19 +78,20 @@ std::size_t InputFile::Limit() const {
 
 // The deadline holds for all the waits of one call together: a device may call itself ready and then give nothing.
 long InputFile::ReadSome(char* to, std::size_t room) {
-    using Clock = std::chrono::steady_clock;
-    std::optional<Clock::time_point> deadline;
+    const Clock::time_point deadline = std::min(Clock::now() + kLongestSilence, lastWait_);
     for (;;) {
         const ssize_t count = read(descriptor_, to, room);
         if (count >= 0) return count;
-        if (errno == EINTR) continue;
-        if (errno != EAGAIN) return -1;
-        if (!deadline) deadline = Clock::now() + kLongestSilence;
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(*deadline - Clock::now()).count();
-        if (left <= 0) return -1;
-        pollfd wait{descriptor_, POLLIN, 0};
-        poll(&wait, 1, static_cast<int>(left));
+        if (errno != EINTR && (errno != EAGAIN || !WaitUntil(deadline))) return -1;
     }
+}
+
+bool InputFile::WaitUntil(Clock::time_point deadline) const {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+    if (left <= 0) return false;
+    pollfd wait{descriptor_, POLLIN, 0};
+    const int ready = poll(&wait, 1, static_cast<int>(left));
+    return ready > 0 || (ready < 0 && errno == EINTR);
 }
 
 }  // namespace zek::parser

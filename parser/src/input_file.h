@@ -19,6 +19,8 @@ constexpr std::size_t kLongestFile = 0xFFFFFFFE;
 constexpr std::size_t kLongestStream = 256U << 20;
 // How long a pipe or a device may keep silent.
 constexpr std::chrono::seconds kLongestSilence{2};
+// How long it is waited for at all, so that one that drips holds nobody for ever. What it has ready is read even then.
+constexpr std::chrono::seconds kLongestWait{60};
 
 struct FreeBytes {
     void operator()(char* bytes) const { std::free(bytes); }
@@ -53,13 +55,18 @@ public:
     std::optional<Text> ReadWhole();
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     // The number of bytes read, 0 at the end of the file, -1 on an error or a silence too long.
     long ReadSome(char* to, std::size_t room);
+    // False when nothing has come by then, or it cannot be waited for.
+    bool WaitUntil(Clock::time_point deadline) const;
     std::size_t Limit() const;
 
     int descriptor_;
     bool readable_ = false;
     struct stat info_ {};
+    Clock::time_point lastWait_ = Clock::now() + kLongestWait;
 };
 
 }  // namespace zek::parser

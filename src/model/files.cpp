@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 
@@ -15,8 +16,12 @@ namespace {
 
 constexpr std::size_t kMostOfStream = std::size_t{256} << 20;
 constexpr std::size_t kChunk = std::size_t{1} << 16;
+
+using Clock = std::chrono::steady_clock;
 /// How long a pipe or a device may keep silent.
 constexpr std::chrono::seconds kLongestSilence{2};
+/// How long it is waited for at all, so that one that drips holds nobody for ever. What it has ready is read even then.
+constexpr std::chrono::seconds kLongestWait{60};
 
 /// Closes the file however its reading ends.
 class OpenFile {
@@ -32,33 +37,39 @@ public:
 
     int Descriptor() const { return fd_; }
 
+    /// The number of bytes read, 0 at the end of the file and where it cannot be read; nothing when it is silent for
+    /// too long, or cannot be waited for.
+    std::optional<std::size_t> Read(unsigned char* to, std::size_t room) const;
+
 private:
     int fd_;
+    Clock::time_point lastWait_ = Clock::now() + kLongestWait;
 };
 
-/// The number of bytes read, 0 at the end of the file and where it cannot be read; nothing when it keeps silent.
-std::optional<std::size_t> ReadSome(int fd, unsigned char* to, std::size_t room) {
-    using Clock = std::chrono::steady_clock;
-    const Clock::time_point deadline = Clock::now() + kLongestSilence;
+std::optional<std::size_t> OpenFile::Read(unsigned char* to, std::size_t room) const {
+    const Clock::time_point deadline = std::min(Clock::now() + kLongestSilence, lastWait_);
     while (true) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        if (left <= 0) return std::nullopt;
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
         // Before the first read, too: from a FIFO that nobody writes to yet it would get the end of the file.
-        pollfd waiting = {fd, POLLIN, 0};
-        if (poll(&waiting, 1, static_cast<int>(left)) <= 0) continue;
-        const ssize_t got = read(fd, to, room);
+        pollfd waiting = {fd_, POLLIN, 0};
+        const int ready = poll(&waiting, 1, static_cast<int>(std::max<decltype(left)>(left, 0)));
+        if (ready < 0 && errno == EINTR) continue;
+        if (ready <= 0) return std::nullopt;
+        const ssize_t got = read(fd_, to, room);
         if (got >= 0) return static_cast<std::size_t>(got);
         if (errno != EINTR && errno != EAGAIN) return 0;
+        // A device may call itself ready and then give nothing.
+        if (left <= 0) return std::nullopt;
     }
 }
 
-/// Reads until the buffer holds `size` bytes or the file ends; false when it keeps silent.
-bool Fill(int fd, ByteBuffer& bytes, std::size_t size) {
+/// Reads until the buffer holds `size` bytes or the file ends; false when no end comes.
+bool Fill(const OpenFile& file, ByteBuffer& bytes, std::size_t size) {
     if (size <= bytes.Size()) return true;
     std::size_t missing = size - bytes.Size();
     unsigned char* to = bytes.Extend(missing);
     std::optional<std::size_t> got;
-    while (missing > 0 && (got = ReadSome(fd, to, missing)) && *got > 0) {
+    while (missing > 0 && (got = file.Read(to, missing)) && *got > 0) {
         to += *got;
         missing -= *got;
     }
@@ -66,11 +77,11 @@ bool Fill(int fd, ByteBuffer& bytes, std::size_t size) {
     return missing == 0 || got;
 }
 
-/// Reads the rest of what is no regular file, whose size nobody knows; false when it keeps silent or gives too much.
-bool FillFromStream(int fd, ByteBuffer& bytes) {
+/// Reads the rest of what is no regular file, whose size nobody knows; false when no end comes or it gives too much.
+bool FillFromStream(const OpenFile& file, ByteBuffer& bytes) {
     std::size_t size = bytes.Size();
     while (bytes.Size() == size && size <= kMostOfStream) {
-        if (!Fill(fd, bytes, size += kChunk)) return false;
+        if (!Fill(file, bytes, size += kChunk)) return false;
     }
     return bytes.Size() <= kMostOfStream;
 }
@@ -79,14 +90,13 @@ bool FillFromStream(int fd, ByteBuffer& bytes) {
 
 std::optional<ByteBuffer> ReadImage(const std::string& file, std::string_view magic) {
     const OpenFile opened(file);
-    const int fd = opened.Descriptor();
-    if (fd < 0) return std::nullopt;
+    if (opened.Descriptor() < 0) return std::nullopt;
     ByteBuffer bytes;
-    bool isWhole = Fill(fd, bytes, kMagicSize);
+    bool isWhole = Fill(opened, bytes, kMagicSize);
     struct stat info = {};
-    if (HasMagic(bytes.View(), magic) && fstat(fd, &info) == 0) {
-        isWhole =
-            S_ISREG(info.st_mode) ? Fill(fd, bytes, static_cast<std::size_t>(info.st_size)) : FillFromStream(fd, bytes);
+    if (HasMagic(bytes.View(), magic) && fstat(opened.Descriptor(), &info) == 0) {
+        isWhole = S_ISREG(info.st_mode) ? Fill(opened, bytes, static_cast<std::size_t>(info.st_size))
+                                        : FillFromStream(opened, bytes);
     }
     if (!isWhole) return std::nullopt;
     return bytes;

@@ -4,14 +4,17 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <thread>
+#include <utility>
 
 #include "compile/image_file.h"
 #include "compile/small_image.h"
 #include "debugimage/debug_bytes.h"
 #include "interface/queried_image.h"
+#include "support/passing_time.h"
 #include "support/resources.h"
 
 namespace zek::test {
@@ -103,6 +106,71 @@ TEST_F(SpecialImageFile, FifoWhoseWriterFallsSilentIsRefused) {
     EXPECT_EQ(CodeAfter([] { EXPECT_EQ(LoadCompiled(), 0U); }), 13U);
     close(fifo);
     EXPECT_EQ(Fed(image, LoadCompiled), 1U) << "a good image loads right after";
+}
+
+/// Gives the FIFO some bytes at each wait, and ends behind the last of them.
+class Dripping {
+public:
+    Dripping(const std::string& bytes, std::size_t piece) : bytes_(bytes), piece_(piece), fifo_(open("fifo", O_RDWR)) {
+        EXPECT_GE(fifo_, 0);
+    }
+    ~Dripping() { close(fifo_); }
+    Dripping(const Dripping&) = delete;
+    Dripping& operator=(const Dripping&) = delete;
+
+    std::chrono::milliseconds Passed() const { return time_.Passed(); }
+
+private:
+    void Drip() {
+        if (given_ == bytes_.size()) {
+            close(std::exchange(fifo_, -1));
+            return;
+        }
+        const std::string_view piece = std::string_view(bytes_).substr(given_, piece_);
+        EXPECT_EQ(write(fifo_, piece.data(), piece.size()), static_cast<ssize_t>(piece.size()));
+        given_ += piece.size();
+    }
+
+    std::string bytes_;
+    std::size_t piece_;
+    std::size_t given_ = 0;
+    int fifo_;
+    // The silence before each piece is nearly as long as one may be.
+    PassingTime time_{std::chrono::milliseconds(1800), [this] { Drip(); }};
+};
+
+TEST_F(SpecialImageFile, FifoThatDripsIsWaitedForAMinuteInAll) {
+    const std::string image = SmallImage();
+    const auto expectAMinute = [](const Dripping& dripping) {
+        EXPECT_LE(dripping.Passed(), std::chrono::seconds(60));
+        EXPECT_GE(dripping.Passed(), std::chrono::seconds(58)) << "the time that the test takes counts, too";
+    };
+    const auto refused = [&](const std::string& bytes, const auto& load) {
+        const Dripping dripping(bytes, 1);
+        load();
+        expectAMinute(dripping);
+    };
+    refused(image, [] { EXPECT_EQ(CodeAfter([] { EXPECT_EQ(LoadCompiled(), 0U); }), 13U); });
+    refused(image, [] { EXPECT_EQ(CodeAfter([] { EXPECT_EQ(ReadMeta("fifo", nullptr), 0U); }), 12U); });
+    refused(DebugHead(), [] { EXPECT_EQ(LoadDebug(), 0U); });
+    EXPECT_EQ(Messages(), "ERROR: Open debug file fifo failed.\n");
+    const Dripping dripping(image, 100);
+    EXPECT_EQ(LoadCompiled(), 1U) << "what ends within the minute is read";
+    EXPECT_GT(dripping.Passed(), std::chrono::seconds(10));
+}
+
+TEST_F(SpecialImageFile, FifoThatCannotBeWaitedForIsRefusedAtOnce) {
+    const FailingPoll poll(ENOMEM);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(ReadMeta("fifo", nullptr), 0U); }), 12U);
+    EXPECT_EQ(LoadDebug(), 0U);
+    EXPECT_EQ(Messages(), "ERROR: Open debug file fifo failed.\n");
+    EXPECT_EQ(poll.Calls(), 2U);
+}
+
+TEST_F(SpecialImageFile, WaitThatASignalInterruptsGoesOn) {
+    const FailingPoll poll(EINTR, 3);
+    EXPECT_EQ(Fed(SmallImage(), LoadCompiled), 1U);
+    EXPECT_EQ(poll.Calls(), 3U);
 }
 
 }  // namespace

@@ -4,11 +4,14 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstring>
 #include <thread>
+#include <utility>
 
 #include "parser_test.h"
+#include "support/passing_time.h"
 #include "support/resources.h"
 
 namespace {
@@ -94,6 +97,41 @@ TEST_F(SpecialFile, FifoWithASilentWriterIsRefusedAfterAWhile) {
     WriteTo(writer, "[A]\n");
     EXPECT_EQ(DumpFile(path), "refused");
     close(writer);
+}
+
+TEST_F(SpecialFile, FifoThatDripsIsWaitedForAMinuteInAll) {
+    const std::string path = MakeFifo();
+    const int writer = open(path.c_str(), O_RDWR);
+    ASSERT_GE(writer, 0);
+    const zek::test::PassingTime time(std::chrono::milliseconds(1800), [&] { WriteTo(writer, ";"); });
+    EXPECT_EQ(DumpFile(path), "refused");
+    EXPECT_LE(time.Passed(), std::chrono::seconds(60));
+    EXPECT_GE(time.Passed(), std::chrono::seconds(58)) << "the time that the test takes counts, too";
+    close(writer);
+}
+
+TEST_F(SpecialFile, FifoThatCannotBeWaitedForIsRefusedAtOnce) {
+    const std::string path = MakeFifo();
+    const int writer = open(path.c_str(), O_RDWR);
+    ASSERT_GE(writer, 0);
+    const zek::test::FailingPoll poll(ENOMEM);
+    EXPECT_EQ(DumpFile(path), "refused");
+    EXPECT_EQ(poll.Calls(), 1U);
+    close(writer);
+}
+
+TEST_F(SpecialFile, WaitThatASignalInterruptsGoesOn) {
+    const std::string path = MakeFifo();
+    int writer = open(path.c_str(), O_RDWR);
+    ASSERT_GE(writer, 0);
+    const zek::test::FailingPoll poll(EINTR, 3);
+    const zek::test::PassingTime time(std::chrono::milliseconds(100), [&] {
+        if (writer < 0) return;
+        WriteTo(writer, "[A]\n");
+        close(std::exchange(writer, -1));
+    });
+    EXPECT_EQ(DumpFile(path), "1 [A]\n");
+    EXPECT_EQ(poll.Calls(), 3U);
 }
 
 TEST_F(SpecialFile, FifoIsReadUntilItsWriterCloses) {

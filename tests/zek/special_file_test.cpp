@@ -3,6 +3,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
+#include <iterator>
 #include <memory>
 
 #include "zek/command.h"
@@ -43,6 +45,7 @@ TEST_F(ZekSpecialFile, SourceFromAPipeIsCheckedAsAFileIs) {
     EXPECT_EQ(said("cat b.txt | zek check --no-warn L135 -", "/dev/stdin"), file);
     EXPECT_EQ(said("(sleep 3; cat b.txt) | zek check --no-warn L135 -", "/dev/stdin"), file);
     EXPECT_EQ(said("cat b.txt > fifo & zek check --no-warn L135 fifo", "fifo"), file);
+    EXPECT_EQ(said("(sleep 2.5; cat b.txt) > fifo & zek check --no-warn L135 fifo", "fifo"), file);
     // Read once, though it is included twice.
     Write("c.txt", "[INCLUDE]\nFILE = fifo\nFILE = ./fifo\n");
     EXPECT_EQ(Shell("printf '[DEFINE]\\nA = 12abc\\n' > fifo & zek check --no-warn L135 c.txt").err,
@@ -131,6 +134,38 @@ TEST_F(ZekSpecialFile, PipesOfTheShellAreRead) {
     }
     EXPECT_EQ(Zek({"verify", "/dev/zero"}).err,
               "zek: cannot read /dev/zero: what is no regular file may give 256 MiB\n");
+}
+
+TEST_F(ZekSpecialFile, SourceOfAShellThatTakesItsTimeIsWaitedFor) {
+    const Result result = Shell("zek fmt --check <(sleep 2.5; echo '[A]')");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(ZekSpecialFile, ImageForAFifoWithoutAReaderEndsWithTwoAfterAWhile) {
+    const auto files = [] { return std::distance(std::filesystem::directory_iterator("."), {}); };
+    const auto before = files();
+    const std::string debug = Read("a.zkd");
+    const Result result = Program({"timeout", "60", ZEK_PROGRAM, "compile", "a.zek", "-o", "fifo"}).Finish();
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.err, "zek: cannot write fifo: nobody reads from it\n");
+    EXPECT_EQ(Read("a.zkd"), debug);
+    EXPECT_EQ(files(), before);
+}
+
+TEST_F(ZekSpecialFile, ImageForAFifoOrADeviceIsWritten) {
+    Write("source", Read("a.zek"));
+    for (const std::string command : {"(sleep 0.3; cat fifo > got) & zek compile source -o fifo && wait",
+                                      "zek compile source -o /dev/stdout -g /dev/null | cat > got",
+                                      "zek compile source -o /dev/stdout -g /dev/null > got"}) {
+        SCOPED_TRACE(command);
+        Write("got", "");
+        EXPECT_EQ(Shell("set -o pipefail; " + command).code, 0);
+        EXPECT_EQ(Dump(WithoutTime(Read("got"))), Dump(WithoutTime(Read("a.zki"))));
+    }
+    const Result full = Shell("zek compile source -o /dev/full");
+    EXPECT_EQ(full.code, 2);
+    EXPECT_EQ(full.err, "zek: cannot write /dev/full: No space left on device\n");
 }
 
 }  // namespace

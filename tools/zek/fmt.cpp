@@ -37,7 +37,7 @@ int Check(const std::string& file, bool changes, StandardOutput& out) {
 }
 
 int Format(const std::string& file, const FmtOptions& options, StandardOutput& out) {
-    const std::string text = ReadFile(file);
+    const std::string text = ReadSource(file);
     const std::string formatted = Formatted(text);
     if (options.check) return Check(file, formatted != text, out);
     if (file == kStandard) {

@@ -29,9 +29,13 @@ private:
 };
 
 /// The bytes of a file, or of standard input where the name is "-"; throws Failure. What is no regular file may give
-/// 256 MiB, and keep silent for two seconds where it is not standard input.
+/// 256 MiB, and where it is not standard input, keep silent for two seconds and be waited for no longer than a minute.
 std::string ReadFile(const std::string& name);
+
+/// The same of a source. Who writes it to a pipe may be slow: where somebody is there to write, or comes within two
+/// seconds, it is waited for until it ends.
+std::string ReadSource(const std::string& name);
 /// The same; nothing, and why, when it cannot be read.
-std::optional<std::string> ReadFile(const std::string& name, std::string& why);
+std::optional<std::string> ReadSource(const std::string& name, std::string& why);
 
 }  // namespace zek::tool

@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <utility>
 
 #include "failure.h"
@@ -44,15 +45,33 @@ int Finish(int descriptor, bool direct) {
     return error;
 }
 
+/// Opens a device or a pipe. Who reads from a FIFO has two seconds to come; the system would wait for ever.
+int OpenDirectly(const Target& target) {
+    constexpr int kTries = 200;
+    constexpr timespec kBetween = {0, 10'000'000};
+    // A file that has no name left, as behind /dev/stdout, is emptied first; for the others that means nothing.
+    constexpr int kFlags = O_WRONLY | O_TRUNC | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+    int descriptor = open(target.path.c_str(), kFlags);
+    const bool isFifo = S_ISFIFO(target.info.st_mode);
+    for (int i = 0; i < kTries && descriptor < 0 && isFifo && errno == ENXIO; ++i) {
+        nanosleep(&kBetween, nullptr);
+        descriptor = open(target.path.c_str(), kFlags);
+    }
+    if (descriptor < 0 && isFifo && errno == ENXIO) {
+        throw Failure(kUsageOrFiles, "cannot write " + target.name + ": nobody reads from it");
+    }
+    if (descriptor < 0) throw CannotWrite(target, errno);
+    fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    return descriptor;
+}
+
 void WriteDirectly(const OutputFile& file) {
     if (file.target.path.empty()) {
         const int error = WriteAll(STDOUT_FILENO, file.bytes);
         if (error) throw SystemFailure("cannot write to standard output", error);
         return;
     }
-    // A file that has no name left, as behind /dev/stdout, is emptied first; for the others that means nothing.
-    const int descriptor = open(file.target.path.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NOCTTY);
-    if (descriptor < 0) throw CannotWrite(file.target, errno);
+    const int descriptor = OpenDirectly(file.target);
     int error = WriteAll(descriptor, file.bytes);
     const int finished = Finish(descriptor, true);
     if (!error) error = finished;

@@ -11,7 +11,7 @@ std::string SourceCopies::Take(const std::string& path, bool mayBeEmpty, std::st
     std::unique_ptr<MemoryFile>& copy = copies_[path];
     if (copy) return copy->Name();
     // Not opened anew: that would fail for a socket and find something else where standard input was closed.
-    const std::optional<std::string> bytes = ReadFile(path == kStandardInput ? "-" : path, why);
+    const std::optional<std::string> bytes = ReadSource(path == kStandardInput ? "-" : path, why);
     if (!bytes) return {};
     if (bytes->empty() && !mayBeEmpty) {
         why = "it ended without a byte";
