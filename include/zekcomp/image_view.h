@@ -42,7 +42,7 @@ enum class ImageCode : unsigned {
     kSectionEnd = 21,          ///< the sections do not end where the tables begin
     kUnknownSection = 22,      ///< no identifier of a kind of section
     kEntryCount = 23,          ///< more entries than there are bytes for
-    kUnknownEntry = 24,        ///< a name identifier that no entry of such a kind of section has
+    kUnknownEntry = 24,        ///< a name identifier that no entry has
     kWordCount = 25,           ///< more words than there are bytes for
     kWrongWordCount = 26,      ///< too few or too many words for such an entry
     kWrongClass = 27,          ///< a word of a class that cannot stand there
@@ -50,7 +50,6 @@ enum class ImageCode : unsigned {
     kUnknownOperator = 29,     ///< no code of an operator
     kMissingParent = 30,       ///< no group has the name of the parent
     kParentCycle = 31,         ///< a group is its own ancestor
-    kRepeatedEntry = 32,       ///< an entry of the section before has the same name identifier
     kTrailingBytes = 100,      ///< bytes follow behind the last table
     kSurplusLength = 101,      ///< a table of names says that it is longer than what was written
     kShortLength = 102,        ///< a table says that it is shorter than what was written
@@ -62,6 +61,9 @@ enum class ImageCode : unsigned {
     kTableWithoutBlock = 108,  ///< there are names of tables without a block of table data
     kBeyondLength = 109,  ///< the key lies behind what its table's length covers: this identifier stands for nothing
     kTooManyKeys = 110,   ///< a table has more keys than there are identifiers of a class, 2 to the power of 24
+    kForeignEntry = 111,  ///< the name identifier is one that no source gives to such a kind of section
+    kRepeatedEntry =
+        112,  ///< an entry of the section before has the same name identifier, and is the one that is found
 };
 
 /// Whether the code is a note, not a failure.

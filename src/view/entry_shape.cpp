@@ -28,10 +28,10 @@ struct Keyword {
 constexpr EntryShape One(std::string_view role) { return {role, false, kNoRole, 1, 1}; }
 constexpr EntryShape kText = One("s");
 constexpr EntryShape kNumber = One("n");
-constexpr EntryShape kGroup = One("g");
 constexpr EntryShape kNumbers = {"", false, kNumberOperand, 0, kNoLimit};
 
-/// By the ordinal of the keyword; in no kind where no entry has that name. The word of a NAME hangs on the kind.
+/// By the ordinal of the keyword; in no kind where no entry has that name. In some kinds the word of a NAME or PARENT
+/// is another, see ShapeOfKey.
 constexpr std::array<Keyword, kKeywords> kKeywordRows = {{
     {},
     {kText, Bits(kImageQuorzek)},                                  // VERSION
@@ -53,7 +53,7 @@ constexpr std::array<Keyword, kKeywords> kKeywordRows = {{
     {kNumber, Bits(kImageTavrGroup)},                              // PID
     {},
     {kText, Bits(kImageSystem)},                                                                         // MODEL
-    {kGroup, Bits(kImageGroup, kImageSensor)},                                                           // PARENT
+    {kText, Bits(kImageGroup, kImageSensor)},                                                            // PARENT
     {kText, Bits(kImageGroup, kImageSensor, kImageDevice, kImageAction, kImageTable, kImageTavrGroup)},  // NAME
     {kNumbers, Bits(kImageTavrGroup)},                                                                   // SENSORS
 }};
@@ -99,25 +99,20 @@ constexpr auto kClassesOf = [] {
 
 }  // namespace
 
-bool MayName(unsigned kind, unsigned name) {
+unsigned KindsWith(unsigned name) {
     const unsigned nameClass = name >> kClassShift;
     const unsigned ordinal = name & kIdOrdinalMask;
-    if (nameClass >= kKindsOfClass.size()) return false;
+    if (nameClass >= kKindsOfClass.size()) return 0;
     const bool keyword = nameClass == kIdKeyword >> kClassShift && ordinal < kKeywords;
-    return (keyword ? kKeywordRows[ordinal].kinds : kKindsOfClass[nameClass]) & Bits(kind);
+    return keyword ? kKeywordRows[ordinal].kinds : kKindsOfClass[nameClass];
 }
-
-bool HasOwnValues(unsigned kind) { return kind != kImageGroup && kind != kImageAction; }
 
 bool IsNameOfValue(unsigned kind, std::string_view name) {
     // Longer than any number.
     constexpr std::size_t kLong = 16;
+    if (kind != kImageGroup && kind != kImageAction) return true;
     if (kind == kImageGroup) return std::ranges::find(kGroupValues, name) != std::end(kGroupValues);
     return name.empty() || name == "IPMI" || IsNumber(std::string(name.substr(0, kLong)));
-}
-
-bool MayStandTwice(unsigned kind, unsigned name, std::string_view text) {
-    return (name & kIdClassMask) == kIdValue && text.empty() && (kind == kImageSensor || kind == kImageAction);
 }
 
 EntryShape ShapeOfKey(unsigned kind, unsigned name) {
@@ -125,7 +120,8 @@ EntryShape ShapeOfKey(unsigned kind, unsigned name) {
     if (nameClass == kIdRepeater) return kRepeaterShape;
     if (nameClass != kIdKeyword) return kText;
     if (name == kIdName && kind == kImageAction) return One("a");
-    if (name == kIdName && kind == kImageGroup) return kGroup;
+    const bool ofGroup = kind == kImageGroup && (name == kIdName || name == kIdParent);
+    if (ofGroup || (kind == kImageSensor && name == kIdParent)) return One("g");
     return kKeywordRows[name & kIdOrdinalMask].shape;
 }
 

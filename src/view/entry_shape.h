@@ -34,20 +34,15 @@ struct EntryShape {
 /// The keywords have ordinals below this.
 inline constexpr unsigned kKeywords = 0x17;
 
-/// Whether sections of a kind have entries of this name: by its keyword, or the class of its table.
-bool MayName(unsigned kind, unsigned name);
+/// The kinds of sections, a bit for each by its ordinal, that have entries of this name: by its keyword, or by the
+/// class of its table. 0 for what names no entry.
+unsigned KindsWith(unsigned name);
 
-/// Whether the values of a kind have any names; those of groups and actions do not.
-bool HasOwnValues(unsigned kind);
-
-/// Whether groups or actions have a value of this name: the NAME of VALUE_NAME.
+/// Whether sections of a kind that has values have one of this name: the NAME of VALUE_NAME. Those of groups and
+/// actions do not have any name.
 bool IsNameOfValue(unsigned kind, std::string_view name);
 
-/// Whether two entries of a section can have this name, which stands for `text`: VALUE and VALUE_ are different keys
-/// with one identifier.
-bool MayStandTwice(unsigned kind, unsigned name, std::string_view text);
-
-/// The shape of an entry that is no value or global, and whose name may stand in sections of this kind.
+/// The shape of an entry that is no value or global.
 EntryShape ShapeOfKey(unsigned kind, unsigned name);
 
 /// The shape of a value by its type; with `comparison` that of an operation with two operands more.

@@ -35,7 +35,7 @@ constexpr CodeText kCodes[] = {
     {ImageCode::kSectionEnd, "section-end", "the tables should begin at byte %f, but begin at %l"},
     {ImageCode::kUnknownSection, "unknown-section", "%x is no kind of section"},
     {ImageCode::kEntryCount, "entry-count", "%f entries are announced, there is room for %l"},
-    {ImageCode::kUnknownEntry, "unknown-entry", "%x names no entry of such a section"},
+    {ImageCode::kUnknownEntry, "unknown-entry", "%x names no entry"},
     {ImageCode::kWordCount, "word-count", "%f words are announced, there is room for %l"},
     {ImageCode::kWrongWordCount, "wrong-word-count", "the entry has %f words, it should have %l"},
     {ImageCode::kWrongClass, "wrong-class", "%x is of a class that cannot stand here"},
@@ -43,7 +43,6 @@ constexpr CodeText kCodes[] = {
     {ImageCode::kUnknownOperator, "unknown-operator", "%x is no operator"},
     {ImageCode::kMissingParent, "missing-parent", "no group has the name of the parent, %x"},
     {ImageCode::kParentCycle, "parent-cycle", "the group is its own ancestor"},
-    {ImageCode::kRepeatedEntry, "repeated-entry", "%x names an entry of the section before"},
     {ImageCode::kTrailingBytes, "trailing-bytes", "%f bytes follow the last table"},
     {ImageCode::kSurplusLength, "surplus-length", "the length, %f bytes, counts names that are not there"},
     {ImageCode::kShortLength, "short-length", "the length, %f bytes, leaves keys out"},
@@ -55,6 +54,8 @@ constexpr CodeText kCodes[] = {
     {ImageCode::kBeyondLength, "beyond-length",
      "the key lies behind the length that its table says, so this identifier means nothing"},
     {ImageCode::kTooManyKeys, "too-many-keys", "there are %f keys, those behind the first %l have no identifier"},
+    {ImageCode::kForeignEntry, "foreign-entry", "no source gives %x to such a section"},
+    {ImageCode::kRepeatedEntry, "repeated-entry", "%x names an entry of the section before, too"},
     {ImageCode::kTableWithoutBlock, "table-without-block", "%l tables have a name, %f have a block"},
 };
 

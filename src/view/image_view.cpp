@@ -1,5 +1,8 @@
 #include "zekcomp/image_view.h"
 
+#include <algorithm>
+#include <bit>
+
 #include "compile/value_fields.h"
 #include "view/verifier.h"
 
@@ -9,18 +12,6 @@ namespace {
 
 /// The tables whose names an entry can have.
 constexpr unsigned kNameClasses[] = {kIdProperty, kIdGlobal, kIdValue, kIdRepeater};
-
-/// The table of what sections of a kind are called: by their NAME, or in three kinds by their entries.
-constexpr unsigned ClassOfNames(unsigned kind) {
-    switch (kind) {
-        case kImageProperty: return kIdProperty;
-        case kImageGlobal: return kIdGlobal;
-        case kImageRepeater: return kIdRepeater;
-        case kImageGroup: return kIdGroup;
-        case kImageAction: return kIdAction;
-        default: return kIdString;
-    }
-}
 
 ImageValue Nothing(unsigned word) { return {ImageValue::Kind::kNothing, word, 0, {}}; }
 
@@ -61,10 +52,15 @@ ImageView::Sections ImageView::SectionsOf(unsigned kind) const {
 }
 
 std::optional<ImageView::Section> ImageView::SectionNamed(unsigned kind, std::string_view name) const {
-    const std::optional<unsigned> word = IdentifierOf(ClassOfNames(kind), name);
-    const std::uint32_t section = word ? data_->named.Find(kind, *word) : FirstSections::kNone;
-    if (section == FirstSections::kNone) return {};
-    return Section(data_.get(), section);
+    std::uint32_t first = FirstSections::kNone;
+    // One class but for what no source says.
+    unsigned classes = IsKind(kind) ? data_->nameClasses[kind & kIdOrdinalMask] : 0;
+    for (; classes != 0; classes &= classes - 1) {
+        const std::optional<unsigned> word = IdentifierOf(static_cast<unsigned>(std::countr_zero(classes)) << 24, name);
+        if (word) first = std::min(first, data_->named.Find(kind, *word));
+    }
+    if (first == FirstSections::kNone) return {};
+    return Section(data_.get(), first);
 }
 
 std::optional<ImageView::Section> ImageView::SectionWithID(unsigned kind, unsigned number) const {
@@ -97,7 +93,9 @@ unsigned ImageView::TableBlockCount() const { return static_cast<unsigned>(data_
 
 std::optional<unsigned> ImageView::GroupIndex(std::string_view name) const {
     const std::optional<unsigned> word = IdentifierOf(kIdGroup, name);
-    if (word && data_->named.Find(kImageGroup, *word) != FirstSections::kNone) return *word & kIdOrdinalMask;
+    const std::uint32_t group = word ? data_->named.Find(kImageGroup, *word) : FirstSections::kNone;
+    // A group that is found by another NAME counts by its first one.
+    if (group != FirstSections::kNone) return data_->WordOf(group, kIdName) & kIdOrdinalMask;
     if (name == "0") return 0;
     return {};
 }

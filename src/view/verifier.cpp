@@ -120,26 +120,28 @@ bool ImageVerifier::Entry(std::size_t& at) {
 }
 
 bool ImageVerifier::Name(std::size_t at, unsigned name) {
-    if (!MayName(place_.kind, name)) return Fail(ImageCode::kUnknownEntry, at, name);
-    if ((name & kIdClassMask) == kIdKeyword) return StandsOnce(at, name, kKeywords);
+    const unsigned kinds = KindsWith(name);
+    if (kinds == 0) return Fail(ImageCode::kUnknownEntry, at, name);
     const KeyTable& table = data_.TableOf(name);
     const unsigned ordinal = name & kIdOrdinalMask;
-    if (ordinal >= table.limit) return Fail(ImageCode::kBeyondTable, at, name, table.limit);
-    if (!StandsOnce(at, name, table.limit)) return false;
-    if (!table.Stands(ordinal)) return Note(CodeOfMissing(table, ordinal), at, name, ordinal);
-    const bool free = (name & kIdClassMask) != kIdValue || HasOwnValues(place_.kind);
-    return free || !table.IsWhole(ordinal) || IsNameOfValue(place_.kind, table.NameAt(ordinal)) || Fail(ImageCode::kUnknownEntry, at, name);
+    const bool keyword = (name & kIdClassMask) == kIdKeyword;
+    const std::uint32_t limit = keyword ? kKeywords : table.limit;
+    if (ordinal >= limit) return Fail(ImageCode::kBeyondTable, at, name, limit);
+    if (StandsBefore(name, limit)) Note(ImageCode::kRepeatedEntry, at, name);
+    bool foreign = !(kinds >> (place_.kind & kIdOrdinalMask) & 1);
+    if (!keyword && !table.Stands(ordinal)) {
+        Note(CodeOfMissing(table, ordinal), at, name, ordinal);
+    } else if ((name & kIdClassMask) == kIdValue && table.IsWhole(ordinal)) {
+        foreign |= !IsNameOfValue(place_.kind, table.NameAt(ordinal));
+    }
+    return !foreign || Note(ImageCode::kForeignEntry, at, name);
 }
 
-/// Whether no entry of the section before has the name, or only one where two may; `limit` is that of the ordinals of
-/// its class.
-bool ImageVerifier::StandsOnce(std::size_t at, unsigned name, std::size_t limit) {
+/// Whether an entry of the section before has the name; `limit` is that of the ordinals of its class.
+bool ImageVerifier::StandsBefore(unsigned name, std::size_t limit) {
     std::vector<std::uint32_t>& last = lastWith_[name >> 24];
     if (last.empty()) last.resize(limit, kNone);
-    if (std::exchange(last[name & kIdOrdinalMask], place_.section) != place_.section) return true;
-    const bool second = MayStandTwice(place_.kind, name, data_.Resolve(name).text) &&
-                        std::exchange(lastWithTwo_, place_.section) != place_.section;
-    return second || Fail(ImageCode::kRepeatedEntry, at, name);
+    return std::exchange(last[name & kIdOrdinalMask], place_.section) == place_.section;
 }
 
 bool ImageVerifier::Value(const unsigned char* record, std::size_t at) {
@@ -204,13 +206,18 @@ void ImageVerifier::Remember(const unsigned char* record, std::size_t at) {
     const unsigned name = EntryName(record);
     if (name == kIdName || OffersNames(place_.kind)) {
         const unsigned word = name == kIdName ? EntryWord(record, 0) : name;
-        if (data_.Resolve(word)) data_.named.Add(place_.kind, word, place_.section);
+        if (data_.Resolve(word)) {
+            data_.named.Add(place_.kind, word, place_.section);
+            data_.nameClasses[place_.kind & kIdOrdinalMask] |= 1U << (word >> 24);
+        }
     }
     if (name == kIdID) {
         const ImageValue id = data_.Resolve(EntryWord(record, 0));
         if (id) data_.withID.Add(place_.kind, id.number, place_.section);
     }
-    if (name == kIdParent) {
+    const bool below = place_.kind == kImageGroup || place_.kind == kImageSensor;
+    const bool first = parents_.empty() || parents_.back().section != place_.section;
+    if (name == kIdParent && below && first) {
         parents_.push_back({place_.section, EntryWord(record, 0), static_cast<std::uint32_t>(at + kEntryHead)});
     }
 }

@@ -33,7 +33,7 @@ private:
         std::uint32_t entry = ImageFinding::kNowhere;
         std::uint32_t table = ImageFinding::kNowhere;
     };
-    /// A group's or sensor's PARENT.
+    /// A group's or sensor's PARENT, the first where it has several.
     struct ParentOf {
         std::uint32_t section;
         std::uint32_t word;
@@ -60,7 +60,7 @@ private:
     bool Section(std::size_t& at);
     bool Entry(std::size_t& at);
     bool Name(std::size_t at, unsigned name);
-    bool StandsOnce(std::size_t at, unsigned name, std::size_t limit);
+    bool StandsBefore(unsigned name, std::size_t limit);
     bool Value(const unsigned char* record, std::size_t at);
     bool Words(const EntryShape& shape, const unsigned char* record, std::size_t at, bool mayCarry);
     bool Word(char role, unsigned word, std::size_t at, std::uint32_t index, bool mayCarry);
@@ -87,9 +87,8 @@ private:
     Place place_;
     std::array<std::size_t, kTables.size() + 1> starts_{};  ///< of the tables, then the end of the image
     std::vector<ParentOf> parents_;
-    /// The last section that has an entry of a name, by the name's class and ordinal; and that has two of one name.
+    /// The last section that has an entry of a name, by the name's class and ordinal.
     std::array<std::vector<std::uint32_t>, (kIdRepeater >> 24) + 1> lastWith_;
-    std::uint32_t lastWithTwo_ = ImageFinding::kNowhere;
 };
 
 }  // namespace zek

@@ -108,8 +108,9 @@ struct ImageView::Data {
     std::array<KeyTable, 32> tables;  ///< by the class of their identifiers
     std::span<const unsigned char> blocks;
 
-    FirstSections named;   ///< by the word of NAME, or the name of an entry
-    FirstSections withID;  ///< by the number of ID
+    FirstSections named;                          ///< by the word of NAME, or the name of an entry
+    std::array<std::uint32_t, 13> nameClasses{};  ///< the classes of these words by kind, a bit for each
+    FirstSections withID;                         ///< by the number of ID
 
     /// The first entries by their names in the sections that have too many to walk: rows of each section in the order
     /// of the names.

@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <map>
+#include <set>
+
+#include "model/section.h"
+#include "model/section_kinds.h"
 #include "view/viewed_image.h"
 
 namespace zek::test {
@@ -193,6 +198,101 @@ TEST(OddBytes, LeaveANameUnnumbered) {
     const std::string image =
         ViewedImage({{kImageGroup, {{kIdParent, {0}}, {kIdName, {0x18000001}}}}}, {.groups = {"0", "A"}});
     EXPECT_EQ(Notes(image), "unnumbered at 276, section 0 [GROUP], entry 0, word 0: a name without an identifier\n");
+}
+
+/// An image of one section with one entry, whose word is of the class that can stand there.
+std::string WithEntry(unsigned kind, unsigned name) {
+    std::string image;
+    for (const unsigned word : {kIdNumber, kIdString, kIdGroup, kIdAction}) {
+        image = ViewedImage({{kind, {{name, {word}}}}, {kImageGroup, {{kIdName, {kIdGroup}}}}},
+                            {.numbers = {1}, .texts = {"a"}, .actions = {"a"}});
+        if (Refusal(image).empty()) break;
+    }
+    return image;
+}
+
+using OddKeyword = ProcessTest;
+
+TEST_F(OddKeyword, IsOneThatItsKindDoesNotDeclare) {
+    std::set<unsigned> known;
+    std::map<unsigned, std::set<unsigned>> declared;
+    for (unsigned ordinal = 1; ordinal <= 11; ++ordinal) {
+        for (const CZEKEntry* entry : CZEKSection::Create("file", g_NTMapSect[ordinal - 1].pszName, 1)->m_vpEntry) {
+            known.insert(GetEntryName(entry->m_dwType, ""));
+            declared[ordinal].insert(GetEntryName(entry->m_dwType, ""));
+        }
+    }
+    for (unsigned ordinal = 1; ordinal <= 11; ++ordinal) {
+        for (unsigned name = kIdKeyword; name < kIdKeyword + 0x20; ++name) {
+            const std::string keyword = g_NTMapSect[ordinal - 1].pszName;
+            SCOPED_TRACE(keyword + " " + std::to_string(name - kIdKeyword));
+            const std::string place = " at 268, section 0 [" + keyword + "], entry 0: ";
+            const std::string notes = Notes(WithEntry(kImageSectionClass + ordinal, name));
+            if (!known.contains(name)) {
+                EXPECT_TRUE(notes.starts_with("refused: unknown-entry" + place)) << notes;
+            } else {
+                EXPECT_EQ(notes.starts_with("foreign-entry" + place), !declared[ordinal].contains(name)) << notes;
+                EXPECT_EQ(notes.empty(), declared[ordinal].contains(name)) << notes;
+            }
+        }
+    }
+}
+
+TEST(OddEntry, IsAValueThatItsKindDoesNotHave) {
+    const std::vector<std::string> values = {"IPMI", "", "INIT", "DEINIT", "ENTRY", "EXIT", "own", "7", "0x1f"};
+    const auto noted = [&](unsigned kind) {
+        std::string names;
+        for (unsigned i = 0; i < values.size(); ++i) {
+            const std::string word = "0x0500000" + std::to_string(i);
+            const std::string notes = Notes(ViewedImage({{kind, {{kIdValue + i, {0x1e000000}}}}}, {.values = values}));
+            if (notes.empty()) continue;
+            EXPECT_TRUE(notes.ends_with("], entry 0: no source gives " + word + " to such a section\n")) << notes;
+            EXPECT_TRUE(notes.starts_with("foreign-entry at 268, section 0 [")) << notes;
+            names += values[i] + ' ';
+        }
+        return names;
+    };
+    EXPECT_EQ(noted(kImageGroup), "IPMI  own 7 0x1f ");
+    EXPECT_EQ(noted(kImageAction), "INIT DEINIT ENTRY EXIT own ");
+    EXPECT_EQ(noted(kImageSensor), "");
+    EXPECT_EQ(noted(kImageDevice), "");
+    EXPECT_EQ(noted(kImageTable), "IPMI  INIT DEINIT ENTRY EXIT own 7 0x1f ");
+}
+
+TEST(OddEntry, HasTheNameOfOneBefore) {
+    const auto notes = [](unsigned kind, const std::vector<EntryWords>& entries) {
+        return Notes(ViewedImage({{kind, {entries.front()}}, {kind, entries}}, {.numbers = {1}, .texts = {"a"}}));
+    };
+    const EntryWords name = {kIdName, {0x12000000}};
+    const EntryWords id = {kIdID, {0x11000000}};
+    EXPECT_EQ(notes(kImageDevice, {name, id}), "");
+    EXPECT_EQ(
+        notes(kImageDevice, {name, id, name}),
+        "repeated-entry at 312, section 1 [DEVICE], entry 2: 0x02000015 names an entry of the section before, too\n");
+    const EntryWords value = {0x05000001, {0x1e000000}};
+    EXPECT_EQ(
+        notes(kImageSensor, {value, value, value}),
+        "repeated-entry at 300, section 1 [SENSOR], entry 1: 0x05000001 names an entry of the section before, too\n"
+        "repeated-entry at 312, section 1 [SENSOR], entry 2: 0x05000001 names an entry of the section before, too\n");
+}
+
+TEST(OddEntry, HasTheNameOfOneBeforeInALongSection) {
+    std::vector<std::string> names;
+    SectionWords section = {kImageProperty, {}};
+    for (unsigned i = 0; i < 100; ++i) {
+        names.push_back("p" + std::to_string(i));
+        section.entries.push_back({kIdProperty + i, {0x12000000}});
+    }
+    EXPECT_EQ(Notes(ViewedImage({section}, {.properties = names, .texts = {"a"}})), "");
+    section.entries[99].name = kIdProperty + 3;
+    const std::string image = ViewedImage({section}, {.properties = names, .texts = {"a"}});
+    EXPECT_EQ(Notes(image),
+              "repeated-entry at 1456, section 0 [PROPERTY], entry 99: 0x03000003 names an entry of the section "
+              "before, too\n");
+    const auto view = ImageView::Open(BytesOf(image));
+    ASSERT_TRUE(view);
+    EXPECT_EQ(view->AllSections()[0].EntryWithId(kIdProperty + 3)->Offset(), 268U + 3 * 12) << "the first one";
+    EXPECT_EQ(view->AllSections()[0].EntryNamed("p3")->Offset(), 268U + 3 * 12);
 }
 
 }  // namespace
