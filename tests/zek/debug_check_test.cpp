@@ -267,8 +267,9 @@ TEST(ZekDebugCheck, TellsWhatIsWrongWithTheNameAndTheNotationOfAKey) {
         {TableImage({TextEntry(kRowKey, "1.2", {10, 0, 0}), TextEntry(kNameKey.type, "NAME", {2, 9, 0})}), "1 4 0"},
         {TableImage({}, "Name"), named + "0, name: is not a name that makes such an entry (entry-name at 223)"},
         {TableImage({}, ""), named + "0, name: is not a name that makes such an entry (entry-name at 223)"},
-        {TableImage({}, "NAME", {2, 2, 0}),
-         named + "0, notation: is 2, and that of such an object is 1 (notation at 211)"},
+        {TableImage({}, "NAME", {2, 2, 0}), "1 2 1"},
+        {TableImage({}, "NAME", {3, 2, 0}),
+         named + "0, notation: is 3, and that of such an object is 1 (notation at 211)"},
         {TableImage({TextEntry(kNameKey.type, "NAME", {1, 9, 0})}),
          named + "2, notation: is 1, and that of such an object is 2 (notation at 295)"},
         {TableImage({TextEntry(kNameKey.type, "TYPE", {2, 9, 0})}),
@@ -312,7 +313,7 @@ TEST(ZekDebugCheck, TellsOfANulInATextOfASource) {
 
 TEST(ZekDebugCheck, EveryCodeIsInTheTableOfThePage) {
     std::vector<std::string> names;
-    for (unsigned code = 1; code <= static_cast<unsigned>(DebugCode::kNoFileList); ++code) {
+    for (unsigned code = 1; code <= static_cast<unsigned>(DebugCode::kRestoredKey); ++code) {
         const std::string name = NameOf(static_cast<DebugCode>(code));
         if (name != "none") names.push_back(name);
     }

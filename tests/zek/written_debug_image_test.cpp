@@ -105,6 +105,35 @@ TEST(ZekDebugCheck, AcceptsWhatWasLoadedAndWrittenAgain) {
     gdUnInit();
 }
 
+/// Of a key that is given again, the last one is in the place of the first once the image is loaded.
+TEST(ZekDebugCheck, AcceptsWhatWasLoadedOfASourceWithAKeyGivenAgainAndWrittenAgain) {
+    const MemoryFile source("[TABLE]\nNAME = A\nTYPE = 1\nNAME = B\nTYPE = 2\n");
+    ASSERT_EQ(gccCompStart(source.Name()), 1u);
+    gccParse();
+    EXPECT_EQ(gccCheck(), 0u) << "a key is given again";
+    const MemoryFile first;
+    ASSERT_EQ(gccOutputD(first.Name()), 1u);
+    gccCompEnd();
+    EXPECT_EQ(Told(first.Bytes()), "1 4 0");
+    ASSERT_EQ(gdInit(first.Name(), nullptr), 1u);
+    const MemoryFile again;
+    ASSERT_EQ(gccOutputD(again.Name()), 1u);
+    gdUnInit();
+    EXPECT_EQ(Told(again.Bytes()), "1 2 3");
+    std::vector<std::string> notes;
+    CheckDebugImage(again.Bytes(), [&](const DebugFinding& note) {
+        notes.push_back(note.Place() + ": " + note.Sentence() + " (" + NameOf(note.code) + ')');
+    });
+    const std::string sentence =
+        ", notation: is 2, that of a key given again, which took the place of the first when its image was loaded "
+        "(restored-key)";
+    EXPECT_EQ(notes,
+              (std::vector<std::string>{
+                  "section 0 [TABLE], list of source files: is not there, since the process that wrote the image "
+                  "had written another (no-file-list)",
+                  "section 0 [TABLE], entry 0" + sentence, "section 0 [TABLE], entry 1" + sentence}));
+}
+
 }  // namespace
 
 }  // namespace zek::tool

@@ -250,7 +250,7 @@ private:
         RequireEnd(entry, "block");
         if (!given) RequireAbsence(object);
         const DebugKey* key = IsDeclared(kind) ? &kind.declared[where_.entry] : DeclaredKey(kind, type);
-        RequireNotation(object, NotationOf(key, type, kind));
+        CheckNotation(object, NotationOf(key, type, kind), given && IsDeclared(kind));
         if (given) CheckName(object.name, object.nameOffset, key, type, kind);
     }
 
@@ -275,6 +275,16 @@ private:
         if (kind.added && type == kind.added) return;
         if (kind.addsProperties && type == kPropertyKey) return;
         Fail(DebugCode::kUnknownEntry, type);
+    }
+
+    /// An image that is loaded has the last of the keys that were given again in the place of the first, with the
+    /// notation that it had there.
+    void CheckNotation(const Object& object, unsigned notation, bool mayBeRestored) {
+        if (!mayBeRestored || object.notation == notation || object.notation != kRepeatedNotation) {
+            return RequireNotation(object, notation);
+        }
+        Name("notation", object.offset);
+        Note(DebugCode::kRestoredKey, object.notation);
     }
 
     /// Nothing is known of a key that a source has not given.

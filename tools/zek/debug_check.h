@@ -38,7 +38,8 @@ enum class DebugCode : unsigned {
     kAbsentKey = 32,       ///< a declared key without data that has a name, a line or a file
     kNul = 33,             ///< a NUL in a text of a source
     kTrailingBytes = 100,  ///< bytes follow behind the last section
-    kNoFileList = 101      ///< the list of source files is not there: its process had written another image before
+    kNoFileList = 101,     ///< the list of source files is not there: its process had written another image before
+    kRestoredKey = 102     ///< a declared key has the notation of one that is given again
 };
 
 /// The code as a short text for logs and scripts, such as "bad-magic". Static.

@@ -45,6 +45,8 @@ constexpr CodeText kCodeTexts[] = {
     {DebugCode::kTrailingBytes, "trailing-bytes", "%f bytes follow behind the last section"},
     {DebugCode::kNoFileList, "no-file-list",
      "is not there, since the process that wrote the image had written another"},
+    {DebugCode::kRestoredKey, "restored-key",
+     "is %f, that of a key given again, which took the place of the first when its image was loaded"},
 };
 
 const CodeText& TextOf(DebugCode code) {
