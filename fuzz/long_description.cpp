@@ -43,4 +43,8 @@ std::string LongDescription() {
            "[TAVRGROUP]\nNAME=All\nID=1000\nPID=0\nSENSORS=" + Numbered("#", ",") + '\n';
 }
 
+std::string LongListDescription() {
+    return "[PROPERTY]\n" + Numbered("Property#=#\n") + Numbered("[PROPERTY]\nOther#=other #\n");
+}
+
 }  // namespace zek::fuzz

@@ -12,4 +12,7 @@ inline constexpr unsigned kMany = 70;
 /// it may have; so also as many names of every sort.
 std::string LongDescription();
 
+/// Has kMany sections, and kMany items in another, of the kind that takes the fewest bytes of an image.
+std::string LongListDescription();
+
 }  // namespace zek::fuzz

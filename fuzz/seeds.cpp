@@ -20,6 +20,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned kGenerated = 60;
+/// So many bytes has an image at most that is a seed of image_structure: that harness changes an image by walking all
+/// of it, and tries the fewer images, the longer they are.
+constexpr std::size_t kLongestToChange = 16 << 10;
 
 /// One file behind the other, as SourceFiles takes them apart.
 std::string Joined(const std::string& main, const std::map<std::string, std::string>& included) {
@@ -76,6 +79,7 @@ std::size_t MakeSeeds(const fs::path& sources, const fs::path& out) {
     TakeTests(sources, texts);
     TakeGenerated(texts);
     texts.insert(LongDescription());
+    texts.insert(LongListDescription());
     // Those of an earlier run may have other names.
     for (const Harness& harness : kHarnesses) fs::remove_all(out / harness.name);
     std::size_t count = 0;
@@ -89,6 +93,9 @@ std::size_t MakeSeeds(const fs::path& sources, const fs::path& out) {
         if (!compilation.accepted) continue;
         write("compiled_image", compilation.compiled);
         write("debug_image", compilation.debug);
+        for (const std::string& image : {compilation.compiled, compilation.debug}) {
+            if (image.size() <= kLongestToChange) write("image_structure", image);
+        }
     }
     return count;
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "compilation.h"
 #include "compile/compile.h"
 #include "compile/image_stamp.h"
@@ -36,6 +38,19 @@ TEST(LongDescription, GivesAnImageThatIsLookedUpByItsIndexes) {
         const std::size_t keys = table.names ? table.names->size() : table.numbers ? table.numbers->size() : kMany;
         EXPECT_GT(keys, kWalkedAtOnce) << table.classWord;
     }
+    ForgetEverything();
+}
+
+TEST(LongListDescription, GivesShortImagesThatAreLookedUpByTheirIndexes) {
+    const Compilation compilation = Compile(LongListDescription());
+    ASSERT_TRUE(compilation.accepted) << compilation.messages;
+    EXPECT_LE(std::max(compilation.compiled.size(), compilation.debug.size()), 16U << 10);
+    MemoryFile file;
+    file.Write(compilation.compiled);
+    ASSERT_EQ(gcInit(file.Path(), nullptr), 1U);
+    EXPECT_GT(g_GCHead.size(), kWalkedAtOnce);
+    EXPECT_GT(g_GCHead.at(0)->vEntries.size(), kWalkedAtOnce);
+    EXPECT_GT(g_tblProperty.size(), kWalkedAtOnce);
     ForgetEverything();
 }
 
