@@ -8,6 +8,16 @@
 #include <cstdlib>
 #include <new>
 
+#if !defined(__SANITIZE_ADDRESS__)
+// What the functions below stand before.
+extern "C" {
+void* __libc_malloc(std::size_t size);
+void* __libc_memalign(std::size_t alignment, std::size_t size);
+void* __libc_calloc(std::size_t count, std::size_t size);
+void* __libc_realloc(void* memory, std::size_t size);
+}
+#endif
+
 namespace zek::test {
 
 namespace {
@@ -25,6 +35,15 @@ bool FailsAt(std::size_t& left) {
 }
 
 bool Fails() { return FailsAt(piecesLeft); }
+
+/// Memory for new, which counts as one piece.
+void* Allocated(std::size_t size) {
+#if defined(__SANITIZE_ADDRESS__)
+    return std::malloc(size);
+#else
+    return __libc_malloc(size);
+#endif
+}
 
 [[maybe_unused]] std::ptrdiff_t PagesOf(std::size_t size) { return static_cast<std::ptrdiff_t>(size >> 12); }
 
@@ -47,7 +66,7 @@ std::ptrdiff_t LivePieces() { return livePieces; }
 }  // namespace zek::test
 
 void* operator new(std::size_t size) {
-    void* const memory = zek::test::Fails() ? nullptr : std::malloc(size);
+    void* const memory = zek::test::Fails() ? nullptr : zek::test::Allocated(size);
     if (!memory) throw std::bad_alloc();
     ++zek::test::livePieces;
     return memory;
@@ -75,9 +94,10 @@ void operator delete[](void* memory, std::size_t) noexcept { operator delete(mem
 // The sanitizer has functions of its own in their place, which must see every piece.
 #pragma GCC visibility push(default)
 extern "C" {
-void* __libc_calloc(std::size_t count, std::size_t size);
-void* __libc_realloc(void* memory, std::size_t size);
-
+void* malloc(std::size_t size) noexcept { return zek::test::Fails() ? nullptr : __libc_malloc(size); }
+void* aligned_alloc(std::size_t alignment, std::size_t size) noexcept {
+    return zek::test::Fails() ? nullptr : __libc_memalign(alignment, size);
+}
 void* calloc(std::size_t count, std::size_t size) noexcept {
     return zek::test::Fails() ? nullptr : __libc_calloc(count, size);
 }

@@ -1,5 +1,5 @@
 /// Memory that fails once, at a piece chosen beforehand. A program with failing_heap.cpp has it for all that it takes
-/// with new, and without the address sanitizer also for what calloc and realloc give and mmap maps. Relies on Linux.
+/// with new, and without the address sanitizer also for what malloc and its like give and mmap maps. Relies on Linux.
 #pragma once
 
 #include <cstddef>
