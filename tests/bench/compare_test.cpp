@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "boards/boards.h"
+#include "docs/page.h"
 #include "docs/run.h"
 #include "support/process_test.h"
 
@@ -158,6 +159,28 @@ TEST_F(ZekCompare, LeavesTheOtherToolsOut) {
     for (const char* tool : {"flatc", "protoc", "dtc"}) Replace(tool, "exit 1\n");
     ASSERT_EQ(Run("--short --no-tools --no-calls --shapes 0"), 0) << Read("stderr");
     EXPECT_EQ(FirstCells(Read("stdout"), "Whole processes"), (Strings{"500, zek", "1,000, zek"}));
+}
+
+/// The options of each command of the page that runs zek_compare.
+Strings CommandsOfThePage() {
+    const std::string begin = "`build-bench/bin/zek_compare ";
+    const std::string page = SourceFile("docs/performance.md");
+    Strings commands;
+    for (std::size_t at = page.find(begin); at != std::string::npos; at = page.find(begin, at + 1)) {
+        const std::size_t options = at + begin.size();
+        commands.push_back(page.substr(options, page.find('`', options) - options));
+    }
+    return commands;
+}
+
+TEST_F(ZekCompare, TakesTheCommandsOfThePage) {
+    const Strings commands = CommandsOfThePage();
+    EXPECT_GE(commands.size(), 6U);
+    for (const std::string& options : commands) {
+        SCOPED_TRACE(options);
+        EXPECT_EQ(Run("--short " + options), 0);
+        EXPECT_EQ(Read("stderr"), "");
+    }
 }
 
 /// A program that does not do what it should, and what is said of it.
