@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <linux/capability.h>
+#include <poll.h>
 #include <pty.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
@@ -10,6 +11,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <sstream>
 
@@ -27,15 +29,12 @@ std::string TakeRecord(int descriptor) {
     return text;
 }
 
-/// What comes out of a terminal until nobody has it open.
-std::string ReadTerminal(int descriptor) {
-    std::string text;
+/// Adds what comes out of a terminal next; false when nobody has it open any more.
+bool ReadTerminal(int descriptor, std::string& text) {
     char bytes[4096];
-    for (ssize_t got; (got = read(descriptor, bytes, sizeof bytes)) > 0;) {
-        text.append(bytes, static_cast<std::size_t>(got));
-    }
-    close(descriptor);
-    return text;
+    const ssize_t got = read(descriptor, bytes, sizeof bytes);
+    if (got > 0) text.append(bytes, static_cast<std::size_t>(got));
+    return got > 0;
 }
 
 /// A terminal that changes nothing of what is written; gives its other end. The program's end stands in `end`.
@@ -103,10 +102,24 @@ Program::Program(std::vector<std::string> arguments, const Setting& setting) : o
     _exit(123);
 }
 
+bool Program::Shows(const std::string& text) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point deadline = Clock::now() + std::chrono::seconds(30);
+    pollfd waiting = {terminal_, POLLIN, 0};
+    while (shown_.find(text) == std::string::npos && Clock::now() < deadline) {
+        if (poll(&waiting, 1, 100) > 0 && !ReadTerminal(terminal_, shown_)) break;
+    }
+    return shown_.find(text) != std::string::npos;
+}
+
 Result Program::Finish() {
     Result result;
     int status = 0;
-    if (terminal_ >= 0) result.err = ReadTerminal(terminal_);
+    if (terminal_ >= 0) {
+        while (ReadTerminal(terminal_, shown_)) continue;
+        close(terminal_);
+        result.err = shown_;
+    }
     EXPECT_EQ(waitpid(process_, &status, 0), process_);
     if (WIFEXITED(status)) result.code = WEXITSTATUS(status);
     if (WIFSIGNALED(status)) result.signal = WTERMSIG(status);

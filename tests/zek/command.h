@@ -40,6 +40,8 @@ public:
     Program& operator=(const Program&) = delete;
 
     pid_t Process() const { return process_; }
+    /// Waits until the terminal that standard error is was sent this; false after half a minute.
+    bool Shows(const std::string& text);
     /// Waits for its end; call it once.
     Result Finish();
 
@@ -48,6 +50,7 @@ private:
     int out_ = -1;
     int err_ = -1;
     int terminal_ = -1;  ///< its other end, where standard error is one
+    std::string shown_;  ///< what came there so far
 };
 
 /// Runs `zek` with these arguments to its end.

@@ -1,5 +1,8 @@
 // The line that tells on a terminal what a long compilation is at.
+#include <signal.h>
+
 #include <chrono>
+#include <list>
 
 #include "zek/command.h"
 
@@ -103,6 +106,61 @@ TEST_F(ZekProgress, IsErasedBeforeTheCommandGivesUp) {
     const Result piped = Zek(arguments, failing);
     EXPECT_NE(piped.err, "");
     EXPECT_EQ(Seen(written), piped.err);
+}
+
+/// What a shell runs, with the terminal for standard error; the image comes so slowly that there is time for the line.
+TEST_F(ZekProgress, IsShownForImagesToo) {
+    WriteSound("a.zek");
+    ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
+    const struct {
+        const char* arguments;
+        const char* image;
+    } rows[] = {{"verify -", "a.zki"},
+                {"verify --pair - a.zkd", "a.zki"},
+                {"map - a.zkd", "a.zki"},
+                {"diff - a.zki", "a.zki"},
+                {"decompile -", "a.zki"},
+                {"get - SENSOR/#1/TYPE", "a.zki"},
+                {"dump -", "a.zkd"},
+                {"tree -", "a.zkd"},
+                {"origin - SENSOR/#1/TYPE", "a.zkd"}};
+    // All at a time, since they mostly wait.
+    std::list<Program> programs;
+    for (const auto& row : rows) {
+        const std::string slowly = std::string("{ sleep 2; cat ") + row.image + "; } | " ZEK_PROGRAM " ";
+        programs.emplace_back(Strings{"sh", "-c", slowly + row.arguments}, Setting{.terminalColumns = 80});
+    }
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.arguments);
+        const Result result = programs.front().Finish();
+        EXPECT_EQ(result.code, 0);
+        EXPECT_NE(result.err.find("\rzek: -: reading"), std::string::npos) << result.err;
+        EXPECT_EQ(Seen(result.err), "");
+        programs.pop_front();
+    }
+}
+
+TEST_F(ZekProgress, TellsWhatDecompileIsAt) {
+    ASSERT_EQ(Zek({"compile", "-o", "image", "-g", "debug", "slow.zek"}).code, 0);
+    const auto [code, written] = Shown({"decompile", "debug", "-o", "made"}, Fault("slow"));
+    EXPECT_EQ(code, 0);
+    EXPECT_NE(written.find("\rzek: debug: compiling the source"), std::string::npos) << written;
+    EXPECT_EQ(Seen(written), "");
+}
+
+/// The child of `check`, which shows the line, ends with its parent and cannot erase it then.
+TEST_F(ZekProgress, IsErasedByASignal) {
+    for (const char* command : {"check", "compile"}) {
+        SCOPED_TRACE(command);
+        Setting setting = Fault("slow");
+        setting.terminalColumns = 80;
+        Program program({ZEK_PROGRAM, command, "board.zek"}, setting);
+        EXPECT_TRUE(program.Shows("zek: board.zek: reading"));
+        ASSERT_EQ(kill(program.Process(), SIGINT), 0);
+        const Result result = program.Finish();
+        EXPECT_EQ(result.signal, SIGINT);
+        EXPECT_EQ(Seen(result.err), "");
+    }
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "printable.h"
+#include "progress.h"
 #include "streams.h"
 #include "temporary_files.h"
 
@@ -36,6 +37,7 @@ int RunInChild(const std::string& what, const std::function<int()>& run) {
     if (child == 0) {
         EndWith(parent);
         LeaveTemporaryFiles();
+        LeaveProgress();
         _exit(Guarded(run));
     }
     int status = 0;

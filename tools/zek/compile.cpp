@@ -12,7 +12,9 @@
 #include "output_file.h"
 #include "parser_library.h"
 #include "paths.h"
+#include "progress.h"
 #include "source_check.h"
+#include "terminal_line.h"
 #include "time_stamp.h"
 #include "written_image.h"
 
@@ -156,7 +158,7 @@ int Compile(const CompileOptions& options, FindingsOutput& output) {
     AddMainSource(source, checked.files);
     RequireNoSource(targets, checked.files);
     if (!checked.valid) return kSourceHasErrors;
-    Progress progress(source, "writing the images", options.begun);
+    const Progress progress(source, "writing the images");
     const Images images = ImagesOf(options, timeStamp);
     std::vector<OutputFile> files = {{targets.image, images.image}, {targets.debug, images.debug}};
     std::string dependencies;
@@ -166,7 +168,7 @@ int Compile(const CompileOptions& options, FindingsOutput& output) {
     }
     // The bytes may go to the same terminal.
     if (std::any_of(files.begin(), files.end(), [](const OutputFile& file) { return file.target.direct; }))
-        progress.Stop();
+        EndTerminalLine();
     WriteTogether(files);
     return kFine;
 }

@@ -12,6 +12,7 @@
 #include "memory_file.h"
 #include "paths.h"
 #include "printable.h"
+#include "progress.h"
 #include "recompile.h"
 #include "source_folder.h"
 #include "streams.h"
@@ -57,20 +58,25 @@ struct Work {
 
 Decompiled DecompileKnown(const std::string& file, const std::string& bytes, ImageKind kind) {
     if (kind == ImageKind::kCompiled) {
-        return DecompileCompiled(OpenCompiledImage(file, bytes), NameOfSource(file));
+        const ImageView view = OpenCompiledImage(file, bytes);
+        ShowPhase("making the source");
+        return DecompileCompiled(view, NameOfSource(file));
     }
     const DebugCheck check = CheckedDebugImage(file, bytes);
+    ShowPhase("making the source");
     if (check.lacksFileList) throw CannotExpress("the image has no list of source files");
     return DecompileDebug(bytes);
 }
 
 /// Compiles what was made, by that name in that folder, and throws where it differs from what it was made of.
 void RequireSame(const Work& work, const std::string& folder, const std::string& main) {
+    ShowPhase("compiling the source");
     const Recompiled again = Recompile(folder, main, work.made.definitions);
     if (!again.valid) {
         Tell(again.messages);
         throw Failure(kSourceHasErrors, "the source that was made does not compile");
     }
+    ShowPhase("comparing");
     const bool compiled = work.kind == ImageKind::kCompiled;
     const auto where = FirstDifference(compiled ? work.bytes : ImageBehind(work.bytes), again.image);
     if (where) {
@@ -105,7 +111,8 @@ void ToStandardOutput(const Work& work, StandardOutput& out) {
 }
 
 int RunDecompile(const DecompileOptions& options) {
-    Work work = {ReadFile(options.image), ImageKind::kNone, {}};
+    const Progress progress(options.image, "reading");
+    Work work = {BytesOfImage(options.image), ImageKind::kNone, {}};
     work.kind = RequireKind(options.image, work.bytes);
     work.made = DecompileKnown(options.image, work.bytes, work.kind);
     StandardOutput out;

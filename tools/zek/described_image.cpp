@@ -3,6 +3,7 @@
 #include <map>
 #include <utility>
 
+#include "progress.h"
 #include "section_path.h"
 #include "values.h"
 
@@ -46,6 +47,7 @@ void AddBytes(const Image& image, DescribedImage& described) {
 
 DescribedImage Describe(const std::string& file) {
     const Image image(file);
+    ShowPhase("listing");
     const Values values(image);
     DescribedImage described = {image.Kind(), {}};
     std::map<std::string, Keys> unnamed;

@@ -6,6 +6,7 @@
 #include "failure.h"
 #include "json_output.h"
 #include "printable.h"
+#include "progress.h"
 #include "section_path.h"
 
 namespace zek::tool {
@@ -62,9 +63,11 @@ Json JsonOf(const Difference& difference) {
 }
 
 int RunDiff(const DiffOptions& options) {
+    const Progress progress(options.before, "reading");
     const DescribedImage before = Describe(options.before);
     const DescribedImage after = Describe(options.after);
     if (before.kind != after.kind) throw Failure(kUsageOrFiles, "one image is compiled, the other a debug image");
+    ShowPhase("comparing");
     StandardOutput out;
     std::optional<JsonOutput> json;
     if (options.json) {

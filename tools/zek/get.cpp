@@ -5,6 +5,7 @@
 #include "joined_text.h"
 #include "json_output.h"
 #include "printable.h"
+#include "progress.h"
 #include "values_at.h"
 
 namespace zek::tool {
@@ -43,7 +44,9 @@ void WriteAsJson(const GetOptions& options, const FoundValues& found, StandardOu
 
 int RunGet(const GetOptions& options) {
     const SectionPath path = ParsePath(options.path);
+    const Progress progress(options.image, "reading");
     const Image image(options.image);
+    ShowPhase("looking for the value");
     const FoundValues found = ValuesAt(image, path);
     if (!found && !options.otherwise) {
         throw Failure(kSourceHasErrors, options.image + " has no value " + Printable(options.path));

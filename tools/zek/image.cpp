@@ -7,7 +7,7 @@
 #include "debug_view.h"
 #include "entry_roles.h"
 #include "image_check.h"
-#include "memory_file.h"
+#include "progress.h"
 #include "section_keywords.h"
 #include "zekcomp/identifiers.h"
 
@@ -30,13 +30,14 @@ const ShownEntry* ShownSection::Entry(const std::string& key) const {
     return found == entries.end() ? nullptr : &*found;
 }
 
-Image::Image(const std::string& file) : bytes_(ReadFile(file)), kind_(RequireKind(file, bytes_)) {
+Image::Image(const std::string& file) : bytes_(BytesOfImage(file)), kind_(RequireKind(file, bytes_)) {
     if (kind_ == ImageKind::kCompiled) {
         view_ = OpenCompiledImage(file, bytes_);
         info_ = {view_->Version(), view_->Time()};
         return;
     }
     const DebugCheck check = CheckedDebugImage(file, bytes_);
+    ShowPhase("loading");
     info_ = LoadDebugImage(bytes_, check.lacksFileList);
     names_ = PredefinedNames(bytes_);
     source_ = ReadDebugSource(bytes_);

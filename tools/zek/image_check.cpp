@@ -1,6 +1,8 @@
 #include "image_check.h"
 
+#include "memory_file.h"
 #include "printable.h"
+#include "progress.h"
 
 namespace zek::tool {
 namespace {
@@ -34,7 +36,13 @@ std::string ImageFault::Told() const {
 NoImage::NoImage(const std::string& file, ImageFault fault)
     : Failure(kNoImage, file + ": " + fault.Told()), file_(file), fault_(std::move(fault)) {}
 
+std::string BytesOfImage(const std::string& file) {
+    ShowPhase("reading", file);
+    return ReadFile(file);
+}
+
 ImageView OpenCompiledImage(const std::string& file, std::string_view bytes) {
+    ShowPhase("verifying", file);
     ImageFinding failure;
     const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
     std::optional<ImageView> view = ImageView::Open({data, bytes.size()}, &failure);
@@ -43,6 +51,7 @@ ImageView OpenCompiledImage(const std::string& file, std::string_view bytes) {
 }
 
 DebugCheck CheckedDebugImage(const std::string& file, std::string_view bytes, const ShowNote& showNote) {
+    ShowPhase("verifying", file);
     const DebugCheck check = CheckDebugImage(bytes, Telling<DebugFinding>(showNote));
     if (check.failure) throw NoImage(file, FaultOf(*check.failure));
     return check;

@@ -41,6 +41,9 @@ private:
 /// Shows what is odd in an image that is valid all the same.
 using ShowNote = std::function<void(const ImageFault&)>;
 
+/// The bytes of a file that should be an image; throws as ReadFile (memory_file.h) does.
+std::string BytesOfImage(const std::string& file);
+
 // Each throws NoImage for an image that is not valid, with the place, what is wrong, the code and the offset. The bytes
 // are those of the file, which must outlive the view.
 ImageView OpenCompiledImage(const std::string& file, std::string_view bytes);

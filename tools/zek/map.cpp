@@ -6,9 +6,9 @@
 #include "command.h"
 #include "image_check.h"
 #include "json_output.h"
-#include "memory_file.h"
 #include "pair_check.h"
 #include "printable.h"
+#include "progress.h"
 
 namespace zek::tool {
 namespace {
@@ -74,13 +74,14 @@ private:
 };
 
 int RunMap(const MapOptions& options) {
-    const std::string bytes = ReadFile(options.image);
+    const Progress progress(options.image, "reading");
+    const std::string bytes = BytesOfImage(options.image);
     const ImageKind kind = RequireKind(options.image, bytes);
     const bool paired = !options.debug.empty();
     if (paired && kind == ImageKind::kDebug) {
         throw Failure(kUsageOrFiles, options.image + " is a debug image, so no other can stand beside it");
     }
-    const std::string debug = paired ? ReadFile(options.debug) : std::string();
+    const std::string debug = paired ? BytesOfImage(options.debug) : std::string();
     const DebugSource source = paired ? SourceIn(options.debug, debug) : DebugSource();
     std::optional<ImageView> view;
     if (kind == ImageKind::kCompiled) {
@@ -89,6 +90,7 @@ int RunMap(const MapOptions& options) {
         CheckedDebugImage(options.image, bytes);
     }
     if (paired) RequireBelonging(ComparedPair(options.image, bytes, options.debug, debug));
+    ShowPhase("listing", options.image);
     MapWriter writer(source, options.json, bytes);
     const ShowRange show = [&](const MapRange& range) { writer.Show(range); };
     if (view) {

@@ -6,10 +6,10 @@
 #include "failure.h"
 #include "image_check.h"
 #include "json_output.h"
-#include "memory_file.h"
 #include "origin.h"
 #include "pair_check.h"
 #include "printable.h"
+#include "progress.h"
 #include "source_pairing.h"
 #include "word_json.h"
 
@@ -104,8 +104,10 @@ private:
 
 int RunOrigin(const OriginOptions& options) {
     const SectionPath path = ParsePath(options.path);
-    const std::string bytes = ReadFile(options.debug);
+    const Progress progress(options.debug, "reading");
+    const std::string bytes = BytesOfImage(options.debug);
     const DebugSource source = SourceIn(options.debug, bytes);
+    ShowPhase("looking for the value");
     const Origin origin = FindOrigin(source, PredefinedNames(bytes), path);
     if (!origin.entry) throw Failure(kSourceHasErrors, options.debug + " has no value " + options.path);
     const bool compiled = !options.compiled.empty();

@@ -6,6 +6,7 @@
 #include "failure.h"
 #include "image_check.h"
 #include "memory_file.h"
+#include "progress.h"
 #include "time_stamp.h"
 #include "written_image.h"
 
@@ -13,6 +14,7 @@ namespace zek::tool {
 namespace {
 
 std::optional<PairDifference> DifferenceOf(std::string_view image, std::string_view debug, bool lacksFileList) {
+    ShowPhase("compiling");
     const std::string compiled = CompiledDebugImage(debug, lacksFileList);
     const std::optional<std::size_t> offset = FirstDifference(std::string(image), compiled);
     if (!offset) return {};
@@ -26,7 +28,7 @@ struct NamedImage {
 };
 
 NamedImage ReadImage(const std::string& file) {
-    NamedImage image = {file, ReadFile(file), ImageKind::kNone};
+    NamedImage image = {file, BytesOfImage(file), ImageKind::kNone};
     image.kind = RequireKind(file, image.bytes);
     return image;
 }

@@ -1,25 +1,24 @@
 #include "progress.h"
 
 #include <unistd.h>
-#include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <system_error>
 
 #include "columns.h"
 #include "printable.h"
-#include "streams.h"
+#include "terminal_line.h"
 
 namespace zek::tool {
 namespace {
 
+using Clock = std::chrono::steady_clock;
+
 constexpr std::chrono::milliseconds kUntilShown{1000};
 constexpr std::chrono::milliseconds kUntilNext{200};
 
+const Clock::time_point g_begun = Clock::now();
 Progress* g_shown = nullptr;
-
-void StopShown() noexcept {
-    if (g_shown) g_shown->Stop();
-}
 
 /// A thread that no signal reaches: those are for the one that works.
 template <class Work>
@@ -40,19 +39,23 @@ std::thread QuietThread(Work work) {
 
 }  // namespace
 
-Progress::Progress(const std::string& source, const char* phase, Clock::time_point begun)
-    : source_(Printable(source)), phase_(phase) {
+Progress::Progress(const std::string& file, const char* phase) : file_(Printable(file)), phase_(phase) {
     if (!IsTerminal(STDERR_FILENO)) return;
-    thread_ = QuietThread([this, begun] { Run(begun); });
     g_shown = this;
-    BeforeTelling(StopShown);
+    OpenTerminalLine();
+    thread_ = QuietThread([this] { Run(); });
 }
 
 Progress::~Progress() {
-    Stop();
     if (g_shown != this) return;
     g_shown = nullptr;
-    BeforeTelling(nullptr);
+    {
+        const std::lock_guard lock(mutex_);
+        stopped_ = true;
+    }
+    changed_.notify_one();
+    if (thread_.joinable()) thread_.join();
+    EndTerminalLine();
 }
 
 void Progress::AddFile() {
@@ -65,47 +68,40 @@ void Progress::AddSections(std::size_t count) {
     sections_ += count;
 }
 
-void Progress::SetPhase(const char* phase) {
-    const std::lock_guard lock(mutex_);
-    phase_ = phase;
+void ShowPhase(const char* phase) {
+    if (!g_shown) return;
+    const std::lock_guard lock(g_shown->mutex_);
+    g_shown->phase_ = phase;
 }
 
-void Progress::Stop() noexcept {
-    if (!thread_.joinable()) return;
-    {
-        const std::lock_guard lock(mutex_);
-        stopped_ = true;
-    }
-    changed_.notify_one();
-    thread_.join();
+void ShowPhase(const char* phase, const std::string& file) {
+    if (!g_shown) return;
+    const std::lock_guard lock(g_shown->mutex_);
+    g_shown->phase_ = phase;
+    g_shown->file_ = Printable(file);
 }
 
-void Progress::Run(Clock::time_point begun) {
+void LeaveProgress() { g_shown = nullptr; }
+
+void Progress::Run() {
     std::unique_lock lock(mutex_);
+    std::string shown;
     const auto isStopped = [this] { return stopped_; };
-    for (Clock::time_point next = begun + kUntilShown; !changed_.wait_until(lock, next, isStopped);) {
-        Show(Line());
+    for (Clock::time_point next = g_begun + kUntilShown; !changed_.wait_until(lock, next, isStopped);) {
+        const std::string line = Line();
+        if (line != shown && !ShowTerminalLine(line)) return;
+        shown = line;
         next = Clock::now() + kUntilNext;
     }
-    Show({});
 }
 
 std::string Progress::Line() const {
     std::string state = phase_;
     if (files_ > 0) state += ": " + Counted(files_, "file", "files");
     if (sections_ > 0) state += ", " + Counted(sections_, "section", "sections");
-    const std::string line = "zek: " + source_ + ": " + state;
+    const std::string line = "zek: " + file_ + ": " + state;
     const std::size_t columns = TerminalColumns(STDERR_FILENO);
     return ColumnsOf(line) < columns ? line : ("zek: " + state).substr(0, columns - 1);
-}
-
-/// Blanks instead of an escape sequence, which not every terminal has.
-void Progress::Show(const std::string& line) {
-    if (line == shown_) return;
-    const std::size_t before = ColumnsOf(shown_);
-    const std::size_t rest = before - std::min(before, ColumnsOf(line));
-    WriteAll(STDERR_FILENO, '\r' + line + std::string(rest, ' ') + (line.empty() ? "\r" : ""));
-    shown_ = line;
 }
 
 }  // namespace zek::tool

@@ -5,6 +5,7 @@
 #include "failure.h"
 #include "hardware.h"
 #include "image.h"
+#include "progress.h"
 #include "streams.h"
 #include "tree.h"
 
@@ -33,7 +34,9 @@ struct ShowOptions {
 };
 
 int RunDump(const ShowOptions& options) {
+    const Progress progress(options.image, "reading");
     const Image image(options.image);
+    ShowPhase("listing");
     StandardOutput out;
     if (options.json) {
         DumpAsJson(image, out);
@@ -45,7 +48,9 @@ int RunDump(const ShowOptions& options) {
 }
 
 int RunTree(const ShowOptions& options) {
+    const Progress progress(options.image, "reading");
     const Image image(options.image);
+    ShowPhase("listing");
     StandardOutput out;
     if (options.json) {
         WriteTreeAsJson(image.Kind(), HardwareOf(image), out);

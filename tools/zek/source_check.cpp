@@ -13,6 +13,7 @@
 #include "messages.h"
 #include "parser_library.h"
 #include "paths.h"
+#include "progress.h"
 #include "source_index.h"
 #include "source_text.h"
 #include "streams.h"
@@ -45,6 +46,7 @@ Said WhatWasSaid(const std::string& source, const SourceOptions& options, const 
     for (const SourceFile& file : files) scope.paths.push_back(file.path);
     Levels levels = options.findings.levels;
     if (options.report.verbose) levels.ShowHidden();
+    if (options.lint) ShowPhase("running the rules of lint");
     if (options.lint) report.Add(Lint(files, index, text, levels, {sound, options.amongOthers, wanted.words}));
     Said said = {{source}, sound};
     std::vector<SharedAllow>* const shared = options.amongOthers ? &said.shared : nullptr;
@@ -88,7 +90,7 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     RequireReadable(source);
     const ParserLibrary parser = RequireParser(source, options, output);
     Define(options.definitions);
-    Progress progress(source, "reading", options.begun);
+    Progress progress(source, "reading");
     SourceReading reading(parser, IncludeSearch(options.includes, BuiltInFolder()), options.mostFiles);
     reading.ShowIn(progress);
     if (!gccCompStart(source)) {
@@ -101,14 +103,13 @@ CheckedSource Check(const std::string& source, const SourceOptions& options, Fin
     const std::vector<Message> whileReading = TakeMessages();
     CheckedSource checked;
     checked.files = reading.Files();
-    progress.SetPhase("checking");
+    ShowPhase("checking");
     const bool passed = gccCheck();
-    progress.SetPhase("preparing what was found");
+    ShowPhase("preparing what was found");
     SourceText text(&reading.Copies());
     SourceIndex index(parser, &reading.Copies());
     Said said = WhatWasSaid(source, options, checked.files, index, whileReading, passed, text);
     const std::string piece = output.Piece(said.findings, text);
-    progress.Stop();
     output.Show(piece);
     checked.valid = said.sound && said.findings.Count(Severity::kError) == 0;
     checked.shared = std::move(said.shared);

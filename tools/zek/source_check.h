@@ -8,7 +8,6 @@
 
 #include "command.h"
 #include "findings_output.h"
-#include "progress.h"
 #include "report.h"
 #include "shared_allows.h"
 #include "source_reading.h"
@@ -31,7 +30,6 @@ struct SourceOptions {
     bool lint = false;         ///< the rules of lint are run, too
     bool amongOthers = false;  ///< other sources are checked in the same run
     FindingsOptions findings;
-    Progress::Clock::time_point begun = Progress::Clock::now();
 };
 
 void AddSourceOptions(Words& words, SourceOptions& options);

@@ -1,17 +1,22 @@
 #include "streams.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <cerrno>
 
 #include "printable.h"
+#include "terminal_line.h"
 
 namespace zek::tool {
 namespace {
 
 constexpr std::size_t kChunk = std::size_t{1} << 16;
 
-void (*g_beforeTelling)() noexcept = nullptr;
+bool IsRegular(int descriptor) {
+    struct stat info {};
+    return fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode);
+}
 
 }  // namespace
 
@@ -39,15 +44,14 @@ void StandardOutput::Write(std::string_view text) {
 }
 
 void StandardOutput::Finish() {
+    if (!waiting_.empty() && !IsRegular(STDOUT_FILENO)) EndTerminalLine();
     const int error = WriteAll(STDOUT_FILENO, waiting_);
     waiting_.clear();
     if (error) throw OutputFailure(SystemFailure("cannot write to standard output", error));
 }
 
-void BeforeTelling(void (*call)() noexcept) { g_beforeTelling = call; }
-
 void Tell(std::string_view text) {
-    if (g_beforeTelling) g_beforeTelling();
+    EndTerminalLine();
     WriteAll(STDERR_FILENO, text);
 }
 

@@ -23,7 +23,8 @@ public:
     explicit OutputFailure(const Failure& failure) : Failure(failure) {}
 };
 
-/// Text on its way to standard output. Throws OutputFailure when it cannot be written.
+/// Text on its way to standard output. Throws OutputFailure when it cannot be written. Where that is no regular file,
+/// it comes in the place of what a terminal shows of the work, as what Tell writes does: both may be one terminal.
 class StandardOutput {
 public:
     void Write(std::string_view text);
@@ -34,10 +35,8 @@ private:
     std::string waiting_;
 };
 
-/// Sets what every Tell calls first; null takes it away.
-void BeforeTelling(void (*call)() noexcept);
-
-/// Writes to standard error at once; where that fails there is nobody left to tell.
+/// Writes to standard error at once, in the place of what a terminal shows of the work (terminal_line.h); where that
+/// fails there is nobody left to tell.
 void Tell(std::string_view text);
 /// Tells why the command ends early, as "zek: WHY".
 void TellWhy(std::string_view why);

@@ -8,6 +8,7 @@
 
 #include "paths.h"
 #include "printable.h"
+#include "terminal_line.h"
 
 namespace zek::tool {
 namespace {
@@ -27,6 +28,7 @@ void RemoveFile(const std::string& path) { path.ends_with('/') ? rmdir(path.c_st
 extern "C" void RemoveAndEnd(int signal) {
     // What is in a folder was made behind it.
     for (auto path = Noted().rbegin(); path != Noted().rend(); ++path) RemoveFile(*path);
+    EndTerminalLineBySignal();
     // The handler was taken away when it was called, so this ends the program once it returns.
     raise(signal);
 }
@@ -48,6 +50,7 @@ std::string NewName(const std::string& folder) {
 
 void HandleSignals() {
     Noted();
+    ShareTerminalLine();
     struct sigaction action = {};
     action.sa_handler = RemoveAndEnd;
     action.sa_flags = static_cast<int>(SA_RESETHAND);

@@ -9,9 +9,9 @@
 
 namespace zek::tool {
 
-/// From now on SIGINT, SIGTERM and SIGHUP remove the temporary files before they end the program, unless they were
-/// ignored when it began. A pipe that nobody reads and a file that grows too long fail the call instead of ending the
-/// program.
+/// From now on SIGINT, SIGTERM and SIGHUP remove the temporary files, and what a terminal shows of the work, before
+/// they end the program, unless they were ignored when it began. A pipe that nobody reads and a file that grows too
+/// long fail the call instead of ending the program.
 void HandleSignals();
 
 /// While one lives, those three signals wait.

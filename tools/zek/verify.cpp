@@ -6,9 +6,9 @@
 #include "command.h"
 #include "image_check.h"
 #include "json_output.h"
-#include "memory_file.h"
 #include "pair_check.h"
 #include "printable.h"
+#include "progress.h"
 #include "streams.h"
 
 namespace zek::tool {
@@ -39,7 +39,8 @@ struct Verdict {
 };
 
 Verdict Verify(const std::string& file, const ShowNote& showNote) {
-    const std::string bytes = ReadFile(file);
+    const Progress progress(file, "reading");
+    const std::string bytes = BytesOfImage(file);
     const ImageKind kind = RequireKind(file, bytes);
     return {kind, CheckImage(kind, file, bytes, showNote)};
 }
@@ -129,6 +130,7 @@ int RunVerifyAsJson(const VerifyOptions& options) {
 
 /// Verifies a pair, and throws where the images do not belong together.
 void RequirePair(const std::vector<std::string>& images, std::optional<VerifiedPair>& pair) {
+    const Progress progress(images[0], "reading");
     pair = VerifyPair(images[0], images[1]);
     RequireBelonging(*pair);
 }
