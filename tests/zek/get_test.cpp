@@ -127,6 +127,36 @@ TEST_F(ZekGet, ShowsWhatOneImageAloneHas) {
     EXPECT_EQ(Zek({"get", "a.zkd", "DEFINE/TEMP"}).out, "17\n");
 }
 
+TEST_F(ZekGet, WordThatIsDefinedSeveralTimesHasTheLastValue) {
+    // TAKEN got the value that OTHER had there, though the check looks OTHER up again.
+    Write("b.zek",
+          "[DEFINE]\nWORD = 1\nBEHIND = 1\nOTHER = 5\nTAKEN = OTHER\n[IFDEF]\nDEFINEWORD = WORD\nWORD = 2\nBEHIND = 2\n"
+          "[DEFINE]\nWORD = 3\nOTHER = 6\nGIVEN = 7\n[SYSTEM]\nTYPE = WORD\nFLAG = BEHIND\nZEKLOOP = TAKEN\n"
+          "MODEL = A\nSOUTHBRIDGE = 0\nNORTHBRIDGE = 0\n");
+    ASSERT_EQ(Zek({"compile", "b.zek", "-D", "GIVEN=8"}).code, 0);
+    const struct {
+        const char* word;
+        const char* value;
+    } rows[] = {{"DEFINE/WORD", "3\n"},    {"IFDEF/WORD", "3\n"},   {"SYSTEM/TYPE", "3\n"},  {"DEFINE/BEHIND", "2\n"},
+                {"IFDEF/BEHIND", "2\n"},   {"SYSTEM/FLAG", "2\n"},  {"DEFINE/OTHER", "6\n"}, {"DEFINE/TAKEN", "5\n"},
+                {"SYSTEM/ZEKLOOP", "5\n"}, {"DEFINE/GIVEN", "7\n"}, {"IFDEF/OTHER", ""}};
+    for (const auto& row : rows) EXPECT_EQ(Zek({"get", "b.zkd", row.word}).out, row.value) << row.word;
+}
+
+TEST_F(ZekGet, IncludesAreInTheDebugImage) {
+    Write("b.zek", "[PROPERTY]\nB = 1\n");
+    Write("c.zek", "[PROPERTY]\nC = 1\n");
+    Write("main.zek", "[PROPERTY]\nA = 1\n[INCLUDE]\nFILE = b.zek\nFILE = c.zek\n");
+    ASSERT_EQ(Zek({"compile", "main.zek"}).code, 0);
+    EXPECT_EQ(Zek({"get", "main.zkd", "INCLUDE/FILE"}).out, "b.zek\n");
+    EXPECT_EQ(Zek({"get", "main.zkd", "INCLUDE/FILE/0"}).out, "b.zek\n");
+    EXPECT_EQ(Zek({"origin", "main.zkd", "INCLUDE/FILE"}).out,
+              "main.zek:4: value b.zek\nmain.zek:3: section [INCLUDE]\n");
+    const Result compiled = Zek({"get", "main.zki", "INCLUDE/FILE"});
+    EXPECT_EQ(compiled.code, 1);
+    EXPECT_EQ(compiled.err, "zek: main.zki has no value INCLUDE/FILE\n");
+}
+
 TEST_F(ZekGet, NumberForNoneIsShownAsTheNumberThatItIs) {
     Write("b.zek",
           "[DEFINE]\nVT_CALC = 2\n[GLOBAL]\nG_N = VT_CALC,+,-1,G_N\n[SYSTEM]\nTYPE = 0xFFFFFFFF\nMODEL = "

@@ -178,6 +178,23 @@ TEST_F(ZekOrigin, TakesPathsAsGetDoes) {
     EXPECT_EQ(Zek({"origin", "a.zkd", "DEFINE/LIMIT/0"}).out, "a.zek:3: value 7\na.zek:1: section [DEFINE]\n");
 }
 
+TEST_F(ZekOrigin, OfSeveralItemsOfAWordTheOneThatCountsIsShown) {
+    Write("b.zek",
+          "[DEFINE]\nWORD = 1\nBEHIND = 1\n[IFDEF]\nDEFINEWORD = WORD\nWORD = 2\nBEHIND = 2\n[DEFINE]\nWORD = 3\n"
+          "[SYSTEM]\nTYPE = WORD\nFLAG = BEHIND\nZEKLOOP = 1\nMODEL = A\nSOUTHBRIDGE = 0\nNORTHBRIDGE = 0\n");
+    ASSERT_EQ(Zek({"compile", "b.zek"}).code, 0);
+    for (const char* path : {"DEFINE/WORD", "IFDEF/WORD"}) {
+        EXPECT_EQ(Zek({"origin", "b.zkd", path}).out, "b.zek:9: value 3\nb.zek:8: section [DEFINE]\n");
+    }
+    for (const char* path : {"DEFINE/BEHIND", "IFDEF/BEHIND"}) {
+        EXPECT_EQ(Zek({"origin", "b.zkd", path}).out, "b.zek:7: value 2\nb.zek:4: section [IFDEF]\n");
+    }
+    EXPECT_EQ(Zek({"origin", "b.zkd", "SYSTEM/TYPE"}).out,
+              "b.zek:11: value WORD\nb.zek:10: section [SYSTEM]\nb.zek:9: definition WORD = 3\n");
+    EXPECT_EQ(Zek({"origin", "b.zkd", "SYSTEM/FLAG"}).out,
+              "b.zek:12: value BEHIND\nb.zek:10: section [SYSTEM]\nb.zek:7: definition BEHIND = 2\n");
+}
+
 TEST_F(ZekOrigin, ImageThatDoesNotBelongEndsWithOne) {
     Write("b.zek", std::string(kBoard).replace(std::string(kBoard).find("THRESHOLD_WH = 40"), 17, "THRESHOLD_WH = 41"));
     ASSERT_EQ(Zek({"compile", "b.zek"}).code, 0);

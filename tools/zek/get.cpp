@@ -16,11 +16,12 @@ constexpr char kGetExample[] =
     "  zek get board.zki SENSOR/CPU0_TEMP/THRESHOLD_FH --default 100\n"
     "\n"
     "PATH is the keyword of a section, its NAME or # and its ID, and a key as in the source: SENSOR/#7/TYPE.\n"
-    "[QUORZEK], [PROPERTY], [SYSTEM], [GLOBAL], [REPEATER], [DEFINE] and [IFDEF] are named by the key alone:\n"
-    "GLOBAL/G_Trim. One of several values is picked by its place, from 0: TAVRGROUP/All/SENSORS/2. TABLE/Curve/7 is\n"
-    "the byte 7 of a table. A backslash makes a slash a part of a name. Values are shown as the compiler takes them,\n"
-    "of a debug image, too: predefined names as their numbers, numbers in decimal and without a sign, several values\n"
-    "with commas between them, \"unresolved\" for what stands for nothing. The first section that has the key counts.";
+    "[QUORZEK], [PROPERTY], [SYSTEM], [GLOBAL], [REPEATER], [DEFINE], [IFDEF] and [INCLUDE] are named by the key\n"
+    "alone: GLOBAL/G_Trim. One of several values is picked by its place, from 0: TAVRGROUP/All/SENSORS/2.\n"
+    "TABLE/Curve/7 is the byte 7 of a table. A backslash makes a slash a part of a name.\n"
+    "Values are shown as the compiler takes them, of a debug image, too: predefined names as their numbers, numbers\n"
+    "in decimal and without a sign, several values with commas between them, \"unresolved\" for what stands for\n"
+    "nothing. The first section that has the key counts; of a word that is defined twice, the value in the end.";
 
 struct GetOptions {
     std::string image;

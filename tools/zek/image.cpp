@@ -22,6 +22,21 @@ bool HasKey(const ShownEntry& entry, const std::string& key) {
     return isValue && IsPlainValue(key) && IsPlainValue(entry.key);
 }
 
+void ForEachInclude(const DebugSource& source, const std::function<void(const ShownSection&)>& show) {
+    unsigned next = 0;
+    for (const DebugSection& section : source.sections) {
+        if (section.keyword != kIncludeKeyword) continue;
+        ShownSection shown;
+        shown.keyword = kIncludeKeyword;
+        shown.index = next++;
+        shown.source = &section;
+        for (const DebugEntry& entry : section.entries) {
+            if (entry.given) shown.entries.push_back({std::string(entry.key), 0, {}, {}, &entry});
+        }
+        show(shown);
+    }
+}
+
 }  // namespace
 
 const ShownEntry* ShownSection::Entry(const std::string& key) const {
@@ -52,6 +67,7 @@ void Image::ForEachSection(const std::function<void(const ShownSection&)>& show)
 }
 
 void Image::ForEachSectionOf(std::string_view keyword, const std::function<void(const ShownSection&)>& show) const {
+    if (kind_ == ImageKind::kDebug && keyword == kIncludeKeyword) return ForEachInclude(source_, show);
     const auto found = std::find(std::begin(kSectionKeywords), std::end(kSectionKeywords), keyword);
     const auto position = static_cast<unsigned>(found - std::begin(kSectionKeywords));
     if (kind_ == ImageKind::kDebug) return ForEachDebugSection(*this, position, bytes_.size(), show);

@@ -75,7 +75,8 @@ public:
 
     /// Every section, kind by kind.
     void ForEachSection(const std::function<void(const ShownSection&)>& show) const;
-    /// The sections of one kind; the others are not read.
+    /// The sections of one kind; the others are not read. Of a debug image also those of INCLUDE, which have no values
+    /// for hosts.
     void ForEachSectionOf(std::string_view keyword, const std::function<void(const ShownSection&)>& show) const;
     /// Compiled image: every table of names and numbers in the order of the file.
     void ForEachTable(const std::function<void(const ShownTable&)>& show) const;

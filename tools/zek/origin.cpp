@@ -4,16 +4,19 @@
 #include <optional>
 #include <set>
 
-#include "debug_lines.h"
 #include "entry_roles.h"
 #include "joined_text.h"
 #include "table_rows.h"
+#include "word_items.h"
 
 namespace zek::tool {
 namespace {
 
-/// What stands in an entry, or one of its texts.
-std::string TextOf(const DebugEntry& entry, std::optional<unsigned> element) {
+/// What stands in an entry, or one of its texts; of a definition the value of its word.
+std::string TextOf(const DebugEntry& entry, std::optional<unsigned> element,
+                   const std::map<std::string, unsigned>& names) {
+    const auto word = IsDefinition(entry) ? names.find(std::string(entry.key)) : names.end();
+    if (word != names.end()) return std::to_string(word->second);
     if (IsDefinition(entry)) return std::to_string(entry.number);
     return element ? std::string(entry.texts[*element]) : Joined(TextsOf(entry), ",");
 }
@@ -26,13 +29,13 @@ std::string_view FirstText(const DebugSection& section, std::string_view key) {
 /// Finds what texts name, where several have a name the first.
 class Finder {
 public:
-    Finder(const DebugSource& source, const std::map<std::string, unsigned>& names) : source_(source), names_(names) {
+    Finder(const DebugSource& source, const std::map<std::string, unsigned>& names)
+        : source_(source), names_(names), words_(source, names) {
         for (const DebugSection& section : source.sections) {
             if (const auto id = IdOf(section, names)) ids_.emplace(std::pair(section.keyword, *id), &section);
             sections_.emplace(std::pair(section.keyword, FirstText(section, "NAME")), &section);
             for (const DebugEntry& entry : section.entries) {
                 if (entry.given && section.keyword == "GLOBAL") globals_.emplace(entry.key, &entry);
-                if (entry.given && IsDefinition(entry)) definitions_[entry.key].push_back(&entry);
             }
         }
     }
@@ -46,6 +49,11 @@ public:
             origin.section = found.section;
             origin.entry = found.row;
             if (byte || origin.entry) break;
+        }
+        if (origin.entry && IsDefinition(*origin.entry)) {
+            const WordItem counting = words_.Behind(origin.entry->key);
+            origin.section = counting.section;
+            origin.entry = counting.item;
         }
         if (!origin.entry || !path.element) return;
         origin.element = path.element;
@@ -88,17 +96,11 @@ private:
         if (origin.entry->key == "PID") AddSectionOfId("view", "TAVRGROUP", role, text, origin);
     }
 
-    /// A word may be defined several times; the image tells which number it has in the end.
     bool AddDefinition(Role role, std::string_view word, Origin& origin) const {
         const auto name = names_.find(std::string(word));
         if (name == names_.end() || NumberOf(role, word, names_) != name->second) return false;
         OriginStep step = {"definition", std::string(word) + " = " + std::to_string(name->second), {}};
-        const auto definitions = definitions_.find(word);
-        if (definitions != definitions_.end()) {
-            for (const DebugEntry* const entry : definitions->second) {
-                if (entry->number == name->second || step.spot.line == 0) step.spot = entry->spot;
-            }
-        }
+        if (const DebugEntry* const item = words_.Behind(word).item) step.spot = item->spot;
         origin.steps.push_back(step);
         return true;
     }
@@ -133,10 +135,10 @@ private:
 
     const DebugSource& source_;
     const std::map<std::string, unsigned>& names_;
+    WordItems words_;
     Sections<std::string_view> sections_;
     Sections<unsigned> ids_;
     std::map<std::string_view, const DebugEntry*> globals_;
-    std::map<std::string_view, std::vector<const DebugEntry*>> definitions_;
 };
 
 }  // namespace
@@ -146,7 +148,7 @@ Origin FindOrigin(const DebugSource& source, const std::map<std::string, unsigne
     const Finder finder(source, names);
     finder.Find(path, origin);
     if (!origin.entry) return origin;
-    origin.steps.push_back({"value", TextOf(*origin.entry, origin.element), origin.entry->spot});
+    origin.steps.push_back({"value", TextOf(*origin.entry, origin.element, names), origin.entry->spot});
     origin.steps.push_back({"section", '[' + std::string(origin.section->keyword) + ']', origin.section->spot});
     finder.AddOperands(origin);
     return origin;

@@ -25,7 +25,7 @@ constexpr char kOriginExample[] =
     "with their numbers, globals, values, actions, tables and groups, sensors and views by their IDs; for each the\n"
     "includes that lead there. With the compiled image of the same source, the words that the value became. PATH is "
     "as\n"
-    "for 'zek get'; a byte of a table leads to the row that set it.";
+    "for 'zek get'; a byte of a table leads to the row that set it, a word to the item that gives it its value.";
 
 struct OriginOptions {
     std::string debug;

@@ -65,8 +65,8 @@ SectionPath ParsePath(const std::string& text) {
     const std::vector<Part> parts = Parts(text);
     SectionPath path;
     path.keyword = parts[0].text;
-    if (std::find(std::begin(kSectionKeywords), std::end(kSectionKeywords), path.keyword) ==
-        std::end(kSectionKeywords)) {
+    if (path.keyword != kIncludeKeyword && std::find(std::begin(kSectionKeywords), std::end(kSectionKeywords),
+                                                     path.keyword) == std::end(kSectionKeywords)) {
         throw NoPath(text, "there are no [" + Printable(path.keyword) + "] sections");
     }
     const std::size_t key = HasName(path.keyword) ? 2 : 1;

@@ -13,7 +13,8 @@ namespace zek::tool {
 using FoundValues = std::optional<std::vector<ShownValue>>;
 
 /// The values of the first entry that the path leads to, or the one of them that it picks. A key of a [TABLE] that is
-/// the number of a byte leads to that byte, of a debug image by the rows that set it.
+/// the number of a byte leads to that byte, of a debug image by the rows that set it; a word of [DEFINE] and [IFDEF] to
+/// the value that counts.
 FoundValues ValuesAt(const Image& image, const SectionPath& path);
 
 }  // namespace zek::tool
