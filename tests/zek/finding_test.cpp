@@ -59,6 +59,16 @@ Finding About(const std::string& code, const Place& place, const std::string& me
     return finding;
 }
 
+/// What is left of findings, and of what comments say of codes of the library and the command.
+std::vector<Finding> Reviewed(const std::vector<Finding>& all, const Levels& levels,
+                              const std::vector<std::string>& paths, SourceText& text,
+                              std::vector<SharedAllow>* shared = nullptr) {
+    Review review(levels, paths, text, kMostFindings);
+    for (const Finding& finding : all) review.Add(finding);
+    review.AddComments({Origin::kLibrary, Origin::kCommand}, shared);
+    return review.Kept();
+}
+
 /// The codes that are left of findings about the lines of a source, with the first letter of their severity and, for
 /// those of comments, the line.
 std::string Left(const std::string& source, const std::vector<std::pair<std::string, unsigned>>& findings,
@@ -68,8 +78,7 @@ std::string Left(const std::string& source, const std::vector<std::pair<std::str
     std::vector<Finding> all;
     for (const auto& [code, line] : findings) all.push_back(About(code, {file.Name(), line}));
     std::string left;
-    const ReviewScope scope = {{file.Name(), file.Name()}, {Origin::kLibrary, Origin::kCommand}};
-    for (const Finding& finding : Reviewed(all, levels, scope, text)) {
+    for (const Finding& finding : Reviewed(all, levels, {file.Name(), file.Name()}, text)) {
         left += left.empty() ? "" : " ";
         left += std::string(1, "nwe"[static_cast<int>(finding.severity)]) + ':' + finding.code;
         if (finding.place.column) left += '@' + std::to_string(finding.place.line);
@@ -210,8 +219,8 @@ TEST(Review, LeavesCommentsOfIncludedFilesToAllSources) {
     const MemoryFile included("B = 1 ; zek: allow W101\nC = 1 ; zek: allow W101\nD = 1 ; zek: allow W101, L001\n");
     SourceText text;
     std::vector<SharedAllow> shared;
-    const ReviewScope scope = {{main.Name(), included.Name()}, {Origin::kLibrary, Origin::kCommand}};
-    const std::vector<Finding> told = Reviewed({About("W101", {included.Name(), 2})}, {}, scope, text, &shared);
+    const std::vector<Finding> told =
+        Reviewed({About("W101", {included.Name(), 2})}, {}, {main.Name(), included.Name()}, text, &shared);
     ASSERT_EQ(told.size(), 1U);
     EXPECT_EQ(told[0].place, (Place{main.Name(), 1, 20, 4}));
     std::string idle;
@@ -277,8 +286,9 @@ TEST(SarifOfFindings, HoldNoFixThatCanOnlyBeShown) {
 TEST(FindingsOfNoSource, TellWhyThereAreNone) {
     EXPECT_EQ(TextRenderer({})->OfFailure("a,\xff", "why\x1b"), "");
     EXPECT_EQ(GithubRenderer()->OfFailure("a,\xff", "why: 1%\x1b"), "::error title=zek::why: 1%25\\x1b\n");
-    EXPECT_EQ(JsonRenderer()->OfFailure("a,\xff", "why\x1b"),
-              R"({"source":{"bytes":"612cff"},"errors":0,"warnings":0,"findings":[],"failure":"why\\x1b"})");
+    EXPECT_EQ(
+        JsonRenderer()->OfFailure("a,\xff", "why\x1b"),
+        R"({"source":{"bytes":"612cff"},"errors":0,"warnings":0,"notShown":0,"findings":[],"failure":"why\\x1b"})");
     const auto sarif = SarifRenderer();
     EXPECT_EQ(sarif->OfFailure("a,\xff", "why\x1b"), "");
     EXPECT_EQ(sarif->End(2),
@@ -290,7 +300,7 @@ TEST(FindingsOfNoSource, TellWhyThereAreNone) {
 
 TEST(JsonOfFindings, HoldsEverything) {
     const auto json = nlohmann::json::parse(Shown().By(*JsonRenderer()));
-    EXPECT_EQ(json["schema"], "zek-findings/1");
+    EXPECT_EQ(json["schema"], "zek-findings/2");
     EXPECT_EQ(json["exitCode"], 1);
     const nlohmann::json place = {{"path", "a"}, {"line", 2}, {"column", 9}, {"length", 4}};
     EXPECT_EQ(json["sources"],
@@ -298,6 +308,7 @@ TEST(JsonOfFindings, HoldsEverything) {
                   {{{"source", "main,1:%.zek"},
                     {"errors", 1},
                     {"warnings", 0},
+                    {"notShown", 0},
                     {"findings",
                      nlohmann::json::array(
                          {{{"code", "E108"},
@@ -310,7 +321,11 @@ TEST(JsonOfFindings, HoldsEverything) {
                                           {{"text", "why not"}}})},
                            {"fix", {{"place", place}, {"text", "VT_Y"}}},
                            {"includedFrom", nlohmann::json::array({{{"path", "main,1:%.zek"}, {"line", 7}}})}}})}},
-                   {{"source", "other.zek"}, {"errors", 0}, {"warnings", 0}, {"findings", nlohmann::json::array()}}}));
+                   {{"source", "other.zek"},
+                    {"errors", 0},
+                    {"warnings", 0},
+                    {"notShown", 0},
+                    {"findings", nlohmann::json::array()}}}));
 }
 
 }  // namespace

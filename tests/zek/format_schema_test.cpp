@@ -19,7 +19,7 @@ constexpr char kJsonPage[] = "docs/json.md";
 /// What is wrong with a document; empty when nothing is. The schema is a file, or stands in the page.
 std::string WrongWith(const json& document, const std::string& schemaFile) {
     const bool isPage = schemaFile == kJsonPage;
-    const json text = json::parse(isPage ? Block(schemaFile, "json zek-findings/1") : SourceFile(schemaFile));
+    const json text = json::parse(isPage ? Block(schemaFile, "json zek-findings/2") : SourceFile(schemaFile));
     valijson::Schema schema;
     valijson::SchemaParser().populateSchema(valijson::adapters::NlohmannJsonAdapter(text), schema);
     valijson::ValidationResults results;
@@ -105,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(Format, ZekFormat,
                          RowName());
 
 TEST(ZekFormatSchemas, CanFail) {
-    EXPECT_NE(WrongWith(json::parse(R"({"schema": "zek-findings/1"})"), kJsonPage), "");
+    EXPECT_NE(WrongWith(json::parse(R"({"schema": "zek-findings/2"})"), kJsonPage), "");
     for (const std::string& schema : kSarifSchemas) {
         EXPECT_NE(WrongWith(json::parse(R"({"version": "2.1.0", "runs": [{}]})"), schema), "") << schema;
     }

@@ -57,8 +57,8 @@ TEST_F(ZekJson, IsOfTheFormThatThePagePromises) {
     Print({"verify", "--json", "--notes", "behind", "x", "missing"}, 3, "zek-verify/1");
     Write("findings.zek", "[INCLUDE]\nFILE = part.zek\n[SENSR]\n[PROPERTY]\nA = 1,2\n");
     Write("part.zek", "[GLOBAL]\nG_\xff = VT_X\n");
-    Print({"check", "--format", "json", "a.zek", "findings.zek", "missing"}, 2, "zek-findings/1");
-    Print({"compile", "--format", "json", "findings.zek"}, 1, "zek-findings/1");
+    Print({"check", "--format", "json", "a.zek", "findings.zek", "missing"}, 2, "zek-findings/2");
+    Print({"compile", "--format", "json", "findings.zek"}, 1, "zek-findings/2");
     Print({"verify", "--json", "--pair", "a.zki", "a.zkd"}, 0, "zek-verify-pair/1");
     Print({"verify", "--json", "--pair", "b.zki", "a.zkd"}, 1, "zek-verify-pair/1");
     Print({"verify", "--json", "--pair", "a.zki", "x"}, 3, "zek-verify-pair/1");

@@ -9,10 +9,10 @@
 ///     finding.message = "[SENSOR]:TYPE, ...";          // any bytes; what shows it makes them safe
 ///     finding.notes.push_back({"it was defined here", text.Key(path, otherLine)});
 ///     finding.fix = Fix{finding.place, "0x10"};        // only where it is likely
-///     findings.push_back(std::move(finding));
+///     review.Add(std::move(finding));                  // finding_review.h
 ///
 /// and leaves the rest alone: the severity comes from the table and the command line, comments of the source allow it,
-/// and the way to an included file is filled in (finding_review.h).
+/// and the way to an included file is filled in.
 #pragma once
 
 #include <optional>
@@ -49,7 +49,7 @@ struct Finding {
     std::string code;                        ///< a row of the table of codes
     Severity severity = Severity::kWarning;  ///< filled in later
     Place place = {};
-    unsigned header = 0;                     ///< the line of the section's header where a comment there allows it, too
+    unsigned header = 0;       ///< the line of the section's header where a comment there allows it, too
     std::string message = {};  ///< one line; the library's own text stands in it word for word
     std::vector<Note> notes = {};
     std::optional<Fix> fix = {};

@@ -1,8 +1,8 @@
 #include "finding_review.h"
 
 #include <algorithm>
+#include <cstddef>
 
-#include "allow_comments.h"
 #include "failure.h"
 #include "suggestion.h"
 
@@ -30,21 +30,7 @@ Finding About(const Allowed& allowed, const char* code) {
     return finding;
 }
 
-/// What is wrong with a comment; nothing where it does its work or there is reason to leave it.
-std::optional<Finding> WrongWith(const Allowed& allowed, const Levels& levels, const ReviewScope& scope, bool failed) {
-    if (allowed.code.empty()) return About(allowed, "L004");
-    const CodeGroup* const group = GroupOfCode(allowed.code);
-    if (!group) {
-        Finding finding = About(allowed, "L003");
-        if (const auto meant = NearestName(allowed.code, AllCodes())) finding.fix = Fix{allowed.place, *meant};
-        return finding;
-    }
-    if (IsError(allowed.code)) return About(allowed, "L002");
-    if (allowed.used || failed || !scope.origins.contains(group->origin) || !levels.Wanted(allowed.code)) {
-        return std::nullopt;
-    }
-    return About(allowed, kUnused);
-}
+std::size_t RowOf(const Finding& finding) { return static_cast<std::size_t>(finding.severity); }
 
 }  // namespace
 
@@ -88,40 +74,85 @@ std::optional<Severity> Levels::Of(const std::string& code) const {
     return std::nullopt;
 }
 
-std::vector<Finding> Reviewed(std::vector<Finding> findings, const Levels& levels, const ReviewScope& scope,
-                              SourceText& text, std::vector<SharedAllow>* shared) {
-    AllowComments comments(scope.paths, text);
-    bool failed = false;
-    std::vector<Finding> kept;
-    const auto isKept = [&](Finding& finding) {
-        const std::optional<Severity> severity = levels.Of(finding.code);
-        if (!severity || (!IsError(finding.code) && comments.Allow(finding))) return false;
-        failed |= IsError(finding.code);
-        finding.severity = *severity;
-        return true;
-    };
-    const auto keep = [&](Finding&& finding) {
-        if (isKept(finding)) kept.push_back(std::move(finding));
-    };
-    for (Finding& finding : findings) keep(std::move(finding));
-    const bool unfinished = failed;
+Review::Review(const Levels& levels, const std::vector<std::string>& paths, SourceText& text, std::size_t most)
+    : levels_(levels), mainPath_(paths.empty() ? "" : paths.front()), comments_(paths, text), most_(most) {}
+
+bool Review::Passes(Finding& finding) {
+    const std::optional<Severity> severity = levels_.Of(finding.code);
+    if (!severity || (!IsError(finding.code) && comments_.Allow(finding))) return false;
+    failed_ |= IsError(finding.code);
+    finding.severity = *severity;
+    return true;
+}
+
+void Review::Add(Finding finding) {
+    if (!Passes(finding)) return;
+    const std::size_t row = RowOf(finding);
+    ++counts_[row];
+    if (!before_ && keptOf_[row] >= most_) return;
+    ++keptOf_[row];
+    kept_.push_back(std::move(finding));
+    // Not each time, since it sorts.
+    if (keptOf_[row] >= 2 * most_) Cut();
+}
+
+void Review::Sort(const Before& before) {
+    before_ = before;
+    sorted_ = kept_.size();
+}
+
+void Review::SortNone() {
+    Cut();
+    before_ = nullptr;
+}
+
+void Review::Cut() {
+    if (!before_) return;
+    std::stable_sort(kept_.begin() + static_cast<std::ptrdiff_t>(sorted_), kept_.end(), before_);
+    keptOf_ = {};
+    std::erase_if(kept_, [&](const Finding& finding) { return ++keptOf_[RowOf(finding)] > most_; });
+    for (std::size_t& count : keptOf_) count = std::min(count, most_);
+}
+
+SeverityCounts Review::CountLeft() const {
+    SeverityCounts left = counts_;
+    for (std::size_t row = 0; row < left.size(); ++row) left[row] -= keptOf_[row];
+    return left;
+}
+
+std::optional<Finding> Review::WrongWith(const Allowed& allowed, const std::set<Origin>& origins, bool failed) const {
+    if (allowed.code.empty()) return About(allowed, "L004");
+    const CodeGroup* const group = GroupOfCode(allowed.code);
+    if (!group) {
+        Finding finding = About(allowed, "L003");
+        if (const auto meant = NearestName(allowed.code, AllCodes())) finding.fix = Fix{allowed.place, *meant};
+        return finding;
+    }
+    if (IsError(allowed.code)) return About(allowed, "L002");
+    if (allowed.used || failed || !origins.contains(group->origin) || !levels_.Wanted(allowed.code)) {
+        return std::nullopt;
+    }
+    return About(allowed, kUnused);
+}
+
+void Review::AddComments(const std::set<Origin>& origins, std::vector<SharedAllow>* shared) {
+    const bool failed = failed_;
     // Those that allow what is wrong with comments come last: only then is it known whether they were used.
     for (const bool aboutComments : {false, true}) {
-        for (std::size_t i = 0; i < comments.All().size(); ++i) {
-            const Allowed& allowed = comments.All()[i];
+        for (std::size_t i = 0; i < comments_.All().size(); ++i) {
+            const Allowed& allowed = comments_.All()[i];
             if (IsAboutComments(allowed.code) != aboutComments) continue;
-            std::optional<Finding> wrong = WrongWith(allowed, levels, scope, unfinished);
+            std::optional<Finding> wrong = WrongWith(allowed, origins, failed);
             const bool isUnused = !wrong || wrong->code == kUnused;
-            if (shared && isUnused && allowed.place.path != scope.paths.front()) {
+            if (shared && isUnused && allowed.place.path != mainPath_) {
                 Finding unused = About(allowed, kUnused);
-                const bool idle = wrong && isKept(unused);
+                const bool idle = wrong && Passes(unused);
                 shared->push_back({std::move(unused), idle});
             } else if (wrong) {
-                keep(std::move(*wrong));
+                Add(std::move(*wrong));
             }
         }
     }
-    return kept;
 }
 
 }  // namespace zek::tool

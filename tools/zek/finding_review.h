@@ -2,12 +2,16 @@
 /// the source allow findings. Relies on code_table.h and on the comments of the sources (source_text.h).
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "allow_comments.h"
 #include "code_table.h"
 #include "finding.h"
 #include "source_text.h"
@@ -46,23 +50,61 @@ private:
     bool hiddenShown_ = false;
 };
 
-/// What a run looks for and where.
-struct ReviewScope {
-    std::vector<std::string> paths;  ///< the files whose comments count; a file may be there several times
-    std::set<Origin> origins;        ///< an allowed code of any other origin may well find nothing
-};
-
 /// A comment of an included file, which may serve another source of the run.
 struct SharedAllow {
     Finding unused;     ///< what there is to tell where no source needs it
     bool idle = false;  ///< this one does not
 };
 
+/// How many findings of each severity there are.
+using SeverityCounts = std::array<std::size_t, 3>;
+
+/// So many findings of each severity are shown of one source where nobody says otherwise.
+inline constexpr std::size_t kMostFindings = 1000;
+
 /// Takes away what is hidden or allowed by a comment `; zek: allow CODE` on its line or above it (the comment alone on
-/// its line; several codes with commas between them), gives each of the others its severity, and adds what is wrong
-/// with such comments. The order stays. With `shared`, what allows nothing in a file behind the first path is not told
-/// but stored there, along with what allows something.
-std::vector<Finding> Reviewed(std::vector<Finding> findings, const Levels& levels, const ReviewScope& scope,
-                              SourceText& text, std::vector<SharedAllow>* shared = nullptr);
+/// its line; several codes with commas between them), gives each of the other findings its severity and counts them,
+/// keeps the first ones of each severity, and adds what is wrong with such comments.
+class Review {
+public:
+    using Before = std::function<bool(const Finding&, const Finding&)>;
+
+    /// `paths` are the files whose comments count; a file may be there several times. At most `most` findings of each
+    /// severity are kept. Levels and text must outlive this.
+    Review(const Levels& levels, const std::vector<std::string>& paths, SourceText& text, std::size_t most);
+
+    /// The findings that are kept stand in the order in which they come.
+    void Add(Finding finding);
+    /// Those that come from here on until SortNone stand in this order, behind those that came before.
+    void Sort(const Before& before);
+    void SortNone();
+
+    /// Those so far.
+    std::vector<Finding>& Kept() { return kept_; }
+    /// Of each severity, how many were not kept.
+    SeverityCounts CountLeft() const;
+
+    /// The last step: what is wrong with comments. An allowed code of an origin that was not looked for may well find
+    /// nothing. With `shared`, what allows nothing in a file behind the first path is not told but stored there, along
+    /// with what allows something.
+    void AddComments(const std::set<Origin>& origins, std::vector<SharedAllow>* shared);
+
+private:
+    bool Passes(Finding& finding);
+    std::optional<Finding> WrongWith(const Allowed& allowed, const std::set<Origin>& origins, bool failed) const;
+    /// Takes away what is too much of each severity, once the last ones are in order.
+    void Cut();
+
+    const Levels& levels_;
+    std::string mainPath_;
+    AllowComments comments_;
+    std::size_t most_;
+    bool failed_ = false;  // there are errors that nobody asked for
+    std::vector<Finding> kept_;
+    SeverityCounts counts_ = {};
+    SeverityCounts keptOf_ = {};
+    Before before_;
+    std::size_t sorted_ = 0;  // where those begin in kept_ that are sorted now
+};
 
 }  // namespace zek::tool

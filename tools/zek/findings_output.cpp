@@ -51,6 +51,9 @@ void AddFindingsOptions(Words& words, FindingsOptions& options) {
     words.EachCode(
         "--error", "CODE", "", [&options](const std::string& code) { options.levels.Raise(code); },
         "Take this code for an error");
+    words.Count("--max-findings", "N", options.most,
+                "Show so many errors, warnings and notes of each source at most, and count the others; default: " +
+                    std::to_string(options.most));
 }
 
 std::vector<Variable> FindingsEnvironment(std::vector<Variable> others) {

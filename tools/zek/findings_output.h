@@ -15,6 +15,7 @@ namespace zek::tool {
 struct FindingsOptions {
     std::string format = "text";
     std::string color = "auto";
+    std::size_t most = kMostFindings;  ///< of each severity and source
     Levels levels;
 };
 

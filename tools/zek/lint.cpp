@@ -77,8 +77,8 @@ bool HasNeighbour(const std::vector<SourceFile>& files) {
 
 }  // namespace
 
-LintRun::LintRun(const LintModel& source, SourceText& text, bool amongOthers)
-    : model_(source), text_(text), amongOthers_(amongOthers), builtIn_(Real(BuiltInFolder())) {
+LintRun::LintRun(const LintModel& source, SourceText& text, bool amongOthers, Review& review)
+    : model_(source), text_(text), amongOthers_(amongOthers), builtIn_(Real(BuiltInFolder())), review_(review) {
     if (!source.Written().empty()) folder_ = FolderOf(Real(*source.Written().front()->path));
 }
 
@@ -120,7 +120,13 @@ Finding& LintRun::Add(const char* code, const LintSection& section, const LintIt
     finding.place = KeyPlace(section, item);
     finding.header = section.source->line;
     finding.message = Filled(code, all);
-    return findings_.emplace_back(std::move(finding));
+    Finish();
+    return last_.emplace(std::move(finding));
+}
+
+void LintRun::Finish() {
+    if (last_) review_.Add(std::move(*last_));
+    last_.reset();
 }
 
 std::span<const LintRule> LintRules() { return kRules; }
@@ -130,23 +136,22 @@ std::string AboutRule(const LintRule& rule) {
     return cause.substr(0, std::min(cause.find(". "), cause.size() - 1) + 1);
 }
 
-std::vector<Finding> Lint(const std::vector<SourceFile>& files, SourceIndex& index, SourceText& text,
-                          const Levels& levels, const LintScope& scope) {
+void Lint(const std::vector<SourceFile>& files, SourceIndex& index, SourceText& text, const Levels& levels,
+          const LintScope& scope, Review& review) {
     const LintModel model(files, index, scope.words);
-    if (model.Written().empty()) return {};
-    LintRun run(model, text, scope.amongOthers || HasNeighbour(files));
-    for (const LintRule& rule : kRules) {
-        if (levels.Wanted(rule.code) && (scope.sound || !rule.needsSound)) rule.find(run);
-    }
-    std::vector<Finding> findings = run.Take();
+    if (model.Written().empty()) return;
     std::map<std::string, std::size_t> order;
     for (const SourceFile& file : files) order.try_emplace(file.path, order.size());
     const auto placed = [&](const Finding& finding) {
         return std::tuple(order[finding.place.path], finding.place.line, finding.place.column);
     };
-    std::stable_sort(findings.begin(), findings.end(),
-                     [&](const Finding& a, const Finding& b) { return placed(a) < placed(b); });
-    return findings;
+    review.Sort([&](const Finding& a, const Finding& b) { return placed(a) < placed(b); });
+    LintRun run(model, text, scope.amongOthers || HasNeighbour(files), review);
+    for (const LintRule& rule : kRules) {
+        if (levels.Wanted(rule.code) && (scope.sound || !rule.needsSound)) rule.find(run);
+    }
+    run.Finish();
+    review.SortNone();
 }
 
 }  // namespace zek::tool

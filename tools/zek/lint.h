@@ -4,6 +4,7 @@
 
 #include <initializer_list>
 #include <map>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -21,7 +22,7 @@ namespace zek::tool {
 class LintRun {
 public:
     /// Everything must outlive this.
-    LintRun(const LintModel& source, SourceText& text, bool amongOthers);
+    LintRun(const LintModel& source, SourceText& text, bool amongOthers, Review& review);
 
     const LintModel& Model() const { return model_; }
     SourceText& Text() const { return text_; }
@@ -31,7 +32,7 @@ public:
     bool IsOwn(const std::string& path) const;
 
     /// Adds a finding about a sub-string or, without position, about the key; `texts` fill the text of the code behind
-    /// the section and the key.
+    /// the section and the key. It can be completed until the next one.
     Finding& Add(const char* code, const LintSection& section, const LintItem& item, std::size_t position,
                  std::initializer_list<std::string> texts);
     Finding& Add(const char* code, const LintSection& section, const LintItem& item,
@@ -45,7 +46,8 @@ public:
 
     Place KeyPlace(const LintSection& section, const LintItem& item) const;
 
-    std::vector<Finding> Take() { return std::move(findings_); }
+    /// The last finding is complete.
+    void Finish();
 
 private:
     const LintModel& model_;
@@ -54,7 +56,8 @@ private:
     std::string folder_;   // of the main source
     std::string builtIn_;  // of what comes with the command
     mutable std::map<const std::string*, bool> own_;
-    std::vector<Finding> findings_;
+    Review& review_;
+    std::optional<Finding> last_;
     ComparisonsLeft left_;
 };
 
@@ -77,9 +80,9 @@ struct LintScope {
     std::set<std::string> words = {};  ///< that the command line defines
 };
 
-/// What the rules find that are wanted, by file in the order of the reading, then by place. Nothing with a parser
-/// library without hook, which does not tell what was read.
-std::vector<Finding> Lint(const std::vector<SourceFile>& files, SourceIndex& index, SourceText& text,
-                          const Levels& levels, const LintScope& scope);
+/// Gives the review what the rules find that are wanted, by file in the order of the reading, then by place. Nothing
+/// with a parser library without hook, which does not tell what was read.
+void Lint(const std::vector<SourceFile>& files, SourceIndex& index, SourceText& text, const Levels& levels,
+          const LintScope& scope, Review& review);
 
 }  // namespace zek::tool

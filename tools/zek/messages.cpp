@@ -2,6 +2,9 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <functional>
+#include <optional>
+#include <set>
 #include <utility>
 
 #include "zekcomp/output.h"
@@ -30,29 +33,60 @@ std::string Formatted(const char* format, va_list arguments) {
     return text;
 }
 
-/// The letters of a format's conversions, in order; empty where one is neither %s nor %u.
-std::string Conversions(std::string_view format) {
+/// The letters of a format's conversions, in order; nothing where one is neither %s nor %u.
+std::optional<std::string> Conversions(std::string_view format) {
     std::string letters;
     for (std::size_t i = 0; i + 1 < format.size(); ++i) {
         if (format[i] != '%') continue;
         const char letter = format[++i];
         if (letter == '%') continue;
-        if (letter != 's' && letter != 'u') return {};
+        if (letter != 's' && letter != 'u') return std::nullopt;
         letters += letter;
     }
     return letters;
 }
 
-}  // namespace
-
-std::string Message::Text(std::size_t position) const {
-    const auto* argument = position < arguments.size() ? std::get_if<std::string>(&arguments[position]) : nullptr;
-    return argument ? *argument : std::string();
+/// An argument as text; nothing where none of that letter is.
+std::optional<std::string> Argument(const Message& message, std::size_t position, char letter) {
+    const std::string letters = Conversions(message.format).value_or("");
+    if (position >= letters.size() || letters[position] != letter) return std::nullopt;
+    std::size_t begin = 0;
+    for (; position > 0; --position) begin = message.arguments.find('\0', begin) + 1;
+    return message.arguments.substr(begin, message.arguments.find('\0', begin) - begin);
 }
 
+}  // namespace
+
+std::string_view Lasting(std::string_view text) {
+    static auto* const all = new std::set<std::string, std::less<>>;
+    const auto found = all->find(text);
+    return found == all->end() ? *all->emplace(text).first : *found;
+}
+
+std::string Message::Whole() const {
+    if (!Conversions(format)) return arguments;
+    std::string text;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < format.size(); ++i) {
+        if (format[i] != '%' || i + 1 == format.size()) {
+            text += format[i];
+        } else if (format[++i] == '%') {
+            text += '%';
+        } else {
+            const std::size_t end = arguments.find('\0', begin);
+            text.append(arguments, begin, end - begin);
+            begin = end + 1;
+        }
+    }
+    return text;
+}
+
+std::size_t Message::CountArguments() const { return Conversions(format).value_or("").size(); }
+
+std::string Message::Text(std::size_t position) const { return Argument(*this, position, 's').value_or(""); }
+
 unsigned Message::Number(std::size_t position) const {
-    const auto* argument = position < arguments.size() ? std::get_if<unsigned>(&arguments[position]) : nullptr;
-    return argument ? *argument : 0;
+    return static_cast<unsigned>(std::stoul(Argument(*this, position, 'u').value_or("0")));
 }
 
 void Listen(MessageListener* listener) { g_listener = listener; }
@@ -65,22 +99,22 @@ std::vector<Message> TakeMessages() { return std::exchange(Kept(), {}); }
 extern "C" __attribute__((visibility("default"))) void Output(unsigned, const char* format, ...) {
     using namespace zek::tool;
     Message message;
-    message.format = format;
+    message.format = Lasting(format);
     va_list arguments;
     va_start(arguments, format);
-    va_list again;
-    va_copy(again, arguments);
-    message.text = Formatted(format, again);
-    va_end(again);
-    for (const char letter : Conversions(format)) {
+    const std::optional<std::string> letters = Conversions(format);
+    if (!letters) message.arguments = Formatted(format, arguments);
+    for (const char letter : letters.value_or("")) {
         if (letter == 'u') {
-            message.arguments.emplace_back(va_arg(arguments, unsigned));
+            message.arguments += std::to_string(va_arg(arguments, unsigned));
         } else {
             const char* text = va_arg(arguments, const char*);
-            message.arguments.emplace_back(std::string(text ? text : ""));
+            message.arguments += text ? text : "";
         }
+        message.arguments += '\0';
     }
     va_end(arguments);
+    message.arguments.shrink_to_fit();
     if (g_listener) g_listener->Hear(message);
     Kept().push_back(std::move(message));
 }

@@ -3,9 +3,10 @@
 /// loaded.
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
 namespace zek::tool {
@@ -20,20 +21,28 @@ struct Refusal {
     bool isPastMost = false;   ///< so many files have been read that no other is
 };
 
-/// One message of the library.
+/// One message of the library. Small, since a source may give rise to a million.
 struct Message {
-    std::string text;    ///< as the library formatted it, with its line feed
-    std::string format;  ///< the format it came with
-    /// The arguments of the format, in order. Empty where it has other conversions than %s and %u.
-    std::vector<std::variant<std::string, unsigned>> arguments;
-    std::string path;  ///< the file that was being read, as it was opened; empty when none was or it is not known
-    Refusal refusal;   ///< of a file that could not be loaded
+    std::string_view format = {};  ///< the format it came with; lives as long as the program, as does the path
+    /// The arguments of the format, in order, with a NUL behind each. Where it has other conversions than %s and %u,
+    /// the formatted text.
+    std::string arguments = {};
+    std::string_view path =
+        {};  ///< the file that was being read, as it was opened; empty when none was or it is not known
+    std::unique_ptr<const Refusal> refusal = {};  ///< of a file that could not be loaded; null where nothing is known
 
     bool Is(std::string_view known) const { return format == known; }
+    /// As the library formatted it, with its line feed.
+    std::string Whole() const;
+    /// How many arguments are known one by one.
+    std::size_t CountArguments() const;
     /// The argument at a position; empty, or 0, where there is none of that type.
     std::string Text(std::size_t position) const;
     unsigned Number(std::size_t position) const;
 };
+
+/// A text that lives as long as the program, once for all that are equal.
+std::string_view Lasting(std::string_view text);
 
 /// Called with each message as it comes, before it is kept. May fill `path` and `refusal`, must not
 /// throw.

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 #include "child.h"
 #include "definitions.h"
 #include "failure.h"
@@ -38,9 +40,12 @@ bool CheckInto(const std::string& source, const MemoryFile& messages) {
     const bool passed = gccCheck();
     SourceIndex index(parser, &reading.Copies());
     SourceText text(&reading.Copies());
-    Report report({}, source, reading.Files(), index, text);
+    const Levels levels;
+    Review review(levels, {}, text, kMostFindings);
+    Report report({}, source, reading.Files(), index, text, review);
     report.Add(whileReading, TakeMessages());
-    messages.Append(TextRenderer({})->Of({source, Reviewed(report.Findings(), {}, {}, text)}, text));
+    report.AddWays(review.Kept());
+    messages.Append(TextRenderer({})->Of({source, std::move(review.Kept()), review.CountLeft()}, text));
     return passed && report.Losses() == 0;
 }
 

@@ -34,7 +34,9 @@ public:
     std::string Of(const SourceFindings& all, SourceText& text) override {
         std::string shown;
         for (const Finding& finding : all.findings) shown += OfFinding(finding, text);
-        return shown;
+        const std::string left = all.TellLeft();
+        if (left.empty()) return shown;
+        return shown + "::notice title=zek::" + Escaped(Printable(all.source) + ": " + left, kInMessages) + '\n';
     }
 
     std::string OfFailure(const std::string&, const std::string& why) override {

@@ -45,13 +45,15 @@ ordered_json JsonFinding(const Finding& finding) {
 class Json : public Renderer {
 public:
     std::string Begin() override {
-        return "{\"schema\": \"zek-findings/1\", \"tool\": \"zek " ZEK_TOOL_VERSION "\", \"sources\": [\n";
+        return "{\"schema\": \"zek-findings/2\", \"tool\": \"zek " ZEK_TOOL_VERSION "\", \"sources\": [\n";
     }
 
     std::string Of(const SourceFindings& all, SourceText&) override {
         std::string json = "{\"source\": " + JsonText(all.source).dump() +
                            ", \"errors\": " + std::to_string(all.Count(Severity::kError)) +
-                           ", \"warnings\": " + std::to_string(all.Count(Severity::kWarning)) + ", \"findings\": [";
+                           ", \"warnings\": " + std::to_string(all.Count(Severity::kWarning)) +
+                           ", \"notShown\": " + std::to_string(all.left[0] + all.left[1] + all.left[2]) +
+                           ", \"findings\": [";
         const char* before = "\n  ";
         for (const Finding& finding : all.findings) {
             json += before + JsonFinding(finding).dump();
@@ -64,6 +66,7 @@ public:
         return ordered_json{{"source", JsonText(source)},
                             {"errors", 0},
                             {"warnings", 0},
+                            {"notShown", 0},
                             {"findings", ordered_json::array()},
                             {"failure", Printable(why)}}
             .dump();

@@ -83,6 +83,14 @@ ordered_json Result(const Finding& finding, SourceText& text) {
     return result;
 }
 
+/// No finding, and so without a rule.
+ordered_json ResultOfLeft(const std::string& source, const std::string& left) {
+    const ordered_json physical = {{"artifactLocation", {{"uri", Reference(source)}}}};
+    ordered_json result = {{"kind", "informational"}, {"level", "none"}, {"message", Message(source + ": " + left)}};
+    result["locations"] = ordered_json::array({{{"physicalLocation", physical}}});
+    return result;
+}
+
 ordered_json Rule(const CodeRow& row) {
     const std::size_t level = row.level == Level::kError ? 2 : row.level == Level::kWarning ? 1 : 0;
     return {{"id", row.code},
@@ -114,6 +122,8 @@ public:
         for (const Finding& finding : all.findings) {
             json += (json.empty() ? "  " : ",\n  ") + Result(finding, text).dump();
         }
+        const std::string left = all.TellLeft();
+        if (!left.empty()) json += (json.empty() ? "  " : ",\n  ") + ResultOfLeft(all.source, left).dump();
         return json;
     }
 

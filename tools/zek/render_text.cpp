@@ -164,11 +164,9 @@ private:
     }
 
     std::string Summary(const SourceFindings& all) const {
-        const std::size_t errors = all.Count(Severity::kError);
-        const std::size_t warnings = all.Count(Severity::kWarning);
-        std::string counted;
-        if (errors) counted = Counted(errors, "error", "errors");
-        if (warnings) counted += (errors ? ", " : "") + Counted(warnings, "warning", "warnings");
+        std::string counted = CountedBySeverity({0, all.Count(Severity::kWarning), all.Count(Severity::kError)});
+        const std::string left = all.raw ? "" : all.TellLeft();
+        if (!left.empty()) counted += (counted.empty() ? "" : "; ") + left;
         return counted.empty() ? counted : Printable(all.source) + ": " + counted + '\n';
     }
 

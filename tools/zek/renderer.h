@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "finding.h"
+#include "finding_review.h"
 #include "source_text.h"
 
 namespace zek::tool {
@@ -16,10 +17,17 @@ namespace zek::tool {
 struct SourceFindings {
     std::string source;  ///< the name of the main source
     std::vector<Finding> findings = {};
+    SeverityCounts left = {};             ///< how many more there are that are not shown, of each severity
     std::optional<std::string> raw = {};  ///< what the library sent, in the place of the findings; text only
 
+    /// Those that are not shown, too.
     std::size_t Count(Severity severity) const;
+    /// What is to be said of those that are not shown; empty where all are.
+    std::string TellLeft() const;
 };
+
+/// Such as "1 error, 2 warnings"; empty where there is none.
+std::string CountedBySeverity(const SeverityCounts& counts);
 
 /// Makes the output of a run from that of its sources: Begin, then the pieces with a separator between them, then End.
 class Renderer {

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <tuple>
+#include <utility>
 
 #include "known_messages.h"
 #include "printable.h"
@@ -18,7 +21,8 @@ bool HasPlace(const Message& message) { return WithoutPlace(message.format).size
 
 /// The message without its line feed and without the place that it begins with, which the finding has.
 std::string TextOf(const Message& message) {
-    std::string_view text = message.text;
+    const std::string whole = message.Whole();
+    std::string_view text = whole;
     if (text.ends_with('\n')) text.remove_suffix(1);
     if (!HasPlace(message)) return std::string(text);
     const std::string_view format = message.format;
@@ -43,7 +47,7 @@ Wanted WantedBy(const Message& message) {
     if (rest.starts_with("[%s]:%s")) {
         wanted.key = message.Text(3);
         // What else a message says of an item is quoted from its value.
-        for (std::size_t i = 4; i < message.arguments.size(); ++i) wanted.texts.push_back(message.Text(i));
+        for (std::size_t i = 4; i < message.CountArguments(); ++i) wanted.texts.push_back(message.Text(i));
     }
     return wanted;
 }
@@ -65,55 +69,82 @@ constexpr std::array<MarkedPosition, 3> kMarkedPositions = {{{"W101", 1}, {"W302
 
 }  // namespace
 
+/// How many messages of a list are equal, and which of them this is.
+class EqualMessages {
+public:
+    explicit EqualMessages(const std::vector<Message>& messages) {
+        sorted_.reserve(messages.size());
+        for (const Message& message : messages) sorted_.push_back(&message);
+        std::sort(sorted_.begin(), sorted_.end(), IsBefore);
+        told_.resize(sorted_.size());
+        shown_.resize(sorted_.size());
+    }
+
+    std::size_t Count(const Message& message) const {
+        const auto [first, last] = std::equal_range(sorted_.begin(), sorted_.end(), &message, IsBefore);
+        return static_cast<std::size_t>(last - first);
+    }
+    // Of a message that is among them: how many were told before the check said them, and how many have been shown.
+    std::uint32_t& Told(const Message& message) { return told_[First(message)]; }
+    std::uint32_t& Shown(const Message& message) { return shown_[First(message)]; }
+
+private:
+    static bool IsBefore(const Message* a, const Message* b) {
+        return std::tie(a->format, a->arguments) < std::tie(b->format, b->arguments);
+    }
+    std::size_t First(const Message& message) const {
+        const auto first = std::lower_bound(sorted_.begin(), sorted_.end(), &message, IsBefore);
+        return static_cast<std::size_t>(first - sorted_.begin());
+    }
+
+    std::vector<const Message*> sorted_;
+    std::vector<std::uint32_t> told_;  // each for the first of equal ones
+    std::vector<std::uint32_t> shown_;
+};
+
 Report::Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files,
-               SourceIndex& index, SourceText& text)
+               SourceIndex& index, SourceText& text, Review& review)
     : options_(options),
       source_(std::move(source)),
       files_(files),
       index_(index),
       text_(text),
+      review_(review),
       places_(files, index),
       names_(places_, options_.words),
       related_(places_, index, text) {}
 
 void Report::Add(const std::vector<Message>& reading, const std::vector<Message>& checking) {
-    std::map<std::string_view, std::size_t> told;
+    EqualMessages checked(checking);
+    checked_ = &checked;
     for (const Message& message : checking) {
-        ++checked_[message.text];
         if (message.Is(kEntryMissing)) ++missing_[{message.Text(2), message.Text(3)}];
     }
+    for (const Message& message : reading) pastMost_ += message.refusal && message.refusal->isPastMost;
+    AddAll(reading, checking);
+    checked_ = nullptr;
+}
+
+void Report::AddAll(const std::vector<Message>& reading, const std::vector<Message>& checking) {
     for (const Message& message : reading) {
         AddRaw(message);
-        const bool repeated = checked_.contains(message.text);
-        if (repeated) ++told[message.text];
+        const bool repeated = checked_->Count(message) > 0;
+        if (repeated) ++checked_->Told(message);
         AddOne(message, repeated);
     }
     for (const Message& message : checking) {
         AddRaw(message);
-        const auto twin = told.find(message.text);
-        if (twin == told.end() || twin->second == 0) {
+        std::uint32_t& told = checked_->Told(message);
+        if (told == 0) {
             AddOne(message, true);
         } else {
-            --twin->second;
+            --told;
         }
     }
-    if (firstPast_ && pastMost_ > 1) {
-        findings_[*firstPast_].notes.push_back(
-            {Counted(pastMost_ - 1, "more include", "more includes") + " not read for the same reason"});
-    }
-}
-
-void Report::Add(std::vector<Finding> findings) {
-    for (Finding& finding : findings) findings_.push_back(std::move(finding));
-}
-
-std::vector<Finding> Report::Findings() {
-    AddWays();
-    return findings_;
 }
 
 void Report::AddRaw(const Message& message) {
-    if (options_.raw && (options_.verbose || !IsChatter(message))) raw_ += message.text;
+    if (options_.raw && (options_.verbose || !IsChatter(message))) raw_ += message.Whole();
 }
 
 void Report::AddOne(const Message& message, bool fails) {
@@ -128,34 +159,35 @@ void Report::AddOne(const Message& message, bool fails) {
     if (message.Is(kNotANumber) && !fails) finding.code = "W005";
     if (HasPlace(message)) return AddLocated(std::move(finding), message);
     finding.place.path = message.path;
-    findings_.push_back(std::move(finding));
+    review_.Add(std::move(finding));
 }
 
 Place Report::PlaceOfFile(const Message& message) {
     // Not known with another maker's parser library.
-    const std::string path = message.path.empty() ? message.Text(0) : message.path;
+    const std::string path = message.path.empty() ? message.Text(0) : std::string(message.path);
     return text_.SubString(path, message.Number(1), 0);
 }
 
 Place Report::PlaceOfSection(const Message& message) {
     if (message.path.empty()) return {source_};
-    const auto line = index_.LineOfSection(message.path, message.Number(0) - 1, message.Text(1));
-    return line ? text_.Head(message.path, *line) : Place{message.path};
+    const std::string path(message.path);
+    const auto line = index_.LineOfSection(path, message.Number(0) - 1, message.Text(1));
+    return line ? text_.Head(path, *line) : Place{path};
 }
 
 void Report::AddLoss(Finding finding, const Message& message) {
     ++losses_;
-    const Refusal& refusal = message.refusal;
+    const Refusal refusal = message.refusal ? *message.refusal : Refusal();
+    const std::size_t pastMost = refusal.isPastMost ? std::exchange(pastMost_, 0) : 0;
     // The first tells it for all.
-    if (refusal.isPastMost && ++pastMost_ > 1) return;
-    if (refusal.isPastMost) firstPast_ = findings_.size();
+    if (refusal.isPastMost && pastMost == 0) return;
     if (message.Is(kFileNotLoaded)) {
         finding.place = PlaceOfFile(message);
         const std::string name = refusal.name.empty() ? message.Text(4) : refusal.name;
         if (!refusal.reason.empty()) finding.notes.push_back({name + ' ' + refusal.reason});
         if (!refusal.meant.empty()) finding.fix = NameFix(finding.place, refusal.meant, text_);
     } else if (message.Is(kSectionNameFailed)) {
-        finding.place = {message.path.empty() ? source_ : message.path};
+        finding.place = {message.path.empty() ? source_ : std::string(message.path)};
         finding.message = "section " + std::to_string(message.Number(0)) + " cannot be read: " + finding.message;
     } else {
         const std::string name = message.Text(1);
@@ -165,7 +197,11 @@ void Report::AddLoss(Finding finding, const Message& message) {
             finding.message;
         finding.fix = names_.Meant(finding.code, {}, name, finding.place, text_);
     }
-    findings_.push_back(std::move(finding));
+    if (pastMost > 1) {
+        finding.notes.push_back(
+            {Counted(pastMost - 1, "more include", "more includes") + " not read for the same reason"});
+    }
+    review_.Add(std::move(finding));
 }
 
 Place Report::Marked(const Place& place, const Wanted& wanted, const std::string& code) {
@@ -180,7 +216,7 @@ Place Report::Marked(const Place& place, const Wanted& wanted, const std::string
 
 void Report::AddLocated(Finding finding, const Message& message) {
     const Wanted wanted = WantedBy(message);
-    std::vector<Place> places = {{message.path, wanted.line}};
+    std::vector<Place> places = {{std::string(message.path), wanted.line}};
     // While a file is being read the message is about that very file.
     if (message.path.empty() || wanted.line == 0) places = PlacesOf(message, wanted);
     if (message.Is(kEntryMissing)) {
@@ -198,7 +234,7 @@ void Report::AddLocated(Finding finding, const Message& message) {
     related_.AddTo(finding, message);
     const std::string written = wanted.texts.empty() ? wanted.key : wanted.texts[0];
     finding.fix = names_.Meant(finding.code, {wanted.section, wanted.key, places[0]}, written, finding.place, text_);
-    findings_.push_back(std::move(finding));
+    review_.Add(std::move(finding));
 }
 
 std::vector<Place> Report::PlacesOf(const Message& message, const Wanted& wanted) {
@@ -210,8 +246,9 @@ std::vector<Place> Report::PlacesOf(const Message& message, const Wanted& wanted
         if (earlier != places.end()) places.erase(earlier);
     }
     // Where as many say the same as there are places, each has its own.
-    const std::size_t shown = checkedShown_[message.text]++;
-    if (places.size() == checked_[message.text] && shown < places.size()) return {places[shown]};
+    const std::size_t checked = checked_->Count(message);
+    const std::size_t shown = checked > 0 ? checked_->Shown(message)++ : 0;
+    if (places.size() == checked && shown < places.size()) return {places[shown]};
     std::vector<Place> different;
     for (const Place& place : places) {
         if (std::find(different.begin(), different.end(), place) == different.end()) different.push_back(place);
@@ -227,12 +264,12 @@ std::optional<Place> Report::SectionWithout(const std::string& section, const st
     return sections[shown];
 }
 
-void Report::AddWays() {
+void Report::AddWays(std::vector<Finding>& findings) {
     // Of a file that was opened several times, the first way.
     std::map<std::string_view, std::size_t> openings;
     for (std::size_t i = 0; i < files_.size(); ++i) openings.try_emplace(files_[i].path, i);
     std::map<std::string_view, std::vector<Place>> ways;
-    for (Finding& finding : findings_) {
+    for (Finding& finding : findings) {
         const auto opening = openings.find(finding.place.path);
         if (finding.place.line == 0 || opening == openings.end() || opening->second == 0) continue;
         const auto [way, isNew] = ways.try_emplace(opening->first);

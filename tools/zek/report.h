@@ -12,6 +12,7 @@
 
 #include "code_table.h"
 #include "finding.h"
+#include "finding_review.h"
 #include "messages.h"
 #include "places.h"
 #include "related_places.h"
@@ -19,6 +20,8 @@
 #include "source_text.h"
 
 namespace zek::tool {
+
+class EqualMessages;
 
 struct ReportOptions {
     bool raw = false;                  ///< messages as the library sent them
@@ -28,19 +31,17 @@ struct ReportOptions {
 
 class Report {
 public:
-    /// `source` is the name of the main source. Files, index and text must outlive the report.
+    /// `source` is the name of the main source. Files, index, text and review must outlive the report.
     Report(const ReportOptions& options, std::string source, const std::vector<SourceFile>& files, SourceIndex& index,
-           SourceText& text);
+           SourceText& text, Review& review);
 
-    /// Adds the messages of the reading, then those of the check, in the order in which they came; what the check
-    /// repeats of the reading is one finding. Call it once.
+    /// Gives the review the messages of the reading, then those of the check, in the order in which they came; what the
+    /// check repeats of the reading is one finding. Call it once.
     void Add(const std::vector<Message>& reading, const std::vector<Message>& checking);
 
-    /// Adds what the rules have found.
-    void Add(std::vector<Finding> findings);
+    /// Fills in the way to the file of each.
+    void AddWays(std::vector<Finding>& findings);
 
-    /// All so far, each with the way to its file.
-    std::vector<Finding> Findings();
     /// The messages as the library sent them, where the options say so.
     const std::string& Raw() const { return raw_; }
 
@@ -50,6 +51,7 @@ public:
 
 private:
     void AddRaw(const Message& message);
+    void AddAll(const std::vector<Message>& reading, const std::vector<Message>& checking);
     void AddOne(const Message& message, bool fails);
     void AddLoss(Finding finding, const Message& message);
     void AddLocated(Finding finding, const Message& message);
@@ -61,25 +63,22 @@ private:
     std::vector<Place> PlacesOf(const Message& message, const Wanted& wanted);
     /// The header of the section that lacks an entry, where that can be told for certain.
     std::optional<Place> SectionWithout(const std::string& section, const std::string& key);
-    void AddWays();
 
     ReportOptions options_;
     std::string source_;
     const std::vector<SourceFile>& files_;
     SourceIndex& index_;
     SourceText& text_;
+    Review& review_;
     Places places_;
     SourceNames names_;
     RelatedPlaces related_;
     std::map<std::pair<std::string, std::string>, std::size_t> missing_;       // messages about a missing entry, in all
     std::map<std::pair<std::string, std::string>, std::size_t> missingShown_;  // of these, so far
-    std::map<std::string, std::size_t> checked_;                               // messages of the check, by their text
-    std::map<std::string, std::size_t> checkedShown_;                          // of these, so far
-    std::vector<Finding> findings_;
+    EqualMessages* checked_ = nullptr;                                         // those of the check
     std::string raw_;
     unsigned losses_ = 0;
-    unsigned pastMost_ = 0;                 // files that were not read because of the limit
-    std::optional<std::size_t> firstPast_;  // the finding about the first of them
+    std::size_t pastMost_ = 0;  // files that were not read because of the limit, and of which nothing was told so far
 };
 
 }  // namespace zek::tool

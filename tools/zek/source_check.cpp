@@ -4,6 +4,7 @@
 #include <unistd.h>
 #include <cerrno>
 #include <exception>
+#include <set>
 #include <utility>
 
 #include "definitions.h"
@@ -37,20 +38,26 @@ Said WhatWasSaid(const std::string& source, const SourceOptions& options, const 
                  SourceIndex& index, const std::vector<Message>& whileReading, bool passed, SourceText& text) {
     ReportOptions wanted = options.report;
     wanted.words = NamesIn(options.definitions);
-    Report report(wanted, source, files, index, text);
-    report.Add(whileReading, TakeMessages());
-    ReviewScope scope = {{}, {Origin::kLibrary, Origin::kCommand}};
-    // Where there are errors most rules are not run, so that nothing is known of what they would find.
-    const bool sound = passed && report.Losses() == 0;
-    if (options.lint && sound) scope.origins.insert(Origin::kLint);
-    for (const SourceFile& file : files) scope.paths.push_back(file.path);
     Levels levels = options.findings.levels;
     if (options.report.verbose) levels.ShowHidden();
-    if (options.lint) ShowPhase("running the rules of lint");
-    if (options.lint) report.Add(Lint(files, index, text, levels, {sound, options.amongOthers, wanted.words}));
+    std::vector<std::string> paths;
+    for (const SourceFile& file : files) paths.push_back(file.path);
+    Review review(levels, paths, text, options.findings.most);
+    Report report(wanted, source, files, index, text, review);
+    report.Add(whileReading, TakeMessages());
+    const bool sound = passed && report.Losses() == 0;
+    if (options.lint) {
+        ShowPhase("running the rules of lint");
+        Lint(files, index, text, levels, {sound, options.amongOthers, wanted.words}, review);
+    }
+    report.AddWays(review.Kept());
     Said said = {{source}, sound};
-    std::vector<SharedAllow>* const shared = options.amongOthers ? &said.shared : nullptr;
-    said.findings.findings = Reviewed(report.Findings(), levels, scope, text, shared);
+    std::set<Origin> origins = {Origin::kLibrary, Origin::kCommand};
+    // Where there are errors most rules are not run, so that nothing is known of what they would find.
+    if (options.lint && sound) origins.insert(Origin::kLint);
+    review.AddComments(origins, options.amongOthers ? &said.shared : nullptr);
+    said.findings.findings = std::move(review.Kept());
+    said.findings.left = review.CountLeft();
     if (options.report.raw) said.findings.raw = report.Raw();
     return said;
 }

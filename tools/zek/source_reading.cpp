@@ -200,7 +200,7 @@ void SourceReading::Hear(Message& message) noexcept {
     if (open_.empty()) return;
     if (message.Is(kFileNotLoaded)) Explain(message);
     if (open_.empty()) return;
-    message.path = Current().path;
+    message.path = Lasting(Current().path);
     open_.back().begun = true;
     if (!message.Is(kNoMoreSections)) return;
     if (progress_) progress_->AddSections(message.Number(0));
@@ -209,15 +209,15 @@ void SourceReading::Hear(Message& message) noexcept {
 
 void SourceReading::Explain(Message& failure) {
     if (refusal_) {
-        failure.refusal = std::move(*refusal_);
+        failure.refusal = std::make_unique<Refusal>(std::move(*refusal_));
         refusal_.reset();
     } else if (open_.size() >= kMostOpen) {
-        failure.refusal.reason =
-            "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another";
+        failure.refusal = std::make_unique<Refusal>(
+            Refusal{{}, "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another"});
     } else if (!open_.back().begun) {
         // Let pass, but the reading failed all the same.
-        failure.refusal.name = Current().name;
-        failure.refusal.reason = "cannot be read: " + Current().path + ": " + WhyRefused(Current().path);
+        failure.refusal = std::make_unique<Refusal>(
+            Refusal{Current().name, "cannot be read: " + Current().path + ": " + WhyRefused(Current().path)});
         open_.pop_back();
         DropLast();
     }
