@@ -138,6 +138,60 @@ TEST_F(ZekDiff, TellsARenamedActionOrTableAsOne) {
     }
 }
 
+/// Actions that call the next one, and the last one perhaps the first.
+std::string Chain(const std::string& name, unsigned length, const std::string& last, bool backwards = false) {
+    std::string text;
+    for (unsigned i = 0; i < length; ++i) {
+        const std::string value = i + 1 < length ? "VT_CALL," + name + std::to_string(i + 1) : last;
+        const std::string action =
+            "[ACTION]\nNAME = " + name + std::to_string(i) + "\nARGNUMBER = 0\nVALUE = " + value + '\n';
+        text = backwards ? action + text : text + action;
+    }
+    return text;
+}
+
+std::string ChainRenamed(unsigned length) {
+    std::string shown;
+    for (unsigned i = 0; i < length; ++i) {
+        shown += "renamed ACTION/Old" + std::to_string(i) + " to ACTION/New" + std::to_string(i) + '\n';
+    }
+    return shown;
+}
+
+constexpr char kChainWords[] = "[DEFINE]\nVT_VALUE = 1\nVT_CALL = 3\n";
+
+TEST_F(ZekDiff, FollowsALongChainOfRenamedActionsInAnyOrder) {
+    constexpr unsigned kLength = 500;
+    Compile("a", kChainWords + Chain("Old", kLength, "VT_VALUE,1"));
+    for (const bool backwards : {false, true}) {
+        const std::string text = kChainWords + Chain("New", kLength, "VT_VALUE,1", backwards);
+        EXPECT_EQ(Shown(text), ChainRenamed(kLength));
+        EXPECT_EQ(Shown(text, {}, ".zkd"), ChainRenamed(kLength));
+    }
+}
+
+TEST_F(ZekDiff, CircleThatIsAnotherHidesNoneThatIsTheSame) {
+    constexpr unsigned kLength = 200;
+    const auto circle = [&](const std::string& name, const std::string& number) {
+        // Another action calls the first one and is called by the last one.
+        return Chain(name, kLength, "VT_CALL," + name + "Turn") + "[ACTION]\nNAME = " + name +
+               "Turn\nARGNUMBER = 0\nVALUE = VT_CALL," + name + "0\nVALUE_1 = VT_VALUE," + number + '\n';
+    };
+    const auto pair = [](const std::string& a, const std::string& b) {
+        return "[ACTION]\nNAME = " + a + "\nARGNUMBER = 0\nVALUE_7 = VT_CALL," + b + "\n[ACTION]\nNAME = " + b +
+               "\nARGNUMBER = 0\nVALUE_8 = VT_CALL," + a + '\n';
+    };
+    Compile("a", kChainWords + circle("Old", "1") + pair("Ping", "Pong"));
+    const std::string changed = Shown(kChainWords + circle("New", "2") + pair("Tick", "Tock"));
+    EXPECT_TRUE(changed.find("removed ACTION/Old0\n") != changed.npos &&
+                changed.find("renamed ACTION/Old") == changed.npos)
+        << changed;
+    EXPECT_NE(changed.find("renamed ACTION/Ping to ACTION/Tick\nrenamed ACTION/Pong to ACTION/Tock\n"), changed.npos)
+        << changed;
+    EXPECT_EQ(Shown(kChainWords + circle("New", "1") + pair("Ping", "Pong")),
+              ChainRenamed(kLength) + "renamed ACTION/OldTurn to ACTION/NewTurn\n");
+}
+
 TEST_F(ZekDiff, TellsAnActionThatWasRenamedAndChangedAsTwo) {
     const auto text = [](const std::string& name, const std::string& value) {
         return std::string(kBoard) + "[DEFINE]\nVT_CALL = 3\n[ACTION]\nNAME = " + name +

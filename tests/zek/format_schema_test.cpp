@@ -66,6 +66,7 @@ TEST_P(ZekFormat, HoldsWithFindingsOfEverySort) {
         "VT_Y = 1 ; zek: allow W10\n[GROUP]\nNAME = \"x\n");
     WriteSound("sound.zek");
     const json document = Checked({"a.zek", "sound.zek", "a.zek"}, 1);
+    Checked({"--max-findings", "1", "a.zek"}, 1);
     EXPECT_NE(document.dump().find("did you mean SENSOR?") == std::string::npos,
               document.dump().find("\"fix\"") == std::string::npos);
 }

@@ -2,7 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -39,7 +43,8 @@ private:
 };
 
 /// A section that is gone and one that is new are the same where all but the NAME is, and where the names that they
-/// refer to are the same or lead to such sections, too.
+/// refer to are the same or lead to such sections, too. It takes as long as there are names referred to, however they
+/// depend on each other.
 class Renames {
 public:
     Renames(const NamedSections& before, const NamedSections& after);
@@ -54,24 +59,50 @@ public:
     std::string Applied(const DescribedValue& value) const;
 
 private:
-    using Place = std::pair<std::string, Identity>;    // the keyword first
-    using Name = std::pair<std::string, std::string>;  // the same
-    using Names = std::set<Name>;
-    using Pair = std::pair<Place, Identity>;  // one that is gone, and one that is new
+    using Name = std::pair<std::string, std::string>;  // the keyword first
+    using Place = std::pair<std::string, Identity>;    // the same
+    using Naming = std::function<std::string(const Name&)>;
 
-    std::vector<Place> Open(const NamedSections& image, const NamedSections& other) const;
-    static Names NamesOf(const std::vector<Place>& places);
-    std::string NameNow(const std::string& keyword, const std::string& name) const;
-    std::string ContentBefore(const Place& place, const Names& unknown) const;
-    std::string ContentAfter(const Place& place, const Names& unknown) const;
-    /// Of the same content but for names that are unknown in each image.
-    std::vector<Pair> Pairs(const Names& unknownBefore, const Names& unknownAfter) const;
-    void Take(const Pair& pair);
-    bool FindNext();
+    /// A section that the other image lacks.
+    struct Open {
+        Place place;
+        const DescribedSection* section;
+        std::vector<Name> references = {};  ///< to other sections
+        std::uint64_t shape = 0;            ///< a sum over all but the names
+        std::uint64_t content = 0;          ///< the same with the names as far as they are known
+
+        Name Named() const { return {place.first, place.second.first}; }
+        std::uint64_t SumOf(const Naming& naming) const;
+    };
+    /// One of the references of a section that is gone.
+    struct User {
+        std::size_t gone;
+        std::size_t at;
+    };
+    struct Pair {
+        std::size_t gone;
+        std::size_t fresh;
+    };
+    using Pairs = std::vector<Pair>;
+    using Waiting = std::map<std::uint64_t, std::deque<std::size_t>>;  // new sections by a sum, in their order
+
+    static std::vector<Open> OpenOf(const NamedSections& image, const NamedSections& other);
+    std::string NameNow(const Name& name) const;
+    bool IsOpen(std::size_t gone) const { return !renamed_.contains(gone_[gone].place); }
+
+    /// The new section that is the same, taken from those that wait; nothing where none is.
+    std::optional<Pair> Match(std::size_t gone, std::uint64_t sum, Waiting& waiting, const Naming& before,
+                              const Naming& after) const;
+    void FindInTurn();
+    /// Stores which sections have changed by that.
+    void Take(const Pair& pair, std::set<std::size_t>& changed);
     void FindTogether();
+    Pairs PairsButForNames() const;
+    Pairs Consistent(const Pairs& pairs) const;
 
-    const NamedSections& before_;
-    const NamedSections& after_;
+    std::vector<Open> gone_;
+    std::vector<Open> fresh_;
+    std::map<Name, std::vector<User>> users_;
     std::map<Place, Identity> renamed_;
     std::set<Place> taken_;
     std::map<Name, std::string> names_;  // by the name before
