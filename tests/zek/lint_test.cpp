@@ -22,6 +22,17 @@ TEST_F(ZekLint, FindsTextsThatTheImageLoses) {
         << result.err;
 }
 
+TEST_F(ZekLint, NamesSomeOfManyTextsThatAreLostBehindAnother) {
+    std::string source = kView + "P_ICON = fan\n";
+    for (int i = 0; i < 100; ++i) source += "P_A" + std::to_string(i) + " = 1\n";
+    Write("a.zek", source);
+    const std::string said = WithoutExcerpts(Zek({"check", "a.zek"}).err);
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 23) << said;
+    EXPECT_NE(said.find("P_A19 stands behind it and is lost, too\na.zek:6:1: note: so are 80 more behind these\n"),
+              said.npos)
+        << said;
+}
+
 TEST_F(ZekLint, FindsOperandsThatBecomeNothing) {
     Expect({
         {"L102", kRepeater + "R = 8,Step,ARGx\n",
@@ -124,9 +135,21 @@ TEST_F(ZekLint, FindsNumbersInKeysArgumentsAndRows) {
         {"L114", kTable + "7 = 256\n", "5:5: [TABLE]:7, 256 does not fit a byte and counts as 0"},
         {"L114", kTable + "7 = 0x1FE\n", "5:5: [TABLE]:7, 0x1FE does not fit a byte and counts as 254"},
         {"L114", kTable + "7 = 255\n8 = -1\n", ""},
+        {"L113", kTable + "7 = -1\n", "5:5: [TABLE]:7, -1 is negative and counts as 4294967295"},
         {"L103", "[TAVRGROUP]\nNAME = A\nID = 1\nPID = 0\nSENSORS = 0xFFFFFFFF\n",
          "5:11: [TAVRGROUP]:SENSORS, 0xFFFFFFFF compiles to 0xFFFFFFFF, which stands for nothing"},
     });
+}
+
+/// The rule of negative numbers leaves those that stand for nothing to the rule of these.
+TEST_F(ZekLint, TellsOnceOfANumberThatStandsForNothing) {
+    const std::string nothing = " compiles to 0xFFFFFFFF, which stands for nothing [L103]\n";
+    EXPECT_EQ(Found(kRepeater + "R = -1,Step,1\n"), "8:5: [REPEATER]:R, -1" + nothing);
+    EXPECT_EQ(Found("[GROUP]\nPARENT = 0\nNAME = A\nCHILDGROUP = -1\n"), "4:14: [GROUP]:CHILDGROUP, -1" + nothing);
+    EXPECT_EQ(Found("[TAVRGROUP]\nNAME = A\nID = 1\nPID = 0\nSENSORS = -1\n"),
+              "5:11: [TAVRGROUP]:SENSORS, -1" + nothing);
+    EXPECT_EQ(Found("[DEFINE]\nNONE = -1\n[GROUP]\nPARENT = 0\nNAME = A\nCHILDGROUP = NONE\n"),
+              "6:14: [GROUP]:CHILDGROUP, NONE" + nothing);
 }
 
 TEST_F(ZekLint, FindsArgumentsThatNobodyPasses) {
@@ -180,6 +203,19 @@ TEST_F(ZekLint, FindsWhatNothingUses) {
         {"L135", "[DEFINE]\nVT_A = 50\nB = 1\n[GLOBAL]\nG_A = VT_A,B\n", ""},
         {"L135", "[DEFINE]\nA = 1 ; zek: allow L135 for the front end\n", ""},
     });
+}
+
+TEST_F(ZekLint, TellsOnceOfAnUnusedWordThatIsDefinedTwice) {
+    Write("a.zek",
+          "[DEFINE]\nA = 1\n[IFDEF]\nDEFINEWORD = A2\nB = 1\n[DEFINE]\nB = 2\nA2 = 2\nC = 3\n[DEFINE]\nC = C\n");
+    const Result result = Zek({"check", "--no-warn", "L141", "--no-warn", "L143", "--no-warn", "L142", "a.zek"});
+    EXPECT_EQ(WithoutExcerpts(result.err),
+              "a.zek:2:1: warning: [DEFINE]:A, nothing uses the word A [L135]\n"
+              "a.zek:5:1: warning: [IFDEF]:B, nothing uses the word B [L135]\n"
+              "a.zek:7:1: note: it is defined here, too\n"
+              "a.zek:9:1: warning: [DEFINE]:C, nothing uses the word C [L135]\n"
+              "a.zek:11:1: note: it is defined here, too\n"
+              "a.zek: 3 warnings\n");
 }
 
 TEST_F(ZekLint, FindsThresholdsThatFall) {
@@ -260,11 +296,13 @@ TEST_F(ZekLint, FindsTablesThatDoNotSetAllTheirBytes) {
 TEST_F(ZekLint, FindsTextsThatTheCuttingLoses) {
     Expect({
         {"L161", "[PROPERTY]\nA = ab\"cd\"\n",
-         "2:8: [PROPERTY]:A, 'ab' is lost, since it stands outside the quotes of 'cd'"},
+         "2:5: [PROPERTY]:A, 'ab' is lost, since it stands outside the quotes of 'cd'"},
         {"L161", "[PROPERTY]\nA = \"cd\" ef\n",
-         "2:6: [PROPERTY]:A, 'ef' is lost, since it stands outside the quotes of 'cd'"},
+         "2:10: [PROPERTY]:A, 'ef' is lost, since it stands outside the quotes of 'cd'"},
         {"L161", kWords + "[GLOBAL]\nG_A = VT_CALC, \"+\" ,\"1\", \"2\"\n", ""},
         {"L161", "[PROPERTY]\nA = \"cd\",ef\n", ""},
+        {"L161", "[PROPERTY]\nA = b,\\\n  c d \"\" , e\n",
+         "3:3: [PROPERTY]:A, 'c d' is lost, since it stands outside the quotes of ''"},
         {"L162", "[PROPERTY]\nA = \"b, c ; d\n",
          "2:6: [PROPERTY]:A, the quote is not closed, so that it takes everything to the end"},
         {"L162", "[PROPERTY]\nA = \"b, c\" ; \"d\n", ""},

@@ -64,11 +64,14 @@ TEST_F(ZekNew, TouchesNothingThatIsThere) {
     Write("file", "x");
     std::filesystem::create_directory("full");
     Write("full/mine", "x");
+    std::filesystem::create_symlink("nowhere", "lost");
     const struct {
         std::string folder;
         std::string why;
-    } rows[] = {{"file", "cannot make file: File exists"},
-                {"full", "cannot make full: Directory not empty"},
+    } rows[] = {{"file", "file is no folder: a new board takes an empty one, or a name that is free"},
+                {"full", "full is no empty folder: a new board takes an empty one, or a name that is free"},
+                {"full/mine", "full/mine is no folder: a new board takes an empty one, or a name that is free"},
+                {"lost", "lost is no folder: a new board takes an empty one, or a name that is free"},
                 {"missing/board", "cannot make missing/board: No such file or directory"}};
     for (const auto& row : rows) {
         const Result result = Zek({"new", row.folder});

@@ -25,7 +25,7 @@ void Put(const DebugSource& source, std::vector<RecordedFile>& files, const Sour
     }
     const auto [there, isNew] = files[spot.file].emplace(spot.line, line);
     if (!isNew && !IsSame(there->second, line)) {
-        throw CannotExpress(source.Told(spot) + ": two different things stand there, as in two files of one name");
+        throw CannotExpress(source.Told(spot) + ": two different things stand there" + kTwoFiles);
     }
     ++there->second.times;
 }

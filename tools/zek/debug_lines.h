@@ -19,6 +19,9 @@ struct RecordedLine {
     std::size_t times = 0;              ///< how often it was read
 };
 
+/// What shows that two files of one name were read.
+inline constexpr char kTwoFiles[] = ": two files were read under this name, and the image does not tell them apart";
+
 /// A source file, its lines by their numbers.
 using RecordedFile = std::map<std::uint32_t, RecordedLine>;
 

@@ -34,7 +34,7 @@ public:
             for (const auto& [number, line] : files_[file]) {
                 if (line.entry || timesRead_[file] == 0 || line.times == timesRead_[file]) continue;
                 throw CannotExpress(source_.Told(line.section->spot) +
-                                    ": this section is not always there, as in two files of one name");
+                                    ": this section was not read each time that the file was" + kTwoFiles);
             }
         }
     }

@@ -6,7 +6,7 @@
 namespace zek::tool {
 namespace {
 
-constexpr unsigned kNone = 0xFFFFFFFF;  ///< the number that the image has for none
+constexpr std::size_t kMostNotes = 20;  ///< of texts that are lost behind another
 
 /// Calls with every section and item of a meaning, each once.
 template <typename Show>
@@ -44,15 +44,20 @@ NumberedTexts NumberedTextsIn(const LintModel& model) {
 /// What is lost of one section: the first text without a number, and all behind it.
 void FindLostTextsOf(const LintSection& section, const NumberedTexts& numbered, LintRun& run) {
     Finding* finding = nullptr;
+    std::size_t behind = 0;
     for (const LintItem& item : section.items) {
         const std::string& key = item.source->key;
         if (!key.starts_with("P_")) continue;
+        if (finding && ++behind > kMostNotes) continue;
         if (finding) {
             finding->notes.push_back({key + " stands behind it and is lost, too", run.KeyPlace(section, item)});
         } else if (!numbered.names.contains(key.substr(2))) {
             finding = &run.Add("L101", section, item, {key.substr(2)});
             run.Suggest(*finding, numbered.near, key);
         }
+    }
+    if (behind > kMostNotes) {
+        finding->notes.push_back({"so are " + std::to_string(behind - kMostNotes) + " more behind these"});
     }
 }
 
@@ -66,7 +71,7 @@ void FindNoneAmongOperands(const LintSection& section, const LintItem& item, Lin
     run.Model().ForEachOperand(item, [&](std::size_t position, Operand kind) {
         if (kind != kReference && kind != kNumberOperand) return;
         const std::string operand = item.Part(position);
-        if (Compiled(run.Model(), operand) != kNone) return;
+        if (Compiled(run.Model(), operand) != kNumberForNone) return;
         Finding& finding = run.Add("L103", section, item, position, {operand});
         if (!WrittenNumberIn(operand)) run.NoteWord(finding, operand);
     });
@@ -107,14 +112,14 @@ void FindLostArguments(LintRun& run) {
 void FindNumbersForNone(LintRun& run) {
     for (const Meaning meaning : {Meaning::kNumber, Meaning::kSigned}) {
         ForEachItem(run, meaning, [&](const LintSection& section, const LintItem& item) {
-            if (run.Model().ValueOf(item.Part(0)) != kNone) return;
+            if (run.Model().ValueOf(item.Part(0)) != kNumberForNone) return;
             run.NoteWord(run.Add("L103", section, item, 0, {item.Part(0)}), item.Part(0));
         });
     }
     ForEachItem(run, Meaning::kList, [&](const LintSection& section, const LintItem& item) {
         for (std::size_t i = 0; i < item.parts.size(); ++i) {
             const std::optional<WrittenNumber> number = WrittenNumberIn(item.parts[i].text);
-            if (number && number->value == kNone) run.Add("L103", section, item, i, {item.Part(i)});
+            if (number && number->value == kNumberForNone) run.Add("L103", section, item, i, {item.Part(i)});
         }
     });
     for (const Meaning meaning : {Meaning::kValue, Meaning::kRepeater}) {

@@ -89,6 +89,12 @@ Finding& AddNumber(const char* code, const FoundNumber& found, const std::string
     return run.Add(code, found.section, found.item, found.position, {found.text, counts});
 }
 
+/// Whether the image takes it for nothing, which L103 tells; not in a row, of which a byte counts, nor behind ARG.
+bool IsForNone(const FoundNumber& found, const LintModel& model) {
+    if (found.number.value != kNumberForNone || found.item.meaning == Meaning::kRow) return false;
+    return WrittenNumberIn(found.text) || model.WordValue(found.text);
+}
+
 }  // namespace
 
 void FindTextBehindNumbers(LintRun& run) {
@@ -105,7 +111,7 @@ void FindWrappedNumbers(LintRun& run) {
 
 void FindNegativeNumbers(LintRun& run) {
     ForEachNumber(run.Model(), [&](const FoundNumber& found) {
-        if (!found.number.negative || !found.hasNoSign) return;
+        if (!found.number.negative || !found.hasNoSign || IsForNone(found, run.Model())) return;
         Finding& finding = AddNumber("L113", found, found.counts, run);
         if (!WrittenNumberIn(found.text)) run.NoteWord(finding, found.text);
     });

@@ -5,6 +5,9 @@
 
 namespace zek::tool {
 
+/// The number that the image has for none.
+inline constexpr unsigned kNumberForNone = 0xFFFFFFFF;
+
 // lint_losses.cpp: what does not reach the image, or as something else.
 void FindLostTexts(LintRun& run);
 void FindLostArguments(LintRun& run);

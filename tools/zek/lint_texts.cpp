@@ -30,8 +30,11 @@ bool HasNoEquals(const std::string& path, unsigned line, SourceText& text) {
 
 void FindTextOutsideQuotes(LintRun& run) {
     ForEachPart(run, [&](const LintSection& section, const LintItem& item, std::size_t i, const CutText& part) {
-        for (const std::string_view lost : {Trimmed(part.before), Trimmed(part.after)}) {
-            if (!lost.empty()) run.Add("L161", section, item, i, {std::string(lost), std::string(part.text)});
+        for (const bool behind : {false, true}) {
+            const std::string lost(Trimmed(behind ? part.after : part.before));
+            if (lost.empty()) continue;
+            Finding& finding = run.Add("L161", section, item, {lost, std::string(part.text)});
+            finding.place = run.Text().OutsideQuotes(*section.path, item.source->line, i, behind);
         }
     });
 }

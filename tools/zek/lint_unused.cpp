@@ -1,5 +1,8 @@
 // What is given a name and is not used by it.
+#include <algorithm>
 #include <map>
+#include <utility>
+#include <vector>
 
 #include "lint_rules.h"
 
@@ -109,13 +112,20 @@ void FindUnusedSteps(LintRun& run) {
 
 void FindUnusedWords(LintRun& run) {
     const Uses uses = UsesOfWords(run.Model());
-    for (const char* const kind : {"DEFINE", "IFDEF"}) {
-        ForEachOwn(run, kind, [&](const LintSection& section) {
-            for (const LintItem& item : section.items) {
-                if (item.meaning != Meaning::kWord || uses.HasBut(item.source->key, &item)) continue;
-                run.Add("L135", section, item, {item.source->key});
-            }
-        });
+    std::map<std::string, std::vector<std::pair<const LintSection*, const LintItem*>>> own;  // by the word
+    for (const auto& section : run.Model().Written()) {
+        if (!run.IsOwn(*section->path)) continue;
+        for (const LintItem& item : section->items) {
+            if (item.meaning == Meaning::kWord) own[item.source->key].emplace_back(section.get(), &item);
+        }
+    }
+    for (const auto& [word, items] : own) {
+        const auto isOnlyUser = [&](const auto& defined) { return !uses.HasBut(word, defined.second); };
+        if (std::none_of(items.begin(), items.end(), isOnlyUser)) continue;
+        Finding& finding = run.Add("L135", *items[0].first, *items[0].second, {word});
+        for (std::size_t i = 1; i < items.size(); ++i) {
+            finding.notes.push_back({"it is defined here, too", run.KeyPlace(*items[i].first, *items[i].second)});
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "command.h"
+#include "failure.h"
 #include "output_file.h"
 #include "paths.h"
 #include "streams.h"
@@ -79,6 +80,10 @@ board.zki board.zkd &: board.zek
 )"},
 };
 
+Failure NoPlace(const std::string& name, const std::string& why) {
+    return Failure(kUsageOrFiles, name + ' ' + why + ": a new board takes an empty one, or a name that is free");
+}
+
 /// Makes the folder where it is not there, and gives it then; throws Failure where something is in it.
 TemporaryFile EmptyFolder(const std::string& folder) {
     const SignalsWait wait;
@@ -86,9 +91,9 @@ TemporaryFile EmptyFolder(const std::string& folder) {
     if (errno != EEXIST) throw SystemFailure("cannot make " + folder);
     std::error_code error;
     const bool empty = std::filesystem::is_empty(folder, error);
-    if (!std::filesystem::is_directory(folder)) throw SystemFailure("cannot make " + folder, EEXIST);
+    if (!std::filesystem::is_directory(folder)) throw NoPlace(folder, "is no folder");
     if (error) throw SystemFailure("cannot read " + folder, error.value());
-    if (!empty) throw SystemFailure("cannot make " + folder, ENOTEMPTY);
+    if (!empty) throw NoPlace(folder, "is no empty folder");
     return {};
 }
 

@@ -7,7 +7,6 @@
 #include <iterator>
 #include <limits>
 
-#include "lint_text.h"
 #include "source_line.h"
 
 namespace zek::tool {
@@ -148,11 +147,21 @@ Place SourceText::Value(const std::string& path, unsigned line) {
 }
 
 Place SourceText::SubString(const std::string& path, unsigned line, std::size_t position) {
+    return PlaceOfPart(path, line, position, [](const CutText& cut) { return cut.text; });
+}
+
+Place SourceText::OutsideQuotes(const std::string& path, unsigned line, std::size_t position, bool behind) {
+    return PlaceOfPart(path, line, position,
+                       [&](const CutText& cut) { return tool::Trimmed(behind ? cut.after : cut.before); });
+}
+
+Place SourceText::PlaceOfPart(const std::string& path, unsigned line, std::size_t position,
+                              const std::function<std::string_view(const CutText&)>& part) {
     const Item* const item = ItemAt(path, line);
     if (!item) return {path, line};
     const std::vector<CutText> all = CutValue(std::string_view(item->text).substr(item->value));
     if (position >= all.size()) return Head(path, line);
-    const Span span = SpanOf(all[position].text, item->text);
+    const Span span = SpanOf(part(all[position]), item->text);
     return span.begin < item->text.size() ? PlaceOf(path, *item, span.begin, span.end) : Head(path, line);
 }
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "finding.h"
+#include "lint_text.h"
 #include "source_copies.h"
 
 namespace zek::tool {
@@ -43,6 +44,9 @@ public:
     /// The sub-string of that value at a position (from 0), without its quotes. Joined lines: the place is on the line
     /// where the sub-string begins. An item longer than 4096 bytes, or without so many sub-strings: its key.
     Place SubString(const std::string& path, unsigned line, std::size_t position);
+    /// What stands before or behind the quotes of the sub-string at a position, blanks at its ends aside; the same
+    /// where that cannot be told.
+    Place OutsideQuotes(const std::string& path, unsigned line, std::size_t position, bool behind);
     /// The first sub-string of that value that is a text, blanks aside; its key where none is.
     Place SubString(const std::string& path, unsigned line, const std::string& text);
 
@@ -73,6 +77,9 @@ private:
     static void Split(WrittenFile& file);
     /// Null where no line is or it is too long.
     const Item* ItemAt(const std::string& path, unsigned line);
+    /// Of the sub-string at a position, what `part` gives of it.
+    Place PlaceOfPart(const std::string& path, unsigned line, std::size_t position,
+                      const std::function<std::string_view(const CutText&)>& part);
     static Place PlaceOf(const std::string& path, const Item& item, std::size_t begin, std::size_t end);
 
     const SourceCopies* copies_;
