@@ -23,6 +23,8 @@ foreach(package IN LISTS packages)
   list(APPEND names ${name})
   run(dpkg-deb --field ${package} Depends)
   set(depends_${name} "${output}")
+  run(dpkg-deb --field ${package} Version)
+  string(STRIP "${output}" version_${name})
 endforeach()
 list(SORT names)
 expect("the list of packages" "${names}" "^libzekcomp-dev;libzekcomp0;zek-tools$")
@@ -60,6 +62,16 @@ run(${enter} /usr/bin/zek verify --pair /tmp/board/board.zki /tmp/board/board.zk
 run(${enter} /usr/bin/zek tree /tmp/board/board.zki)
 expect("the tree" "${output}" "SENSOR \"Inlet Temp\" ID=1")
 
+# Each package says what it is and what has changed, in the form that dpkg reads.
+foreach(name IN LISTS names)
+  set(documents ${root}/usr/share/doc/${name})
+  file(READ ${documents}/copyright copyright)
+  expect("the copyright of ${name}" "${copyright}" "^Format: [^\n]*/copyright-format/1.0/\n.*\nFiles: \\*\nCopyright: ")
+  run(sh -c "gzip --decompress --stdout ${documents}/changelog.Debian.gz > ${WORK_DIR}/changelog")
+  run(dpkg-parsechangelog --file ${WORK_DIR}/changelog)
+  expect("the changelog of ${name}" "${output}" "^Source: zek\nVersion: ${version_${name}}\n")
+endforeach()
+
 foreach(file share/man/man1/zek-compile.1 share/bash-completion/completions/zek include/zekcomp/zekcomp.h
         include/zekrsparser.h)
   if(NOT EXISTS ${root}/usr/${file})
@@ -70,6 +82,6 @@ endforeach()
 # A package goes without a trace.
 run(dpkg --root=${root} --force-depends --force-not-root --force-script-chrootless --log=${WORK_DIR}/log --remove
     libzekcomp-dev)
-if(EXISTS ${root}/usr/include/zekcomp)
+if(EXISTS ${root}/usr/include/zekcomp OR EXISTS ${root}/usr/share/doc/libzekcomp-dev)
   message(FATAL_ERROR "removing a package leaves its files")
 endif()
