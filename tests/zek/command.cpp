@@ -183,6 +183,16 @@ void ZekTest::Compile(const std::string& name, const std::string& text, const st
     ASSERT_EQ(result.code, 0) << result.err;
 }
 
+void ZekTest::ExpectRefused(const std::vector<Refusal>& rows) {
+    for (const Refusal& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        const Result result = Zek(row.arguments);
+        EXPECT_EQ(result.code, row.code);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "zek: " + row.why + '\n');
+    }
+}
+
 std::vector<std::string> ZekTest::Names(const std::string& folder) {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(folder)) names.push_back(entry.path().filename());

@@ -77,6 +77,14 @@ protected:
     /// Writes NAME.zek and compiles it into NAME.zki and NAME.zkd.
     static void Compile(const std::string& name, const std::string& text, const std::vector<std::string>& options = {});
 
+    /// Expects that each command line ends with that code, shows nothing and says why.
+    struct Refusal {
+        std::vector<std::string> arguments;
+        int code;
+        std::string why;  ///< without "zek: " before it
+    };
+    static void ExpectRefused(const std::vector<Refusal>& rows);
+
     /// The names in a folder, sorted.
     static std::vector<std::string> Names(const std::string& folder = ".");
 };

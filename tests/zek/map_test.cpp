@@ -134,11 +134,7 @@ TEST_F(ZekMap, TellsWhatDoesNotBelongTogether) {
     Write("c.zek", Read("a.zek").replace(Read("a.zek").find("3,7"), 3, "3,8"));
     ASSERT_EQ(Zek({"compile", "c.zek"}).code, 0);
     Write("x", "no image");
-    const struct {
-        Strings arguments;
-        int code;
-        std::string why;
-    } rows[] = {
+    ExpectRefused({
         {{"map", "b.zki", "a.zkd"}, 1, NotTogether("b")},
         {{"map", "c.zki", "a.zkd"}, 1, NotTogether("c")},
         {{"map", "a.zkd", "a.zkd"}, 2, "a.zkd is a debug image, so no other can stand beside it"},
@@ -146,14 +142,7 @@ TEST_F(ZekMap, TellsWhatDoesNotBelongTogether) {
         {{"map", "missing"}, 2, "cannot read missing: No such file or directory"},
         {{"map", "x"}, 3, "x: is neither a compiled nor a debug image (bad-magic at byte 0)"},
         {{"map", "a.zki", "x"}, 3, "x: is neither a compiled nor a debug image (bad-magic at byte 0)"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        const Result result = Zek(row.arguments);
-        EXPECT_EQ(result.code, row.code);
-        EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err, "zek: " + row.why + '\n');
-    }
+    });
 }
 
 }  // namespace

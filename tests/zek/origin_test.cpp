@@ -12,9 +12,7 @@ protected:
     void SetUp() override {
         ZekTest::SetUp();
         Write("words.zek", kBoardWords);
-        Write("a.zek", kBoard);
-        const Result result = Zek({"compile", "a.zek"});
-        ASSERT_EQ(result.code, 0) << result.err;
+        Compile("a", kBoard);
     }
 };
 
@@ -218,24 +216,14 @@ TEST_F(ZekOrigin, JsonSaysTheSame) {
 }
 
 TEST_F(ZekOrigin, WhatCannotBeFollowedIsTold) {
-    const struct {
-        Strings arguments;
-        int code;
-        const char* why;
-    } rows[] = {
+    ExpectRefused({
         {{"origin", "a.zkd", "SENSOR/Other/ID"}, 1, "a.zkd has no value SENSOR/Other/ID"},
         {{"origin", "a.zkd", "SENSOR/Inlet/THEORY"}, 1, "a.zkd has no value SENSOR/Inlet/THEORY"},
         {{"origin", "a.zki", "GLOBAL/G_T"}, 2, "a.zki is no debug image"},
         {{"origin", "a.zkd", "GLOBAL/G_T", "a.zkd"}, 2, "a.zkd is no compiled image"},
         {{"origin", "missing", "GLOBAL/G_T"}, 2, "cannot read missing: No such file or directory"},
         {{"origin", "a.zek", "GLOBAL/G_T"}, 3, "a.zek: is neither a compiled nor a debug image (bad-magic at byte 0)"},
-    };
-    for (const auto& row : rows) {
-        const Result result = Zek(row.arguments);
-        EXPECT_EQ(result.code, row.code);
-        EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err, std::string("zek: ") + row.why + '\n');
-    }
+    });
     EXPECT_EQ(Program({"sh", "-c", ZEK_PROGRAM " origin - GLOBAL/G_T < a.zkd"}).Finish().code, 0);
 }
 

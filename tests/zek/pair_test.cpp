@@ -91,24 +91,15 @@ TEST_F(ZekPair, IsToldAsJsonToo) {
 TEST_F(ZekPair, TakesOneValidImageOfEachKind) {
     Write("x", "no image");
     Write("cut", Read("a.zkd").substr(0, 300));
-    const struct {
-        Strings images;
-        int code;
-        std::string why;
-    } rows[] = {
-        {{"a.zki"}, 2, "--pair takes two images, IMAGE and DEBUG"},
-        {{"a.zki", "a.zkd", "b.zkd"}, 2, "--pair takes two images, IMAGE and DEBUG"},
-        {{"a.zki", "b.zki"}, 2, "--pair takes a compiled and a debug image, and both are of one kind: a.zki and b.zki"},
-        {{"a.zki", "missing"}, 2, "cannot read missing: No such file or directory"},
-        {{"a.zki", "x"}, 3, "x: is neither a compiled nor a debug image (bad-magic at byte 0)"},
-    };
-    for (const auto& row : rows) {
-        Strings arguments = {"verify", "--pair"};
-        arguments.insert(arguments.end(), row.images.begin(), row.images.end());
-        const Result result = Zek(arguments);
-        EXPECT_EQ(result.code, row.code);
-        EXPECT_EQ(result.err, "zek: " + row.why + '\n');
-    }
+    ExpectRefused({
+        {{"verify", "--pair", "a.zki"}, 2, "--pair takes two images, IMAGE and DEBUG"},
+        {{"verify", "--pair", "a.zki", "a.zkd", "b.zkd"}, 2, "--pair takes two images, IMAGE and DEBUG"},
+        {{"verify", "--pair", "a.zki", "b.zki"},
+         2,
+         "--pair takes a compiled and a debug image, and both are of one kind: a.zki and b.zki"},
+        {{"verify", "--pair", "a.zki", "missing"}, 2, "cannot read missing: No such file or directory"},
+        {{"verify", "--pair", "a.zki", "x"}, 3, "x: is neither a compiled nor a debug image (bad-magic at byte 0)"},
+    });
     EXPECT_EQ(Zek({"verify", "--pair", "a.zki", "cut"}).code, 3);
 }
 
