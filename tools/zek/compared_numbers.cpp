@@ -5,12 +5,9 @@
 namespace zek::tool {
 namespace {
 
-constexpr std::uint32_t kArgNumber = 0x02000010;
-constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
-
 std::uint32_t ComparedNumber(const ImageView& view, std::uint32_t word) {
     const ImageValue value = view.Resolve(word);
-    return value.kind == ImageValue::Kind::kNumber ? value.number : kNoNumber;
+    return value.kind == ImageValue::Kind::kNumber ? value.number : kIdUnresolved;
 }
 
 std::optional<std::uint32_t> FirstNumber(const ImageView& view, ImageView::Section section, std::uint32_t key) {
@@ -36,7 +33,7 @@ void ComparedNumbers::ReadLists(const ImageView& view) {
         const auto sensors = section.EntryWithId(kIdSensors);
         for (unsigned i = 0; sensors && i < sensors->WordCount(); ++i) {
             const std::uint32_t number = ComparedNumber(view, sensors->Word(i));
-            if (number == kNoNumber) {
+            if (number == kIdUnresolved) {
                 hasUnresolved_ = true;
             } else {
                 listed_.insert(number);
@@ -77,7 +74,7 @@ void ComparedNumbers::ReadCalls(const ImageView& view) {
 void ComparedNumbers::ReadArguments(const ImageView& view) {
     for (const ImageView::Section section : view.SectionsOf(kImageAction)) {
         const auto name = section.EntryWithId(kIdName);
-        const auto number = FirstNumber(view, section, kArgNumber);
+        const auto number = FirstNumber(view, section, kIdArgNumber);
         if (!name || name->WordCount() == 0 || !number) continue;
         const auto call = calls_.find(name->Word(0));
         if (call != calls_.end() && call->second != *number) arguments_[section.Index()] = call->second;

@@ -11,6 +11,8 @@
 
 namespace zek::tool {
 
+inline constexpr std::uint32_t kIdArgNumber = 0x02000010;  ///< of ARGNUMBER
+
 class ComparedNumbers {
 public:
     explicit ComparedNumbers(const ImageView& view);

@@ -12,8 +12,6 @@
 namespace zek::tool {
 namespace {
 
-constexpr std::uint32_t kNoNumber = 0xFFFFFFFF;
-constexpr std::uint32_t kArgNumber = 0x02000010;
 constexpr std::uint32_t kPID = 0x02000011;
 constexpr std::uint32_t kVersion = 0x02000001;
 constexpr std::uint32_t kModel = 0x02000013;
@@ -138,7 +136,7 @@ std::string CompiledSource::NumberText(std::uint32_t section, std::uint32_t key,
     if (key == kIdID) {
         if (const auto compared = compared_.IDAsWord(section)) return WordFor(number, *compared);
     }
-    if (key == kArgNumber) {
+    if (key == kIdArgNumber) {
         if (const auto compared = compared_.ArgumentsAsWord(section)) return WordFor(number, *compared);
     }
     if (key == kPID && compared_.IsUnknownView(number)) return WordFor(number, 0);
@@ -149,7 +147,7 @@ CompiledSource::Texts CompiledSource::Sensors(const ImageView::Entry& entry) {
     Texts texts;
     for (unsigned i = 0; i < entry.WordCount(); ++i) {
         const std::uint32_t number = words_.Number(entry.Word(i));
-        if (number == kNoNumber && compared_.NeedsZero() && !zeroWritten_) {
+        if (number == kIdUnresolved && compared_.NeedsZero() && !zeroWritten_) {
             // A word, which compiles to what stands for nothing, and which the checks look up.
             zeroWritten_ = true;
             texts.push_back(made_.Number(0));

@@ -8,7 +8,6 @@ namespace zek::tool {
 namespace {
 
 constexpr std::size_t kWord = 4;
-constexpr std::size_t kMagicSize = 16;
 
 class Walk {
 public:

@@ -5,11 +5,8 @@
 namespace zek::tool {
 namespace {
 
-constexpr std::size_t kMagicSize = 16;
 // Of the compiled image.
-constexpr std::size_t kDirectory = 128;
 constexpr std::size_t kTables = 10;
-constexpr std::size_t kSections = 256;
 // Of the debug image.
 constexpr std::size_t kNames = 0x80;
 
@@ -73,10 +70,10 @@ std::uint32_t WordAt(std::string_view bytes, std::size_t offset) {
 
 bool IsWholeCompiledImage(std::string_view bytes) {
     // The table data is the last record: a tag, a length, and so many bytes.
-    Walk record(bytes, Walk(bytes, kDirectory + 4 * (kTables - 1)).Word());
+    Walk record(bytes, Walk(bytes, kDirectoryOffset + 4 * (kTables - 1)).Word());
     record.Word();
     record.Take(record.Word());
-    return KindOf(bytes) == ImageKind::kCompiled && bytes.size() > kSections && record.IsAtEnd();
+    return KindOf(bytes) == ImageKind::kCompiled && bytes.size() > kSectionsOffset && record.IsAtEnd();
 }
 
 bool IsWholeDebugImage(std::string_view bytes) {

@@ -11,6 +11,11 @@
 
 namespace zek::tool {
 
+inline constexpr std::size_t kMagicSize = 16;  ///< of both kinds
+// Of the compiled image.
+inline constexpr std::size_t kDirectoryOffset = 128;
+inline constexpr std::size_t kSectionsOffset = 256;
+
 enum class ImageKind { kNone, kCompiled, kDebug };
 
 /// "compiled" or "debug". Static.

@@ -13,9 +13,6 @@ namespace zek::tool {
 namespace {
 
 constexpr std::size_t kWord = 4;
-constexpr std::size_t kMagicSize = 16;
-constexpr std::size_t kDirectory = 128;
-constexpr std::size_t kSections = 256;
 
 /// Shows one range behind the other; each begins where the one before it ends.
 class CompiledMap {
@@ -54,12 +51,12 @@ private:
         Range(kMagicSize, 0, "magic");
         Range(kWord, 0, "format version " + Hexadecimal(view_.Version()));
         Range(kWord, 0, "time stamp " + std::to_string(view_.Time()));
-        Fill(kDirectory);
+        Fill(kDirectoryOffset);
         for (const ShownTable& table : tables_) {
             Range(kWord, 0, "directory: " + std::string(table.name) + " at " + Hexadecimal(Word()));
         }
         Range(kWord, 0, "end of the directory");
-        Fill(kSections);
+        Fill(kSectionsOffset);
     }
 
     void Sections() {
@@ -95,9 +92,9 @@ private:
     }
 
     void Table(std::size_t slot) {
-        Fill(WordAt(bytes_, kDirectory + kWord * slot));
+        Fill(WordAt(bytes_, kDirectoryOffset + kWord * slot));
         const bool last = slot + 1 == tables_.size();
-        const std::size_t end = last ? bytes_.size() : WordAt(bytes_, kDirectory + kWord * (slot + 1));
+        const std::size_t end = last ? bytes_.size() : WordAt(bytes_, kDirectoryOffset + kWord * (slot + 1));
         const ShownTable& table = tables_[slot];
         const unsigned tableClass = Word();
         Range(kWord, 0, "table: " + std::string(table.name));
