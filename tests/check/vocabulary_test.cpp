@@ -204,7 +204,7 @@ TEST_F(PredefinedNames, ThatAreDefinedAnewHaveTheirNewValue) {
 }
 
 TEST_F(PredefinedNames, AreFoundInNoTimeWhileManyAreDefined) {
-    constexpr unsigned kNames = 200'000;
+    constexpr unsigned kNames = 100'000;
     InChild([] {
         // Reading the table for every name that is defined would take minutes.
         alarm(20);

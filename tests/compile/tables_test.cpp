@@ -268,7 +268,7 @@ TEST_F(Identifier, OfALargeTableFollowsAHostOnceAKeyIsInserted) {
 }
 
 TEST_F(Identifier, IsLookedUpInNoTimeWhileManyAreInserted) {
-    constexpr unsigned kKeys = 200'000;
+    constexpr unsigned kKeys = 50'000;
     InChild([] {
         // Reading a table for every key that is inserted would take minutes.
         alarm(20);
