@@ -160,6 +160,11 @@ TEST_F(ZekProgress, IsErasedByASignal) {
         const Result result = program.Finish();
         EXPECT_EQ(result.signal, SIGINT);
         EXPECT_EQ(Seen(result.err), "");
+        // What a terminal shows of the key that interrupts, too.
+        const std::size_t line = result.err.rfind("\rzek");
+        const std::size_t blanks = result.err.rfind("\r ");
+        ASSERT_NE(blanks, std::string::npos) << result.err;
+        EXPECT_EQ(result.err.size() - blanks, blanks - line + 3) << result.err;
     }
 }
 

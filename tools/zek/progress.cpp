@@ -1,6 +1,7 @@
 #include "progress.h"
 
 #include <unistd.h>
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <system_error>
@@ -101,7 +102,8 @@ std::string Progress::Line() const {
     if (sections_ > 0) state += ", " + Counted(sections_, "section", "sections");
     const std::string line = "zek: " + file_ + ": " + state;
     const std::size_t columns = TerminalColumns(STDERR_FILENO);
-    return ColumnsOf(line) < columns ? line : ("zek: " + state).substr(0, columns - 1);
+    const std::size_t room = columns - std::min(columns, kEchoColumns + 1);
+    return ColumnsOf(line) <= room ? line : ("zek: " + state).substr(0, room);
 }
 
 }  // namespace zek::tool

@@ -60,7 +60,7 @@ void End(bool bySignal) noexcept {
     const Turn turn;
     g_line->ended = true;
     if (g_line->columns == 0 || (bySignal && !TakesBytes())) return;
-    WriteBlanks(g_line->columns);
+    WriteBlanks(g_line->columns + (bySignal ? kEchoColumns : 0));
     g_line->columns = 0;
 }
 

@@ -2,6 +2,7 @@
 /// whichever of them tells something, or is ended by a signal, erases it first. Relies on POSIX.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace zek::tool {
@@ -11,6 +12,9 @@ void ShareTerminalLine();
 
 /// The line may be shown from now on; standard error must be a terminal.
 void OpenTerminalLine() noexcept;
+
+/// The columns that the terminal adds to the line when its user interrupts the command: those of ^C.
+inline constexpr std::size_t kEchoColumns = 2;
 
 /// Shows a text (printable.h) in the place of what is there; false where the line was ended.
 bool ShowTerminalLine(const std::string& text);
