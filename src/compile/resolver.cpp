@@ -90,16 +90,16 @@ void Resolver::Read(Class& its, const Table& table, Index& index, unsigned id) {
     its.keys = its.names->size();
 }
 
-void Resolver::Follow(const IdentifierTable& table, const std::string& name, unsigned id) {
+void Resolver::Follow(const IdentifierTable& table, const std::string& name, unsigned id, bool isNew) {
     Class& its = ClassOf(table.classWord);
-    const bool inStep = its.keys + 1 == table.names->size();
+    const bool inStep = its.keys + isNew == table.names->size();
     its.keys = kNever;
     if (inStep && Add(its, IndexOf(table), name, id)) its.keys = table.names->size();
 }
 
-void Resolver::Follow(const IdentifierTable& table, unsigned number, unsigned id) {
+void Resolver::Follow(const IdentifierTable& table, unsigned number, unsigned id, bool isNew) {
     Class& its = ClassOf(table.classWord);
-    const bool inStep = its.keys != kNever && numbers_ + 1 == table.numbers->size();
+    const bool inStep = its.keys != kNever && numbers_ + isNew == table.numbers->size();
     its.keys = kNever;
     if (!inStep || !Add(its, numberIndex_, number, id)) return;
     numbers_ = table.numbers->size();
@@ -109,9 +109,9 @@ void Resolver::Follow(const IdentifierTable& table, unsigned number, unsigned id
 template <class Index, class Key>
 bool Resolver::Add(Class& its, Index& index, const Key& key, unsigned id) {
     try {
-        if (!index.Add(key, id)) return false;
+        if (id != 0 && !index.Add(key, id)) return false;
     } catch (const std::bad_alloc&) {
-        // The key stays numbered all the same.
+        // The key stays in the table all the same.
         return false;
     }
     its.values = index.Values().data();

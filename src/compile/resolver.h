@@ -30,9 +30,10 @@ public:
     }
     /// What an identifier stands for, or nothing.
     tagGCVALUE Resolve(unsigned id);
-    /// Takes in a key that InsertTbl has numbered in a table.
-    void Follow(const IdentifierTable& table, const std::string& name, unsigned id);
-    void Follow(const IdentifierTable& table, unsigned number, unsigned id);
+    /// Takes in a key that one of our functions has numbered in a table, or added to it with 0. A new one has made the
+    /// table larger.
+    void Follow(const IdentifierTable& table, const std::string& name, unsigned id, bool isNew);
+    void Follow(const IdentifierTable& table, unsigned number, unsigned id, bool isNew);
     /// Lets go of the texts of a table, which is about to be read.
     void Forget(const IdentifierTable& table);
 
@@ -57,7 +58,7 @@ private:
     tagGCVALUE ValueIn(const Table& table, Index& index, unsigned id);
     template <class Table, class Index>
     static void Read(Class& its, const Table& table, Index& index, unsigned id);
-    /// Adds a key that was numbered in a table; false where the table must be read for it.
+    /// Adds a key to the index of a table; false where the table must be read for it.
     template <class Index, class Key>
     static bool Add(Class& its, Index& index, const Key& key, unsigned id);
 

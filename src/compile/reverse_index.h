@@ -116,11 +116,11 @@ public:
         const std::size_t ordinal = id - first_;
         return ordinal < values_.size() ? values_[ordinal] : StrayIn(strays_, id);
     }
-    /// Takes in a key that was added to the table; false where the table must be read for it, since its identifier
-    /// stands behind a gap or is that of another key.
+    /// Takes in a key that was numbered, or was added to the table with a number; false where the table must be read
+    /// for it, since its identifier stands behind a gap or is that of another key.
     bool Add(const Key& key, unsigned id) {
-        values_.push_back(At(first_ + static_cast<unsigned>(values_.size())));
         const std::size_t ordinal = id - first_;
+        if (ordinal == values_.size()) values_.push_back(At(id));
         if (ordinal >= values_.size() || values_[ordinal].dwKind != 0) return false;
         values_[ordinal] = ValueOf(id, keeper_.Keep(key, values_[ordinal]));
         return true;

@@ -37,7 +37,8 @@ namespace zek {
 // Advances with every change of our functions that replaces a table or g_GCHead, or numbers many keys; the indexes
 // below follow it.
 unsigned g_changes = 0;
-// The keys that InsertTbl has numbered one by one, by table; what is made of the keys of a table follows its own.
+// The keys that our functions have numbered one by one, or added with 0, by table; what is made of the keys of a table
+// follows its own.
 std::array<unsigned, 10> g_insertions{};
 Resolver g_resolver;
 ImageIndex g_imageIndex;

@@ -48,23 +48,21 @@ const IdentifierTable* OwnTable(const NumberTable& numbers) {
     return &numbers == &g_tblDword ? TableOf(kIdNumber) : nullptr;
 }
 
-/// Tells the indexes of a key that was numbered in a map, where that is one of ours.
+/// Tells the indexes of a key that was numbered in one of our tables, or added to it with 0.
 template <class Key>
-void FollowInsertion(const std::map<Key, unsigned>& keys, const Key& key, unsigned id) {
-    const IdentifierTable* table = OwnTable(keys);
-    if (!table) return;
-    ++g_insertions[RowOf(*table)];
-    g_resolver.Follow(*table, key, id);
+void FollowInsertion(const IdentifierTable& table, const Key& key, unsigned id, bool isNew) {
+    ++g_insertions[RowOf(table)];
+    g_resolver.Follow(table, key, id, isNew);
 }
 
 template <class Key>
 unsigned Insert(std::map<Key, unsigned>& table, unsigned& counter, const Key& key, unsigned step) {
-    unsigned& id = table[key];
-    if (id == 0) {
-        id = counter;
-        counter += step;
-        FollowInsertion(table, key, id);
-    }
+    const auto [row, isNew] = table.try_emplace(key, 0);
+    unsigned& id = row->second;
+    if (id != 0) return id;
+    id = counter;
+    counter += step;
+    if (const IdentifierTable* own = OwnTable(table)) FollowInsertion(*own, key, id, isNew);
     return id;
 }
 
@@ -190,7 +188,10 @@ unsigned Number(unsigned number) {
 
 unsigned LookUp(unsigned classWord, std::string_view name) {
     const IdentifierTable& table = *TableOf(classWord);
-    return g_numbering ? g_numbering->LookUp(table, name) : (*table.names)[std::string(name)];
+    if (g_numbering) return g_numbering->LookUp(table, name);
+    const auto [row, isNew] = table.names->try_emplace(std::string(name), 0);
+    if (isNew) FollowInsertion(table, row->first, 0, isNew);
+    return row->second;
 }
 
 void PutTable(ByteWriter& out, const IdentifierTable& table) {

@@ -98,8 +98,8 @@ void TakeTable(ByteReader& in, const IdentifierTable& table);
 using TableSet = unsigned;
 /// The table of an identifier's class; of a class without one, none.
 TableSet TableSetOf(unsigned id);
-/// Differs when InsertTbl has numbered a key of one of these tables, or the size of one has changed; with g_changes it
-/// tells whether what an index has made of their identifiers is still good.
+/// Differs when one of our functions has numbered a key of one of these tables or added one, or the size of one has
+/// changed; with g_changes it tells whether what an index has made of their identifiers is still good.
 std::uint64_t StampOf(TableSet tables);
 
 }  // namespace zek

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include "compile/compile.h"
+#include "model/type_ids.h"
 #include "support/process_test.h"
 
 namespace zek::test {
@@ -265,6 +267,25 @@ TEST_F(Identifier, OfALargeTableFollowsAHostOnceAKeyIsInserted) {
     EXPECT_STREQ(GetTblData(0x12000900).pszName, "elsewhere");
     EXPECT_EQ(GetTblData(0x11000009).qwNumber, 9009U);
     ExpectAllAsInTheMaps();
+}
+
+TEST_F(Identifier, OfALargeTableFollowsALookUpThatAddsAKeyBesideAHost) {
+    struct Change {
+        const char* erased;
+        unsigned id;
+        bool isErasedFirst;
+    };
+    InsertMany(g_tblProperty, g_idxProperty);
+    for (const Change& row : {Change{"name 5", 0x03000005, true}, Change{"name 6", 0x03000006, false}}) {
+        SCOPED_TRACE(row.erased);
+        EXPECT_STREQ(GetTblData(row.id).pszName, row.erased);
+        if (row.isErasedFirst) g_tblProperty.erase(row.erased);
+        EXPECT_EQ(GetEntryName(kPrefixP, "P_new beside " + std::string(row.erased)), 0U);
+        if (!row.isErasedFirst) g_tblProperty.erase(row.erased);
+        EXPECT_EQ(g_tblProperty.size(), 100U) << "the size is the same";
+        ExpectNothing(row.id);
+        ExpectAllAsInTheMaps();
+    }
 }
 
 TEST_F(Identifier, IsLookedUpInNoTimeWhileManyAreInserted) {
