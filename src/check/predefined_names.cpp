@@ -1,5 +1,7 @@
 #include "check/predefined_names.h"
 
+#include <utility>
+
 namespace zek {
 
 const unsigned* PredefinedIndex::Find(const std::string& name) {
@@ -12,12 +14,12 @@ const unsigned* PredefinedIndex::Find(const std::string& name) {
 
 void PredefinedIndex::Define(const std::string& name, unsigned value) {
     const std::size_t before = g_tblPreDefine.size();
+    // Not read where memory runs out halfway.
+    const bool wasRead = std::exchange(isRead_, false);
     g_tblPreDefine[name] = value;
-    if (isRead_ && size_ == before && size_ == g_tblPreDefine.size()) {
-        values_.Add(name, value) = value;
-    } else {
-        ReadLater();
-    }
+    if (!wasRead || size_ != before || size_ != g_tblPreDefine.size()) return ReadLater();
+    values_.Add(name, value) = value;
+    isRead_ = true;
 }
 
 void PredefinedIndex::ReadLater() {

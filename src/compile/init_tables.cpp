@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 #include "check/vocabulary.h"
 #include "compile/tables.h"
@@ -22,17 +23,20 @@ constexpr NameRule kNameRules[] = {
 };
 static_assert(std::size(kNameRules) == 12, "one row per entry type that a name table names");
 
-struct NumberedKey {
+struct NumberedKeys {
     unsigned sectionType;
-    unsigned entryType;
+    std::array<unsigned, 2> entryTypes;  ///< 0 for none
 };
 
-/// The entries whose keys are numbered, in the order in which each table numbers them; those of one kind of section
-/// stand together.
-constexpr NumberedKey kNumberedKeys[] = {
-    {kPropertySection, kProperty}, {kSensorSection, kPrefixP},     {kSensorSection, kOwnValue},
-    {kDeviceSection, kPrefixP},    {kDeviceSection, kOwnValue},    {kSystemSection, kPrefixP},
-    {kGlobalSection, kGlobal},     {kActionSection, kActionValue}, {kRepeaterSection, kRepeaterItem},
+/// The entries whose keys are numbered, in the order in which each table numbers them.
+constexpr NumberedKeys kNumberedKeys[] = {
+    {kPropertySection, {kProperty}},
+    {kSensorSection, {kPrefixP, kOwnValue}},
+    {kDeviceSection, {kPrefixP, kOwnValue}},
+    {kSystemSection, {kPrefixP}},
+    {kGlobalSection, {kGlobal}},
+    {kActionSection, {kActionValue}},
+    {kRepeaterSection, {kRepeaterItem}},
 };
 
 /// The suffixes of the fixed value keywords hold the first value identifiers of every image.
@@ -57,24 +61,25 @@ void NumberFixedValues() {
     for (const char* name : kFixedValues) Number(kIdValue, name);
 }
 
-constexpr unsigned kAllTables = 0;
-
-void NumberKeys(const CZEKSection& section, unsigned entryType, unsigned classWord) {
-    const NameRule& rule = *NameRuleOf(entryType);
-    if (classWord != kAllTables && classWord != rule.classWord) return;
-    ForEachOf(section, entryType,
+void NumberKeys(const CZEKSection& section, const NameRule& rule) {
+    ForEachOf(section, rule.entryType,
               [&rule](const CZEKEntry& entry) { Number(rule.classWord, WithoutPrefix(entry.m_strName, rule.prefix)); });
 }
+
+constexpr unsigned kAllTables = 0;
 
 /// Numbers the keys of a table, or of all tables: for these at once, because the entries of a section are no longer in
 /// the cache when all other sections have been walked.
 void NumberKeys(unsigned classWord) {
-    const auto* const end = std::end(kNumberedKeys);
-    for (const auto *first = kNumberedKeys, *next = first; first != end; first = next) {
-        const unsigned sectionType = first->sectionType;
-        next = std::find_if(first, end, [=](const NumberedKey& row) { return row.sectionType != sectionType; });
-        for (const CZEKSection* section : SectionsOf(sectionType)) {
-            for (const auto* row = first; row != next; ++row) NumberKeys(*section, row->entryType, classWord);
+    for (const NumberedKeys& keys : kNumberedKeys) {
+        std::vector<const NameRule*> rules;
+        for (unsigned entryType : keys.entryTypes) {
+            const NameRule* rule = NameRuleOf(entryType);
+            if (rule && (classWord == kAllTables || classWord == rule->classWord)) rules.push_back(rule);
+        }
+        if (rules.empty()) continue;
+        for (const CZEKSection* section : SectionsOf(keys.sectionType)) {
+            for (const NameRule* rule : rules) NumberKeys(*section, *rule);
         }
     }
 }

@@ -76,13 +76,13 @@ void WriteImage(std::ofstream& stream) {
 
 /// A name that is already defined keeps its value. A record that the file's end cuts is taken as the empty name with 0.
 void TakeNames(EndlessReader& in) {
+    ForgetPredefinedIndex();
     for (unsigned count = in.U32(); count > 0 && !in.Ended(); --count) {
         std::string name = in.Text(in.U32());
         const unsigned value = in.U32();
         if (in.Ended()) name.clear();
         g_tblPreDefine.emplace(std::move(name), value);
     }
-    ForgetPredefinedIndex();
 }
 
 /// A section that is not restored still brings the list of source files when it is the first of the file.

@@ -96,9 +96,9 @@ std::unique_ptr<CZEKEntry> NewEntry(unsigned type, unsigned notation) {
 
 }  // namespace zek
 
-CZEKEntry::CZEKEntry() noexcept = default;
+CZEKEntry::CZEKEntry() noexcept { m_ZekEntryData.m_bOfEntry = true; }
 
-CZEKEntry::CZEKEntry(unsigned type, tagNOTATION notation) noexcept {
+CZEKEntry::CZEKEntry(unsigned type, tagNOTATION notation) noexcept : CZEKEntry() {
     m_dwType = type;
     m_eNotation = notation;
 }

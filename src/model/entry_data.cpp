@@ -122,7 +122,7 @@ CZekEntryData& CZekEntryData::operator=(const CZekEntryData& other) {
 CZekEntryData::~CZekEntryData() { Destory(); }
 
 void CZekEntryData::Create(unsigned int type) {
-    ++zek::g_modelChanges;
+    if (m_bOfEntry) ++zek::g_modelChanges;
     m_dwType = type;
     if (zek::EntryClass(type) == zek::kNumberClass) m_pData = zek::NewInPool<unsigned>(0U);
     if (zek::EntryClass(type) == zek::kValueClass) m_pData = zek::NewInPool<CGeValue>();
@@ -134,7 +134,7 @@ unsigned CZekEntryData::GetType() const { return m_dwType; }
 void* CZekEntryData::GetData() const { return m_pData; }
 
 void CZekEntryData::Destory() {
-    ++zek::g_modelChanges;
+    if (m_bOfEntry) ++zek::g_modelChanges;
     zek::FreeInPool(zek::NumberOf(*this));
     zek::FreeInPool(zek::ValueOf(*this));
     if (const zek::PayloadShape* shape = zek::ShapeOfClass(m_dwType)) zek::FreePayload(m_pData, *shape);

@@ -30,6 +30,9 @@ public:
     void SetBuffer(const std::vector<unsigned char>& in);
 
     unsigned m_dwType = 0;
+    /// Whether it is the data of an entry, so that it belongs to a model: what hosts copy does not. It fills the room
+    /// before the pointer.
+    bool m_bOfEntry = false;
     void* m_pData = nullptr;
 };
 

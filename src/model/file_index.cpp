@@ -6,6 +6,7 @@ namespace zek {
 
 unsigned FileIndex::PositionIn(std::vector<std::string>& files, const std::string& file) {
     if (last_ < files.size() && files[last_] == file) return last_;
+    if (files.size() <= kSmall) size_ = 0;
     if (files.size() > kSmall && size_ != files.size()) Read(files);
     const unsigned position = Find(files, file);
     if (position == files.size()) files.push_back(file);
@@ -25,6 +26,7 @@ unsigned FileIndex::Find(const std::vector<std::string>& files, const std::strin
 }
 
 void FileIndex::Read(const std::vector<std::string>& files) {
+    size_ = 0;
     positions_.Restart(files.size());
     for (unsigned position = 0; const std::string& file : files) positions_.Add(file, position++);
     size_ = files.size();

@@ -26,7 +26,7 @@ private:
     void Read(const std::vector<std::string>& files);
 
     KeyTable<std::string_view, unsigned> positions_;  ///< where each name stood when it was last looked for
-    std::size_t size_ = 0;                            ///< of the list when all of its names were among them
+    std::size_t size_ = 0;                            ///< of a long list when all of its names were among them
     unsigned last_ = 0;                               ///< what was found last: mostly it is asked for again
 };
 

@@ -328,6 +328,22 @@ TEST_F(DebugQuery, CountsTheEntriesOfALongSectionAsThoseOfAShortOne) {
     EXPECT_EQ(gdGetEntryByIndex(sensor, 1), nullptr);
 }
 
+TEST_F(DebugQuery, KeepsTheEntriesOfALongSectionWhileAHostCopiesTheirData) {
+    constexpr unsigned kEntries = 50'000;
+    Source(LongSensor("P_", kEntries));
+    CZEKSection* sensor = gdGetSectByIndex(5, 0);
+    unsigned copied = 0;
+    // Counting the entries anew behind every copy would take minutes.
+    InChild([&] {
+        alarm(60);
+        while (const CZEKEntry* entry = gdGetEntryByIndex(sensor, copied)) {
+            const CZekEntryData copy(entry->m_ZekEntryData);
+            copied += copy.GetType() == entry->m_dwType;
+        }
+        EXPECT_EQ(copied, kEntries);
+    });
+}
+
 TEST_F(DebugQuery, CountsTheEntriesOfSeveralLongSectionsInTurn) {
     Source(LongSensor("P_a", 1000) + LongSensor("P_b", 1000) + "[SENSOR]\nP_short = x\n");
     const auto expectKeys = [](unsigned position, const std::string& prefix, unsigned first) {

@@ -117,6 +117,11 @@ TEST_F(SourceFile, IsFoundInALongListThatTheHostHasChanged) {
     files = {"pushed"};
     expectPosition("file1", 1, 2);
     expectPosition("pushed", 0, 2);
+    for (int i = 2; i < 70; ++i) object.SetFile("again" + std::to_string(i));
+    files.resize(60);
+    expectPosition("pushed", 0, 60);
+    for (int i = 60; i < 70; ++i) files.push_back("other" + std::to_string(i));
+    expectPosition("other65", 65, 70);
 }
 
 TEST_F(SourceFile, JoinsALongListInNoTime) {

@@ -120,6 +120,25 @@ struct Tables {
 
 }  // namespace
 
+TEST_F(MemoryShortage, WhileADebugImageIsLoadedLeavesPredefinedNamesThatAreFound) {
+    WithEverMore([](std::size_t piece) {
+        std::size_t& done = Shared();
+        InChild([&] {
+            for (int i = 0; i < 100; ++i) AddPredDefineValue("NAME" + std::to_string(i), 1);
+            unsigned value = 0;
+            for (int i = 0; i < 100; ++i) EXPECT_EQ(GetPreDefinedValue("NAME0", &value), 1U);
+            g_tblPreDefine.erase("NAME5");
+            done = IsDoneBefore(piece, [] { gdInit("good.zkd", nullptr); });
+            for (const auto& [name, defined] : g_tblPreDefine) {
+                EXPECT_EQ(GetPreDefinedValue(name, &value), 1U) << name;
+                EXPECT_EQ(value, defined) << name;
+            }
+            EXPECT_EQ(GetPreDefinedValue("NAME5", &value), 0U);
+        });
+        return done == 1;
+    });
+}
+
 TEST_F(MemoryShortage, WhileTheImageIsCompiledLeavesTheTablesAsTheyWere) {
     ASSERT_TRUE(IsCompiled());
     // A key without a number, a hole in the numbers, and some data, which only a finished output may change.
