@@ -270,10 +270,33 @@ TEST_F(ZekFilesOfOneName, AreAllNamedWhereNothingTellsThemApart) {
     // Only the second lacks something, but the first says the same there.
     EXPECT_EQ(Said("[DEFINE]\nW = 1\n[GLOBAL]\nG_X = W,1\n", "[DEFINE]\nV = 1\n[GLOBAL]\nG_X = W\n"),
               "x/c.zek:4:7: error: [GLOBAL]:G_X, Not enough sub-strings for value type W. [E109]\n"
-              "y/c.zek:4:7: note: or here; both files were included as c.zek\n"
+              "y/c.zek:4:7: note: or here, one of 2 files included as c.zek\n"
               "a.zek:2:8: note: included from here\n"
               "x/part.zek:2:8: note: included from here\n"
               "a.zek: 1 error\n");
+}
+
+TEST_F(ZekFilesOfOneName, SomeAreNamedOfMany) {
+    std::string includes = "[DEFINE]\nW = 1\n[INCLUDE]\n";
+    for (int i = 0; i < 50; ++i) {
+        const std::string folder = "d" + std::to_string(i);
+        std::filesystem::create_directory(folder);
+        Write(folder + "/part.zek", "[INCLUDE]\nFILE = c.zek\n");
+        // Only every other one lacks something, but the message has no more of the line than the key and the word.
+        Write(folder + "/c.zek",
+              "[ACTION]\nNAME = S" + std::to_string(i) + "\nARGNUMBER = 0\nVALUE = W" + (i % 2 ? ",1" : "") + '\n');
+        includes += "FILE = " + folder + "/part.zek\n";
+    }
+    const std::string said = ZekMessages::Said(includes);
+    const auto count = [&](const std::string& text) {
+        std::size_t found = 0;
+        for (std::size_t at = 0; (at = said.find(text, at)) != said.npos; ++at) ++found;
+        return found;
+    };
+    EXPECT_EQ(count(": error: [ACTION]:VALUE, Not enough sub-strings for value type W. [E109]\n"), 25U) << said;
+    EXPECT_EQ(count(": note: or here, one of 50 files included as c.zek\n"), 25U * 20) << said;
+    EXPECT_EQ(count(": note: or in 29 more of them\n"), 25U) << said;
+    EXPECT_TRUE(said.starts_with("d0/c.zek:4:9: error: ")) << said;
 }
 
 TEST_F(ZekFilesOfOneName, EarlierPlaceIsTheOtherOne) {

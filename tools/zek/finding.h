@@ -15,6 +15,8 @@
 /// and the way to an included file is filled in.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -55,5 +57,16 @@ struct Finding {
     std::optional<Fix> fix = {};
     std::vector<Place> way = {};  ///< the include items that led to the file, the main source's first; filled in later
 };
+
+/// So many notes of one kind a finding has at most, before one that counts the others.
+inline constexpr std::size_t kMostNotes = 20;
+
+/// Adds notes to a finding: the one at each position below `count` is made by `note`, and what is said of those that
+/// are too many, by `rest` from their number.
+template <typename NoteAt, typename Rest>
+void AddNotes(Finding& finding, std::size_t count, NoteAt note, Rest rest) {
+    for (std::size_t i = 0; i < std::min(count, kMostNotes); ++i) finding.notes.push_back(note(i));
+    if (count > kMostNotes) finding.notes.push_back({rest(count - kMostNotes)});
+}
 
 }  // namespace zek::tool

@@ -1,6 +1,8 @@
 #include "places.h"
 
 #include <algorithm>
+#include <set>
+#include <string_view>
 
 #include "lint_text.h"
 
@@ -34,32 +36,43 @@ bool Lacks(const SourceSection& section, const std::string& key) {
 }  // namespace
 
 Places::Places(const std::vector<SourceFile>& files, SourceIndex& index) : files_(files), index_(index) {
-    for (std::size_t i = 0; i < files.size(); ++i) openings_[NameInMessages(files[i].name)].push_back(i);
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        Openings& openings = openings_[NameInMessages(files[i].name)];
+        openings.positions.push_back(i);
+        openings.isOneFile &= files[i].path == files[openings.positions[0]].path;
+    }
 }
 
-std::vector<Place> Places::Of(const Wanted& wanted) {
-    if (wanted.line == 0 && !files_.empty()) return {{files_.front().path, 0}};
+std::shared_ptr<const PossiblePlaces> Places::Of(const Wanted& wanted) {
+    const auto only = [](Place place) { return std::make_shared<PossiblePlaces>(PossiblePlaces{{std::move(place)}}); };
+    if (wanted.line == 0 && !files_.empty()) return only({files_.front().path, 0});
     const auto known = openings_.find(wanted.name);
-    if (known == openings_.end()) return {{wanted.name, wanted.line}};
-    const std::vector<std::size_t>& openings = known->second;
-    if (IsOneFile(openings)) return {{files_[openings[0]].path, wanted.line}};
+    if (known == openings_.end()) return only({wanted.name, wanted.line});
+    const Openings& openings = known->second;
+    if (openings.isOneFile) return only({files_[openings.positions[0]].path, wanted.line});
+    const auto [found, isNew] = found_.try_emplace(wanted);
+    if (isNew) found->second = Find(wanted, openings);
+    return found->second;
+}
+
+std::shared_ptr<const PossiblePlaces> Places::Find(const Wanted& wanted, const Openings& openings) {
     std::vector<Place> places = Fitting(wanted, openings);
     // A text need not stand in the value as the message has it.
-    if (places.empty()) places = Fitting({wanted.name, wanted.line, wanted.section, wanted.key, {}}, openings);
-    if (!places.empty()) return places;
-    for (const std::size_t opening : openings) places.push_back({files_[opening].path, wanted.line});
-    return places;
+    if (places.empty() && !wanted.texts.empty()) {
+        return Of({wanted.name, wanted.line, wanted.section, wanted.key, {}});
+    }
+    if (places.empty()) {
+        for (const std::size_t opening : openings.positions) places.push_back({files_[opening].path, wanted.line});
+    }
+    std::set<std::string_view> paths;
+    for (const Place& place : places) paths.insert(place.path);
+    return std::make_shared<PossiblePlaces>(PossiblePlaces{std::move(places), paths.size()});
 }
 
-bool Places::IsOneFile(const std::vector<std::size_t>& openings) const {
-    return std::all_of(openings.begin(), openings.end(),
-                       [&](std::size_t opening) { return files_[opening].path == files_[openings[0]].path; });
-}
-
-std::vector<Place> Places::Fitting(const Wanted& wanted, const std::vector<std::size_t>& openings) {
+std::vector<Place> Places::Fitting(const Wanted& wanted, const Openings& openings) {
     SectionsRead();
     std::vector<std::pair<Order, std::size_t>> fitting;
-    for (const std::size_t opening : openings) {
+    for (const std::size_t opening : openings.positions) {
         const std::optional<SourceLine> line = index_.At(files_[opening].path, wanted.line);
         if (line && Fits(*line, wanted)) fitting.emplace_back(OrderOf(opening, *line), opening);
     }

@@ -3,7 +3,10 @@
 /// read (source_reading.h) and on what stands in the files (source_index.h).
 #pragma once
 
+#include <compare>
+#include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,6 +24,15 @@ struct Wanted {
     std::string section;             ///< empty: any
     std::string key;                 ///< empty: any
     std::vector<std::string> texts;  ///< what the message quotes of the value
+
+    auto operator<=>(const Wanted&) const = default;
+};
+
+/// All places that a message can be about, at least one, in the order in which the library comes to them. A file that
+/// was read several times counts as often, where another has its name.
+struct PossiblePlaces {
+    std::vector<Place> all;
+    std::size_t different = 1;  ///< how many of them are
 };
 
 class Places {
@@ -28,9 +40,8 @@ public:
     /// Both must outlive this.
     Places(const std::vector<SourceFile>& files, SourceIndex& index);
 
-    /// All places that it can be, at least one, in the order in which the library comes to them. A file that was
-    /// read several times counts as often, where another has its name.
-    std::vector<Place> Of(const Wanted& wanted);
+    /// Those of many files of one name are looked for once, since each may give rise to such a message.
+    std::shared_ptr<const PossiblePlaces> Of(const Wanted& wanted);
 
     /// The headers of all sections of that name of which the library says that they lack the entry of that key, in the
     /// order in which they were read.
@@ -55,14 +66,20 @@ private:
     /// The order in which the library checks sections: that of the kinds, then that of the reading.
     using Order = std::pair<std::size_t, std::size_t>;
 
-    bool IsOneFile(const std::vector<std::size_t>& openings) const;
-    std::vector<Place> Fitting(const Wanted& wanted, const std::vector<std::size_t>& openings);
+    /// The files that were read under one name in messages.
+    struct Openings {
+        std::vector<std::size_t> positions;  ///< in files_
+        bool isOneFile = true;
+    };
+    std::shared_ptr<const PossiblePlaces> Find(const Wanted& wanted, const Openings& openings);
+    std::vector<Place> Fitting(const Wanted& wanted, const Openings& openings);
     Order OrderOf(std::size_t opening, const SourceLine& line) const;
     void ReadAgain(std::size_t position, const std::vector<std::vector<std::size_t>>& included);
 
     const std::vector<SourceFile>& files_;
     SourceIndex& index_;
-    std::map<std::string, std::vector<std::size_t>> openings_;  // by the name in messages: positions in files_
+    std::map<std::string, Openings> openings_;  // by the name in messages
+    std::map<Wanted, std::shared_ptr<const PossiblePlaces>> found_;
     std::map<std::pair<std::string, std::string>, std::vector<Place>> without_;
     std::vector<ReadSection> read_;
     std::vector<std::vector<std::size_t>> positions_;  // in read_, of each file's sections

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
+#include <memory>
 #include <tuple>
 #include <utility>
 
@@ -216,44 +218,54 @@ Place Report::Marked(const Place& place, const Wanted& wanted, const std::string
 
 void Report::AddLocated(Finding finding, const Message& message) {
     const Wanted wanted = WantedBy(message);
-    std::vector<Place> places = {{std::string(message.path), wanted.line}};
+    PossiblePlaces places = {{{std::string(message.path), wanted.line}}};
     // While a file is being read the message is about that very file.
     if (message.path.empty() || wanted.line == 0) places = PlacesOf(message, wanted);
     if (message.Is(kEntryMissing)) {
-        if (const auto header = SectionWithout(wanted.section, wanted.key)) places = {*header};
+        if (const auto header = SectionWithout(wanted.section, wanted.key)) places = {{*header}};
     }
-    finding.place = Marked(places[0], wanted, finding.code);
-    for (std::size_t i = 1; i < places.size(); ++i) {
-        finding.notes.push_back(
-            {"or here; both files were included as " + wanted.name, Marked(places[i], wanted, finding.code)});
-    }
+    finding.place = Marked(places.all[0], wanted, finding.code);
+    const std::string among = "or here, one of " + std::to_string(places.different) + " files included as ";
+    const auto note = [&](std::size_t i) {
+        return Note{among + wanted.name, Marked(places.all[i + 1], wanted, finding.code)};
+    };
+    AddNotes(finding, places.different - 1, note,
+             [](std::size_t left) { return "or in " + std::to_string(left) + " more of them"; });
     if (HasEarlier(message)) {
         const Wanted earlier = EarlierWantedBy(message, wanted);
-        finding.notes.push_back({"it was defined here", Marked(places_.Of(earlier)[0], earlier, finding.code)});
+        finding.notes.push_back({"it was defined here", Marked(places_.Of(earlier)->all[0], earlier, finding.code)});
     }
     related_.AddTo(finding, message);
     const std::string written = wanted.texts.empty() ? wanted.key : wanted.texts[0];
-    finding.fix = names_.Meant(finding.code, {wanted.section, wanted.key, places[0]}, written, finding.place, text_);
+    finding.fix =
+        names_.Meant(finding.code, {wanted.section, wanted.key, places.all[0]}, written, finding.place, text_);
     review_.Add(std::move(finding));
 }
 
-std::vector<Place> Report::PlacesOf(const Message& message, const Wanted& wanted) {
-    std::vector<Place> places = places_.Of(wanted);
-    if (places.size() == 1) return places;
+PossiblePlaces Report::PlacesOf(const Message& message, const Wanted& wanted) {
+    const std::shared_ptr<const PossiblePlaces> possible = places_.Of(wanted);
+    const std::vector<Place>& all = possible->all;
+    if (all.size() == 1) return *possible;
+    auto twin = all.end();
     if (HasEarlier(message) && message.Text(kEarlierArgument) == wanted.name &&
         message.Number(kEarlierArgument + 1) == wanted.line) {
-        const auto earlier = std::find(places.begin(), places.end(), places_.Of(EarlierWantedBy(message, wanted))[0]);
-        if (earlier != places.end()) places.erase(earlier);
+        twin = std::find(all.begin(), all.end(), places_.Of(EarlierWantedBy(message, wanted))->all[0]);
     }
+    const bool hasTwin = twin != all.end();
     // Where as many say the same as there are places, each has its own.
     const std::size_t checked = checked_->Count(message);
-    const std::size_t shown = checked > 0 ? checked_->Shown(message)++ : 0;
-    if (places.size() == checked && shown < places.size()) return {places[shown]};
-    std::vector<Place> different;
-    for (const Place& place : places) {
-        if (std::find(different.begin(), different.end(), place) == different.end()) different.push_back(place);
+    std::size_t shown = checked > 0 ? checked_->Shown(message)++ : 0;
+    if (all.size() - hasTwin == checked && shown < checked) {
+        if (hasTwin && all.begin() + static_cast<std::ptrdiff_t>(shown) >= twin) ++shown;
+        return {{all[shown]}};
     }
-    return different;
+    PossiblePlaces places = {{}, possible->different};
+    if (hasTwin && std::find(std::next(twin), all.end(), *twin) == all.end()) --places.different;
+    for (auto place = all.begin(); place != all.end() && places.all.size() <= kMostNotes; ++place) {
+        const bool isNew = std::find(places.all.begin(), places.all.end(), *place) == places.all.end();
+        if (place != twin && isNew) places.all.push_back(*place);
+    }
+    return places;
 }
 
 std::optional<Place> Report::SectionWithout(const std::string& section, const std::string& key) {

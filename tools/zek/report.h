@@ -59,8 +59,9 @@ private:
     Place PlaceOfSection(const Message& message);
     /// The place with its columns.
     Place Marked(const Place& place, const Wanted& wanted, const std::string& code);
-    /// The places that a message of the check may be about, those of its twins taken away where they are known.
-    std::vector<Place> PlacesOf(const Message& message, const Wanted& wanted);
+    /// The places that a message of the check may be about, those of its twins taken away where they are known; no more
+    /// of them than are shown.
+    PossiblePlaces PlacesOf(const Message& message, const Wanted& wanted);
     /// The header of the section that lacks an entry, where that can be told for certain.
     std::optional<Place> SectionWithout(const std::string& section, const std::string& key);
 
