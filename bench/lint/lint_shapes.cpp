@@ -40,6 +40,7 @@ constexpr LintShape kShapes[] = {
     {"L133", "globals", ZEK_WORDS "[GLOBAL]\n", "G_# = VT_VALUE,1\n"},
     {"L134", "steps of an action", ZEK_WORDS "[ACTION]\nNAME = Step\nARGNUMBER = 0\n", "VALUE_# = VT_VALUE,1\n"},
     {"L135", "words", "[DEFINE]\n", "WORD# = 1\n"},
+    {"L135", "definitions of a word", "", "[DEFINE]\nWORD = 1\n", "", Found::kOne},
     {"L141", "definitions of a word", "", "[DEFINE]\nWORD = #\n", "", Found::kAllButOne},
     {"L142", "words", "", ZEK_GROUP("Group#") "WORD#\n[DEFINE]\nWORD# = 1\n"},
     {"L143", "conditions", "", "[IFDEF]\nDEFINEWORD = WORD#x\nOTHER# = 1\n[DEFINE]\nWORD#y = 1\n"},

@@ -31,6 +31,26 @@ TEST_F(ZekLint, NamesSomeOfManyTextsThatAreLostBehindAnother) {
     EXPECT_NE(said.find("P_A19 stands behind it and is lost, too\na.zek:6:1: note: so are 80 more behind these\n"),
               said.npos)
         << said;
+    source.resize(source.find("P_A21 "));
+    Write("a.zek", source);
+    EXPECT_NE(Zek({"check", "a.zek"}).err.find(": note: so is 1 more behind these\n"), said.npos);
+}
+
+TEST_F(ZekLint, NamesSomeOfManyDefinitionsOfAnUnusedWord) {
+    const auto found = [](int definitions) {
+        std::string source;
+        for (int i = 0; i < definitions; ++i) source += "[DEFINE]\nW = 1\n";
+        Write("a.zek", source);
+        return WithoutExcerpts(Zek({"check", "a.zek"}).err);
+    };
+    const std::string many = found(100);
+    EXPECT_EQ(std::count(many.begin(), many.end(), '\n'), 23) << many;
+    EXPECT_NE(many.find("a.zek:42:1: note: it is defined here, too\n"
+                        "a.zek:2:1: note: it is defined 79 times more behind these\n"),
+              many.npos)
+        << many;
+    const std::string one = found(22);
+    EXPECT_NE(one.find(": note: it is defined once more behind these\n"), one.npos) << one;
 }
 
 TEST_F(ZekLint, FindsOperandsThatBecomeNothing) {

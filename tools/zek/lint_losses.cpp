@@ -1,12 +1,11 @@
 // What compiles, but does not reach the image, or reaches it as something else.
 #include <set>
+#include <vector>
 
 #include "lint_rules.h"
 
 namespace zek::tool {
 namespace {
-
-constexpr std::size_t kMostNotes = 20;  ///< of texts that are lost behind another
 
 /// Calls with every section and item of a meaning, each once.
 template <typename Show>
@@ -44,21 +43,24 @@ NumberedTexts NumberedTextsIn(const LintModel& model) {
 /// What is lost of one section: the first text without a number, and all behind it.
 void FindLostTextsOf(const LintSection& section, const NumberedTexts& numbered, LintRun& run) {
     Finding* finding = nullptr;
-    std::size_t behind = 0;
+    std::vector<const LintItem*> behind;
     for (const LintItem& item : section.items) {
         const std::string& key = item.source->key;
         if (!key.starts_with("P_")) continue;
-        if (finding && ++behind > kMostNotes) continue;
         if (finding) {
-            finding->notes.push_back({key + " stands behind it and is lost, too", run.KeyPlace(section, item)});
+            behind.push_back(&item);
         } else if (!numbered.names.contains(key.substr(2))) {
             finding = &run.Add("L101", section, item, {key.substr(2)});
             run.Suggest(*finding, numbered.near, key);
         }
     }
-    if (behind > kMostNotes) {
-        finding->notes.push_back({"so are " + std::to_string(behind - kMostNotes) + " more behind these"});
-    }
+    if (!finding) return;
+    const auto note = [&](std::size_t i) {
+        return Note{behind[i]->source->key + " stands behind it and is lost, too", run.KeyPlace(section, *behind[i])};
+    };
+    AddNotes(*finding, behind.size(), note, [](std::size_t left) {
+        return (left == 1 ? "so is 1" : "so are " + std::to_string(left)) + " more behind these";
+    });
 }
 
 /// What an operand compiles to, where it is a number or a word.
