@@ -29,16 +29,16 @@ bool IsImmediate(unsigned id) {
 /// Reading so many keys takes about as long as testing a value.
 constexpr unsigned kKeysForATest = 16;
 
-/// Whether the table still gives an identifier to the key that the value is of.
-bool Stands(const NameTable& names, const tagGCVALUE& value) {
-    if (value.dwKind == 0) return false;
-    const auto name = names.find(value.pszName);
-    return name != names.end() && name->second == value.dwID;
-}
+const char* KeyOf(const NameTable&, const tagGCVALUE& value) { return value.pszName; }
+unsigned KeyOf(const NumberTable&, const tagGCVALUE& value) { return static_cast<unsigned>(value.qwNumber); }
 
-bool Stands(const NumberTable& numbers, const tagGCVALUE& value) {
-    const auto number = numbers.find(value.dwKind == 0 ? kNoNumber : static_cast<unsigned>(value.qwNumber));
-    return number != numbers.end() && number->second == value.dwID;
+/// Whether the table still gives an identifier to the key that the value is of. Where no key is known for the
+/// identifier, there is nothing to test.
+template <class Table>
+bool Stands(const Table& table, const tagGCVALUE& value) {
+    if (value.dwKind == 0) return true;
+    const auto row = table.find(KeyOf(table, value));
+    return row != table.end() && row->second == value.dwID;
 }
 
 }  // namespace
@@ -69,14 +69,14 @@ tagGCVALUE Resolver::ValueIn(const Table& table, Index& index, unsigned id) {
         return key ? Index::ValueOf(id, DataWordOf(*key)) : NoValue(id);
     }
     if (its.keys != its.names->size()) Read(its, table, index, id);
-    const tagGCVALUE value = index.At(id);
-    if (its.count != 0) return value;
-    // The host may have changed other keys before the one that was added; where this one is no longer so, all are read.
-    if (its.testable != 0 && Stands(table, value)) {
-        --its.testable;
-        return value;
+    if (its.count != 0) return index.At(id);
+    // The host may have changed other keys before the one that was added.
+    if (its.testable == 0) {
+        Read(its, table, index, id);
+        its.testable = its.count / kKeysForATest;
+    } else if (!Stands(table, index.At(id)) || --its.testable == 0) {
+        Read(its, table, index, id);
     }
-    Read(its, table, index, id);
     return index.At(id);
 }
 
@@ -86,7 +86,7 @@ void Resolver::Read(Class& its, const Table& table, Index& index, unsigned id) {
     index.Read(table, id & kIdClassMask);
     its.values = index.Values().data();
     its.count = static_cast<unsigned>(index.Values().size());
-    its.testable = its.count / kKeysForATest;
+    its.testable = 0;
     its.keys = its.names->size();
 }
 
@@ -109,7 +109,7 @@ void Resolver::Follow(const IdentifierTable& table, unsigned number, unsigned id
 template <class Index, class Key>
 bool Resolver::Add(Class& its, Index& index, const Key& key, unsigned id) {
     try {
-        if (id != 0 && !index.Add(key, id)) return false;
+        if (id != 0) index.Add(key, id);
     } catch (const std::bad_alloc&) {
         // The key stays in the table all the same.
         return false;

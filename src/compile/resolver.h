@@ -42,7 +42,8 @@ private:
     struct Class {
         const tagGCVALUE* values = nullptr;  ///< by ordinal
         unsigned count = 0;     ///< 0 while a key has been added since the table was read, so that each value is tested
-        unsigned testable = 0;  ///< so many values are tested before the table is worth reading anew
+        unsigned testable = 0;  ///< so many values are tested before the table is worth reading anew; 0 when it was
+                                ///< read, but for behind the first key that was added
         const NameTable* names = nullptr;  ///< an empty one for classes of no names
         std::size_t keys = kNever;         ///< of that table when the values were read
     };
@@ -58,7 +59,7 @@ private:
     tagGCVALUE ValueIn(const Table& table, Index& index, unsigned id);
     template <class Table, class Index>
     static void Read(Class& its, const Table& table, Index& index, unsigned id);
-    /// Adds a key to the index of a table; false where the table must be read for it.
+    /// Adds a key to the index of a table; false where memory runs out, so that the table must be read.
     template <class Index, class Key>
     static bool Add(Class& its, Index& index, const Key& key, unsigned id);
 

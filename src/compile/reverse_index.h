@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <span>
 #include <string>
@@ -75,6 +76,10 @@ public:
         const bool same = last.dwKind != 0 && std::string_view(last.pszName) == name.c_str();
         return same ? last.qwNumber : reinterpret_cast<std::uintptr_t>(texts_.Keep(name.c_str()).data());
     }
+    /// Whether a name comes before the one of a value in key order; not where both are alike up to a NUL.
+    static bool Precedes(const std::string& name, const tagGCVALUE& value) {
+        return std::strcmp(name.c_str(), value.pszName) < 0;
+    }
 
 private:
     Texts texts_;
@@ -87,6 +92,7 @@ public:
     static constexpr DataWord kNone = 0xFFFFFFFF;
 
     static DataWord Keep(unsigned number, const tagGCVALUE&) { return DataWordOf(number); }
+    static bool Precedes(unsigned number, const tagGCVALUE& value) { return number < value.qwNumber; }
 };
 
 /// What the identifiers of one table stood for when it was read.
@@ -116,35 +122,36 @@ public:
         const std::size_t ordinal = id - first_;
         return ordinal < values_.size() ? values_[ordinal] : StrayIn(strays_, id);
     }
-    /// Takes in a key that was numbered, or was added to the table with a number; false where the table must be read
-    /// for it, since its identifier stands behind a gap or is that of another key.
-    bool Add(const Key& key, unsigned id) {
+    /// Takes in a key that was numbered, or was added to the table with a number.
+    void Add(const Key& key, unsigned id) {
         const std::size_t ordinal = id - first_;
         if (ordinal == values_.size()) values_.push_back(At(id));
-        if (ordinal >= values_.size() || values_[ordinal].dwKind != 0) return false;
-        values_[ordinal] = ValueOf(id, keeper_.Keep(key, values_[ordinal]));
-        return true;
+        tagGCVALUE& value =
+            ordinal < values_.size() ? values_[ordinal] : strays_.try_emplace(id, NoValue(id)).first->second;
+        if (value.dwKind == 0 || Keeper::Precedes(key, value)) value = ValueOf(id, keeper_.Keep(key, value));
     }
     /// Lets go of everything.
     void Forget() { *this = {}; }
 
 private:
-    static tagGCVALUE StrayIn(const std::vector<tagGCVALUE>& strays, unsigned id) {
-        const auto place =
-            std::lower_bound(strays.begin(), strays.end(), id,
-                             [](const tagGCVALUE& stray, unsigned wanted) { return stray.dwID < wanted; });
-        return place == strays.end() || place->dwID != id ? NoValue(id) : *place;
+    /// By identifier; 0 for the unnumbered keys that were there when the table was read.
+    using Strays = std::map<unsigned, tagGCVALUE>;
+
+    static tagGCVALUE StrayIn(const Strays& strays, unsigned id) {
+        const auto place = strays.find(id);
+        return place == strays.end() ? NoValue(id) : place->second;
     }
 
     void ReadStrays(const std::vector<std::pair<unsigned, const Key*>>& keys) {
-        const std::vector<tagGCVALUE> last = std::exchange(strays_, {});
-        strays_.reserve(keys.size());
-        for (const auto& [id, key] : keys) strays_.push_back(ValueOf(id, keeper_.Keep(*key, StrayIn(last, id))));
+        const Strays last = std::exchange(strays_, {});
+        for (const auto& [id, key] : keys) {
+            strays_.emplace_hint(strays_.end(), id, ValueOf(id, keeper_.Keep(*key, StrayIn(last, id))));
+        }
     }
 
     unsigned first_ = 0;  ///< the table's first identifier
     LargeVector<tagGCVALUE> values_;
-    std::vector<tagGCVALUE> strays_;  ///< in the order of their identifiers; 0 for the unnumbered keys
+    Strays strays_;
     Keeper keeper_;
 };
 

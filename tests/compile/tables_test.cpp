@@ -269,6 +269,21 @@ TEST_F(Identifier, OfALargeTableFollowsAHostOnceAKeyIsInserted) {
     ExpectAllAsInTheMaps();
 }
 
+TEST_F(Identifier, OfALargeTableFollowsAHostThatGivesItTwiceOnceAKeyIsInserted) {
+    InsertMany(g_tblString, g_idxString);
+    InsertMany(g_tblDword, g_idxDword);
+    ExpectAllAsInTheMaps();
+    g_tblString.erase("name 99");
+    g_tblString["a, which comes before it"] = 0x12000005;
+    g_tblDword.erase(99);
+    g_tblDword[4] = 0x11000005;
+    InsertTbl(g_tblString, g_idxString, "one more", 1);
+    InsertTbl(g_tblDword, g_idxDword, 7777, 1);
+    EXPECT_STREQ(GetTblData(0x12000005).pszName, "a, which comes before it");
+    EXPECT_EQ(GetTblData(0x11000005).qwNumber, 4U);
+    ExpectAllAsInTheMaps();
+}
+
 TEST_F(Identifier, OfALargeTableFollowsALookUpThatAddsAKeyBesideAHost) {
     struct Change {
         const char* erased;

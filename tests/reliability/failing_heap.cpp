@@ -27,6 +27,7 @@ std::size_t piecesLeft = 0;
 std::size_t mappingsLeft = 0;
 bool hasFailed = false;
 std::ptrdiff_t livePieces = 0;
+std::size_t takenBytes = 0;
 
 bool FailsAt(std::size_t& left) {
     if (left == 0 || --left > 0) return false;
@@ -63,12 +64,15 @@ bool HasHeapFailed() { return hasFailed; }
 
 std::ptrdiff_t LivePieces() { return livePieces; }
 
+std::size_t TakenBytes() { return takenBytes; }
+
 }  // namespace zek::test
 
 void* operator new(std::size_t size) {
     void* const memory = zek::test::Fails() ? nullptr : zek::test::Allocated(size);
     if (!memory) throw std::bad_alloc();
     ++zek::test::livePieces;
+    zek::test::takenBytes += size;
     return memory;
 }
 

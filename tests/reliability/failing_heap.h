@@ -18,4 +18,7 @@ bool HasHeapFailed();
 /// How many pieces were taken with new and not deleted since; each page that was mapped counts as one.
 std::ptrdiff_t LivePieces();
 
+/// How many bytes were taken with new, those that are deleted since included.
+std::size_t TakenBytes();
+
 }  // namespace zek::test
