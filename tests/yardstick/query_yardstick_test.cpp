@@ -4,6 +4,7 @@
 #include "compile/init_tables.h"
 #include "compile/tables.h"
 #include "model/keyword_table.h"
+#include "yardstick/expected_answers.h"
 #include "yardstick/generated_source.h"
 #include "yardstick/plain_model.h"
 #include "yardstick/plain_queries.h"
@@ -18,28 +19,6 @@ const std::vector<std::string> kNames = {"Group0",  "Group1", "A",     "B",    "
                                          "Group69", "k66",    "own68", "67",   "69"};
 
 constexpr unsigned kNothing = 0xDEADBEEF;
-
-/// What a query gives, with the code that it left.
-template <class Result>
-void Expect(Result result, const plain::Answer<Result>& expected) {
-    EXPECT_EQ(result, expected.result);
-    EXPECT_EQ(gcGetLastError(), expected.code);
-}
-
-void ExpectValue(const tagGCVALUE& value, const tagGCVALUE& expected) {
-    EXPECT_EQ(value.dwKind, expected.dwKind);
-    EXPECT_EQ(value.dwID, expected.dwID);
-    if (value.dwKind == 2 && expected.dwKind == 2) {
-        EXPECT_STREQ(value.pszName, expected.pszName);
-    } else {
-        EXPECT_EQ(value.qwNumber, expected.qwNumber);
-    }
-}
-
-void ExpectValue(const tagGCVALUE& value, const plain::Answer<tagGCVALUE>& expected) {
-    EXPECT_EQ(gcGetLastError(), expected.code);
-    ExpectValue(value, expected.result);
-}
 
 /// An entry asked for, with the name slot, which is left alone when nothing is found.
 void ExpectEntry(tagGCENTRY* entry, unsigned name, const plain::Answer<tagGCENTRY*>& expected) {
