@@ -65,7 +65,8 @@ std::vector<std::pair<unsigned, const Key*>> StrayKeys(const std::map<Key, unsig
 }
 
 /// What an index keeps of a name: a copy, so that a host that takes a key out of the map itself leaves nothing that
-/// points to it. A copy stays where it is until the table is read anew, since hosts keep what a query gave them.
+/// points to it. Copies stay where they are, since hosts keep what a query gave them, until most of them are of keys
+/// that are no longer in the table.
 class KeptName {
 public:
     static constexpr unsigned kKind = kNameKind;
@@ -73,6 +74,7 @@ public:
 
     /// The copy of a name; `last` is the one of its identifier so far.
     DataWord Keep(const std::string& name, const tagGCVALUE& last) {
+        wanted_ += name.size() + 1;
         const bool same = last.dwKind != 0 && std::string_view(last.pszName) == name.c_str();
         return same ? last.qwNumber : reinterpret_cast<std::uintptr_t>(texts_.Keep(name.c_str()).data());
     }
@@ -81,8 +83,17 @@ public:
         return std::strcmp(name.c_str(), value.pszName) < 0;
     }
 
+    /// Begins to count what is kept again.
+    void Recount() { wanted_ = 0; }
+    /// Whether the copies take so much more than what was kept since then that they should begin anew.
+    bool IsOverfull() const { return texts_.Size() > kMostForEach * (wanted_ + kAlwaysKept); }
+
 private:
+    static constexpr std::size_t kMostForEach = 4;
+    static constexpr std::size_t kAlwaysKept = 1 << 14;
+
     Texts texts_;
+    std::size_t wanted_ = 0;
 };
 
 class KeptNumber {
@@ -92,6 +103,8 @@ public:
     static constexpr DataWord kNone = 0xFFFFFFFF;
 
     static DataWord Keep(unsigned number, const tagGCVALUE&) { return DataWordOf(number); }
+    static void Recount() {}
+    static bool IsOverfull() { return false; }
     static bool Precedes(unsigned number, const tagGCVALUE& value) { return number < value.qwNumber; }
 };
 
@@ -105,14 +118,11 @@ public:
 
     /// `first` is the table's first identifier.
     void Read(const std::map<Key, unsigned>& table, unsigned first) {
-        first_ = first;
-        const std::vector<const Key*> keys = KeysByIdentifier<Key>(table, first, table.size());
-        values_.resize(keys.size());
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-            const unsigned id = first + static_cast<unsigned>(i);
-            values_[i] = keys[i] ? ValueOf(id, keeper_.Keep(*keys[i], values_[i])) : NoValue(id);
-        }
-        ReadStrays(StrayKeys<Key>(table, first));
+        TakeIn(table, first);
+        if (!keeper_.IsOverfull()) return;
+        // Most are of names that a host took out; what was given is promised while the table is unchanged.
+        Forget();
+        TakeIn(table, first);
     }
     /// The first key in key order with each identifier from the first one on; as many as the table has keys, since
     /// identifiers are given out without gaps. Good until the table is read again.
@@ -134,6 +144,18 @@ public:
     void Forget() { *this = {}; }
 
 private:
+    void TakeIn(const std::map<Key, unsigned>& table, unsigned first) {
+        keeper_.Recount();
+        first_ = first;
+        const std::vector<const Key*> keys = KeysByIdentifier<Key>(table, first, table.size());
+        values_.resize(keys.size());
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            const unsigned id = first + static_cast<unsigned>(i);
+            values_[i] = keys[i] ? ValueOf(id, keeper_.Keep(*keys[i], values_[i])) : NoValue(id);
+        }
+        ReadStrays(StrayKeys<Key>(table, first));
+    }
+
     /// By identifier; 0 for the unnumbered keys that were there when the table was read.
     using Strays = std::map<unsigned, tagGCVALUE>;
 

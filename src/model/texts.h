@@ -23,14 +23,18 @@ public:
         *std::copy(text.begin(), text.end(), left_.begin()) = 0;
         const std::string_view kept(left_.data(), text.size());
         left_ = left_.subspan(size);
+        size_ += size;
         return kept;
     }
+    /// The bytes of all, with their NULs.
+    std::size_t Size() const { return size_; }
 
 private:
     static constexpr std::size_t kBlock = 1 << 16;
 
     std::vector<std::unique_ptr<char[]>> blocks_;
     std::span<char> left_;
+    std::size_t size_ = 0;
 };
 
 }  // namespace zek

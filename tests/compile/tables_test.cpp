@@ -5,6 +5,7 @@
 #include "compile/compile.h"
 #include "model/type_ids.h"
 #include "support/process_test.h"
+#include "support/resources.h"
 
 namespace zek::test {
 
@@ -315,6 +316,22 @@ TEST_F(Identifier, IsLookedUpInNoTimeWhileManyAreInserted) {
             ASSERT_EQ(GetTblData(0x11000000 + i / 2).qwNumber, i / 2);
         }
     });
+}
+
+TEST_F(Identifier, OfATableThatAHostEmptiesAndFillsAgainTakesNoMoreMemory) {
+    constexpr unsigned kKeys = 2000;
+    std::size_t heap = 0;
+    for (unsigned round = 0; round < 60; ++round) {
+        g_tblString.clear();
+        g_idxString = 0x12000000;
+        const std::string name = "a name of round " + std::to_string(round) + ", number ";
+        for (unsigned i = 0; i < kKeys; ++i) InsertTbl(g_tblString, g_idxString, name + std::to_string(i), 1);
+        ASSERT_EQ(GetTblData(0x12000007).pszName, name + "7");
+        ASSERT_EQ(GetTblData(0x12000000 + kKeys - 1).pszName, name + std::to_string(kKeys - 1));
+        if (round == 9) heap = HeapInUse();
+    }
+    // Copies of all those names would take 3 million bytes more.
+    EXPECT_LE(HeapInUse(), heap + 500'000);
 }
 
 TEST_F(Identifier, OfASmallTableFollowsEveryChangeOfAHost) {
