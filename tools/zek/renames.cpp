@@ -1,101 +1,28 @@
 #include "renames.h"
 
 #include <algorithm>
-
-#include "section_path.h"
+#include <string_view>
 
 namespace zek::tool {
 namespace {
 
-// What stands instead of a name, and is none.
-constexpr std::string_view kItself("\0", 1);
-constexpr std::string_view kUnknown("\0\0", 2);
-
-const std::vector<Identity> kNoSections;
-
-/// What to say instead of the name of a section.
-using Saying = std::function<std::string(const std::string& keyword, const std::string& name)>;
-
-std::string WithNames(const DescribedValue& value, const Saying& saying) {
-    if (value.references.empty()) return value.text;
-    std::string text;
-    std::size_t end = 0;
-    for (const DescribedValue::Reference& reference : value.references) {
-        text += value.text.substr(end, reference.at - end);
-        text += saying(reference.keyword, value.text.substr(reference.at, reference.size));
-        end = reference.at + reference.size;
-    }
-    return text + value.text.substr(end);
-}
-
-std::string Counted(const std::string& text) { return std::to_string(text.size()) + ' ' + text; }
-
-/// All of a section but its name, and with the same instead of every other name.
-std::string ShapeOf(const DescribedSection& section,
-                    const std::function<void(const std::string&, const std::string&)>& showName) {
-    const Saying saying = [&](const std::string& keyword, const std::string& name) {
-        if (keyword == section.keyword && name == section.name) return std::string(kItself);
-        showName(keyword, name);
-        return std::string(kUnknown) + keyword;
-    };
-    std::string shape = section.keyword + ' ' + Counted(section.bytes);
-    for (const DescribedValue& value : section.values) {
-        if (value.key != "NAME") shape += Counted(value.key) + Counted(WithNames(value, saying));
-    }
-    return shape;
-}
-
-bool HaveOneShape(const DescribedSection& a, const DescribedSection& b) {
-    const auto ignore = [](const std::string&, const std::string&) {};
-    return ShapeOf(a, ignore) == ShapeOf(b, ignore);
-}
-
-/// What a name adds to the sum over a section.
-std::uint64_t Term(std::size_t at, const std::string& name) {
-    // Spreads what is near: a name moved from one place to another must make a difference.
-    std::uint64_t term = std::hash<std::string>()(name) + (at + 1) * 0x9E3779B97F4A7C15ULL;
-    term = (term ^ (term >> 30)) * 0xBF58476D1CE4E5B9ULL;
-    term = (term ^ (term >> 27)) * 0x94D049BB133111EBULL;
-    return term ^ (term >> 31);
-}
+// What stands instead of a name that is open, and is none.
+constexpr std::string_view kOpen("\0", 1);
 
 }  // namespace
 
-NamedSections::NamedSections(const DescribedImage& image) {
-    for (const DescribedSection& section : image.sections) {
-        Kind& kind = kinds_[section.keyword];
-        if (kind.order.empty()) keywords_.push_back(section.keyword);
-        const Identity identity = {section.name, kind.counts[section.name]++};
-        kind.sections.emplace(identity, &section);
-        kind.order.push_back(identity);
-    }
-}
-
-const std::vector<Identity>& NamedSections::Of(const std::string& keyword) const {
-    const auto kind = kinds_.find(keyword);
-    return kind == kinds_.end() ? kNoSections : kind->second.order;
-}
-
-const DescribedSection* NamedSections::Find(const std::string& keyword, const Identity& identity) const {
-    const auto kind = kinds_.find(keyword);
-    if (kind == kinds_.end()) return nullptr;
-    const auto found = kind->second.sections.find(identity);
-    return found == kind->second.sections.end() ? nullptr : found->second;
-}
-
-std::uint64_t Renames::Open::SumOf(const Naming& naming) const {
-    std::uint64_t sum = shape;
-    for (std::size_t at = 0; at < references.size(); ++at) sum += Term(at, naming(references[at]));
-    return sum;
-}
-
 Renames::Renames(const NamedSections& before, const NamedSections& after)
-    : gone_(OpenOf(before, after)), fresh_(OpenOf(after, before)) {
+    : gone_(OpenSections(before, after)), fresh_(OpenSections(after, before)), guesses_(gone_, fresh_) {
     for (std::size_t gone = 0; gone < gone_.size(); ++gone) {
         for (std::size_t at = 0; at < gone_[gone].references.size(); ++at) {
             users_[gone_[gone].references[at]].push_back({gone, at});
         }
     }
+    guesses_.GuessByUsers(before, after);
+    FindInTurn();
+    FindTogether();
+    // What is left is not what was guessed.
+    guesses_.Clear();
     FindInTurn();
     FindTogether();
 }
@@ -116,37 +43,30 @@ std::string Renames::NameNow(const Name& name) const {
     return found == names_.end() ? name.second : found->second;
 }
 
-std::vector<Renames::Open> Renames::OpenOf(const NamedSections& image, const NamedSections& other) {
-    std::vector<Open> all;
-    for (const std::string& keyword : image.Keywords()) {
-        if (!HasName(keyword)) continue;
-        for (const Identity& identity : image.Of(keyword)) {
-            if (other.Find(keyword, identity)) continue;
-            Open open = {{keyword, identity}, image.Find(keyword, identity)};
-            open.shape =
-                std::hash<std::string>()(ShapeOf(*open.section, [&](const std::string& kind, const std::string& name) {
-                    open.references.emplace_back(kind, name);
-                }));
-            open.content = open.SumOf([](const Name& name) { return name.second; });
-            all.push_back(std::move(open));
-        }
+Renames::Waiting Renames::WaitingBy(const Naming& after) const {
+    Waiting waiting = {std::vector<std::uint64_t>(fresh_.size()), {}};
+    for (std::size_t fresh = 0; fresh < fresh_.size(); ++fresh) {
+        if (taken_.contains(fresh_[fresh].place)) continue;
+        waiting.sums[fresh] = fresh_[fresh].SumOf(after);
+        if (!guesses_.IsGuessed(fresh)) waiting.free[waiting.sums[fresh]].push_back(fresh);
     }
-    return all;
+    return waiting;
 }
 
 std::optional<Renames::Pair> Renames::Match(std::size_t gone, std::uint64_t sum, Waiting& waiting, const Naming& before,
                                             const Naming& after) const {
-    const auto same = waiting.find(sum);
-    if (same == waiting.end() || same->second.empty()) return std::nullopt;
-    const Pair pair = {gone, same->second.front()};
-    const Open& was = gone_[gone];
-    const Open& is = fresh_[pair.fresh];
+    const auto guess = guesses_.Of(gone);
+    const auto same = guess ? waiting.free.end() : waiting.free.find(sum);
+    if (guess ? waiting.sums[*guess] != sum : same == waiting.free.end() || same->second.empty()) return std::nullopt;
+    const Pair pair = {gone, guess ? *guess : same->second.front()};
+    const OpenSection& was = gone_[gone];
+    const OpenSection& is = fresh_[pair.fresh];
     const auto areSame = [&](const Name& a, const Name& b) { return before(a) == after(b); };
     // Two sums may be the same by chance.
     if (!HaveOneShape(*was.section, *is.section) ||
         !std::equal(was.references.begin(), was.references.end(), is.references.begin(), is.references.end(), areSame))
         return std::nullopt;
-    same->second.pop_front();
+    if (!guess) same->second.pop_front();
     return pair;
 }
 
@@ -154,8 +74,7 @@ std::optional<Renames::Pair> Renames::Match(std::size_t gone, std::uint64_t sum,
 void Renames::FindInTurn() {
     const Naming now = [&](const Name& name) { return NameNow(name); };
     const Naming asItIs = [](const Name& name) { return name.second; };
-    Waiting waiting;
-    for (std::size_t fresh = 0; fresh < fresh_.size(); ++fresh) waiting[fresh_[fresh].content].push_back(fresh);
+    Waiting waiting = WaitingBy(asItIs);
     std::set<std::size_t> changed;
     for (std::size_t gone = 0; gone < gone_.size(); ++gone) changed.insert(changed.end(), gone);
     while (!changed.empty()) {
@@ -170,14 +89,14 @@ void Renames::FindInTurn() {
 }
 
 void Renames::Take(const Pair& pair, std::set<std::size_t>& changed) {
-    const Open& was = gone_[pair.gone];
-    const Open& is = fresh_[pair.fresh];
+    const OpenSection& was = gone_[pair.gone];
+    const OpenSection& is = fresh_[pair.fresh];
     const std::string before = NameNow(was.Named());
     renamed_[was.place] = is.place.second;
     taken_.insert(is.place);
     names_[was.Named()] = is.place.second.first;
     for (const auto& [gone, at] : users_[was.Named()]) {
-        gone_[gone].content += Term(at, is.place.second.first) - Term(at, before);
+        gone_[gone].content += SumTerm(at, is.place.second.first) - SumTerm(at, before);
         changed.insert(gone);
     }
 }
@@ -189,31 +108,39 @@ void Renames::FindTogether() {
     for (const Pair& pair : Consistent(PairsButForNames())) Take(pair, changed);
 }
 
-Renames::Pairs Renames::PairsButForNames() const {
+Renames::Pairs Renames::PairsButForNames() {
     std::set<Name> openBefore;
     std::set<Name> openAfter;
     for (std::size_t gone = 0; gone < gone_.size(); ++gone) {
         if (IsOpen(gone)) openBefore.insert(gone_[gone].Named());
     }
-    for (const Open& open : fresh_) {
+    for (const OpenSection& open : fresh_) {
         if (!taken_.contains(open.place)) openAfter.insert(open.Named());
     }
     const Naming before = [&](const Name& name) {
-        return openBefore.contains(name) ? std::string(kUnknown) : NameNow(name);
+        return openBefore.contains(name) ? std::string(kOpen) : NameNow(name);
     };
-    const Naming after = [&](const Name& name) {
-        return openAfter.contains(name) ? std::string(kUnknown) : name.second;
-    };
-    Waiting waiting;
-    for (std::size_t fresh = 0; fresh < fresh_.size(); ++fresh) {
-        if (!taken_.contains(fresh_[fresh].place)) waiting[fresh_[fresh].SumOf(after)].push_back(fresh);
-    }
+    const Naming after = [&](const Name& name) { return openAfter.contains(name) ? std::string(kOpen) : name.second; };
+    Waiting waiting = WaitingBy(after);
+    GuessInOrder(waiting, before);
     Pairs pairs;
     for (std::size_t gone = 0; gone < gone_.size(); ++gone) {
         if (!IsOpen(gone)) continue;
         if (const auto pair = Match(gone, gone_[gone].SumOf(before), waiting, before, after)) pairs.push_back(*pair);
     }
     return pairs;
+}
+
+/// The first of those that may be the same, and with each what it refers to, so that the guesses agree.
+void Renames::GuessInOrder(Waiting& waiting, const Naming& before) {
+    for (std::size_t gone = 0; gone < gone_.size(); ++gone) {
+        if (!IsOpen(gone) || guesses_.Of(gone)) continue;
+        const auto same = waiting.free.find(gone_[gone].SumOf(before));
+        if (same == waiting.free.end()) continue;
+        std::deque<std::size_t>& free = same->second;
+        while (!free.empty() && guesses_.IsGuessed(free.front())) free.pop_front();
+        if (!free.empty()) guesses_.Suppose(gone, free.front());
+    }
 }
 
 /// Those that are the same section where all of them are.
@@ -239,7 +166,7 @@ Renames::Pairs Renames::Consistent(const Pairs& pairs) const {
         }
     }
     while (!wrong.empty()) {
-        const Open& was = gone_[pairs[wrong.back()].gone];
+        const OpenSection& was = gone_[pairs[wrong.back()].gone];
         const bool isNew = leading[was.Named()].erase(wrong.back()) > 0;
         wrong.pop_back();
         const auto users = users_.find(was.Named());

@@ -1,4 +1,4 @@
-/// Which sections of one image are those of another under new names. Relies on described_image.h.
+/// Which sections of one image are those of another under new names. Relies on rename_guesses.h.
 #pragma once
 
 #include <cstddef>
@@ -12,39 +12,14 @@
 #include <utility>
 #include <vector>
 
-#include "described_image.h"
+#include "rename_guesses.h"
 
 namespace zek::tool {
 
-/// A name, and the place among the sections of a kind that have it.
-using Identity = std::pair<std::string, std::size_t>;
-
-/// The sections of an image by kind and name. The image must outlive this.
-class NamedSections {
-public:
-    explicit NamedSections(const DescribedImage& image);
-
-    /// The kinds that there are, in the order of the image.
-    const std::vector<std::string>& Keywords() const { return keywords_; }
-    /// Those of a kind, in the order of the image.
-    const std::vector<Identity>& Of(const std::string& keyword) const;
-    /// Null for none.
-    const DescribedSection* Find(const std::string& keyword, const Identity& identity) const;
-
-private:
-    struct Kind {
-        std::map<std::string, std::size_t> counts = {};
-        std::map<Identity, const DescribedSection*> sections = {};
-        std::vector<Identity> order = {};
-    };
-
-    std::vector<std::string> keywords_;
-    std::map<std::string, Kind> kinds_;
-};
-
 /// A section that is gone and one that is new are the same where all but the NAME is, and where the names that they
-/// refer to are the same or lead to such sections, too. It takes as long as there are names referred to, however they
-/// depend on each other.
+/// refer to are the same or lead to such sections, too. Of several that are the same in this, the one that the same
+/// sections refer to counts, then the order. It takes as long as there are names referred to, however they depend on
+/// each other.
 class Renames {
 public:
     Renames(const NamedSections& before, const NamedSections& after);
@@ -59,21 +34,10 @@ public:
     std::string Applied(const DescribedValue& value) const;
 
 private:
-    using Name = std::pair<std::string, std::string>;  // the keyword first
-    using Place = std::pair<std::string, Identity>;    // the same
-    using Naming = std::function<std::string(const Name&)>;
+    using Name = NameOfKind;
+    using Place = PlaceOfKind;
+    using Naming = OpenSection::Naming;
 
-    /// A section that the other image lacks.
-    struct Open {
-        Place place;
-        const DescribedSection* section;
-        std::vector<Name> references = {};  ///< to other sections
-        std::uint64_t shape = 0;            ///< a sum over all but the names
-        std::uint64_t content = 0;          ///< the same with the names as far as they are known
-
-        Name Named() const { return {place.first, place.second.first}; }
-        std::uint64_t SumOf(const Naming& naming) const;
-    };
     /// One of the references of a section that is gone.
     struct User {
         std::size_t gone;
@@ -84,24 +48,31 @@ private:
         std::size_t fresh;
     };
     using Pairs = std::vector<Pair>;
-    using Waiting = std::map<std::uint64_t, std::deque<std::size_t>>;  // new sections by a sum, in their order
+    /// New sections that are not taken.
+    struct Waiting {
+        std::vector<std::uint64_t> sums;                        // of each
+        std::map<std::uint64_t, std::deque<std::size_t>> free;  // those that nobody is guessed to be, in their order
+    };
 
-    static std::vector<Open> OpenOf(const NamedSections& image, const NamedSections& other);
     std::string NameNow(const Name& name) const;
     bool IsOpen(std::size_t gone) const { return !renamed_.contains(gone_[gone].place); }
 
-    /// The new section that is the same, taken from those that wait; nothing where none is.
+    Waiting WaitingBy(const Naming& after) const;
+    /// The new section that is the same, taken from those that wait: the guessed one where there is a guess, else the
+    /// first that is free. Nothing where that is another.
     std::optional<Pair> Match(std::size_t gone, std::uint64_t sum, Waiting& waiting, const Naming& before,
                               const Naming& after) const;
     void FindInTurn();
     /// Stores which sections have changed by that.
     void Take(const Pair& pair, std::set<std::size_t>& changed);
     void FindTogether();
-    Pairs PairsButForNames() const;
+    Pairs PairsButForNames();
+    void GuessInOrder(Waiting& waiting, const Naming& before);
     Pairs Consistent(const Pairs& pairs) const;
 
-    std::vector<Open> gone_;
-    std::vector<Open> fresh_;
+    std::vector<OpenSection> gone_;
+    std::vector<OpenSection> fresh_;
+    RenameGuesses guesses_;
     std::map<Name, std::vector<User>> users_;
     std::map<Place, Identity> renamed_;
     std::set<Place> taken_;
