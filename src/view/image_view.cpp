@@ -125,7 +125,7 @@ std::optional<unsigned> ImageView::Section::ID() const {
 std::optional<ImageView::Section> ImageView::Section::Parent() const {
     const unsigned word = data_->WordOf(index_, kIdParent);
     // A group whose parent is "0" is at the top, also when a group has that name.
-    if (Kind() == kImageGroup && word == kIdGroup) return {};
+    if (Kind() == kImageGroup && word == data_->rootGroup) return {};
     const std::uint32_t parent = data_->named.Find(kImageGroup, word);
     if (parent == FirstSections::kNone || parent == index_) return {};
     return Section(data_, parent);

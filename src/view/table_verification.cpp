@@ -29,6 +29,8 @@ bool ImageVerifier::Tables() {
         if (!Table(slot)) return false;
     }
     place_ = {};
+    const std::uint32_t root = data_.TableOf(kIdGroup).OrdinalOf("0");
+    if (root != HashSlots::kNone) data_.rootGroup = kIdGroup + root;
     return true;
 }
 

@@ -12,7 +12,6 @@ namespace zek {
 namespace {
 
 constexpr std::size_t kSectionHead = 8;
-constexpr unsigned kRootGroup = kIdGroup;
 constexpr std::uint32_t kNone = ImageFinding::kNowhere;
 
 /// Why an identifier that was given out stands for nothing.
@@ -259,7 +258,7 @@ bool ImageVerifier::Parent(const ParentOf& child, std::vector<std::uint32_t>& pa
     const std::uint32_t parent = data_.named.Find(kImageGroup, child.word);
     if (parent == child.section) return Note(ImageCode::kOwnParent, child.offset, child.word);
     const bool group = place_.kind == kImageGroup;
-    if ((group && child.word == kRootGroup) || !data_.Resolve(child.word)) return true;
+    if ((group && child.word == data_.rootGroup) || !data_.Resolve(child.word)) return true;
     if (parent == FirstSections::kNone) return Fail(ImageCode::kMissingParent, child.offset, child.word);
     if (group) parents[child.section] = parent;
     return true;

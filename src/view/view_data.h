@@ -107,6 +107,9 @@ struct ImageView::Data {
 
     std::array<KeyTable, 32> tables;  ///< by the class of their identifiers
     std::span<const unsigned char> blocks;
+    /// The word of "0", the parent of the groups at the top: the first of its table, unless the image was compiled in a
+    /// process that had loaded one with other names. kIdUnresolved where no group is at the top.
+    unsigned rootGroup = kIdUnresolved;
 
     FirstSections named;                          ///< by the word of NAME, or the name of an entry
     std::array<std::uint32_t, 13> nameClasses{};  ///< the classes of these words by kind, a bit for each

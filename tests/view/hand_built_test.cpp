@@ -4,20 +4,11 @@
 
 #include "model/section.h"
 #include "model/section_kinds.h"
-#include "view/view_comparison.h"
-#include "view/viewed_image.h"
+#include "view/compiled_model.h"
 
 namespace zek::test {
 
 namespace {
-
-constexpr char kSound[] =
-    "[QUORZEK]\nVERSION=1\n[DEFINE]\nT1=1\n[PROPERTY]\nMaker=us\n"
-    "[GROUP]\nPARENT=0\nNAME=A\nCHILDGROUP=0\n[GROUP]\nPARENT=A\nNAME=B\nCHILDGROUP=0\n"
-    "[GLOBAL]\nG_X=T1,1\n[ACTION]\nNAME=Do\nARGNUMBER=1\nVALUE=T1,1\n[REPEATER]\nRep=2,Do,5\n"
-    "[SENSOR]\nPARENT=B\nNAME=S\nID=7\nTYPE=1\nINITFLAG=0\nCONTROLMASK=0\nVALUE=T1,2\nVALUE_own=T1,3\n"
-    "[DEVICE]\nNAME=D\nID=3\nINITFLAG=0\nCONTROLMASK=0\n[TABLE]\nNAME=T\nTYPE=1\n1=1\n"
-    "[TAVRGROUP]\nNAME=t\nID=1\nPID=0\nSENSORS=7\n";
 
 constexpr unsigned kPrefix = 8;  // of a notation: more may stand behind the keyword
 
@@ -28,36 +19,16 @@ CZEKEntry* Made(unsigned type, unsigned notation, const std::string& key, const 
     return entry;
 }
 
-class HandBuilt : public ProcessTest {
+class HandBuilt : public CompiledModel {
 protected:
     void SetUp() override {
-        ProcessTest::SetUp();
+        CompiledModel::SetUp();
         Source(kSound);
     }
 
     template <class Kind>
     static void Add(CZEKSection& section, unsigned type, const std::string& key, const std::string& value) {
         section.m_vpEntry.push_back(Made<Kind>(type, kPrefix | 2, key, value));
-    }
-
-    /// The image of the model as it now is.
-    std::string Compiled() {
-        EXPECT_EQ(gccCheck(), 1U) << Messages();
-        EXPECT_EQ(gccOutput("model.zki"), 1U);
-        gccCompEnd();
-        return Read("model.zki");
-    }
-
-    /// The notes without offsets and sentences, once the view has answered everything as the loaded image does.
-    static std::string NotesOfView(const std::string& image) {
-        const auto view = ImageView::Open(BytesOf(image));
-        if (!view) return Refusal(image);
-        tagMETAFILEINFO info = {};
-        EXPECT_EQ(gcInit("model.zki", &info), 1U);
-        EXPECT_EQ(DifferenceFromLoaded(*view, info), "");
-        std::string notes;
-        view->ForEachNote([&](const ImageFinding& note) { notes += NameOf(note.code) + (": " + note.Place()) + '\n'; });
-        return notes;
     }
 };
 
@@ -132,6 +103,14 @@ TEST_F(HandBuilt, ModelWhoseGroupsAreInACircleIsRefused) {
 TEST_F(HandBuilt, ModelWhoseGroupLosesItsNameIsRefused) {
     std::vector<CZEKEntry*>& entries = CGSGROUP::m_sHeader.at(1)->m_vpEntry;
     entries.insert(entries.begin() + 1, Made<CGESTRING>(0x10020016, 1, "DEFINEWORD", "T1"));
+    EXPECT_TRUE(NotesOfView(Compiled()).starts_with("missing-parent at "));
+}
+
+/// A section of a kind that the image does not have ends the list in which it stands.
+TEST_F(HandBuilt, ModelWhoseGroupStandsBehindADefinitionIsRefused) {
+    SectionList& groups = CGSGROUP::m_sHeader;
+    groups.insert(groups.begin() + 1, CZEKSection::Create("host", "DEFINE", 100));
+    CGSDEFINE::m_sHeader.pop_back();
     EXPECT_TRUE(NotesOfView(Compiled()).starts_with("missing-parent at "));
 }
 

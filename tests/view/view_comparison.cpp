@@ -124,9 +124,7 @@ private:
         Require(sections.size() == gcGetSectCount(kind), "how many sections of kind " + Name(kind));
         for (unsigned i = 0; i < sections.size(); ++i) {
             Compare(sections[i], *gcGetSectByIndex(kind, i));
-            if (const auto id = sections[i].ID()) SameSection(view_.SectionWithID(kind, *id), gcGetSectByID(kind, *id));
-            const std::string name(sections[i].Name().value_or("none"));
-            SameSection(view_.SectionNamed(kind, name), gcGetSectByName(kind, name));
+            FoundBy(sections[i]);
         }
         Require(gcGetSectByIndex(kind, sections.size()) == nullptr, "a section behind the last one");
         for (const std::string& name : names_) {
@@ -134,6 +132,21 @@ private:
         }
         for (const unsigned id : {0U, 1U, 7U, kNone}) {
             SameSection(view_.SectionWithID(kind, id), gcGetSectByID(kind, id));
+        }
+    }
+
+    /// What every NAME and ID entry of a section finds, of which there may be several.
+    void FoundBy(const Section& section) const {
+        const unsigned kind = section.Kind();
+        for (const Entry& entry : section.AllEntries()) {
+            const ImageValue value = entry.Value(0);
+            if (entry.Id() == kIdName && value.kind == ImageValue::Kind::kText) {
+                const std::string name(value.text);
+                SameSection(view_.SectionNamed(kind, name), gcGetSectByName(kind, name));
+            }
+            if (entry.Id() == kIdID && value.kind == ImageValue::Kind::kNumber) {
+                SameSection(view_.SectionWithID(kind, value.number), gcGetSectByID(kind, value.number));
+            }
         }
     }
 
@@ -191,7 +204,7 @@ private:
         if (!group && section.Kind() != kImageSensor) return;
         const tagGCVALUE parent = first(kIdParent);
         const tagGCSECT* above = parent.dwKind == 2 ? gcGetSectByName(kImageGroup, parent.pszName) : nullptr;
-        if (above == &loaded || (group && parent.dwID == kIdGroup)) above = nullptr;
+        if (above == &loaded || (group && parent.dwKind == 2 && TextOf(parent) == "0")) above = nullptr;
         SameSection(section.Parent(), above);
     }
 

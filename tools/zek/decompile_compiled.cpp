@@ -69,6 +69,7 @@ private:
     }
 
     std::vector<GroupLines> Groups() const {
+        const std::uint32_t root = view_.IdentifierOf(kIdGroup, "0").value_or(kIdUnresolved);
         std::map<std::uint32_t, std::size_t> positions;
         std::vector<std::uint32_t> parents;
         std::vector<GroupLines> groups;
@@ -76,13 +77,13 @@ private:
             const auto name = section.EntryWithId(kIdName);
             const auto parent = section.EntryWithId(kIdParent);
             if (name && name->WordCount() > 0) positions.emplace(name->Word(0), groups.size());
-            // "0", the first of the names, is no group.
-            parents.push_back(parent && parent->WordCount() > 0 ? parent->Word(0) : kIdGroup);
+            parents.push_back(parent && parent->WordCount() > 0 ? parent->Word(0) : root);
             groups.push_back({{}, static_cast<std::uint32_t>(pieces_[section.Index()].lines.size())});
         }
         for (std::size_t i = 0; i < groups.size(); ++i) {
             const auto found = positions.find(parents[i]);
-            if (parents[i] != kIdGroup && found != positions.end()) groups[i].parent = found->second;
+            // Who has the parent "0" is at the top, also when a group has that name.
+            if (parents[i] != root && found != positions.end()) groups[i].parent = found->second;
         }
         return groups;
     }
