@@ -37,8 +37,8 @@ public:
 
     int Descriptor() const { return fd_; }
 
-    /// The number of bytes read, 0 at the end of the file and where it cannot be read; nothing when it is silent for
-    /// too long, or cannot be waited for.
+    /// The number of bytes read, 0 at the end of the file; nothing when it cannot be read, is silent for too long, or
+    /// cannot be waited for.
     std::optional<std::size_t> Read(unsigned char* to, std::size_t room) const;
 
 private:
@@ -57,7 +57,7 @@ std::optional<std::size_t> OpenFile::Read(unsigned char* to, std::size_t room) c
         if (ready <= 0) return std::nullopt;
         const ssize_t got = read(fd_, to, room);
         if (got >= 0) return static_cast<std::size_t>(got);
-        if (errno != EINTR && errno != EAGAIN) return 0;
+        if (errno != EINTR && errno != EAGAIN) return std::nullopt;
         // A device may call itself ready and then give nothing.
         if (left <= 0) return std::nullopt;
     }

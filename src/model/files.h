@@ -11,8 +11,8 @@
 namespace zek {
 
 /// All bytes of a file that begins with the magic (see HasMagic); of another only its first bytes; nothing when it
-/// cannot be opened. What is no regular file is read up to its end; nothing when it gives more than 256 MiB, keeps
-/// silent for two seconds, as a FIFO does to which nobody writes, or still makes its reader wait after a minute.
+/// cannot be opened or read. What is no regular file is read up to its end; nothing when it gives more than 256 MiB,
+/// keeps silent for two seconds, as a FIFO does to which nobody writes, or still makes its reader wait after a minute.
 std::optional<ByteBuffer> ReadImage(const std::string& file, std::string_view magic);
 
 /// A file created or emptied for writing; the stream is bad when it cannot be opened.

@@ -69,6 +69,15 @@ protected:
 unsigned LoadCompiled() { return gcInit("fifo", nullptr); }
 unsigned LoadDebug() { return gdInit("fifo", nullptr); }
 
+TEST_F(SpecialImageFile, FolderIsAFileThatCannotBeRead) {
+    const auto openBefore = OpenFiles();
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(gcInit(".", nullptr), 0U); }), 13U);
+    EXPECT_EQ(CodeAfter([] { EXPECT_EQ(ReadMeta(".", nullptr), 0U); }), 12U);
+    EXPECT_EQ(gdInit(".", nullptr), 0U);
+    EXPECT_EQ(Messages(), "ERROR: Open debug file . failed.\n");
+    EXPECT_EQ(OpenFiles(), openBefore);
+}
+
 TEST_F(SpecialImageFile, FifoThatNobodyWritesToIsAFileThatCannotBeRead) {
     const auto openBefore = OpenFiles();
     const auto begin = std::chrono::steady_clock::now();
