@@ -235,6 +235,14 @@ TEST_F(ZekDiff, AnotherSpellingIsNoDifferenceOfDebugImages) {
               "changed SENSOR/Inlet/THRESHOLD_WH: \"4294967256\" to \"4294967255\"\n");
 }
 
+TEST_F(ZekDiff, ComparesTheValueThatAWordHasInTheEnd) {
+    const std::string text = std::string(kBoard) + "[DEFINE]\nX = 3\nA = X\n[DEFINE]\nX = 2\n";
+    Compile("a", text);
+    EXPECT_EQ(Shown(text + "[DEFINE]\nX = 5\n", {}, ".zkd"), "changed DEFINE/X: \"2\" to \"5\"\n");
+    EXPECT_EQ(Zek({"get", "b.zkd", "DEFINE/A"}).out, "3\n");
+    EXPECT_EQ(Zek({"get", "b.zkd", "DEFINE/X"}).out, "5\n");
+}
+
 TEST_F(ZekDiff, JsonSaysTheSame) {
     const std::string out = Shown(With(With(kBoard, "= 40\n", "= 45\n"), "= Old", "= New"), {"--json"});
     EXPECT_EQ(nlohmann::json::parse(out), nlohmann::json::parse(R"({"schema": "zek-diff/1", "differences": [

@@ -193,6 +193,27 @@ TEST_F(ZekOrigin, OfSeveralItemsOfAWordTheOneThatCountsIsShown) {
               "b.zek:12: value BEHIND\nb.zek:10: section [SYSTEM]\nb.zek:7: definition BEHIND = 2\n");
 }
 
+TEST_F(ZekOrigin, OfSeveralItemsOfAWordTheLastThatIsReadIsShown) {
+    const struct {
+        std::string text;
+        std::string shown;
+    } rows[] = {
+        {"[DEFINE]\nV = 1\n[IFDEF]\nDEFINEWORD = V\nW = 6\n[DEFINE]\nW = 6\n",
+         "a.zek:7: value 6\na.zek:6: section [DEFINE]\n"},
+        {"[DEFINE]\nX = 6\nW = X\n[DEFINE]\nX = 9\nW = 9\n[DEFINE]\nW = X\nX = 10\n",
+         "a.zek:8: value 9\na.zek:7: section [DEFINE]\n"},
+        {"[DEFINE]\nW = 1\n[INCLUDE]\nFILE = words.zek\n[DEFINE]\nW = 1\n[INCLUDE]\nFILE = words.zek\n",
+         "words.zek:2: value 1\n  included from a.zek:4\nwords.zek:1: section [DEFINE]\n  included from a.zek:4\n"},
+    };
+    Write("words.zek", "[DEFINE]\nW = 1\n");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        Write("a.zek", row.text);
+        ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
+        EXPECT_EQ(Zek({"origin", "a.zkd", "DEFINE/W"}).out, row.shown);
+    }
+}
+
 TEST_F(ZekOrigin, ImageThatDoesNotBelongEndsWithOne) {
     Write("b.zek", std::string(kBoard).replace(std::string(kBoard).find("THRESHOLD_WH = 40"), 17, "THRESHOLD_WH = 41"));
     ASSERT_EQ(Zek({"compile", "b.zek"}).code, 0);

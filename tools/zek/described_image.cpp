@@ -3,6 +3,7 @@
 #include <map>
 #include <utility>
 
+#include "debug_lines.h"
 #include "progress.h"
 #include "section_path.h"
 #include "values.h"
@@ -17,6 +18,8 @@ public:
         const unsigned count = ++counts_[key];
         return count == 1 ? key : key + " #" + std::to_string(count);
     }
+
+    bool Has(const std::string& key) const { return counts_.contains(key); }
 
 private:
     std::map<std::string, unsigned> counts_;
@@ -58,6 +61,9 @@ DescribedImage Describe(const std::string& file) {
         Keys own;
         Keys& keys = named ? own : unnamed[section.keyword];
         for (const ShownEntry& entry : section.entries) {
+            // A word has one value, however often it is defined.
+            const bool isWord = entry.source && IsDefinition(*entry.source);
+            if (isWord && keys.Has(entry.key)) continue;
             described.sections.back().values.push_back(Described(keys.Own(entry.key), values.Resolved(entry)));
         }
     });

@@ -32,7 +32,8 @@ struct DescribedSection {
 };
 
 /// The sections of an image, kind by kind. Those without a NAME are told by their keys alone, so that all of a kind are
-/// one; where a key stands in several of them, #2 and so on follow it.
+/// one; where a key stands in several of them, #2 and so on follow it. A word that is defined several times stands
+/// there once, with the value that counts.
 struct DescribedImage {
     ImageKind kind = ImageKind::kNone;
     std::vector<DescribedSection> sections;

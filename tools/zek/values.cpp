@@ -92,7 +92,11 @@ std::vector<ShownValue> Values::List(const ShownSection& section, const char* ke
 std::vector<ShownValue> Values::Resolved(const ShownEntry& entry) const {
     if (!entry.source) return OfWords(entry);
     const DebugEntry& source = *entry.source;
-    if (IsDefinition(source)) return {OfNumber(source.number)};
+    if (IsDefinition(source)) {
+        // Another item, above or below, may have given the word its value.
+        const auto word = names_.find(entry.key);
+        return {OfNumber(word == names_.end() ? source.number : word->second)};
+    }
     std::vector<ShownValue> values;
     const std::size_t count = TextsOf(source).size();
     while (values.size() < count) values.push_back(OfText(source, values.size()));

@@ -1,6 +1,5 @@
 #include "values_at.h"
 
-#include "debug_lines.h"
 #include "table_rows.h"
 
 namespace zek::tool {
@@ -16,13 +15,6 @@ unsigned ByteOf(const Image& image, const ShownSection& table, unsigned byte) {
     return found.value_or(0);
 }
 
-/// The values of an entry; of a definition the one that its word has in the end, which another may have given it.
-std::vector<ShownValue> ValuesOf(const Image& image, const ShownEntry& entry) {
-    const auto word = entry.source && IsDefinition(*entry.source) ? image.Names().find(entry.key) : image.Names().end();
-    if (word != image.Names().end()) return {{std::to_string(word->second), word->second, nullptr}};
-    return Values(image).Resolved(entry);
-}
-
 FoundValues AllAt(const Image& image, const SectionPath& path) {
     FoundValues found;
     const auto byte = path.keyword == "TABLE" ? ByteIn(path.key) : std::nullopt;
@@ -32,7 +24,7 @@ FoundValues AllAt(const Image& image, const SectionPath& path) {
             const unsigned number = ByteOf(image, section, *byte);
             found = {{std::to_string(number), number, nullptr}};
         } else if (const ShownEntry* const entry = section.Entry(path.key)) {
-            found = ValuesOf(image, *entry);
+            found = Values(image).Resolved(*entry);
         }
     });
     return found;

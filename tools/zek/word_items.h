@@ -21,13 +21,17 @@ public:
     /// `names` are the predefined names of the image. Both must outlive this.
     WordItems(const DebugSource& source, const std::map<std::string, unsigned>& names);
 
-    /// Of several items that define a word, the one that counts: the last one with its value in the end. Without item
-    /// where the source has none.
+    /// Of several items that define a word, the one that counts: the last one that is read. Without item where the
+    /// source has none.
     WordItem Behind(std::string_view word) const;
 
 private:
+    /// The same where the image does not tell the order of the reading: the last one with the value in the end.
+    WordItem ByValue(std::string_view word, const std::vector<WordItem>& items) const;
+
     const std::map<std::string, unsigned>& names_;
     std::map<std::string_view, std::vector<WordItem>> items_;
+    std::map<std::string_view, SourceSpot> last_;  // where each word is defined last
 };
 
 }  // namespace zek::tool
