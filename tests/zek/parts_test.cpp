@@ -12,15 +12,30 @@
 #include "known_messages.h"
 #include "lint_text.h"
 #include "memory_file.h"
+#include "messages.h"
 #include "model/messages.h"
 #include "parser_library.h"
 #include "printable.h"
 #include "tree_writer.h"
 #include "zek/in_process.h"
+#include "zekcomp/output.h"
 
 namespace zek::tool {
 
 namespace {
+
+/// A long key may stand in many thousand messages.
+TEST(ZekMessageTexts, AreThereOnceForAllMessages) {
+    TakeMessages();
+    for (const std::string& key : {std::string(1000, 'k'), std::string(1000, 'k')})
+        Output(1, "%s:%u\n", key.c_str(), 7u);
+    const std::vector<Message> messages = TakeMessages();
+    ASSERT_EQ(messages.size(), 2U);
+    EXPECT_EQ(messages[0].Whole(), std::string(1000, 'k') + ":7\n");
+    EXPECT_EQ(messages[0].arguments[0].data(), messages[1].arguments[0].data());
+    EXPECT_EQ(messages[1].Text(0), std::string(1000, 'k'));
+    EXPECT_EQ(messages[1].Number(1), 7U);
+}
 
 TEST(ZekKnownMessages, AreTheLibrarysOwn) {
     EXPECT_STREQ(kLoadParserFailed, zek::kLoadParserFailed);

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <functional>
 #include <optional>
-#include <set>
+#include <unordered_set>
 #include <utility>
 
 #include "zekcomp/output.h"
@@ -47,35 +47,35 @@ std::optional<std::string> Conversions(std::string_view format) {
 }
 
 /// An argument as text; nothing where none of that letter is.
-std::optional<std::string> Argument(const Message& message, std::size_t position, char letter) {
+std::optional<std::string_view> Argument(const Message& message, std::size_t position, char letter) {
     const std::string letters = Conversions(message.format).value_or("");
     if (position >= letters.size() || letters[position] != letter) return std::nullopt;
-    std::size_t begin = 0;
-    for (; position > 0; --position) begin = message.arguments.find('\0', begin) + 1;
-    return message.arguments.substr(begin, message.arguments.find('\0', begin) - begin);
+    return message.arguments[position];
 }
+
+struct TextHash : std::hash<std::string_view> {
+    using is_transparent = void;
+};
 
 }  // namespace
 
 std::string_view Lasting(std::string_view text) {
-    static auto* const all = new std::set<std::string, std::less<>>;
+    static auto* const all = new std::unordered_set<std::string, TextHash, std::equal_to<>>;
     const auto found = all->find(text);
     return found == all->end() ? *all->emplace(text).first : *found;
 }
 
 std::string Message::Whole() const {
-    if (!Conversions(format)) return arguments;
+    if (!Conversions(format)) return std::string(arguments[0]);
     std::string text;
-    std::size_t begin = 0;
+    auto next = arguments.begin();
     for (std::size_t i = 0; i < format.size(); ++i) {
         if (format[i] != '%' || i + 1 == format.size()) {
             text += format[i];
         } else if (format[++i] == '%') {
             text += '%';
         } else {
-            const std::size_t end = arguments.find('\0', begin);
-            text.append(arguments, begin, end - begin);
-            begin = end + 1;
+            text += *next++;
         }
     }
     return text;
@@ -83,10 +83,12 @@ std::string Message::Whole() const {
 
 std::size_t Message::CountArguments() const { return Conversions(format).value_or("").size(); }
 
-std::string Message::Text(std::size_t position) const { return Argument(*this, position, 's').value_or(""); }
+std::string Message::Text(std::size_t position) const {
+    return std::string(Argument(*this, position, 's').value_or(""));
+}
 
 unsigned Message::Number(std::size_t position) const {
-    return static_cast<unsigned>(std::stoul(Argument(*this, position, 'u').value_or("0")));
+    return static_cast<unsigned>(std::stoul(std::string(Argument(*this, position, 'u').value_or("0"))));
 }
 
 void Listen(MessageListener* listener) { g_listener = listener; }
@@ -103,18 +105,17 @@ extern "C" __attribute__((visibility("default"))) void Output(unsigned, const ch
     va_list arguments;
     va_start(arguments, format);
     const std::optional<std::string> letters = Conversions(format);
-    if (!letters) message.arguments = Formatted(format, arguments);
+    if (!letters) message.arguments.push_back(Lasting(Formatted(format, arguments)));
+    message.arguments.reserve(letters ? letters->size() : 1);
     for (const char letter : letters.value_or("")) {
         if (letter == 'u') {
-            message.arguments += std::to_string(va_arg(arguments, unsigned));
+            message.arguments.push_back(Lasting(std::to_string(va_arg(arguments, unsigned))));
         } else {
             const char* text = va_arg(arguments, const char*);
-            message.arguments += text ? text : "";
+            message.arguments.push_back(Lasting(text ? text : ""));
         }
-        message.arguments += '\0';
     }
     va_end(arguments);
-    message.arguments.shrink_to_fit();
     if (g_listener) g_listener->Hear(message);
     Kept().push_back(std::move(message));
 }

@@ -24,9 +24,9 @@ struct Refusal {
 /// One message of the library. Small, since a source may give rise to a million.
 struct Message {
     std::string_view format = {};  ///< the format it came with; lives as long as the program, as does the path
-    /// The arguments of the format, in order, with a NUL behind each. Where it has other conversions than %s and %u,
-    /// the formatted text.
-    std::string arguments = {};
+    /// The arguments of the format as texts, in order. Where it has other conversions than %s and %u, the formatted
+    /// text alone. Each lives as long as the program, so that a long one is there once for all messages.
+    std::vector<std::string_view> arguments = {};
     std::string_view path =
         {};  ///< the file that was being read, as it was opened; empty when none was or it is not known
     std::unique_ptr<const Refusal> refusal = {};  ///< of a file that could not be loaded; null where nothing is known
@@ -41,7 +41,7 @@ struct Message {
     unsigned Number(std::size_t position) const;
 };
 
-/// A text that lives as long as the program, once for all that are equal.
+/// A text that lives as long as the program, once for all that are equal: these have one address.
 std::string_view Lasting(std::string_view text);
 
 /// Called with each message as it comes, before it is kept. May fill `path` and `refusal`, must not

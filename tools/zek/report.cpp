@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <memory>
-#include <tuple>
 #include <utility>
 
 #include "known_messages.h"
@@ -91,8 +91,12 @@ public:
     std::uint32_t& Shown(const Message& message) { return shown_[First(message)]; }
 
 private:
+    /// Any order: equal texts of messages have one address.
     static bool IsBefore(const Message* a, const Message* b) {
-        return std::tie(a->format, a->arguments) < std::tie(b->format, b->arguments);
+        const auto isBefore = [](std::string_view x, std::string_view y) { return std::less<>()(x.data(), y.data()); };
+        if (a->format.data() != b->format.data()) return isBefore(a->format, b->format);
+        return std::lexicographical_compare(a->arguments.begin(), a->arguments.end(), b->arguments.begin(),
+                                            b->arguments.end(), isBefore);
     }
     std::size_t First(const Message& message) const {
         const auto first = std::lower_bound(sorted_.begin(), sorted_.end(), &message, IsBefore);
