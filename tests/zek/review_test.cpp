@@ -39,6 +39,15 @@ TEST_F(LimitedReview, KeepsTheFirstOfEachSeverityAndCountsTheRest) {
     EXPECT_EQ(review.CountLeft(), (SeverityCounts{0, 3, 1}));
 }
 
+TEST_F(LimitedReview, KeepsErrorsBesideWhatIsRaisedToThem) {
+    levels_.RaiseWarnings();
+    Review review(levels_, {}, text_, 2);
+    for (unsigned line = 1; line <= 5; ++line) review.Add(At("W101", line));
+    for (unsigned line = 1; line <= 3; ++line) review.Add(At("E101", line));
+    EXPECT_EQ(Told(review.Kept()), "W101:1 W101:2 E101:1 E101:2");
+    EXPECT_EQ(review.CountLeft(), (SeverityCounts{0, 0, 4}));
+}
+
 TEST_F(LimitedReview, KeepsTheFirstInTheOrderThatIsWanted) {
     Review review(levels_, {}, text_, 3);
     review.Add(At("W101", 90));

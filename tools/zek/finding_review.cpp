@@ -30,7 +30,12 @@ Finding About(const Allowed& allowed, const char* code) {
     return finding;
 }
 
-std::size_t RowOf(const Finding& finding) { return static_cast<std::size_t>(finding.severity); }
+constexpr std::size_t kRaisedRow = std::tuple_size_v<SeverityCounts>;
+
+std::size_t RowOf(const Finding& finding) {
+    if (finding.severity == Severity::kError && !IsError(finding.code)) return kRaisedRow;
+    return static_cast<std::size_t>(finding.severity);
+}
 
 }  // namespace
 
@@ -115,8 +120,10 @@ void Review::Cut() {
 }
 
 SeverityCounts Review::CountLeft() const {
-    SeverityCounts left = counts_;
-    for (std::size_t row = 0; row < left.size(); ++row) left[row] -= keptOf_[row];
+    SeverityCounts left = {};
+    for (std::size_t row = 0; row < counts_.size(); ++row) {
+        left[row == kRaisedRow ? static_cast<std::size_t>(Severity::kError) : row] += counts_[row] - keptOf_[row];
+    }
     return left;
 }
 

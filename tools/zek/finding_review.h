@@ -64,7 +64,8 @@ inline constexpr std::size_t kMostFindings = 1000;
 
 /// Takes away what is hidden or allowed by a comment `; zek: allow CODE` on its line or above it (the comment alone on
 /// its line; several codes with commas between them), gives each of the other findings its severity and counts them,
-/// keeps the first ones of each severity, and adds what is wrong with such comments.
+/// keeps the first ones of each severity, errors and what was raised to errors each by themselves, and adds what is
+/// wrong with such comments.
 class Review {
 public:
     using Before = std::function<bool(const Finding&, const Finding&)>;
@@ -101,8 +102,10 @@ private:
     std::size_t most_;
     bool failed_ = false;  // there are errors that nobody asked for
     std::vector<Finding> kept_;
-    SeverityCounts counts_ = {};
-    SeverityCounts keptOf_ = {};
+    /// By severity, with a row of its own behind for what was raised to an error, lest it hides true ones.
+    using RowCounts = std::array<std::size_t, std::tuple_size_v<SeverityCounts> + 1>;
+    RowCounts counts_ = {};
+    RowCounts keptOf_ = {};
     Before before_;
     std::size_t sorted_ = 0;  // where those begin in kept_ that are sorted now
 };
