@@ -244,7 +244,7 @@ TEST(SharedAllows, AreUnusedWhereNoSourceNeedsThem) {
             all.Add(WrittenShared(shared));
         }
         std::string told;
-        for (const SourceFindings& source : all.Unused()) {
+        for (const SourceFindings& source : all.Unused(kMostFindings)) {
             EXPECT_EQ(source.source, file.Name());
             for (const Finding& finding : source.findings) {
                 EXPECT_EQ(finding.message, "t");
@@ -259,7 +259,7 @@ TEST(SharedAllows, AreUnusedWhereNoSourceNeedsThem) {
     SharedAllows unknown;
     unknown.Add(WrittenShared({{About("L001", {file.Name(), 1, 1, 4}), true}}));
     unknown.AddUnknown();
-    EXPECT_TRUE(unknown.Unused().empty());
+    EXPECT_TRUE(unknown.Unused(kMostFindings).empty());
 }
 
 TEST(GithubOfFindings, EscapesWhatHasAMeaning) {

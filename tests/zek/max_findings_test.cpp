@@ -64,6 +64,19 @@ TEST_F(ZekMaxFindings, CommentsAllowWhatIsNotShown) {
                     .err.ends_with("\na.zek: 3 warnings; not shown: 2 warnings (--max-findings)\n"));
 }
 
+TEST_F(ZekMaxFindings, CommentsOfSharedFilesAreCountedToo) {
+    std::string shared = "[DEFINE]\n";
+    for (int i = 0; i < 5; ++i) shared += "W" + std::to_string(i) + " = 1 ; zek: allow L111\n";
+    Write("common.zek", shared);
+    for (const char* name : {"a.zek", "b.zek"}) Write(name, "[INCLUDE]\nFILE = common.zek\n");
+    const Result result = Zek({"check", "--max-findings", "2", "a.zek", "b.zek"});
+    EXPECT_EQ(WithoutExcerpts(result.err),
+              "common.zek:2:21: warning: nothing is found here that 'zek: allow L111' would allow [L001]\n"
+              "common.zek:3:21: warning: nothing is found here that 'zek: allow L111' would allow [L001]\n"
+              "common.zek: 5 warnings; not shown: 3 warnings (--max-findings)\n");
+    EXPECT_EQ(Zek({"check", "--error", "L001", "--max-findings", "2", "a.zek", "b.zek"}).code, 1);
+}
+
 TEST_F(ZekMaxFindings, DocumentsTellItToo) {
     const auto shown = [](const char* format) {
         const Result result = Zek({"check", "--format", format, "--max-findings", "2", "warned.zek"});

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <sstream>
 
@@ -66,9 +67,9 @@ int CheckInChild(const std::string& source, const SourceOptions& options, Findin
 }
 
 /// Comments that serve none of the sources; gives the exit code.
-int ShowUnused(const SharedAllows& allows, FindingsOutput& output) {
+int ShowUnused(const SharedAllows& allows, std::size_t most, FindingsOutput& output) {
     int code = kFine;
-    for (const SourceFindings& unused : allows.Unused()) {
+    for (const SourceFindings& unused : allows.Unused(most)) {
         SourceText text;
         output.Show(output.Piece(unused, text));
         if (unused.Count(Severity::kError) > 0) code = kSourceHasErrors;
@@ -86,7 +87,7 @@ int RunCheck(const CheckOptions& options) {
     for (const std::string& source : options.sources) {
         worst = std::max(worst, CheckInChild(PathOfSource(source), each, output, allows));
     }
-    worst = std::max(worst, ShowUnused(allows, output));
+    worst = std::max(worst, ShowUnused(allows, options.findings.most, output));
     output.Finish(worst);
     return worst;
 }

@@ -40,13 +40,20 @@ void SharedAllows::Add(const std::string& written) {
     }
 }
 
-std::vector<SourceFindings> SharedAllows::Unused() const {
-    std::map<std::string, std::vector<Finding>> byFile;
+std::vector<SourceFindings> SharedAllows::Unused(std::size_t most) const {
+    std::map<std::string, SourceFindings> byFile;
     for (const auto& [key, allow] : all_) {
-        if (known_ && allow.idle) byFile[allow.unused.place.path].push_back(allow.unused);
+        if (!known_ || !allow.idle) continue;
+        SourceFindings& file = byFile[allow.unused.place.path];
+        file.source = allow.unused.place.path;
+        if (file.findings.size() < most) {
+            file.findings.push_back(allow.unused);
+        } else {
+            ++file.left[static_cast<std::size_t>(allow.unused.severity)];
+        }
     }
     std::vector<SourceFindings> all;
-    for (auto& [path, findings] : byFile) all.push_back({path, std::move(findings)});
+    for (auto& [path, file] : byFile) all.push_back(std::move(file));
     return all;
 }
 

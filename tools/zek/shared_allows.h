@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <tuple>
@@ -24,8 +25,8 @@ public:
     /// It is not known what a source needs, so that nothing counts as unused.
     void AddUnknown() { known_ = false; }
 
-    /// What no source needs, by file.
-    std::vector<SourceFindings> Unused() const;
+    /// What no source needs, by file: of each the first `most`, and how many more there are.
+    std::vector<SourceFindings> Unused(std::size_t most) const;
 
 private:
     /// A file may be included under several paths.
