@@ -9,6 +9,8 @@ namespace {
 #define ZEK_STEP(arguments) "[ACTION]\nNAME = Step\nARGNUMBER = " arguments "\nVALUE = VT_NONE\n"
 #define ZEK_VIEW(number) "[TAVRGROUP]\nNAME = View" number "\nID = 1" number "\nPID = 0\nSENSORS ="
 #define ZEK_GROUP(name) "[GROUP]\nPARENT = 0\nNAME = " name "\nCHILDGROUP = "
+#define ZEK_TEN_TIMES(text) text text text text text text text text text text
+#define ZEK_LONG_KEY ZEK_TEN_TIMES(ZEK_TEN_TIMES(ZEK_TEN_TIMES("Key_Key_Key_")))
 #define ZEK_TABLE "[TABLE]\nNAME = Table#\nTYPE = 1\n"
 
 using Found = LintShape::Found;
@@ -20,6 +22,8 @@ constexpr LintShape kShapes[] = {
     {"L102", "arguments of a repeater", ZEK_WORDS ZEK_STEP("@") "[REPEATER]\nR = 8,Step", ",ARGx#", "\n"},
     {"L103", "globals", ZEK_WORDS "[GLOBAL]\n", "G_# = VT_VALUE,-1\n"},
     {"L103", "arguments of a call", ZEK_WORDS ZEK_STEP("@") "[GLOBAL]\nG_A = VT_CALL,Step", ",-1", "\n"},
+    {"L103", "arguments behind a key of 12,000 bytes", ZEK_WORDS ZEK_STEP("@") "[REPEATER]\n" ZEK_LONG_KEY " = 8,Step",
+     ",-1", "\n"},
     {"L104", "repeaters", ZEK_WORDS ZEK_STEP("1") "[DEFINE]\nTIMES = 8\n[REPEATER]\n", "R# = TIMES,Step,1\n"},
     {"L105", "sensors of a list", ZEK_VIEW("") " 7", ",FAN#", "\n"},
     {"L106", "actions", ZEK_WORDS "[DEFINE]\nNONE = 0\n",

@@ -129,7 +129,7 @@ TEST_F(ZekLint, FindsNumbersThatCountAsOthers) {
         {"L111", kWords + "[GLOBAL]\nG_A = VT_VALUE,\"12 \"\n[DEFINE]\nA = 0x1F\n", ""},
         {"L112", "[DEFINE]\nA = 4294967297\n", "2:5: [DEFINE]:A, 4294967297 does not fit and counts as 1"},
         {"L112", "[DEFINE]\nA = 4294967295\n", ""},
-        {"L113", kTable + "7 = -2\n", "5:5: [TABLE]:7, -2 is negative and counts as 4294967294"},
+        {"L113", kTable + "7 = -2\n", "5:5: [TABLE]:7, -2 is negative and counts as 254"},
         {"L113", kWords + "[DEFINE]\nA = -2\n[GLOBAL]\nG_A = VT_VALUE,-2\n", ""},
     });
 }
@@ -155,7 +155,7 @@ TEST_F(ZekLint, FindsNumbersInKeysArgumentsAndRows) {
         {"L114", kTable + "7 = 256\n", "5:5: [TABLE]:7, 256 does not fit a byte and counts as 0"},
         {"L114", kTable + "7 = 0x1FE\n", "5:5: [TABLE]:7, 0x1FE does not fit a byte and counts as 254"},
         {"L114", kTable + "7 = 255\n8 = -1\n", ""},
-        {"L113", kTable + "7 = -1\n", "5:5: [TABLE]:7, -1 is negative and counts as 4294967295"},
+        {"L113", kTable + "7 = -1\n", "5:5: [TABLE]:7, -1 is negative and counts as 255"},
         {"L103", "[TAVRGROUP]\nNAME = A\nID = 1\nPID = 0\nSENSORS = 0xFFFFFFFF\n",
          "5:11: [TAVRGROUP]:SENSORS, 0xFFFFFFFF compiles to 0xFFFFFFFF, which stands for nothing"},
     });
@@ -170,6 +170,35 @@ TEST_F(ZekLint, TellsOnceOfANumberThatStandsForNothing) {
               "5:11: [TAVRGROUP]:SENSORS, -1" + nothing);
     EXPECT_EQ(Found("[DEFINE]\nNONE = -1\n[GROUP]\nPARENT = 0\nNAME = A\nCHILDGROUP = NONE\n"),
               "6:14: [GROUP]:CHILDGROUP, NONE" + nothing);
+}
+
+TEST_F(ZekLint, TellsOfANegativeNumberWhereTheOtherRuleIsNotToTell) {
+    Write("a.zek", "[GROUP]\nPARENT = 0\nNAME = A\nCHILDGROUP = -1\n");
+    EXPECT_EQ(FoundIn({"check", "--no-warn", "L103", "a.zek"}, "L"),
+              "4:14: [GROUP]:CHILDGROUP, -1 is negative and counts as 4294967295 [L113]\n");
+}
+
+TEST_F(ZekLint, TellsOnceWhatCountsOfARow) {
+    EXPECT_EQ(Found(kTable + "2 = 4294967552\n3 = 300x\n", "L11"),
+              "5:5: [TABLE]:2, 4294967552 does not fit and counts as 0 [L112]\n"
+              "6:5: [TABLE]:3, 300x counts as 44: what stands behind the digits is ignored [L111]\n");
+    EXPECT_EQ(FoundIn({"check", "--no-warn", "L111", "--no-warn", "L112", "a.zek"}, "L11"),
+              "5:5: [TABLE]:2, 4294967552 does not fit a byte and counts as 0 [L114]\n"
+              "6:5: [TABLE]:3, 300x does not fit a byte and counts as 44 [L114]\n");
+}
+
+TEST_F(ZekLint, ShowsEmptyAndLongTexts) {
+    Expect({
+        {"L105", "[TAVRGROUP]\nNAME = A\nID = 1\nPID = 0\nSENSORS = 1,,1\n",
+         "5:13: [TAVRGROUP]:SENSORS, '' is no plain number and compiles to 0xFFFFFFFF"},
+        {"L101", kView + "P_ = 1\n",
+         "6:1: [TAVRGROUP]:P_, is lost: no [SENSOR], [DEVICE], [SYSTEM] or [PROPERTY] uses the name ''"},
+        {"L111", "[DEFINE]\n" + std::string(300, 'A') + " = 1V\n",
+         "2:304: [DEFINE]:" + std::string(300, 'A') + ", 1V counts as 1: what stands behind the digits is ignored"},
+        {"L111", "[DEFINE]\n" + std::string(301, 'A') + " = 1V\n",
+         "2:305: [DEFINE]:" + std::string(100, 'A') +
+             "... (301 bytes), 1V counts as 1: what stands behind the digits is ignored"},
+    });
 }
 
 TEST_F(ZekLint, FindsArgumentsThatNobodyPasses) {

@@ -118,7 +118,7 @@ constexpr CodeRow kTables[] = {
 };
 
 constexpr CodeRow kTexts[] = {
-    {"L161", Level::kWarning, "[%s]:%s, '%s' is lost, since it stands outside the quotes of '%s'",
+    {"L161", Level::kWarning, "[%s]:%s, '%s' is lost, since it stands outside the quotes of %s",
      "Text before or behind the quotes of a sub-string is lost. Only what stands between the quotes counts, up to the "
      "next comma.",
      "[PROPERTY]\nVendor = The \"Example\" company\n", "Put the quotes round the whole sub-string."},

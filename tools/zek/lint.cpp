@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 #include <map>
 #include <set>
 #include <system_error>
@@ -77,8 +78,13 @@ bool HasNeighbour(const std::vector<SourceFile>& files) {
 
 }  // namespace
 
-LintRun::LintRun(const LintModel& source, SourceText& text, bool amongOthers, Review& review)
-    : model_(source), text_(text), amongOthers_(amongOthers), builtIn_(Real(BuiltInFolder())), review_(review) {
+LintRun::LintRun(const LintModel& source, SourceText& text, const Levels& levels, bool amongOthers, Review& review)
+    : model_(source),
+      text_(text),
+      levels_(levels),
+      amongOthers_(amongOthers),
+      builtIn_(Real(BuiltInFolder())),
+      review_(review) {
     if (!source.Written().empty()) folder_ = FolderOf(Real(*source.Written().front()->path));
 }
 
@@ -113,8 +119,8 @@ Finding& LintRun::Add(const char* code, const LintSection& section, const LintIt
 
 Finding& LintRun::Add(const char* code, const LintSection& section, const LintItem& item,
                       std::initializer_list<std::string> texts) {
-    std::vector<std::string> all = {section.Kind(), item.source->key};
-    all.insert(all.end(), texts);
+    std::vector<std::string> all = {section.Kind(), ShownText(item.source->key)};
+    std::transform(texts.begin(), texts.end(), std::back_inserter(all), ShownText);
     Finding finding;
     finding.code = code;
     finding.place = KeyPlace(section, item);
@@ -146,7 +152,7 @@ void Lint(const std::vector<SourceFile>& files, SourceIndex& index, SourceText& 
         return std::tuple(order[finding.place.path], finding.place.line, finding.place.column);
     };
     review.Sort([&](const Finding& a, const Finding& b) { return placed(a) < placed(b); });
-    LintRun run(model, text, scope.amongOthers || HasNeighbour(files), review);
+    LintRun run(model, text, levels, scope.amongOthers || HasNeighbour(files), review);
     for (const LintRule& rule : kRules) {
         if (levels.Wanted(rule.code) && (scope.sound || !rule.needsSound)) rule.find(run);
     }

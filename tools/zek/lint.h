@@ -22,17 +22,19 @@ namespace zek::tool {
 class LintRun {
 public:
     /// Everything must outlive this.
-    LintRun(const LintModel& source, SourceText& text, bool amongOthers, Review& review);
+    LintRun(const LintModel& source, SourceText& text, const Levels& levels, bool amongOthers, Review& review);
 
     const LintModel& Model() const { return model_; }
     SourceText& Text() const { return text_; }
+    /// Whether findings of another rule are shown, so that this one need not tell the same.
+    bool Tells(const char* code) const { return levels_.Wanted(code); }
     /// Whether a file is read by this source alone, as far as that can be told: it is the main source, or stands in its
     /// folder or below while no other source is checked in the same run or stands beside this one. `path` is that of a
     /// section.
     bool IsOwn(const std::string& path) const;
 
     /// Adds a finding about a sub-string or, without position, about the key; `texts` fill the text of the code behind
-    /// the section and the key. It can be completed until the next one.
+    /// the section and the key, long ones shortened. It can be completed until the next one.
     Finding& Add(const char* code, const LintSection& section, const LintItem& item, std::size_t position,
                  std::initializer_list<std::string> texts);
     Finding& Add(const char* code, const LintSection& section, const LintItem& item,
@@ -52,6 +54,7 @@ public:
 private:
     const LintModel& model_;
     SourceText& text_;
+    const Levels& levels_;
     bool amongOthers_;
     std::string folder_;   // of the main source
     std::string builtIn_;  // of what comes with the command

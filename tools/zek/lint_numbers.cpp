@@ -42,7 +42,10 @@ private:
     bool Number(std::size_t position, const std::string& text, bool hasNoSign, const std::string& before = {}) const {
         const std::optional<WrittenNumber> number = WrittenNumberIn(text);
         if (!number) return false;
-        show_({section_, item_, position, before + text, *number, hasNoSign, before + std::to_string(number->value)});
+        // Of the value of a row a byte counts.
+        const bool isByte = item_.meaning == Meaning::kRow && position != kInKey;
+        const unsigned counts = isByte ? number->value & kHighestByte : number->value;
+        show_({section_, item_, position, before + text, *number, hasNoSign, before + std::to_string(counts)});
         return true;
     }
 
@@ -89,10 +92,15 @@ Finding& AddNumber(const char* code, const FoundNumber& found, const std::string
     return run.Add(code, found.section, found.item, found.position, {found.text, counts});
 }
 
-/// Whether the image takes it for nothing, which L103 tells; not in a row, of which a byte counts, nor behind ARG.
-bool IsForNone(const FoundNumber& found, const LintModel& model) {
+/// Whether the image takes it for nothing and L103 tells so; not in a row, of which a byte counts, nor behind ARG.
+bool IsToldAsNone(const FoundNumber& found, const LintRun& run) {
     if (found.number.value != kNumberForNone || found.item.meaning == Meaning::kRow) return false;
-    return WrittenNumberIn(found.text) || model.WordValue(found.text);
+    return run.Tells("L103") && (WrittenNumberIn(found.text) || run.Model().WordValue(found.text));
+}
+
+/// Whether the rule of what stands behind numbers, or of those that do not fit, tells what counts of it.
+bool IsToldOtherwise(const WrittenNumber& number, const LintRun& run) {
+    return number.negative || (number.hasTextBehind && run.Tells("L111")) || (number.wrapped && run.Tells("L112"));
 }
 
 }  // namespace
@@ -111,7 +119,7 @@ void FindWrappedNumbers(LintRun& run) {
 
 void FindNegativeNumbers(LintRun& run) {
     ForEachNumber(run.Model(), [&](const FoundNumber& found) {
-        if (!found.number.negative || !found.hasNoSign || IsForNone(found, run.Model())) return;
+        if (!found.number.negative || !found.hasNoSign || IsToldAsNone(found, run)) return;
         Finding& finding = AddNumber("L113", found, found.counts, run);
         if (!WrittenNumberIn(found.text)) run.NoteWord(finding, found.text);
     });
@@ -119,9 +127,9 @@ void FindNegativeNumbers(LintRun& run) {
 
 void FindRowsAboveByte(LintRun& run) {
     ForEachNumber(run.Model(), [&](const FoundNumber& found) {
-        if (found.item.meaning != Meaning::kRow || found.position == kInKey || found.number.negative) return;
-        const unsigned value = found.number.value;
-        if (value > kHighestByte) AddNumber("L114", found, std::to_string(value & kHighestByte), run);
+        if (found.item.meaning != Meaning::kRow || found.position == kInKey) return;
+        if (found.number.value <= kHighestByte || IsToldOtherwise(found.number, run)) return;
+        AddNumber("L114", found, found.counts, run);
     });
 }
 

@@ -9,6 +9,8 @@ namespace zek::tool {
 namespace {
 
 constexpr std::size_t kLongestNumber = 10;
+constexpr std::size_t kLongestShown = 300;  ///< bytes
+constexpr std::size_t kShownOfLonger = 100;
 
 /// The sub-string from `begin`, and where the next comma is. `quote` is the first quote from some place before `begin`
 /// on, so that a long list without one is gone through once.
@@ -43,6 +45,15 @@ std::string FirstSubString(std::string_view value) {
     std::size_t comma = 0;
     std::size_t quote = value.find('"');
     return std::string(CutAt(value, 0, quote, comma).text);
+}
+
+std::string ShownText(std::string_view text) {
+    if (text.empty()) return "''";
+    if (text.size() <= kLongestShown) return std::string(text);
+    std::size_t end = kShownOfLonger;
+    // Not within a character of UTF-8.
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
+    return std::string(text.substr(0, end)) + "... (" + std::to_string(text.size()) + " bytes)";
 }
 
 std::optional<WrittenNumber> WrittenNumberIn(std::string_view text) {

@@ -21,6 +21,9 @@ std::vector<CutText> CutValue(std::string_view value);
 /// The first of them; empty where there is none.
 std::string FirstSubString(std::string_view value);
 
+/// As a finding quotes it: an empty text as two quotes, of a long one the beginning and its length.
+std::string ShownText(std::string_view text);
+
 /// A text that the compiler takes for a number.
 struct WrittenNumber {
     unsigned value = 0;

@@ -33,7 +33,7 @@ void FindTextOutsideQuotes(LintRun& run) {
         for (const bool behind : {false, true}) {
             const std::string lost(Trimmed(behind ? part.after : part.before));
             if (lost.empty()) continue;
-            Finding& finding = run.Add("L161", section, item, {lost, std::string(part.text)});
+            Finding& finding = run.Add("L161", section, item, {lost, '\'' + std::string(part.text) + '\''});
             finding.place = run.Text().OutsideQuotes(*section.path, item.source->line, i, behind);
         }
     });
