@@ -66,10 +66,10 @@ expect("the tree" "${output}" "SENSOR \"Inlet Temp\" ID=1")
 foreach(name IN LISTS names)
   set(documents ${root}/usr/share/doc/${name})
   file(READ ${documents}/copyright copyright)
-  expect("the copyright of ${name}" "${copyright}" "^Format: [^\n]*/copyright-format/1.0/\n.*\nFiles: \\*\nCopyright: ")
+  expect("the copyright of ${name}" "${copyright}" "^Format: [^\n]*/copyright-format/1.0/\n.*\nFiles: \\*\nCopyright: .*\nLicense: BSD-3-clause\n .*\nLicense: Expat\n ")
   run(sh -c "gzip --decompress --stdout ${documents}/changelog.Debian.gz > ${WORK_DIR}/changelog")
   run(dpkg-parsechangelog --file ${WORK_DIR}/changelog)
-  expect("the changelog of ${name}" "${output}" "^Source: zek\nVersion: ${version_${name}}\n")
+  expect("the changelog of ${name}" "${output}" "^Source: zek\nVersion: ${version_${name}}\n.*\n   \\* [^\n]*libzekcomp")
 endforeach()
 
 foreach(file share/man/man1/zek-compile.1 share/bash-completion/completions/zek include/zekcomp/zekcomp.h
