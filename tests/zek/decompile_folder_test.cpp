@@ -38,9 +38,17 @@ TEST_F(ZekDecompileFolder, FollowsNoLinkInItsFolder) {
     std::filesystem::create_directory_symlink("../elsewhere", "made/sub");
     const Result result = Zek({"decompile", "a.zkd", "-o", "made"});
     EXPECT_EQ(result.code, 2);
-    EXPECT_EQ(result.err, "zek: cannot enter made/sub: Not a directory\n");
+    EXPECT_EQ(result.err, "zek: made/sub is a symbolic link, which is not followed\n");
     EXPECT_EQ(Names("elsewhere"), Strings{});
     EXPECT_EQ(Names("made"), Strings{"sub"});
+}
+
+TEST_F(ZekDecompileFolder, LeavesNothingThatItCannotTell) {
+    std::filesystem::create_directories("source");
+    Write("source/a.zek", "[PROPERTY]\na = b\n");
+    ASSERT_TRUE(Compile("source", "a.zek", "a"));
+    EXPECT_EQ(Zek({"decompile", "a.zkd", "-o", "made"}, {.out = "/dev/full"}).code, 2);
+    EXPECT_FALSE(std::filesystem::exists("made"));
 }
 
 TEST_F(ZekDecompileFolder, PutsWhatLeadsOutAndInAgainWhereItLeads) {

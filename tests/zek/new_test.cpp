@@ -58,6 +58,23 @@ TEST_F(ZekNew, LeavesNoFolderThatItCannotFill) {
     EXPECT_EQ(Names("empty"), Strings{});
 }
 
+TEST_F(ZekNew, LeavesNothingThatItCannotTell) {
+    std::filesystem::create_directory("empty");
+    for (const std::string folder : {"board", "empty"}) {
+        const Result result = Zek({"new", folder}, {.out = "/dev/full"});
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.err, "zek: cannot write to standard output: No space left on device\n");
+    }
+    EXPECT_EQ(Names(), Strings{"empty"});
+    EXPECT_EQ(Names("empty"), Strings{});
+}
+
+TEST_F(ZekNew, RefusesAnEmptyName) {
+    const Result result = Zek({"new", ""});
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.err.substr(0, result.err.find('\n')), "zek: a file name is empty");
+}
+
 TEST_F(ZekNew, TellsThePathAsItIs) { EXPECT_EQ(Zek({"new", "a\x1b\xe4"}).out, "a\x1b\xe4/board.zek\n"); }
 
 TEST_F(ZekNew, TouchesNothingThatIsThere) {

@@ -20,6 +20,7 @@ constexpr char kMoreHelp[] = "\nRun with --help for more information.\n";
 /// The name of standard input and output.
 constexpr char kStandard[] = "-";
 
+/// What is wrong with the name of a folder; empty when nothing is.
 std::string WhyNoFolder(const std::string& name) {
     return name == kStandard ? "- is standard input or output and no folder; a folder of that name is ./-" : "";
 }
@@ -77,7 +78,7 @@ public:
         Read(Add(type, place, help));
     }
     void Folder(const std::string& type, std::string& place, const std::string& help) override {
-        Add(type, place, help)->check(CLI::Validator(WhyNoFolder, ""))->required()->type_name("");
+        written_.push_back(Add(type, place, help)->check(CLI::Validator(WhyNoFolder, ""))->required()->type_name(""));
     }
     void FolderOptions(const std::string& names, const std::string& type, std::vector<std::string>& place,
                        const std::string& help) override {

@@ -94,10 +94,12 @@ void RequireSame(const Work& work, const std::string& folder, const std::string&
 void ToFolder(const Work& work, const std::string& folder, StandardOutput& out) {
     SourceFolder written(folder, work.made.files);
     RequireSame(work, folder, work.made.main);
-    written.Keep();
     // The very name that was compiled, where it is a path.
     const bool isPath = work.made.main.find('\\') == std::string::npos;
     out.Write(InFolder(folder, isPath ? work.made.main : work.made.files.front().path) + '\n');
+    // Nothing stays where nobody is told of it.
+    out.Finish();
+    written.Keep();
 }
 
 void ToStandardOutput(const Work& work, StandardOutput& out) {

@@ -97,15 +97,25 @@ TemporaryFile EmptyFolder(const std::string& folder) {
     return {};
 }
 
+void WriteUntold(const std::vector<OutputFile>& files, std::vector<TemporaryFile>& untold) {
+    const SignalsWait wait;
+    WriteTogether(files);
+    for (const OutputFile& file : files) untold.emplace_back(file.target.path);
+}
+
 int RunNew(const std::string& folder) {
     TemporaryFile made = EmptyFolder(folder);
     std::vector<OutputFile> files;
     for (const StarterFile& file : kStarter) files.push_back({TargetOf(InFolder(folder, file.name)), file.text});
-    WriteTogether(files);
-    made.Forget();
+    // Nothing stays where nobody is told of it.
+    std::vector<TemporaryFile> untold;
+    WriteUntold(files, untold);
     StandardOutput out;
     out.Write(files[0].target.name + '\n');
     out.Finish();
+    const SignalsWait allOrNone;
+    for (TemporaryFile& file : untold) file.Forget();
+    made.Forget();
     return kFine;
 }
 

@@ -42,6 +42,11 @@ bool Holds(const std::string& file, const std::string& bytes) {
            static_cast<std::size_t>(info.st_size) == bytes.size() && ReadFile(file) == bytes;
 }
 
+bool IsLink(int folder, const std::string& path) {
+    struct stat info {};
+    return fstatat(folder, path.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 && S_ISLNK(info.st_mode);
+}
+
 }  // namespace
 
 SourceFolder::SourceFolder(const std::string& folder, const std::vector<WrittenFile>& files) {
@@ -83,8 +88,9 @@ int SourceFolder::OpenFolder(const std::string& folder) {
 int SourceFolder::Enter(int folder, const std::string& path, const std::string& shown) {
     MakeFolder(folder, path, shown);
     const int descriptor = openat(folder, path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    if (descriptor < 0) throw SystemFailure("cannot enter " + shown);
-    return descriptor;
+    if (descriptor >= 0) return descriptor;
+    const Failure why = SystemFailure("cannot enter " + shown);
+    throw IsLink(folder, path) ? Failure(kUsageOrFiles, shown + " is a symbolic link, which is not followed") : why;
 }
 
 int SourceFolder::MakeFile(int folder, const std::string& path, const std::string& shown) {
