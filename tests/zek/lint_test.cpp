@@ -53,6 +53,16 @@ TEST_F(ZekLint, NamesSomeOfManyDefinitionsOfAnUnusedWord) {
     EXPECT_NE(one.find(": note: it is defined once more behind these\n"), one.npos) << one;
 }
 
+TEST_F(ZekLint, CommentAtAnyDefinitionAllowsAnUnusedWord) {
+    const std::string plain = "[DEFINE]\nW = 1\n";
+    const std::string allowed = "[DEFINE]\nW = 1 ; zek: allow L135\n";
+    for (const std::string& source : {allowed + plain, plain + allowed, allowed + allowed}) {
+        SCOPED_TRACE(source);
+        Write("a.zek", source);
+        EXPECT_EQ(Zek({"check", "a.zek"}).err, "");
+    }
+}
+
 TEST_F(ZekLint, FindsOperandsThatBecomeNothing) {
     Expect({
         {"L102", kRepeater + "R = 8,Step,ARGx\n",

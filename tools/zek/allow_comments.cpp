@@ -90,12 +90,18 @@ bool AllowComments::AllowOn(const std::string& path, unsigned line, const std::s
     return true;
 }
 
+bool AllowComments::AllowAt(const Place& place, const std::string& code) {
+    const unsigned first = text_.FirstOfJoined(place.path, place.line);
+    const bool onFirst = AllowOn(place.path, first, code);
+    return (first != place.line && AllowOn(place.path, place.line, code)) || onFirst;
+}
+
 bool AllowComments::Allow(const Finding& finding) {
     if (byLine_.empty() || finding.place.line == 0) return false;
-    const std::string& path = finding.place.path;
-    const unsigned first = text_.FirstOfJoined(path, finding.place.line);
-    const bool onFirst = AllowOn(path, first, finding.code) | AllowOn(path, finding.header, finding.code);
-    return (first != finding.place.line && AllowOn(path, finding.place.line, finding.code)) || onFirst;
+    // All comments that allow it are used.
+    bool allowed = AllowAt(finding.place, finding.code) | AllowOn(finding.place.path, finding.header, finding.code);
+    for (const Place& other : finding.others) allowed |= AllowAt(other, finding.code);
+    return allowed;
 }
 
 }  // namespace zek::tool

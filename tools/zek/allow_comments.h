@@ -35,6 +35,7 @@ public:
 private:
     void Read(const std::string& path);
     void Add(const std::string& path, const Comment& comment);
+    bool AllowAt(const Place& place, const std::string& code);
     bool AllowOn(const std::string& path, unsigned line, const std::string& code);
 
     SourceText& text_;

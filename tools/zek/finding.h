@@ -51,8 +51,9 @@ struct Finding {
     std::string code;                        ///< a row of the table of codes
     Severity severity = Severity::kWarning;  ///< filled in later
     Place place = {};
-    unsigned header = 0;       ///< the line of the section's header where a comment there allows it, too
-    std::string message = {};  ///< one line; the library's own text stands in it word for word
+    unsigned header = 0;             ///< the line of the section's header where a comment there allows it, too
+    std::vector<Place> others = {};  ///< where else a comment allows it
+    std::string message = {};        ///< one line; the library's own text stands in it word for word
     std::vector<Note> notes = {};
     std::optional<Fix> fix = {};
     std::vector<Place> way = {};  ///< the include items that led to the file, the main source's first; filled in later

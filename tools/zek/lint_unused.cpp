@@ -123,9 +123,10 @@ void FindUnusedWords(LintRun& run) {
         const auto isOnlyUser = [&](const auto& defined) { return !uses.HasBut(word, defined.second); };
         if (std::none_of(items.begin(), items.end(), isOnlyUser)) continue;
         Finding& finding = run.Add("L135", *items[0].first, *items[0].second, {word});
-        const auto note = [&](std::size_t i) {
-            return Note{"it is defined here, too", run.KeyPlace(*items[i + 1].first, *items[i + 1].second)};
-        };
+        for (std::size_t i = 1; i < items.size(); ++i) {
+            finding.others.push_back(run.KeyPlace(*items[i].first, *items[i].second));
+        }
+        const auto note = [&](std::size_t i) { return Note{"it is defined here, too", finding.others[i]}; };
         AddNotes(finding, items.size() - 1, note, [](std::size_t left) {
             return "it is defined " + (left == 1 ? "once" : std::to_string(left) + " times") + " more behind these";
         });
