@@ -63,7 +63,7 @@ enum class ImageCode : unsigned {
     kTooManyKeys = 110,   ///< a table has more keys than there are identifiers of a class, 2 to the power of 24
     kForeignEntry = 111,  ///< the name identifier is one that no source gives to such a kind of section
     kRepeatedEntry =
-        112,  ///< an entry of the section before has the same name identifier, and is the one that is found
+        112,  ///< an entry of the section before has the same name identifier, and is the entry that is found
 };
 
 /// Whether the code is a note, not a failure.
@@ -126,10 +126,12 @@ public:
     /// All sections in the order of the image; or those of one kind (kImageSensor ...), none for what is no kind.
     ZEK_API Sections AllSections() const;
     ZEK_API Sections SectionsOf(unsigned kind) const;
-    /// The first section of a kind whose NAME is `name`; of [PROPERTY], [GLOBAL] and [REPEATER] sections, which have no
-    /// NAME, the first with an entry of this name.
+    /// The first section of a kind with a NAME `name`; of [PROPERTY], [GLOBAL] and [REPEATER] sections, which have a
+    /// NAME only where a host gave them one, the first with an entry of this name, too. Of several NAMEs each finds the
+    /// section, while `Section::Name` tells the first.
     ZEK_API std::optional<Section> SectionNamed(unsigned kind, std::string_view name) const;
-    /// The first section of a kind whose ID is `number`.
+    /// The first section of a kind with an ID `number`. Of several IDs each finds the section, while `Section::ID`
+    /// tells the first.
     ZEK_API std::optional<Section> SectionWithID(unsigned kind, unsigned number) const;
 
     /// What a word of the image stands for wherever it stands.
@@ -255,10 +257,11 @@ public:
     /// Its place among all sections of the image, from 0.
     unsigned Index() const { return index_; }
 
-    /// What its NAME and its ID stand for; nothing where it has none.
+    /// What its first NAME and its first ID stand for; nothing where it has none.
     ZEK_API std::optional<std::string_view> Name() const;
     ZEK_API std::optional<unsigned> ID() const;
-    /// The group that its PARENT names; nothing for a group at the top, one that names itself, and without a PARENT.
+    /// The group that its first PARENT names; nothing for a group at the top, one that names itself, without a PARENT,
+    /// and for a section that is neither a group nor a sensor, whatever PARENT a host gave it.
     ZEK_API std::optional<Section> Parent() const;
 
     ZEK_API Entries AllEntries() const;
