@@ -153,6 +153,19 @@ TEST_F(ZekSpecialFile, ImageForAFifoWithoutAReaderEndsWithTwoAfterAWhile) {
     EXPECT_EQ(files(), before);
 }
 
+TEST_F(ZekSpecialFile, ImageForAFifoIsNotWrittenWhereTheOtherFifoHasNoReader) {
+    ASSERT_EQ(mkfifo("other", 0600), 0);
+    Write("source", Read("a.zek"));
+    for (const std::string outputs : {"-o fifo -g other", "-o other -g fifo"}) {
+        SCOPED_TRACE(outputs);
+        const Result result =
+            Shell("timeout 5 cat fifo > got & zek compile source " + outputs + "; code=$?; wait; exit $code");
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.err, "zek: cannot write other: nobody reads from it\n");
+        EXPECT_EQ(Read("got"), "");
+    }
+}
+
 TEST_F(ZekSpecialFile, ImageForAFifoOrADeviceIsWritten) {
     Write("source", Read("a.zek"));
     for (const std::string command : {"(sleep 0.3; cat fifo > got) & zek compile source -o fifo && wait",

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <cstdio>
 #include <cstring>
@@ -47,13 +48,14 @@ int Finish(int descriptor, bool direct) {
 
 /// Opens a device or a pipe. Who reads from a FIFO has two seconds to come; the system would wait for ever.
 int OpenDirectly(const Target& target) {
-    constexpr int kTries = 200;
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point deadline = Clock::now() + std::chrono::seconds(2);
     constexpr timespec kBetween = {0, 10'000'000};
     // A file that has no name left, as behind /dev/stdout, is emptied first; for the others that means nothing.
     constexpr int kFlags = O_WRONLY | O_TRUNC | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
     int descriptor = open(target.path.c_str(), kFlags);
     const bool isFifo = S_ISFIFO(target.info.st_mode);
-    for (int i = 0; i < kTries && descriptor < 0 && isFifo && errno == ENXIO; ++i) {
+    while (descriptor < 0 && isFifo && errno == ENXIO && Clock::now() < deadline) {
         nanosleep(&kBetween, nullptr);
         descriptor = open(target.path.c_str(), kFlags);
     }
@@ -65,18 +67,37 @@ int OpenDirectly(const Target& target) {
     return descriptor;
 }
 
-void WriteDirectly(const OutputFile& file) {
-    if (file.target.path.empty()) {
-        const int error = WriteAll(STDOUT_FILENO, file.bytes);
-        if (error) throw SystemFailure("cannot write to standard output", error);
-        return;
+/// A device or a pipe, open from the beginning on, so that nothing is written to any of them where one cannot be
+/// opened.
+class DirectOutput {
+public:
+    explicit DirectOutput(const OutputFile& file)
+        : file_(file), descriptor_(IsStandard() ? STDOUT_FILENO : OpenDirectly(file.target)) {}
+    ~DirectOutput() {
+        if (!IsStandard() && descriptor_ >= 0) close(descriptor_);
     }
-    const int descriptor = OpenDirectly(file.target);
-    int error = WriteAll(descriptor, file.bytes);
-    const int finished = Finish(descriptor, true);
-    if (!error) error = finished;
-    if (error) throw CannotWrite(file.target, error);
-}
+    DirectOutput(DirectOutput&& other) noexcept
+        : file_(other.file_), descriptor_(std::exchange(other.descriptor_, -1)) {}
+    DirectOutput& operator=(DirectOutput&&) = delete;
+
+    /// Waits for a slow reader for as long as it is there.
+    void Write() {
+        int error = WriteAll(descriptor_, file_.bytes);
+        if (IsStandard()) {
+            if (error) throw SystemFailure("cannot write to standard output", error);
+            return;
+        }
+        const int finished = Finish(std::exchange(descriptor_, -1), true);
+        if (!error) error = finished;
+        if (error) throw CannotWrite(file_.target, error);
+    }
+
+private:
+    bool IsStandard() const { return file_.target.path.empty(); }
+
+    const OutputFile& file_;
+    int descriptor_;
+};
 
 /// Mode and owner of the file that is to be replaced. The owner only where we may.
 int KeepMode(int descriptor, const struct stat& old) {
@@ -211,9 +232,11 @@ void WriteTogether(const std::vector<OutputFile>& files) {
     for (const OutputFile& file : files) {
         if (!file.target.direct) replacements.emplace_back(file);
     }
+    std::vector<DirectOutput> direct;
     for (const OutputFile& file : files) {
-        if (file.target.direct) WriteDirectly(file);
+        if (file.target.direct) direct.emplace_back(file);
     }
+    for (DirectOutput& output : direct) output.Write();
     PlaceAll(replacements);
     for (const Replacement& replacement : replacements) replacement.SyncFolder();
 }

@@ -32,10 +32,11 @@ struct OutputFile {
 
 /// Writes all files, or throws Failure and leaves every regular file as it was: all are written, synced and closed
 /// under temporary names before the first takes its place, and where a later one then fails, the earlier ones are put
-/// back. Where even that fails, it tells on standard error which file is new and where the old one is. A device or pipe
-/// is written in between and cannot be put back; a FIFO fails from which nobody reads, and to which nobody comes within
-/// two seconds. A new file has the usual mode, a replaced one keeps its own. A folder that cannot be synced once all
-/// files are in their places is no failure: standard error gets a warning. At most three files at a time.
+/// back. Where even that fails, it tells on standard error which file is new and where the old one is. Devices and
+/// pipes are opened, all of them, and then written in between, one after the other, and cannot be put back; a FIFO
+/// fails from which nobody reads, and to which nobody comes within two seconds. A reader that is there is waited for
+/// however slow it is. A new file has the usual mode, a replaced one keeps its own. A folder that cannot be synced once
+/// all files are in their places is no failure: standard error gets a warning. At most three files at a time.
 void WriteTogether(const std::vector<OutputFile>& files);
 
 }  // namespace zek::tool
