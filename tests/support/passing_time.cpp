@@ -68,11 +68,12 @@ extern "C" {
 
 int poll(pollfd* files, nfds_t count, int timeout) {
     using namespace zek::test;
-    if (pollsToFail > 0) {
+    if (count > 0 && pollsToFail > 0) {
         --pollsToFail;
         ++pollsFailed;
+        files->revents = POLLIN;
         errno = pollError;
-        return -1;
+        return pollError ? -1 : 1;
     }
     if (!passing) return PollNow(files, count, timeout);
     int ready = PollNow(files, count, 0);

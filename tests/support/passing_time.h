@@ -28,7 +28,8 @@ private:
     std::chrono::milliseconds passed_{0};
 };
 
-/// While it lives, the first so many calls of poll fail.
+/// While it lives, the first so many calls of poll for a file fail. With the error 0 they call it ready instead,
+/// whether or not it has something.
 class FailingPoll {
 public:
     explicit FailingPoll(int error, unsigned times = 0xFFFFFFFF);

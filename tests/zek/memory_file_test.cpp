@@ -103,6 +103,30 @@ TEST(ZekPipe, ThatCannotBeWaitedForIsGivenUpAtOnce) {
     EXPECT_EQ(poll.Calls(), 2U);
 }
 
+TEST(ZekPipe, ThatCallsItselfReadyWithoutBytesIsAskedAgainAfterAPause) {
+    Pipe pipe;
+    const int standard = open(pipe.Name().c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_EQ(dup2(standard, STDIN_FILENO), STDIN_FILENO);
+    close(standard);
+    int pauses = 0;
+    const PassingTime time(seconds(1), [&] {
+        if (++pauses != 500) return;
+        pipe.Write("bytes");
+        pipe.Close();
+    });
+    {
+        const FailingPoll poll(0);
+        EXPECT_EQ(Image(pipe.Name()), "nothing came for two seconds");
+        EXPECT_GE(time.Passed(), seconds(2));
+        EXPECT_EQ(pauses + 1U, poll.Calls());
+    }
+    const FailingPoll poll(0);
+    const int before = pauses;
+    EXPECT_EQ(Source("-"), "bytes");
+    EXPECT_EQ(pauses, 500);
+    EXPECT_EQ(poll.Calls(), static_cast<unsigned>(500 - before) + 2);
+}
+
 TEST(ZekPipe, IsReadThoughSignalsInterruptTheWait) {
     Pipe pipe;
     pipe.Write("bytes");

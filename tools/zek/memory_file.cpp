@@ -25,6 +25,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kLongestSilence{2};
 /// How long a pipe or a device is waited for at all. What it has ready is read even then.
 constexpr std::chrono::seconds kLongestWait{60};
+constexpr int kPauseMilliseconds = 10;
 
 /// How long a pipe or a device is waited for.
 enum class Patience {
@@ -85,8 +86,9 @@ ssize_t Reading::Some(char* to, std::size_t room) {
         if (got == 0 && ready == 0) return GiveUp();
         if (got >= 0 || (errno != EINTR && errno != EAGAIN)) return got;
         if (ready == 0 && errno == EAGAIN) isAwaited_ = true;
-        // A device may call itself ready and then give nothing.
+        // A device may call itself ready and then give nothing, again and again.
         if (ready > 0 && left == 0) return GiveUp();
+        if (ready > 0 && errno == EAGAIN) poll(nullptr, 0, kPauseMilliseconds);
     }
 }
 
