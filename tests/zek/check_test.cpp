@@ -52,7 +52,8 @@ TEST_F(ZekCheck, CommentOfAnIncludedFileServesAnySourceOfTheRun) {
     Write("b.zek", "[DEFINE]\nLIMIT = 1\n[INCLUDE]\nFILE = common.zek\n");
     Write("c.zek", Read("a.zek"));
     const std::string unused =
-        "common.zek:2:24: warning: nothing is found here that 'zek: allow L141' would allow [L001]\n";
+        "common.zek:2:24: warning: nothing is found here that 'zek: allow L141' would allow [L001]\n"
+        "a.zek:2:8: note: included from here\n";
     const auto said = [](Strings sources) {
         sources.insert(sources.begin(), {"check", "--no-warn", "L135"});
         return WithoutExcerpts(Zek(sources).err);

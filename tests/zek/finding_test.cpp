@@ -256,6 +256,12 @@ TEST(SharedAllows, AreUnusedWhereNoSourceNeedsThem) {
     EXPECT_EQ(unused({{true, true, true}, {true, false, true}}), "13");
     EXPECT_EQ(unused({{false}, {true}}), "");
     EXPECT_EQ(unused({}), "");
+    const std::vector<Place> way = {{"main\xff", 2, 8, 9}, {"part", 3, 1, 4}};
+    Finding included = About("L001", {file.Name(), 1, 1, 4});
+    included.way = way;
+    SharedAllows one;
+    one.Add(WrittenShared({{included, true}}));
+    EXPECT_EQ(one.Unused(kMostFindings)[0].findings[0].way, way);
     SharedAllows unknown;
     unknown.Add(WrittenShared({{About("L001", {file.Name(), 1, 1, 4}), true}}));
     unknown.AddUnknown();

@@ -72,6 +72,7 @@ TEST_F(ZekMaxFindings, CommentsOfSharedFilesAreCountedToo) {
     const Result result = Zek({"check", "--max-findings", "2", "a.zek", "b.zek"});
     EXPECT_EQ(WithoutExcerpts(result.err),
               "common.zek:2:21: warning: nothing is found here that 'zek: allow L111' would allow [L001]\n"
+              "a.zek:2:8: note: included from here\n"
               "common.zek:3:21: warning: nothing is found here that 'zek: allow L111' would allow [L001]\n"
               "common.zek: 5 warnings; not shown: 3 warnings (--max-findings)\n");
     EXPECT_EQ(Zek({"check", "--error", "L001", "--max-findings", "2", "a.zek", "b.zek"}).code, 1);

@@ -44,7 +44,7 @@ bool CheckInto(const std::string& source, const MemoryFile& messages) {
     Review review(levels, {}, text, kMostFindings);
     Report report({}, source, reading.Files(), index, text, review);
     report.Add(whileReading, TakeMessages());
-    report.AddWays(review.Kept());
+    for (Finding& finding : review.Kept()) report.AddWay(finding);
     messages.Append(TextRenderer({})->Of({source, std::move(review.Kept()), review.CountLeft()}, text));
     return passed && report.Losses() == 0;
 }

@@ -118,7 +118,9 @@ Report::Report(const ReportOptions& options, std::string source, const std::vect
       review_(review),
       places_(files, index),
       names_(places_, options_.words),
-      related_(places_, index, text) {}
+      related_(places_, index, text) {
+    for (std::size_t i = 0; i < files.size(); ++i) openings_.try_emplace(files[i].path, i);
+}
 
 void Report::Add(const std::vector<Message>& reading, const std::vector<Message>& checking) {
     EqualMessages checked(checking);
@@ -280,22 +282,17 @@ std::optional<Place> Report::SectionWithout(const std::string& section, const st
     return sections[shown];
 }
 
-void Report::AddWays(std::vector<Finding>& findings) {
+void Report::AddWay(Finding& finding) {
     // Of a file that was opened several times, the first way.
-    std::map<std::string_view, std::size_t> openings;
-    for (std::size_t i = 0; i < files_.size(); ++i) openings.try_emplace(files_[i].path, i);
-    std::map<std::string_view, std::vector<Place>> ways;
-    for (Finding& finding : findings) {
-        const auto opening = openings.find(finding.place.path);
-        if (finding.place.line == 0 || opening == openings.end() || opening->second == 0) continue;
-        const auto [way, isNew] = ways.try_emplace(opening->first);
-        if (isNew) {
-            for (const Place& item : places_.WayTo(opening->second)) {
-                way->second.push_back(item.line ? text_.SubString(item.path, item.line, 0) : item);
-            }
+    const auto opening = openings_.find(finding.place.path);
+    if (finding.place.line == 0 || opening == openings_.end() || opening->second == 0) return;
+    const auto [way, isNew] = ways_.try_emplace(opening->second);
+    if (isNew) {
+        for (const Place& item : places_.WayTo(opening->second)) {
+            way->second.push_back(item.line ? text_.SubString(item.path, item.line, 0) : item);
         }
-        finding.way = way->second;
     }
+    finding.way = way->second;
 }
 
 }  // namespace zek::tool

@@ -39,8 +39,8 @@ public:
     /// check repeats of the reading is one finding. Call it once.
     void Add(const std::vector<Message>& reading, const std::vector<Message>& checking);
 
-    /// Fills in the way to the file of each.
-    void AddWays(std::vector<Finding>& findings);
+    /// Fills in the way to the file of a finding.
+    void AddWay(Finding& finding);
 
     /// The messages as the library sent them, where the options say so.
     const std::string& Raw() const { return raw_; }
@@ -79,6 +79,8 @@ private:
     EqualMessages* checked_ = nullptr;                                         // those of the check
     std::string raw_;
     unsigned losses_ = 0;
+    std::map<std::string, std::size_t> openings_;     // of each file, the position of the first
+    std::map<std::size_t, std::vector<Place>> ways_;  // to an opening
     std::size_t pastMost_ = 0;  // files that were not read because of the limit, and of which nothing was told so far
 };
 

@@ -11,15 +11,25 @@ using nlohmann::json;
 
 using Bytes = std::vector<unsigned char>;
 
+/// A path may hold any bytes.
+json Written(const Place& place) {
+    return {Bytes(place.path.begin(), place.path.end()), place.line, place.column, place.length};
+}
+
+Place ReadPlace(const json& row) {
+    const auto path = row[0].get<Bytes>();
+    return {{path.begin(), path.end()}, row[1], row[2], row[3]};
+}
+
 }  // namespace
 
 std::string WrittenShared(const std::vector<SharedAllow>& all) {
     json written = json::array();
     for (const auto& [finding, idle] : all) {
-        const Place& place = finding.place;
-        // A path may hold any bytes; the message names a code that there is.
-        written.push_back({Bytes(place.path.begin(), place.path.end()), place.line, place.column, place.length,
-                           finding.message, finding.code, finding.severity, idle});
+        json way = json::array();
+        for (const Place& item : finding.way) way.push_back(Written(item));
+        // The message names a code that there is.
+        written.push_back({Written(finding.place), finding.message, finding.code, finding.severity, way, idle});
     }
     return written.dump();
 }
@@ -27,15 +37,15 @@ std::string WrittenShared(const std::vector<SharedAllow>& all) {
 void SharedAllows::Add(const std::string& written) {
     for (const json& row : json::parse(written)) {
         Finding unused;
-        const auto path = row[0].get<Bytes>();
-        unused.place = {{path.begin(), path.end()}, row[1], row[2], row[3]};
-        unused.message = row[4];
-        unused.code = row[5];
-        unused.severity = row[6];
+        unused.place = ReadPlace(row[0]);
+        unused.message = row[1];
+        unused.code = row[2];
+        unused.severity = row[3];
+        for (const json& item : row[4]) unused.way.push_back(ReadPlace(item));
         struct stat info {};
         if (stat(unused.place.path.c_str(), &info) != 0) continue;
         const Key key = {info.st_dev, info.st_ino, unused.place.line, unused.place.column};
-        const bool idle = row[7];
+        const bool idle = row[5];
         all_.try_emplace(key, SharedAllow{std::move(unused), true}).first->second.idle &= idle;
     }
 }

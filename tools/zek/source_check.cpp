@@ -50,12 +50,15 @@ Said WhatWasSaid(const std::string& source, const SourceOptions& options, const 
         ShowPhase("running the rules of lint");
         Lint(files, index, text, levels, {sound, options.amongOthers, wanted.words}, review);
     }
-    report.AddWays(review.Kept());
     Said said = {{source}, sound};
     std::set<Origin> origins = {Origin::kLibrary, Origin::kCommand};
     // Where there are errors most rules are not run, so that nothing is known of what they would find.
     if (options.lint && sound) origins.insert(Origin::kLint);
     review.AddComments(origins, options.amongOthers ? &said.shared : nullptr);
+    for (Finding& finding : review.Kept()) report.AddWay(finding);
+    for (SharedAllow& allow : said.shared) {
+        if (allow.idle) report.AddWay(allow.unused);
+    }
     said.findings.findings = std::move(review.Kept());
     said.findings.left = review.CountLeft();
     if (options.report.raw) said.findings.raw = report.Raw();
