@@ -292,9 +292,9 @@ TEST(SarifOfFindings, HoldNoFixThatCanOnlyBeShown) {
 TEST(FindingsOfNoSource, TellWhyThereAreNone) {
     EXPECT_EQ(TextRenderer({})->OfFailure("a,\xff", "why\x1b"), "");
     EXPECT_EQ(GithubRenderer()->OfFailure("a,\xff", "why: 1%\x1b"), "::error title=zek::why: 1%25\\x1b\n");
-    EXPECT_EQ(
-        JsonRenderer()->OfFailure("a,\xff", "why\x1b"),
-        R"({"source":{"bytes":"612cff"},"errors":0,"warnings":0,"notShown":0,"findings":[],"failure":"why\\x1b"})");
+    EXPECT_EQ(JsonRenderer()->OfFailure("a,\xff", "why\x1b"),
+              R"({"source":{"bytes":"612cff"},"errors":0,"warnings":0,"notShown":{"errors":0,"warnings":0,"notes":0},)"
+              R"("findings":[],"failure":"why\\x1b"})");
     const auto sarif = SarifRenderer();
     EXPECT_EQ(sarif->OfFailure("a,\xff", "why\x1b"), "");
     EXPECT_EQ(sarif->End(2),
@@ -304,17 +304,29 @@ TEST(FindingsOfNoSource, TellWhyThereAreNone) {
               "\n");
 }
 
+TEST(JsonOfFindings, CountsWhatIsNotShownBySeverity) {
+    SourceText text;
+    SourceFindings all = {"a"};
+    all.left[static_cast<std::size_t>(Severity::kError)] = 3;
+    all.left[static_cast<std::size_t>(Severity::kWarning)] = 2;
+    all.left[static_cast<std::size_t>(Severity::kNote)] = 1;
+    EXPECT_EQ(
+        JsonRenderer()->Of(all, text),
+        R"({"source":"a","errors":3,"warnings":2,"notShown":{"errors":3,"warnings":2,"notes":1}, "findings": []})");
+}
+
 TEST(JsonOfFindings, HoldsEverything) {
     const auto json = nlohmann::json::parse(Shown().By(*JsonRenderer()));
     EXPECT_EQ(json["schema"], "zek-findings/2");
     EXPECT_EQ(json["exitCode"], 1);
     const nlohmann::json place = {{"path", "a"}, {"line", 2}, {"column", 9}, {"length", 4}};
+    const nlohmann::json none = {{"errors", 0}, {"warnings", 0}, {"notes", 0}};
     EXPECT_EQ(json["sources"],
               nlohmann::json::array(
                   {{{"source", "main,1:%.zek"},
                     {"errors", 1},
                     {"warnings", 0},
-                    {"notShown", 0},
+                    {"notShown", none},
                     {"findings",
                      nlohmann::json::array(
                          {{{"code", "E108"},
@@ -330,7 +342,7 @@ TEST(JsonOfFindings, HoldsEverything) {
                    {{"source", "other.zek"},
                     {"errors", 0},
                     {"warnings", 0},
-                    {"notShown", 0},
+                    {"notShown", none},
                     {"findings", nlohmann::json::array()}}}));
 }
 

@@ -41,6 +41,18 @@ ordered_json JsonFinding(const Finding& finding) {
     return json;
 }
 
+/// What stands before the findings of a source.
+ordered_json JsonHead(const SourceFindings& all) {
+    const auto left = [&](Severity severity) { return all.left[static_cast<std::size_t>(severity)]; };
+    return {{"source", JsonText(all.source)},
+            {"errors", all.Count(Severity::kError)},
+            {"warnings", all.Count(Severity::kWarning)},
+            {"notShown",
+             {{"errors", left(Severity::kError)},
+              {"warnings", left(Severity::kWarning)},
+              {"notes", left(Severity::kNote)}}}};
+}
+
 /// Each finding on a line of its own.
 class Json : public Renderer {
 public:
@@ -49,11 +61,8 @@ public:
     }
 
     std::string Of(const SourceFindings& all, SourceText&) override {
-        std::string json = "{\"source\": " + JsonText(all.source).dump() +
-                           ", \"errors\": " + std::to_string(all.Count(Severity::kError)) +
-                           ", \"warnings\": " + std::to_string(all.Count(Severity::kWarning)) +
-                           ", \"notShown\": " + std::to_string(all.left[0] + all.left[1] + all.left[2]) +
-                           ", \"findings\": [";
+        std::string json = JsonHead(all).dump();
+        json.replace(json.size() - 1, 1, ", \"findings\": [");
         const char* before = "\n  ";
         for (const Finding& finding : all.findings) {
             json += before + JsonFinding(finding).dump();
@@ -63,13 +72,10 @@ public:
     }
 
     std::string OfFailure(const std::string& source, const std::string& why) override {
-        return ordered_json{{"source", JsonText(source)},
-                            {"errors", 0},
-                            {"warnings", 0},
-                            {"notShown", 0},
-                            {"findings", ordered_json::array()},
-                            {"failure", Printable(why)}}
-            .dump();
+        ordered_json json = JsonHead({source});
+        json["findings"] = ordered_json::array();
+        json["failure"] = Printable(why);
+        return json.dump();
     }
 
     std::string Separator() override { return ",\n"; }
