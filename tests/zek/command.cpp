@@ -4,6 +4,7 @@
 #include <linux/capability.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
@@ -37,13 +38,21 @@ bool ReadTerminal(int descriptor, std::string& text) {
     return got > 0;
 }
 
+/// What the control key and a letter send.
+constexpr cc_t Control(char letter) { return static_cast<cc_t>(letter & 0x1F); }
+
 /// A terminal that changes nothing of what is written; gives its other end. The program's end stands in `end`.
-int OpenTerminal(unsigned short columns, int& end) {
+int OpenTerminal(const Setting& setting, int& end) {
     int other = -1;
-    termios raw{};
-    cfmakeraw(&raw);
-    const winsize size = {24, columns, 0, 0};
-    EXPECT_EQ(openpty(&other, &end, nullptr, &raw, &size), 0);
+    termios modes{};
+    cfmakeraw(&modes);
+    if (setting.keyboard) {
+        modes.c_lflag |= ISIG | ICANON | ECHO | ECHOCTL;
+        modes.c_cc[VINTR] = Control('C');
+        modes.c_cc[VEOF] = Control('D');
+    }
+    const winsize size = {24, setting.terminalColumns, 0, 0};
+    EXPECT_EQ(openpty(&other, &end, nullptr, &modes, &size), 0);
     fcntl(other, F_SETFD, FD_CLOEXEC);
     return other;
 }
@@ -64,6 +73,9 @@ void LeaveWithoutReader() {
 void Apply(const Setting& setting, int out, int err) {
     Become(err, STDERR_FILENO);
     Become(setting.out.empty() ? out : open(setting.out.c_str(), O_WRONLY), STDOUT_FILENO);
+    // The interrupt goes to the processes of the session that has the terminal.
+    if (setting.keyboard && (setsid() < 0 || ioctl(err, TIOCSCTTY, 0) != 0)) _exit(125);
+    if (setting.keyboard && setting.in.empty()) Become(err, STDIN_FILENO);
     if (!setting.in.empty()) Become(open(setting.in.c_str(), O_RDONLY), STDIN_FILENO);
     if (setting.closedOut) close(STDOUT_FILENO);
     if (setting.readerGone) LeaveWithoutReader();
@@ -85,7 +97,7 @@ void Apply(const Setting& setting, int out, int err) {
 
 Program::Program(std::vector<std::string> arguments, const Setting& setting) : out_(Recording()) {
     if (setting.terminalColumns) {
-        terminal_ = OpenTerminal(setting.terminalColumns, err_);
+        terminal_ = OpenTerminal(setting, err_);
     } else {
         err_ = Recording();
     }
@@ -110,6 +122,10 @@ bool Program::Shows(const std::string& text) {
         if (poll(&waiting, 1, 100) > 0 && !ReadTerminal(terminal_, shown_)) break;
     }
     return shown_.find(text) != std::string::npos;
+}
+
+void Program::Type(const std::string& keys) {
+    EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
 }
 
 Result Program::Finish() {

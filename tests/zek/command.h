@@ -26,6 +26,9 @@ struct Setting {
     /// Standard error is a terminal with so many columns, one with colours and without wishes in the environment,
     /// unless that says otherwise; 0 is none.
     unsigned short terminalColumns = 0;
+    /// Somebody sits at that terminal: it shows what is typed (Program::Type), its keys end the input and interrupt,
+    /// and standard input is that terminal, too, unless it comes from a file.
+    bool keyboard = false;
     bool readerGone = false;          ///< standard output is a pipe that nobody reads
     unsigned long fileSizeLimit = 0;  ///< bytes; 0 is none
     bool permissionsHold = false;     ///< what a file's mode forbids is forbidden, to root too
@@ -42,6 +45,8 @@ public:
     pid_t Process() const { return process_; }
     /// Waits until the terminal that standard error is was sent this; false after half a minute.
     bool Shows(const std::string& text);
+    /// What a keyboard sends.
+    void Type(const std::string& keys);
     /// Waits for its end; call it once.
     Result Finish();
 

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <list>
+#include <thread>
 
 #include "zek/command.h"
 
@@ -90,9 +91,15 @@ TEST_F(ZekProgress, IsNotShownForQuickWork) {
 TEST_F(ZekProgress, FitsTheWidthOfTheTerminal) {
     const std::string name(100, 'b');
     std::filesystem::rename("board.zek", name);
-    const std::string written = Shown({"check", "--no-warn", "W101", name}, Fault("slow")).written;
-    EXPECT_NE(written.find("\rzek: reading: 2 files"), std::string::npos) << written;
-    EXPECT_EQ(Seen(written), "");
+    // Whatever is wanted for the lines of the source.
+    for (const char* wanted : {"80", "200"}) {
+        SCOPED_TRACE(wanted);
+        Setting setting = Fault("slow");
+        setting.environment.emplace_back("COLUMNS", wanted);
+        const std::string written = Shown({"check", "--no-warn", "W101", name}, setting).written;
+        EXPECT_NE(written.find("\rzek: reading: 2 files"), std::string::npos) << written;
+        EXPECT_EQ(Seen(written), "");
+    }
 }
 
 TEST_F(ZekProgress, IsErasedBeforeTheCommandGivesUp) {
@@ -146,6 +153,45 @@ TEST_F(ZekProgress, TellsWhatDecompileIsAt) {
     EXPECT_EQ(code, 0);
     EXPECT_NE(written.find("\rzek: debug: compiling the source"), std::string::npos) << written;
     EXPECT_EQ(Seen(written), "");
+}
+
+/// A second and more goes by before somebody types.
+TEST_F(ZekProgress, LeavesATerminalToTheOneWhoTypes) {
+    for (const char* command : {"check", "fmt"}) {
+        SCOPED_TRACE(command);
+        Program program({ZEK_PROGRAM, command, "-"}, {.terminalColumns = 80, .keyboard = true});
+        std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+        program.Type("[PROPERTY]\nA=1\n\x04");
+        const Result result = program.Finish();
+        EXPECT_EQ(result.code, 0);
+        EXPECT_EQ(result.err, "[PROPERTY]\nA=1\n");
+    }
+}
+
+TEST_F(ZekProgress, TellsWhichFileIsLaidOut) {
+    for (const char* name : {"a.zek", "b.zek"}) Write(name, "[PROPERTY]\nA=1\n");
+    const auto [code, written] = Shown({"fmt", "a.zek", "b.zek"}, Fault("slow"));
+    EXPECT_EQ(code, 0);
+    EXPECT_NE(written.find("\rzek: b.zek: laying out"), std::string::npos) << written;
+    EXPECT_EQ(Seen(written), "");
+    EXPECT_EQ(Read("b.zek"), "[PROPERTY]\nA = 1\n");
+}
+
+/// What is typed is shown behind the signal, perhaps after the line was erased.
+TEST_F(ZekProgress, IsErasedByTheKeyThatInterrupts) {
+    for (const char* command : {"check", "compile"}) {
+        SCOPED_TRACE(command);
+        Setting setting = Fault("slow");
+        setting.terminalColumns = 80;
+        setting.keyboard = true;
+        Program program({ZEK_PROGRAM, command, "board.zek"}, setting);
+        EXPECT_TRUE(program.Shows("zek: board.zek: reading"));
+        program.Type("\x03");
+        const Result result = program.Finish();
+        EXPECT_EQ(result.signal, SIGINT);
+        const std::string seen = Seen(result.err);
+        EXPECT_TRUE(seen.empty() || seen == "^C") << result.err;
+    }
 }
 
 /// The child of `check`, which shows the line, ends with its parent and cannot erase it then.

@@ -72,7 +72,10 @@ std::size_t TerminalColumns(int descriptor) {
     const char* const wanted = std::getenv("COLUMNS");
     std::size_t columns = 0;
     if (wanted) std::from_chars(wanted, wanted + std::strlen(wanted), columns);
-    if (columns > 0) return columns;
+    return columns > 0 ? columns : WindowColumns(descriptor);
+}
+
+std::size_t WindowColumns(int descriptor) {
     winsize size{};
     return ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : kUsualColumns;
 }

@@ -16,7 +16,9 @@ std::string BlanksFor(std::string_view shown);
 
 bool IsTerminal(int descriptor);
 
-/// How many columns a terminal has: as COLUMNS says, else as the terminal does, else 80.
+/// How many columns lines for a terminal have: as COLUMNS says, else as the terminal does.
 std::size_t TerminalColumns(int descriptor);
+/// As the terminal says, else 80.
+std::size_t WindowColumns(int descriptor);
 
 }  // namespace zek::tool

@@ -7,6 +7,7 @@
 #include "memory_file.h"
 #include "output_file.h"
 #include "printable.h"
+#include "progress.h"
 #include "streams.h"
 
 namespace zek::tool {
@@ -37,6 +38,7 @@ int Check(const std::string& file, bool changes, StandardOutput& out) {
 }
 
 int Format(const std::string& file, const FmtOptions& options, StandardOutput& out) {
+    const Progress progress(file, "laying out");
     const std::string text = ReadSource(file);
     const std::string formatted = Formatted(text);
     if (options.check) return Check(file, formatted != text, out);

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "columns.h"
+#include "paths.h"
 #include "printable.h"
 #include "terminal_line.h"
 
@@ -38,10 +39,13 @@ std::thread QuietThread(Work work) {
     return thread;
 }
 
+/// Whether somebody types the file: the line would stand among what is typed.
+bool IsTyped(const std::string& file) { return (file == "-" || file == kStandardInput) && IsTerminal(STDIN_FILENO); }
+
 }  // namespace
 
 Progress::Progress(const std::string& file, const char* phase) : file_(Printable(file)), phase_(phase) {
-    if (!IsTerminal(STDERR_FILENO)) return;
+    if (!IsTerminal(STDERR_FILENO) || IsTyped(file)) return;
     g_shown = this;
     OpenTerminalLine();
     thread_ = QuietThread([this] { Run(); });
@@ -101,7 +105,8 @@ std::string Progress::Line() const {
     if (files_ > 0) state += ": " + Counted(files_, "file", "files");
     if (sections_ > 0) state += ", " + Counted(sections_, "section", "sections");
     const std::string line = "zek: " + file_ + ": " + state;
-    const std::size_t columns = TerminalColumns(STDERR_FILENO);
+    // In a longer line than the terminal has columns, a carriage return goes back in the last row only.
+    const std::size_t columns = std::min(TerminalColumns(STDERR_FILENO), WindowColumns(STDERR_FILENO));
     const std::size_t room = columns - std::min(columns, kEchoColumns + 1);
     return ColumnsOf(line) <= room ? line : ("zek: " + state).substr(0, room);
 }

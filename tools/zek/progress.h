@@ -13,7 +13,8 @@ namespace zek::tool {
 class Progress {
 public:
     /// Of the work on a file; the line comes a second after the program began, and goes for good when something else is
-    /// written to the terminal. There is none where standard error is no terminal. One at a time.
+    /// written to the terminal. There is none where standard error is no terminal, nor where the file is typed. One at
+    /// a time.
     Progress(const std::string& file, const char* phase);
     ~Progress();
     Progress(const Progress&) = delete;
