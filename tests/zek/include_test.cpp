@@ -240,7 +240,7 @@ TEST_F(ZekInclude, ExplosionEndsAtTheMostFiles) {
               std::string(
                   "boards/38.zek:2:8: error: [INCLUDE]:FILE FILE 39.zek cannot be loaded. [E003]\n"
                   "boards/38.zek:2:8: note: 39.zek is not read: 10000 files were read, as many as --max-files allows\n"
-                  "boards/38.zek:2:8: note: 32 more includes not read for the same reason\n") +
+                  "boards/38.zek:2:8: note: includes not read for the same reason: 32 more\n") +
                   ChainFromMain(37) + "boards/main.zek: 1 error\n");
     EXPECT_FALSE(std::filesystem::exists("boards/main.zki"));
 }
@@ -258,7 +258,7 @@ TEST_F(ZekInclude, MostFilesCountsEveryOpening) {
     EXPECT_EQ(Said({"--max-files=3"}),
               "boards/b.zek:2:8: error: [INCLUDE]:FILE FILE a.zek cannot be loaded. [E003]\n"
               "boards/b.zek:2:8: note: a.zek is not read: 3 files were read, as many as --max-files allows\n"
-              "boards/b.zek:2:8: note: 2 more includes not read for the same reason\n"
+              "boards/b.zek:2:8: note: includes not read for the same reason: 2 more\n"
               "boards/main.zek:3:8: note: included from here\n"
               "boards/main.zek: 1 error\n");
     // For each source by itself.

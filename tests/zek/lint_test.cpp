@@ -28,12 +28,12 @@ TEST_F(ZekLint, NamesSomeOfManyTextsThatAreLostBehindAnother) {
     Write("a.zek", source);
     const std::string said = WithoutExcerpts(Zek({"check", "a.zek"}).err);
     EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 23) << said;
-    EXPECT_NE(said.find("P_A19 stands behind it and is lost, too\na.zek:6:1: note: so are 80 more behind these\n"),
+    EXPECT_NE(said.find("P_A19 stands behind it and is lost, too\na.zek:6:1: note: and 80 more behind these\n"),
               said.npos)
         << said;
     source.resize(source.find("P_A21 "));
     Write("a.zek", source);
-    EXPECT_NE(Zek({"check", "a.zek"}).err.find(": note: so is 1 more behind these\n"), said.npos);
+    EXPECT_NE(Zek({"check", "a.zek"}).err.find(": note: and 1 more behind these\n"), said.npos);
 }
 
 TEST_F(ZekLint, NamesSomeOfManyDefinitionsOfAnUnusedWord) {
@@ -46,11 +46,11 @@ TEST_F(ZekLint, NamesSomeOfManyDefinitionsOfAnUnusedWord) {
     const std::string many = found(100);
     EXPECT_EQ(std::count(many.begin(), many.end(), '\n'), 23) << many;
     EXPECT_NE(many.find("a.zek:42:1: note: it is defined here, too\n"
-                        "a.zek:2:1: note: it is defined 79 times more behind these\n"),
+                        "a.zek:2:1: note: and 79 more behind these\n"),
               many.npos)
         << many;
     const std::string one = found(22);
-    EXPECT_NE(one.find(": note: it is defined once more behind these\n"), one.npos) << one;
+    EXPECT_NE(one.find(": note: and 1 more behind these\n"), one.npos) << one;
 }
 
 TEST_F(ZekLint, CommentAtAnyDefinitionAllowsAnUnusedWord) {

@@ -1,5 +1,9 @@
 #include <dlfcn.h>
 
+#include <algorithm>
+
+#include "docs/page.h"
+#include "note_texts.h"
 #include "zek/command.h"
 
 namespace zek::test {
@@ -327,6 +331,23 @@ TEST_F(ZekFilesOfOneName, EarlierPlaceIsTheOtherOne) {
 TEST_F(ZekFilesOfOneName, AreKnownWhileTheyAreRead) {
     EXPECT_TRUE(Said("[DEFINE]\nA = 1\n", "[DEFINE]\n1A = 1\n")
                     .starts_with("y/c.zek:2:1: error: [DEFINE]:1A, Entry name is invalid. [E102]\n"));
+}
+
+TEST_F(ZekMessages, PageTellsEachNote) {
+    const std::string page = SourceFile("docs/language.md");
+    const std::size_t begin = page.find("\nIn notes, below a finding:\n");
+    ASSERT_NE(begin, page.npos);
+    const std::string notes = page.substr(begin, page.find("\nAbout the run, ", begin) - begin);
+    for (const tool::NoteRow& row : tool::kNoteRows) {
+        EXPECT_NE(notes.find('`' + std::string(row.format) + '`'), notes.npos) << row.format;
+    }
+    // And none that is not said.
+    for (std::size_t at = 0; (at = notes.find("- `", at)) != notes.npos; ++at) {
+        const std::string told = notes.substr(at + 3, notes.find('`', at + 3) - at - 3);
+        EXPECT_TRUE(std::any_of(tool::kNoteRows.begin(), tool::kNoteRows.end(), [&](const tool::NoteRow& row) {
+            return told == row.format;
+        })) << told;
+    }
 }
 
 TEST_F(ZekMessages, AreSafeForATerminal) {

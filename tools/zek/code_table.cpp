@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <map>
 
+#include "filled_text.h"
+
 namespace zek::tool {
 namespace {
 
@@ -58,15 +60,7 @@ const CodeGroup* GroupOfCode(std::string_view code) {
 }
 
 std::string Filled(std::string_view code, const std::vector<std::string>& texts) {
-    std::string_view format = RowOfCode(code)->format;
-    std::string filled;
-    for (const std::string& text : texts) {
-        const std::size_t at = format.find("%s");
-        if (at == format.npos) break;
-        filled.append(format.substr(0, at)).append(text);
-        format.remove_prefix(at + 2);
-    }
-    return filled.append(format);
+    return FilledFormat(RowOfCode(code)->format, texts);
 }
 
 const CodeRow* RowOfFormat(std::string_view format) {

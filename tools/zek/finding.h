@@ -1,5 +1,5 @@
 /// What there is to tell about a source: the errors and warnings of the library and what the command's own rules find,
-/// one structure for every format in which it is shown. Relies on the standard library.
+/// one structure for every format in which it is shown. Relies on note_texts.h.
 ///
 /// A rule reports by giving its code a row in the table of codes (code_table.h) and adding
 ///
@@ -7,7 +7,7 @@
 ///     finding.code = "L101";
 ///     finding.place = text.SubString(path, line, 2);   // source_text.h: the columns
 ///     finding.message = "[SENSOR]:TYPE, ...";          // any bytes; what shows it makes them safe
-///     finding.notes.push_back({"it was defined here", text.Key(path, otherLine)});
+///     finding.notes.push_back({Filled(NoteText::kDefined), text.Head(path, otherLine)});
 ///     finding.fix = Fix{finding.place, "0x10"};        // only where it is likely
 ///     review.Add(std::move(finding));                  // finding_review.h
 ///
@@ -20,6 +20,8 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "note_texts.h"
 
 namespace zek::tool {
 
@@ -62,12 +64,12 @@ struct Finding {
 /// So many notes of one kind a finding has at most, before one that counts the others.
 inline constexpr std::size_t kMostNotes = 20;
 
-/// Adds notes to a finding: the one at each position below `count` is made by `note`, and what is said of those that
-/// are too many, by `rest` from their number.
-template <typename NoteAt, typename Rest>
-void AddNotes(Finding& finding, std::size_t count, NoteAt note, Rest rest) {
+/// Adds notes to a finding: the one at each position below `count` is made by `note`; `more` tells how many are too
+/// many.
+template <typename NoteAt>
+void AddNotes(Finding& finding, std::size_t count, NoteAt note, NoteText more) {
     for (std::size_t i = 0; i < std::min(count, kMostNotes); ++i) finding.notes.push_back(note(i));
-    if (count > kMostNotes) finding.notes.push_back({rest(count - kMostNotes)});
+    if (count > kMostNotes) finding.notes.push_back({Filled(more, {std::to_string(count - kMostNotes)})});
 }
 
 }  // namespace zek::tool

@@ -98,7 +98,8 @@ bool LintRun::IsOwn(const std::string& path) const {
 
 void LintRun::NoteWord(Finding& finding, const std::string& word) const {
     const Definition* const definition = model_.Defined(word);
-    if (definition) finding.notes.push_back({"it is defined here", KeyPlace(*definition->section, *definition->item)});
+    if (definition)
+        finding.notes.push_back({Filled(NoteText::kDefined), KeyPlace(*definition->section, *definition->item)});
 }
 
 void LintRun::Suggest(Finding& finding, const NearNames& names, const std::string& written) {

@@ -40,14 +40,14 @@ struct Passed {
 
 Passed PassedTo(const LintSection& section, const Callers& callers, const LintRun& run) {
     // Outside an action all but VT_CALL can have ARG0 alone, so that there it may well mean the first.
-    if (section.Kind() == "GLOBAL") return {1, 0, {"a global is used without arguments"}};
-    if (section.Kind() != "ACTION") return {0, kMostNumbered, {"arguments are numbered up to 16777215"}};
+    if (section.Kind() == "GLOBAL") return {1, 0, {Filled(NoteText::kGlobalHasNone)}};
+    if (section.Kind() != "ACTION")
+        return {0, kMostNumbered, {Filled(NoteText::kHighestArgument, {std::to_string(kMostNumbered)})}};
     const auto caller = callers.find(section.TextOf("NAME"));
     // That nothing calls it is told by another rule.
-    if (caller == callers.end()) return {1, kMostNumbered, {"the first argument is ARG1"}};
+    if (caller == callers.end()) return {1, kMostNumbered, {Filled(NoteText::kFirstArgument)}};
     const auto& [passed, from, item] = caller->second;
-    return {
-        1, passed, {"this passes " + std::to_string(passed) + ", the first of them ARG1", run.KeyPlace(*from, *item)}};
+    return {1, passed, {Filled(NoteText::kPasses, {std::to_string(passed)}), run.KeyPlace(*from, *item)}};
 }
 
 }  // namespace

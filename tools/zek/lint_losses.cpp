@@ -56,12 +56,9 @@ void FindLostTextsOf(const LintSection& section, const NumberedTexts& numbered, 
     }
     if (!finding) return;
     const auto note = [&](std::size_t i) {
-        return Note{ShownText(behind[i]->source->key) + " stands behind it and is lost, too",
-                    run.KeyPlace(section, *behind[i])};
+        return Note{Filled(NoteText::kLost, {ShownText(behind[i]->source->key)}), run.KeyPlace(section, *behind[i])};
     };
-    AddNotes(*finding, behind.size(), note, [](std::size_t left) {
-        return (left == 1 ? "so is 1" : "so are " + std::to_string(left)) + " more behind these";
-    });
+    AddNotes(*finding, behind.size(), note, NoteText::kMoreBehind);
 }
 
 /// What an operand compiles to, where it is a number or a word.

@@ -37,7 +37,7 @@ void FindIncomplete(const char* code, bool first, LintRun& run) {
         Finding& finding =
             run.Add(code, *tables[i], *name, 0, {name->Part(0), std::to_string(set.count()), std::to_string(row)});
         const LintItem* const before = first ? nullptr : tables[i - 1]->Find("NAME");
-        if (before) finding.notes.push_back({"the table before", run.KeyPlace(*tables[i - 1], *before)});
+        if (before) finding.notes.push_back({Filled(NoteText::kTableBefore), run.KeyPlace(*tables[i - 1], *before)});
     }
 }
 

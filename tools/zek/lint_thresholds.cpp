@@ -19,7 +19,7 @@ void FindThresholdsOutOfOrder(LintRun& run) {
             if (below && static_cast<int>(*value) < static_cast<int>(*run.Model().ValueOf(below->Part(0)))) {
                 Finding& finding =
                     run.Add("L121", *section, *item, 0, {item->Part(0), below->source->key, below->Part(0)});
-                finding.notes.push_back({"the other one", run.KeyPlace(*section, *below)});
+                finding.notes.push_back({Filled(NoteText::kOtherThreshold), run.KeyPlace(*section, *below)});
             }
             below = item;
         }

@@ -126,10 +126,8 @@ void FindUnusedWords(LintRun& run) {
         for (std::size_t i = 1; i < items.size(); ++i) {
             finding.others.push_back(run.KeyPlace(*items[i].first, *items[i].second));
         }
-        const auto note = [&](std::size_t i) { return Note{"it is defined here, too", finding.others[i]}; };
-        AddNotes(finding, items.size() - 1, note, [](std::size_t left) {
-            return "it is defined " + (left == 1 ? "once" : std::to_string(left) + " times") + " more behind these";
-        });
+        const auto note = [&](std::size_t i) { return Note{Filled(NoteText::kDefinedToo), finding.others[i]}; };
+        AddNotes(finding, items.size() - 1, note, NoteText::kMoreBehind);
     }
 }
 

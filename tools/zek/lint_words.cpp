@@ -12,8 +12,8 @@ void FindWordsDefinedAgain(LintRun& run) {
             const Definition& later = definitions[i];
             if (earlier.value == later.value || earlier.item == later.item) continue;
             Finding& finding = run.Add("L141", *later.section, *later.item, {word, std::to_string(later.value)});
-            finding.notes.push_back(
-                {"it was " + std::to_string(earlier.value) + " here", run.KeyPlace(*earlier.section, *earlier.item)});
+            finding.notes.push_back({Filled(NoteText::kWas, {std::to_string(earlier.value)}),
+                                     run.KeyPlace(*earlier.section, *earlier.item)});
         }
     }
 }

@@ -9,16 +9,16 @@
 #include <string_view>
 #include <vector>
 
+#include "note_texts.h"
+
 namespace zek::tool {
 
 /// Why a file could not be loaded, as far as that is known.
 struct Refusal {
-    std::string name = {};  ///< as it was asked for; empty when that is not known
-    std::string reason = {};
-    std::string meant = {};    ///< what probably was meant by what was written; empty where nothing is near
-    std::string circle = {};   ///< of a file that includes itself: its path
-    std::size_t includer = 0;  ///< then also who includes it: a position among the files that were read
-    bool isPastMost = false;   ///< so many files have been read that no other is
+    NoteText why;
+    std::string name;                       ///< as it was asked for; empty when that is not known
+    std::vector<std::string> details = {};  ///< what the text of `why` has behind the name
+    std::string meant = {};  ///< what probably was meant by what was written; empty where nothing is near
 };
 
 /// One message of the library. Small, since a source may give rise to a million.

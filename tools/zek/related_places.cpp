@@ -26,7 +26,7 @@ void RelatedPlaces::AddOtherSection(Finding& finding, const Message& message) {
             before = false;
             continue;
         }
-        finding.notes.push_back({before ? "it was defined here" : "it is defined again here", place});
+        finding.notes.push_back({Filled(before ? NoteText::kDefinedBefore : NoteText::kDefinedAgain), place});
         return;
     }
 }
@@ -36,7 +36,7 @@ void RelatedPlaces::AddFirstItem(Finding& finding, const Message& message) {
     const auto line = index_.At(finding.place.path, finding.place.line);
     const SourceItem* const first = line ? FirstItem(*line->section, message.Text(3)) : nullptr;
     if (!first || first->line >= finding.place.line) return;
-    finding.notes.push_back({"it was defined here", text_.Head(finding.place.path, first->line)});
+    finding.notes.push_back({Filled(NoteText::kDefinedBefore), text_.Head(finding.place.path, first->line)});
 }
 
 /// Parent of this group hasn't been defined: a group of that name stands on no smaller line.
@@ -48,7 +48,7 @@ void RelatedPlaces::AddParentBelow(Finding& finding, const Message&) {
     const ReadSections& groups = Named("GROUP", FirstSubString(parent->value));
     if (groups.empty()) return;
     const SourceItem& name = *FirstItem(*groups[0]->section, "NAME");
-    finding.notes.push_back({"the parent is defined here", ValuePlace(*groups[0]->path, name)});
+    finding.notes.push_back({Filled(NoteText::kParent), ValuePlace(*groups[0]->path, name)});
 }
 
 /// The ACTION %s needs %u PARAMS.
@@ -56,10 +56,9 @@ void RelatedPlaces::AddAction(Finding& finding, const Message& message) {
     const ReadSections& actions = Named("ACTION", message.Text(4));
     if (actions.empty()) return;
     const Places::ReadSection& action = *actions[0];
-    finding.notes.push_back(
-        {"the action is defined here", ValuePlace(*action.path, *FirstItem(*action.section, "NAME"))});
+    finding.notes.push_back({Filled(NoteText::kAction), ValuePlace(*action.path, *FirstItem(*action.section, "NAME"))});
     const SourceItem* const number = FirstItem(*action.section, "ARGNUMBER");
-    if (number) finding.notes.push_back({"its number of arguments", ValuePlace(*action.path, *number)});
+    if (number) finding.notes.push_back({Filled(NoteText::kArgumentCount), ValuePlace(*action.path, *number)});
 }
 
 const RelatedPlaces::ReadSections& RelatedPlaces::OfKind(const std::string& kind) {

@@ -59,7 +59,7 @@ private:
     static std::string OfFinding(const Finding& finding, SourceText& text) {
         std::string message = Printable(finding.message);
         for (const Note& note : finding.notes) message += "\nnote: " + Printable(note.text) + Where(note.place);
-        if (finding.fix) message += "\ndid you mean " + Printable(finding.fix->text) + '?';
+        if (finding.fix) message += '\n' + Filled(NoteText::kMeant, {Printable(finding.fix->text)});
         for (const Place& item : finding.way) message += "\nincluded from" + Where(item);
         return std::string(kCommands[static_cast<std::size_t>(finding.severity)]) + ' ' + PlaceOf(finding.place, text) +
                "title=" + Property(finding.code) + "::" + Escaped(message, kInMessages) + '\n';

@@ -59,7 +59,7 @@ ordered_json FixOf(const Fix& fix, SourceText& text) {
                                       {"insertedContent", {{"text", Printable(fix.text)}}}};
     ordered_json change = {{"artifactLocation", {{"uri", Reference(fix.place.path)}}}};
     change["replacements"] = ordered_json::array({replacement});
-    ordered_json json = {{"description", Message("did you mean " + fix.text + '?')}};
+    ordered_json json = {{"description", Message(Filled(NoteText::kMeant, {fix.text}))}};
     json["artifactChanges"] = ordered_json::array({change});
     return json;
 }
@@ -74,7 +74,7 @@ ordered_json Result(const Finding& finding, SourceText& text) {
     for (const Note& note : finding.notes) {
         related.push_back(Related(note.place.path.empty() ? finding.place : note.place, note.text, text));
     }
-    for (const Place& item : finding.way) related.push_back(Related(item, "included from here", text));
+    for (const Place& item : finding.way) related.push_back(Related(item, Filled(NoteText::kIncludedFrom), text));
     if (!related.empty()) result["relatedLocations"] = related;
     // A name that can only be shown in another spelling is nothing to put into a file.
     if (finding.fix && finding.fix->place.column && Printable(finding.fix->text) == finding.fix->text) {

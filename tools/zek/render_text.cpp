@@ -155,10 +155,12 @@ private:
         }
         if (finding.fix) {
             shown +=
-                Head(finding.fix->place, Severity::kNote, "did you mean " + Printable(finding.fix->text) + '?') + '\n';
+                Head(finding.fix->place, Severity::kNote, Filled(NoteText::kMeant, {Printable(finding.fix->text)})) +
+                '\n';
         }
         if (!finding.way.empty() && entered.insert(finding.place.path).second) {
-            for (const Place& item : finding.way) shown += Head(item, Severity::kNote, "included from here") + '\n';
+            for (const Place& item : finding.way)
+                shown += Head(item, Severity::kNote, Filled(NoteText::kIncludedFrom)) + '\n';
         }
         return shown;
     }

@@ -19,6 +19,8 @@ constexpr std::size_t kEarlierArgument = 4;  ///< the position of its file among
 
 bool IsChatter(const Message& message) { return message.Is(kLoadParserFailed) || message.Is(kNoMoreSections); }
 
+bool IsPastMost(const Message& message) { return message.refusal && message.refusal->why == NoteText::kPastMost; }
+
 bool HasPlace(const Message& message) { return WithoutPlace(message.format).size() < message.format.size(); }
 
 /// The message without its line feed and without the place that it begins with, which the finding has.
@@ -128,7 +130,7 @@ void Report::Add(const std::vector<Message>& reading, const std::vector<Message>
     for (const Message& message : checking) {
         if (message.Is(kEntryMissing)) ++missing_[{message.Text(2), message.Text(3)}];
     }
-    for (const Message& message : reading) pastMost_ += message.refusal && message.refusal->isPastMost;
+    for (const Message& message : reading) pastMost_ += IsPastMost(message);
     AddAll(reading, checking);
     checked_ = nullptr;
 }
@@ -183,17 +185,22 @@ Place Report::PlaceOfSection(const Message& message) {
     return line ? text_.Head(path, *line) : Place{path};
 }
 
+/// `loaded` is what the library calls the file.
+void Report::AddWhy(Finding& finding, const Refusal& refusal, const std::string& loaded) {
+    std::vector<std::string> texts = {refusal.name.empty() ? loaded : refusal.name};
+    texts.insert(texts.end(), refusal.details.begin(), refusal.details.end());
+    finding.notes.push_back({Filled(refusal.why, texts)});
+    if (!refusal.meant.empty()) finding.fix = NameFix(finding.place, refusal.meant, text_);
+}
+
 void Report::AddLoss(Finding finding, const Message& message) {
     ++losses_;
-    const Refusal refusal = message.refusal ? *message.refusal : Refusal();
-    const std::size_t pastMost = refusal.isPastMost ? std::exchange(pastMost_, 0) : 0;
+    const std::size_t pastMost = IsPastMost(message) ? std::exchange(pastMost_, 0) : 0;
     // The first tells it for all.
-    if (refusal.isPastMost && pastMost == 0) return;
+    if (IsPastMost(message) && pastMost == 0) return;
     if (message.Is(kFileNotLoaded)) {
         finding.place = PlaceOfFile(message);
-        const std::string name = refusal.name.empty() ? message.Text(4) : refusal.name;
-        if (!refusal.reason.empty()) finding.notes.push_back({name + ' ' + refusal.reason});
-        if (!refusal.meant.empty()) finding.fix = NameFix(finding.place, refusal.meant, text_);
+        if (message.refusal) AddWhy(finding, *message.refusal, message.Text(4));
     } else if (message.Is(kSectionNameFailed)) {
         finding.place = {message.path.empty() ? source_ : std::string(message.path)};
         finding.message = "section " + std::to_string(message.Number(0)) + " cannot be read: " + finding.message;
@@ -205,10 +212,7 @@ void Report::AddLoss(Finding finding, const Message& message) {
             finding.message;
         finding.fix = names_.Meant(finding.code, {}, name, finding.place, text_);
     }
-    if (pastMost > 1) {
-        finding.notes.push_back(
-            {Counted(pastMost - 1, "more include", "more includes") + " not read for the same reason"});
-    }
+    if (pastMost > 1) finding.notes.push_back({Filled(NoteText::kMorePastMost, {std::to_string(pastMost - 1)})});
     review_.Add(std::move(finding));
 }
 
@@ -231,15 +235,13 @@ void Report::AddLocated(Finding finding, const Message& message) {
         if (const auto header = SectionWithout(wanted.section, wanted.key)) places = {{*header}};
     }
     finding.place = Marked(places.all[0], wanted, finding.code);
-    const std::string among = "or here, one of " + std::to_string(places.different) + " files included as ";
-    const auto note = [&](std::size_t i) {
-        return Note{among + wanted.name, Marked(places.all[i + 1], wanted, finding.code)};
-    };
-    AddNotes(finding, places.different - 1, note,
-             [](std::size_t left) { return "or in " + std::to_string(left) + " more of them"; });
+    const std::string orHere = Filled(NoteText::kOrHere, {std::to_string(places.different), wanted.name});
+    const auto note = [&](std::size_t i) { return Note{orHere, Marked(places.all[i + 1], wanted, finding.code)}; };
+    AddNotes(finding, places.different - 1, note, NoteText::kOrInMore);
     if (HasEarlier(message)) {
         const Wanted earlier = EarlierWantedBy(message, wanted);
-        finding.notes.push_back({"it was defined here", Marked(places_.Of(earlier)->all[0], earlier, finding.code)});
+        finding.notes.push_back(
+            {Filled(NoteText::kDefinedBefore), Marked(places_.Of(earlier)->all[0], earlier, finding.code)});
     }
     related_.AddTo(finding, message);
     const std::string written = wanted.texts.empty() ? wanted.key : wanted.texts[0];

@@ -43,9 +43,9 @@ bool IsSamePlace(const std::string& a, const std::string& b) {
 }
 
 /// What a search that found nothing has to say.
-std::string NotFound(const IncludeFound& found) {
-    if (found.folders.empty()) return "does not exist";
-    return "was not found; looked in: " + Joined(found.folders, ", ");
+Refusal NotFound(const std::string& name, const IncludeFound& found, std::string meant) {
+    if (found.folders.empty()) return {NoteText::kAbsent, name, {}, std::move(meant)};
+    return {NoteText::kNotFound, name, {Joined(found.folders, ", ")}, std::move(meant)};
 }
 
 }  // namespace
@@ -103,41 +103,31 @@ bool SourceReading::FindPath(SourceFile& file) {
         return true;
     }
     open_.back().begun = true;
-    if (files_.size() >= mostFiles_) return RefuseAsPastMost(file.name);
+    if (files_.size() >= mostFiles_) {
+        return Refuse({NoteText::kPastMost, file.name, {std::to_string(files_.size())}});
+    }
     const IncludeFound found = FindInclude(file.name);
     file.path = found.path;
-    return !file.path.empty() || Refuse({file.name, NotFound(found), NearestTo(file.name)});
+    return !file.path.empty() || Refuse(NotFound(file.name, found, NearestTo(file.name)));
 }
 
 bool SourceReading::Examine(SourceFile& file) {
-    const std::string unreadable = "cannot be read: " + file.path + ": ";
     struct stat info {};
     std::string reason = WhyUnreadable(file.path, info);
-    if (!reason.empty()) return Refuse({file.name, unreadable + reason});
+    if (!reason.empty()) return Refuse({NoteText::kUnreadable, file.name, {file.path, reason}});
     file.device = info.st_dev;
     file.inode = info.st_ino;
     const std::string circle = CircleOf(file);
-    if (!circle.empty()) {
-        return Refuse({file.name, "includes itself: " + circle, {}, file.path, open_.back().position});
-    }
+    if (!circle.empty()) return Refuse({NoteText::kCircle, file.name, {circle}});
     file.path = file.opened = EarlierSpelling(file);
     if (!S_ISREG(info.st_mode)) file.opened = copies_.Take(file.path, !S_ISFIFO(info.st_mode), reason);
     if (open_.empty()) whyMainRefused_ = reason;
-    return reason.empty() || Refuse({file.name, unreadable + reason});
+    return reason.empty() || Refuse({NoteText::kUnreadable, file.name, {file.path, reason}});
 }
 
 bool SourceReading::Refuse(Refusal refusal) {
     refusal_ = std::move(refusal);
     return false;
-}
-
-bool SourceReading::RefuseAsPastMost(const std::string& name) {
-    Refusal refusal;
-    refusal.name = name;
-    refusal.reason =
-        "is not read: " + std::to_string(files_.size()) + " files were read, as many as --max-files allows";
-    refusal.isPastMost = true;
-    return Refuse(std::move(refusal));
 }
 
 IncludeFound SourceReading::FindInclude(const std::string& name) const {
@@ -212,12 +202,11 @@ void SourceReading::Explain(Message& failure) {
         failure.refusal = std::make_unique<Refusal>(std::move(*refusal_));
         refusal_.reset();
     } else if (open_.size() >= kMostOpen) {
-        failure.refusal = std::make_unique<Refusal>(
-            Refusal{{}, "is included too deep: " + std::to_string(kMostOpen) + " files are open inside one another"});
+        failure.refusal = std::make_unique<Refusal>(Refusal{NoteText::kTooDeep, {}, {std::to_string(kMostOpen)}});
     } else if (!open_.back().begun) {
         // Let pass, but the reading failed all the same.
         failure.refusal = std::make_unique<Refusal>(
-            Refusal{Current().name, "cannot be read: " + Current().path + ": " + WhyRefused(Current().path)});
+            Refusal{NoteText::kUnreadable, Current().name, {Current().path, WhyRefused(Current().path)}});
         open_.pop_back();
         DropLast();
     }

@@ -78,7 +78,6 @@ private:
     /// Fills in what there is, and what the parser library gets; false where it must not be read.
     bool Examine(SourceFile& file);
     bool Refuse(Refusal refusal);
-    bool RefuseAsPastMost(const std::string& name);
     IncludeFound FindInclude(const std::string& name) const;
     std::string NearestTo(const std::string& name);
     std::string CircleOf(const SourceFile& file) const;
