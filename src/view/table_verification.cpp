@@ -137,7 +137,6 @@ bool ImageVerifier::Names(const TableFrame& frame, KeyTable& table) {
     const auto ends = [body](std::size_t size) { return static_cast<std::size_t>(std::count(body, body + size, 0)); };
     const bool cut = length > 0 && body[length - 1] != 0;
     table.count = Numbered(frame, ends(length) + cut);
-    table.limit = isShort ? static_cast<std::uint32_t>(ends(frame.end - frame.body)) : table.count;
     table.starts.reserve(table.count + std::size_t{1});
     table.starts.push_back(0);
     for (std::size_t at = 0; table.starts.size() <= table.count;) {
@@ -145,6 +144,12 @@ bool ImageVerifier::Names(const TableFrame& frame, KeyTable& table) {
         table.starts.push_back(static_cast<std::uint32_t>(at));
     }
     FindRepeated(table, frame);
+    // What fills a place is an empty name. If it made the length too short for empty names, the last ones, these do not
+    // show in the gap.
+    const bool mayHide = table.OrdinalOf("") != HashSlots::kNone;
+    const std::size_t hidden = mayHide ? frame.end - frame.body - length : 0;
+    table.limit = isShort ? static_cast<std::uint32_t>(ends(frame.end - frame.body))
+                          : table.count + static_cast<std::uint32_t>(hidden);
     return true;
 }
 
@@ -155,7 +160,10 @@ bool ImageVerifier::Numbers(const TableFrame& frame, KeyTable& table) {
     if (length % 4 != 0) return Fail(ImageCode::kTableLength, frame.begin + 4, length, frame.end - frame.body);
     table.body = image_.data() + frame.body;
     table.count = Numbered(frame, length / 4);
-    table.limit = isShort ? static_cast<std::uint32_t>((frame.end - frame.body) / 4) : table.count;
+    const std::size_t room = frame.end - frame.body;
+    // As with names; but only the number 0, as the last one, does not show.
+    const bool mayHide = room - length >= 4 && Fillers(frame, length) > 0;
+    table.limit = isShort ? static_cast<std::uint32_t>(room / 4) : table.count + mayHide;
     FindRepeated(table, frame);
     return true;
 }

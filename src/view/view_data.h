@@ -57,7 +57,7 @@ private:
 /// A table of names or numbers of an image, by ordinal.
 struct KeyTable {
     std::uint32_t count = 0;            ///< keys that the table's length covers
-    std::uint32_t limit = 0;            ///< keys that were written: no identifier is beyond
+    std::uint32_t limit = 0;            ///< keys that may have been written: no identifier is beyond
     std::vector<bool> repeated;         ///< which keys stand in the table before; empty where none does
     const unsigned char* body = {};     ///< of the keys
     LargeVector<std::uint32_t> starts;  ///< names: where each begins in the body, and where one more would begin

@@ -1,9 +1,10 @@
 /// The fixture of cases that compile the model as it stands and hold the view of its image against the loaded image.
-/// Relies on view_comparison.h and viewed_image.h.
+/// Relies on the model, view_comparison.h and viewed_image.h.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include "model/section.h"
 #include "view/view_comparison.h"
 #include "view/viewed_image.h"
 
@@ -18,23 +19,44 @@ inline constexpr char kSound[] =
     "[DEVICE]\nNAME=D\nID=3\nINITFLAG=0\nCONTROLMASK=0\n[TABLE]\nNAME=T\nTYPE=1\n1=1\n"
     "[TAVRGROUP]\nNAME=t\nID=1\nPID=0\nSENSORS=7\n";
 
+/// More may stand behind the keyword of an entry with this notation.
+inline constexpr unsigned kHostNotation = kFamily | 2;
+
+/// An entry that a host has made; a section in which it is put owns it.
+template <class Kind>
+CZEKEntry* Made(unsigned type, unsigned notation, const std::string& key, const std::string& value) {
+    auto* const entry = new Kind(type, tagNOTATION{notation});
+    entry->Init("host", key, value, 100);
+    return entry;
+}
+
 class CompiledModel : public ProcessTest {
 protected:
     /// The image of the model as it now is.
-    std::string Compiled() {
+    static std::string Compiled() {
         EXPECT_EQ(gccCheck(), 1U) << Messages();
+        return Written();
+    }
+
+    /// The image of the model, which was checked.
+    static std::string Written() {
         EXPECT_EQ(gccOutput("model.zki"), 1U);
         gccCompEnd();
         return Read("model.zki");
+    }
+
+    /// What the view answers otherwise than the written image does when it is loaded; empty where nothing is.
+    static std::string Difference(const ImageView& view) {
+        tagMETAFILEINFO info = {};
+        EXPECT_EQ(gcInit("model.zki", &info), 1U);
+        return DifferenceFromLoaded(view, info);
     }
 
     /// The notes without offsets and sentences, once the view has answered everything as the loaded image does.
     static std::string NotesOfView(const std::string& image) {
         const auto view = ImageView::Open(BytesOf(image));
         if (!view) return Refusal(image);
-        tagMETAFILEINFO info = {};
-        EXPECT_EQ(gcInit("model.zki", &info), 1U);
-        EXPECT_EQ(DifferenceFromLoaded(*view, info), "");
+        EXPECT_EQ(Difference(*view), "");
         std::string notes;
         view->ForEachNote([&](const ImageFinding& note) { notes += NameOf(note.code) + (": " + note.Place()) + '\n'; });
         return notes;

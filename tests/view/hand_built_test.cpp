@@ -2,22 +2,13 @@
 // and the view answers as the loaded image does.
 #include <gtest/gtest.h>
 
-#include "model/section.h"
+#include "compile/tables.h"
 #include "model/section_kinds.h"
 #include "view/compiled_model.h"
 
 namespace zek::test {
 
 namespace {
-
-constexpr unsigned kPrefix = 8;  // of a notation: more may stand behind the keyword
-
-template <class Kind>
-CZEKEntry* Made(unsigned type, unsigned notation, const std::string& key, const std::string& value) {
-    auto* const entry = new Kind(type, tagNOTATION{notation});
-    entry->Init("host", key, value, 100);
-    return entry;
-}
 
 class HandBuilt : public CompiledModel {
 protected:
@@ -28,7 +19,7 @@ protected:
 
     template <class Kind>
     static void Add(CZEKSection& section, unsigned type, const std::string& key, const std::string& value) {
-        section.m_vpEntry.push_back(Made<Kind>(type, kPrefix | 2, key, value));
+        section.m_vpEntry.push_back(Made<Kind>(type, kHostNotation, key, value));
     }
 };
 
@@ -118,6 +109,28 @@ TEST_F(HandBuilt, ModelWhoseGroupStandsBehindADefinitionIsRefused) {
 TEST_F(HandBuilt, ModelWithMoreTextsThanIdentifiersIsRefused) {
     g_idxString = kIdString | kIdOrdinalMask;
     EXPECT_EQ(NotesOfView(Compiled()).substr(0, 14), "wrong-table at");
+}
+
+// An identifier that is left out takes a byte of its table that its length does not count, so the length leaves out
+// what is last: an empty name, and the number 0, cannot be told from the gap before the next table.
+
+TEST_F(HandBuilt, ModelMayLeaveOutIdentifiersBeforeTheEmptyName) {
+    for (const char* name : {"IPMI", "INIT", "DEINIT", "ENTRY", "EXIT", "own"}) {
+        InsertTbl(g_tblValue, g_idxValue, name, name == std::string("EXIT") ? 2 : 1);
+    }
+    EXPECT_EQ(NotesOfView(Compiled()),
+              "beyond-length: section 5 [ACTION], entry 2\n"
+              "beyond-length: section 7 [SENSOR], entry 6\n");
+}
+
+TEST_F(HandBuilt, ModelMayLeaveOutIdentifiersBeforeTheNumberZero) {
+    for (const unsigned number : {1U, 2U, 3U, 5U, 7U}) InsertTbl(g_tblDword, g_idxDword, number, number == 5 ? 2 : 1);
+    EXPECT_TRUE(NotesOfView(Compiled()).starts_with("beyond-length: section 2 [GROUP], entry 2, word 0\n"));
+}
+
+TEST_F(HandBuilt, ModelWhoseIdentifiersAreGivenOutTwiceIsRefused) {
+    for (const unsigned number : {51U, 52U, 53U, 54U}) InsertTbl(g_tblDword, g_idxDword, number, 0);
+    EXPECT_TRUE(NotesOfView(Compiled()).starts_with("table-length at "));
 }
 
 }  // namespace
