@@ -1,5 +1,9 @@
 #include "lint/lint_shapes.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
 #include <string_view>
 
 namespace zek::bench {
@@ -16,6 +20,8 @@ namespace {
 using Found = LintShape::Found;
 
 constexpr LintShape kShapes[] = {
+    {"L001", "comments behind items", "[PROPERTY]\n", "Key# = x ; zek: allow W101\n"},
+    {"L001", "comments above an item", "[PROPERTY]\n", "; zek: allow W101\n", "Key = x\n"},
     {"L101", "views", "", ZEK_VIEW("#") "\nP_TEXT# = 1\n"},
     {"L101", "texts of a view", ZEK_VIEW("") "\n", "P_TEXT# = 1\n", "", Found::kOne},
     {"L102", "repeaters", ZEK_WORDS ZEK_STEP("1") "[REPEATER]\n", "R# = 8,Step,ARGx\n"},
@@ -53,6 +59,14 @@ constexpr LintShape kShapes[] = {
     {"L161", "keys of a section", "[PROPERTY]\n", "Key# = x\"y\"\n"},
     {"L162", "keys of a section", "[PROPERTY]\n", "Key# = \"y\n"},
     {"L163", "keys of a section", "[PROPERTY]\n", "Key#\n"},
+    {.code = "W301",
+     .each = "files of one name",
+     .before = "[INCLUDE]\n",
+     // Messages show what stands behind the backslash.
+     .unit = "FILE = lint#\\view.zek\n",
+     .file = "lint#/view.zek",
+     .text = ZEK_VIEW("#") " 9\n",
+     .share = 100},
 };
 
 std::string Filled(std::string_view text, char place, unsigned number) {
@@ -61,20 +75,38 @@ std::string Filled(std::string_view text, char place, unsigned number) {
     return filled;
 }
 
+void WriteFile(const std::string& file, const std::string& text) {
+    if (!(std::ofstream(file) << text).flush()) throw std::runtime_error("cannot write " + file);
+}
+
 }  // namespace
 
 std::span<const LintShape> LintShapes() { return kShapes; }
 
+unsigned UnitsIn(const LintShape& shape, unsigned size) { return std::max(size / shape.share, 1U); }
+
 std::string LintSource(const LintShape& shape, unsigned size) {
-    std::string source = Filled(shape.before, '@', size);
-    for (unsigned i = 0; i < size; ++i) source += Filled(shape.unit, '#', i);
-    return source + Filled(shape.after, '@', size);
+    const unsigned units = UnitsIn(shape, size);
+    std::string source = Filled(shape.before, '@', units);
+    for (unsigned i = 0; i < units; ++i) source += Filled(shape.unit, '#', i);
+    return source + Filled(shape.after, '@', units);
+}
+
+std::string WriteLintSource(const std::string& folder, const LintShape& shape, unsigned size) {
+    const std::filesystem::path path = folder;
+    for (unsigned i = 0; *shape.file && i < UnitsIn(shape, size); ++i) {
+        const std::filesystem::path file = path / Filled(shape.file, '#', i);
+        std::filesystem::create_directories(file.parent_path());
+        WriteFile(file, Filled(shape.text, '#', i));
+    }
+    WriteFile(path / "lint.zek", LintSource(shape, size));
+    return path / "lint.zek";
 }
 
 unsigned FindingsIn(const LintShape& shape, unsigned size) {
     switch (shape.found) {
-        case Found::kEach: return size;
-        case Found::kAllButOne: return size - 1;
+        case Found::kEach: return UnitsIn(shape, size);
+        case Found::kAllButOne: return UnitsIn(shape, size) - 1;
         default: return 1;
     }
 }
