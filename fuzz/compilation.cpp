@@ -37,6 +37,13 @@ PID = 0
 SENSORS = 7
 )";
 
+/// Reads the main file and checks it.
+bool IsAccepted() {
+    Require(gccCompStart(SourceFiles::kMainFile) == 1, "the main file can be opened");
+    gccParse();
+    return gccCheck() == 1;
+}
+
 }  // namespace
 
 std::string Written(unsigned (*write)(const std::string& file)) {
@@ -53,9 +60,7 @@ Compilation Compile(std::string_view text) {
     const SourceFiles files(text);
     const HeapWatch heap;
     Compilation result;
-    Require(gccCompStart(SourceFiles::kMainFile) == 1, "the main file can be opened");
-    gccParse();
-    result.accepted = gccCheck() == 1;
+    result.accepted = IsAccepted();
     if (result.accepted) {
         result.debug = Written(gccOutputD);
         result.compiled = Written(gccOutput);
@@ -64,6 +69,15 @@ Compilation Compile(std::string_view text) {
     ForgetEverything();
     result.messages = TakeMessages();
     return result;
+}
+
+std::string CompileGoodHere() {
+    const SourceFiles files(kGoodText);
+    Require(IsAccepted(), "the small description is accepted");
+    std::string image = Written(gccOutput);
+    gccCompEnd();
+    TakeMessages();
+    return image;
 }
 
 const Compilation& GoodImages() {

@@ -21,6 +21,9 @@ Compilation Compile(std::string_view text);
 /// The image that a call of the library writes to a path, its time stamp zero.
 std::string Written(unsigned (*write)(const std::string& file));
 
+/// The compiled image of the small description, compiled into the tables as they are; leaves them as that does.
+std::string CompileGoodHere();
+
 /// What Compile gives for a small description with a sensor kGoodSensor, whose ID is kGoodId.
 const Compilation& GoodImages();
 inline constexpr char kGoodSensor[] = "Lamp";

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -5,6 +6,7 @@
 
 #include "../tools/zek/debug_check.h"
 #include "compilation.h"
+#include "compile/tables.h"
 #include "harness.h"
 #include "heap_watch.h"
 #include "image_structure.h"
@@ -33,6 +35,28 @@ void LoadGoodCompiled() {
     Require(gcInit(file.Path(), nullptr) == 1, "a good image is loaded after a bad one");
     tagGCSECT* const sensor = gcGetSectByName(kImageSensor, kGoodSensor);
     Require(sensor && sensor == gcGetSectByID(kImageSensor, kGoodId), "a good image answers as ever");
+}
+
+/// Whether so many keys were loaded that a counter has left its class.
+bool IsUsedUp() {
+    return std::ranges::any_of(kIdentifierTables, [](const IdentifierTable& table) {
+        return table.counter && (*table.counter & kIdClassMask) != table.classWord;
+    });
+}
+
+/// What is compiled behind a loaded image has its keys, too, in whatever order and however often they stood there.
+void CompileBehindLoaded() {
+    gcUnInit();
+    const std::string written = CompileGoodHere();
+    const std::vector<unsigned char> image(written.begin(), written.end());
+    ImageFinding failure;
+    const std::optional<ImageView> view = ImageView::Open(image, &failure);
+    if (!view)
+        return Require(failure.code == ImageCode::kWrongTable && IsUsedUp(), "what gccOutput writes is verified");
+    MemoryFile file;
+    file.Write(written);
+    Require(gcInit(file.Path(), nullptr) == 1, "what gccOutput writes is loaded by gcInit");
+    HoldView(*view);
 }
 
 /// Loads a debug image; the only exception is the documented one.
@@ -65,6 +89,7 @@ void CompiledImage(std::string_view bytes) {
     Require(gcGetLastError() == (loaded ? kNoError : kBadMagic), "every failed load has one code");
     AskImage();
     heap.HoldTo(kMostOfCompiled, bytes.size());
+    CompileBehindLoaded();
     LoadGoodCompiled();
     ForgetEverything();
 }
