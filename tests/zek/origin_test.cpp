@@ -122,6 +122,48 @@ TEST_F(ZekOrigin, TellsTheIncludesOfJustThatFile) {
         Zek({"origin", "a.zkd", "GLOBAL/G_B"}).out.starts_with("b.zek:2: value ONE,1\n  included from a.zek:6\n"));
 }
 
+/// The files beside two others are asked for by one name.
+TEST_F(ZekOrigin, EachWayToFilesOfOneNameIsTold) {
+    for (const std::string side : {"left", "right"}) {
+        std::filesystem::create_directory(side);
+        Write(side + "/all.zek", "[INCLUDE]\nFILE = words.zek\n");
+        Write(side + "/words.zek", "[PROPERTY]\n" + side + " = 1\n");
+    }
+    Write("a.zek", "[PROPERTY]\nA = 1\n[INCLUDE]\nFILE = left/all.zek\n[INCLUDE]\nFILE = right/all.zek\n");
+    const Result compiled = Zek({"compile", "a.zek"});
+    ASSERT_EQ(compiled.code, 0) << compiled.err;
+    const std::string ways =
+        "  included from left/all.zek:2\n  included from a.zek:4\n"
+        "  or included from right/all.zek:2\n  included from a.zek:6\n";
+    for (const std::string path : {"PROPERTY/left", "PROPERTY/right"}) {
+        EXPECT_EQ(Zek({"origin", "a.zkd", path}).out,
+                  "words.zek:2: value 1\n" + ways + "words.zek:1: section [PROPERTY]\n" + ways);
+    }
+    const auto step = nlohmann::json::parse(Zek({"origin", "--json", "a.zkd", "PROPERTY/right"}).out)["steps"][0];
+    EXPECT_EQ(step, nlohmann::json::parse(R"({"what": "value", "text": "1", "file": "words.zek", "line": 2,
+        "includedFrom": [{"file": "left/all.zek", "line": 2}, {"file": "a.zek", "line": 4}],
+        "orIncludedFrom": [[{"file": "right/all.zek", "line": 2}, {"file": "a.zek", "line": 6}]]})"));
+}
+
+TEST_F(ZekOrigin, OfManyWaysTenAreTold) {
+    Write("b.zek", "[DEFINE]\nA = 1\n");
+    std::string source;
+    std::string ways;
+    for (int i = 0; i < 11; ++i) {
+        source += "[INCLUDE]\nFILE = b.zek\n";
+        if (i == 10) continue;
+        ways += std::string(i == 0 ? "  " : "  or ") + "included from a.zek:" + std::to_string(2 * i + 2) + '\n';
+    }
+    Write("a.zek", source);
+    const Result compiled = Zek({"compile", "a.zek"});
+    ASSERT_EQ(compiled.code, 0) << compiled.err;
+    EXPECT_TRUE(Zek({"origin", "a.zkd", "DEFINE/A"})
+                    .out.starts_with("b.zek:2: value 1\n" + ways + "  or included in other ways\nb.zek:1: "));
+    const auto step = nlohmann::json::parse(Zek({"origin", "--json", "a.zkd", "DEFINE/A"}).out)["steps"][0];
+    EXPECT_EQ(step["orIncludedFrom"].size(), 9U);
+    EXPECT_EQ(step["moreWays"], true);
+}
+
 /// Paths are those of `get`, down to one value, the byte of a table and any spelling of an ID.
 TEST_F(ZekOrigin, TakesPathsAsGetDoes) {
     Write("a.zek",
@@ -203,7 +245,8 @@ TEST_F(ZekOrigin, OfSeveralItemsOfAWordTheLastThatIsReadIsShown) {
         {"[DEFINE]\nX = 6\nW = X\n[DEFINE]\nX = 9\nW = 9\n[DEFINE]\nW = X\nX = 10\n",
          "a.zek:8: value 9\na.zek:7: section [DEFINE]\n"},
         {"[DEFINE]\nW = 1\n[INCLUDE]\nFILE = words.zek\n[DEFINE]\nW = 1\n[INCLUDE]\nFILE = words.zek\n",
-         "words.zek:2: value 1\n  included from a.zek:4\nwords.zek:1: section [DEFINE]\n  included from a.zek:4\n"},
+         "words.zek:2: value 1\n  included from a.zek:4\n  or included from a.zek:8\n"
+         "words.zek:1: section [DEFINE]\n  included from a.zek:4\n  or included from a.zek:8\n"},
     };
     Write("words.zek", "[DEFINE]\nW = 1\n");
     for (const auto& row : rows) {

@@ -154,26 +154,4 @@ Origin FindOrigin(const DebugSource& source, const std::map<std::string, unsigne
     return origin;
 }
 
-IncludeWays::IncludeWays(const DebugSource& source) : source_(source) {
-    for (const DebugSection& section : source.sections) {
-        if (section.keyword != "INCLUDE") continue;
-        for (const DebugEntry& item : section.entries) {
-            if (!item.given || item.spot.file >= source.files.size()) continue;
-            items_.emplace(AskedName(source.files[item.spot.file], item), &item);
-        }
-    }
-}
-
-std::vector<SourceSpot> IncludeWays::To(std::uint32_t file) const {
-    std::vector<SourceSpot> way;
-    // No file leads to itself in a source that was compiled, but a damaged image may say so.
-    while (file < source_.files.size() && way.size() < source_.files.size()) {
-        const auto item = items_.find(source_.files[file]);
-        if (item == items_.end() || item->second->spot.file == file) break;
-        way.push_back(item->second->spot);
-        file = item->second->spot.file;
-    }
-    return way;
-}
-
 }  // namespace zek::tool

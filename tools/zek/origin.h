@@ -28,18 +28,4 @@ struct Origin {
 /// `names` are the predefined names of the image. The entry is null where the source has none of that path.
 Origin FindOrigin(const DebugSource& source, const std::map<std::string, unsigned>& names, const SectionPath& path);
 
-/// Which include items lead to the files of a source, which must outlive this.
-class IncludeWays {
-public:
-    explicit IncludeWays(const DebugSource& source);
-
-    /// Those to a file by its position in the list, from the innermost one to that of the main source; where several
-    /// include a file, the first one counts.
-    std::vector<SourceSpot> To(std::uint32_t file) const;
-
-private:
-    const DebugSource& source_;
-    std::map<std::string, const DebugEntry*, std::less<>> items_;  // by the name that they ask for
-};
-
 }  // namespace zek::tool

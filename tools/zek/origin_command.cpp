@@ -5,6 +5,7 @@
 #include "dump.h"
 #include "failure.h"
 #include "image_check.h"
+#include "include_ways.h"
 #include "json_output.h"
 #include "origin.h"
 #include "pair_check.h"
@@ -57,9 +58,7 @@ public:
         for (const OriginStep& step : origin.steps) {
             const std::string place = step.spot.line ? source_.Told(step.spot) : "predefined";
             out_.Write(place + ": " + step.what + ' ' + Printable(step.text) + '\n');
-            for (const SourceSpot& spot : ways_.To(step.spot.file)) {
-                if (step.spot.line) out_.Write("  included from " + source_.Told(spot) + '\n');
-            }
+            WriteWays(WaysTo(step));
         }
         if (compiled) out_.Write(words ? "compiled:\n" : "compiled: no entry of its own\n");
         for (const ShownWord& word : words.value_or(std::vector<ShownWord>())) out_.Write("  " + ToldWord(word) + '\n');
@@ -78,6 +77,22 @@ public:
     }
 
 private:
+    IncludeWays::Ways WaysTo(const OriginStep& step) const {
+        return step.spot.line ? ways_.To(step.spot.file) : IncludeWays::Ways();
+    }
+
+    void WriteWays(const IncludeWays::Ways& ways) {
+        const char* before = "";
+        for (const IncludeWay& way : ways.told) {
+            for (const SourceSpot& spot : way) {
+                out_.Write(std::string("  ") + before + "included from " + source_.Told(spot) + '\n');
+                before = "";
+            }
+            before = "or ";
+        }
+        if (ways.areMore) out_.Write("  or included in other ways\n");
+    }
+
     void AddSpot(Json& json, const SourceSpot& spot) const {
         if (spot.line == 0) return;
         if (spot.file < source_.files.size()) json["file"] = JsonText(std::string(source_.files[spot.file]));
@@ -87,14 +102,20 @@ private:
     Json JsonOf(const OriginStep& step) const {
         Json json = {{"what", step.what}, {"text", JsonText(step.text)}};
         AddSpot(json, step.spot);
-        json["includedFrom"] = Json::array();
-        if (step.spot.line == 0) return json;
-        for (const SourceSpot& spot : ways_.To(step.spot.file)) {
-            Json place = Json::object();
-            AddSpot(place, spot);
-            json["includedFrom"].push_back(place);
-        }
+        const IncludeWays::Ways ways = WaysTo(step);
+        json["includedFrom"] = ways.told.empty() ? Json::array() : JsonOf(ways.told[0]);
+        for (std::size_t i = 1; i < ways.told.size(); ++i) json["orIncludedFrom"].push_back(JsonOf(ways.told[i]));
+        if (ways.areMore) json["moreWays"] = true;
         return json;
+    }
+
+    Json JsonOf(const IncludeWay& way) const {
+        Json places = Json::array();
+        for (const SourceSpot& spot : way) {
+            places.push_back(Json::object());
+            AddSpot(places.back(), spot);
+        }
+        return places;
     }
 
     const DebugSource& source_;
