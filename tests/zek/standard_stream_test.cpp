@@ -127,7 +127,7 @@ TEST_F(ZekDash, IsRefusedWhereItMakesNoSense) {
         {{"new", "-"}, "DIR: " + folder},
         {{"explain", "-", "-"}, "there is no code -"},
         {{"lint", "-"}, "'zek lint --list' lists the rules; 'zek check -' runs them"},
-        {{"dump", "-", "-"}, "The following argument was not expected: -" + help},
+        {{"dump", "-", "-"}, "there is no place for -" + help},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.arguments));

@@ -236,21 +236,39 @@ std::string ThereIsNo(const std::string& what, const std::string& written, const
 
 bool IsOption(const std::string& word) { return word.size() > 1 && word[0] == '-'; }
 
+/// What of the arguments nobody takes, those that may be options apart: what stands behind -- is none.
+struct Unknown {
+    explicit Unknown(const std::vector<std::string>& remaining) {
+        const auto mark = std::find(remaining.begin(), remaining.end(), "--");
+        for (auto word = remaining.begin(); word != remaining.end(); ++word) {
+            if (word != mark) (word < mark && IsOption(*word) ? options : arguments).push_back(*word);
+        }
+    }
+
+    std::vector<std::string> options;
+    std::vector<std::string> arguments;
+};
+
+std::string NoSuchOption(const std::string& written, const CLI::App& app) {
+    return ThereIsNo("option", written.substr(0, written.find('=')), OptionNames(app));
+}
+
 /// What is wrong with the command line behind a command.
 std::string WhatIsWrongBehind(const CLI::App& command, const CLI::ParseError& error) {
-    const std::vector<std::string> unknown = command.remaining();
-    const auto option = std::find_if(unknown.begin(), unknown.end(), IsOption);
-    if (option == unknown.end()) return error.what();
-    return ThereIsNo("option", option->substr(0, option->find('=')), OptionNames(command));
+    const Unknown unknown(command.remaining());
+    if (!unknown.options.empty()) return NoSuchOption(unknown.options[0], command);
+    // What is missing is told first.
+    if (unknown.arguments.empty() || !dynamic_cast<const CLI::ExtrasError*>(&error)) return error.what();
+    return "there is no place for " + Joined(unknown.arguments, " ");
 }
 
 /// What is wrong with the command line.
 std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
+    const Unknown unknown(app.remaining());
+    if (!unknown.options.empty()) return NoSuchOption(unknown.options[0], app);
     if (!app.get_subcommands().empty()) return WhatIsWrongBehind(*app.get_subcommands()[0], error);
-    const std::vector<std::string> unknown = app.remaining();
-    if (unknown.empty()) return "a command is required";
-    return IsOption(unknown[0]) ? ThereIsNo("option", unknown[0], OptionNames(app)) + ", and a command is required"
-                                : ThereIsNo("command", unknown[0], CommandNames());
+    if (unknown.arguments.empty()) return "a command is required";
+    return ThereIsNo("command", unknown.arguments[0], CommandNames());
 }
 
 }  // namespace
