@@ -93,6 +93,31 @@ TEST_F(ZekDiff, TellsTheSameOfDebugImages) {
     EXPECT_EQ(Shown(text, {}, ".zkd"), compiled);
 }
 
+/// One more leaves the others what they are.
+TEST_F(ZekDiff, TellsWhichFilesOfDebugImagesAreIncluded) {
+    for (const char* file : {"p.zek", "q.zek"}) Write(file, "[DEFINE]\nP = 1\n");
+    const auto including = [](const std::string& file) { return "[INCLUDE]\nFILE = " + file + '\n' + kBoard; };
+    const std::string added = "added INCLUDE/FILE: \"p.zek\"\n";
+    EXPECT_EQ(Shown(including("p.zek"), {}, ".zkd"), "added DEFINE/P: \"1\"\n" + added);
+    EXPECT_EQ(Shown(including("p.zek")), "");
+    Compile("a", including("q.zek"));
+    EXPECT_EQ(Shown(including("p.zek"), {}, ".zkd"), "removed INCLUDE/FILE: \"q.zek\"\n" + added);
+    EXPECT_EQ(Shown(including("p.zek\nFILE = q.zek"), {}, ".zkd"), added);
+    EXPECT_EQ(Shown(including("p.zek"), {"--breaking"}, ".zkd"), "");
+    const auto json = nlohmann::json::parse(Zek({"diff", "--json", "a.zkd", "b.zkd"}).out)["differences"];
+    EXPECT_EQ(json, nlohmann::json::parse(R"([{"change": "removed", "path": "INCLUDE/FILE", "section": "INCLUDE",
+        "key": "FILE", "old": "q.zek", "breaking": false}, {"change": "added", "path": "INCLUDE/FILE",
+        "section": "INCLUDE", "key": "FILE", "new": "p.zek", "breaking": false}])"));
+}
+
+TEST_F(ZekDiff, ComparesWordsOfTheCommandLineWithThoseOfTheSource) {
+    const std::string source = "[PROPERTY]\nP = 1\n";
+    ZekTest::Compile("a", source, {"-D", "Q=1"});
+    EXPECT_EQ(Shown(source, {}, ".zkd"), "removed DEFINE/Q: \"1\"\n");
+    EXPECT_EQ(Shown("[DEFINE]\nQ = 2\n" + source, {}, ".zkd"), "changed DEFINE/Q: \"1\" to \"2\"\n");
+    EXPECT_EQ(Shown("[DEFINE]\nQ = 1\n" + source, {}, ".zkd"), "");
+}
+
 /// The children of a group that was renamed are what they were.
 TEST_F(ZekDiff, TellsARenamedSectionAsOne) {
     const std::string text = With(With(kBoard, "Left", "Right"), "= Old", "= New");

@@ -101,6 +101,29 @@ TEST_F(ZekDump, ShowsADebugImageWhole) {
               "\npredefined names: 3\n  \"VT_CALC\" 2 (0x2)\n  \"VT_TABLE\" 10 (0xa)\n  \"VT_VALUE\" 1 (0x1)\n");
 }
 
+TEST_F(ZekDump, ShowsIncludesOfADebugImage) {
+    Write("b.zek", "[DEFINE]\nB = 1\n");
+    Compile("[INCLUDE]\nFILE = b.zek\n[PROPERTY]\nP = 1\n");
+    const std::string shown = Shown({"dump", "a.zkd"});
+    EXPECT_NE(shown.find("\n\n[INCLUDE] #0\n  FILE = \"b.zek\"\n\npredefined names: 1\n"), std::string::npos) << shown;
+    EXPECT_EQ(Section(Parsed("a.zkd"), "INCLUDE"),
+              Json::parse(R"({"section": "INCLUDE", "index": 0, "entries": [{"key": "FILE", "value": "b.zek"}]})"));
+    EXPECT_EQ(Shown({"dump", "a.zki"}).find("INCLUDE"), std::string::npos);
+}
+
+TEST_F(ZekDump, TellsWhereAWordHasAnotherValueInTheEnd) {
+    Compile("[DEFINE]\nLIMIT = 40\nV = 1\n[DEFINE]\nLIMIT = 45\n[IFDEF]\nDEFINEWORD = V\nV = 2\n");
+    const std::string shown = Shown({"dump", "a.zkd"});
+    EXPECT_NE(shown.find("\n[DEFINE] #0\n  LIMIT = \"0x28\", finally 45 (0x2d)\n  V = \"0x1\", finally 2 (0x2)\n"
+                         "\n[DEFINE] #1\n  LIMIT = \"0x2d\"\n"),
+              std::string::npos)
+        << shown;
+    EXPECT_NE(shown.find("\n  V = \"0x2\"\n"), std::string::npos) << shown;
+    EXPECT_EQ(
+        Section(Parsed("a.zkd"), "DEFINE")["entries"],
+        Json::parse(R"([{"key": "LIMIT", "value": "0x28", "final": 45}, {"key": "V", "value": "0x1", "final": 2}])"));
+}
+
 TEST_F(ZekDump, JsonHoldsTheSameOfACompiledImage) {
     Compile(kSource);
     const Json dump = Parsed("a.zki");

@@ -148,13 +148,46 @@ TEST_F(ZekGet, IncludesAreInTheDebugImage) {
     Write("c.zek", "[PROPERTY]\nC = 1\n");
     Write("main.zek", "[PROPERTY]\nA = 1\n[INCLUDE]\nFILE = b.zek\nFILE = c.zek\n");
     ASSERT_EQ(Zek({"compile", "main.zek"}).code, 0);
-    EXPECT_EQ(Zek({"get", "main.zkd", "INCLUDE/FILE"}).out, "b.zek\n");
-    EXPECT_EQ(Zek({"get", "main.zkd", "INCLUDE/FILE/0"}).out, "b.zek\n");
-    EXPECT_EQ(Zek({"origin", "main.zkd", "INCLUDE/FILE"}).out,
-              "main.zek:4: value b.zek\nmain.zek:3: section [INCLUDE]\n");
+    const struct {
+        const char* path;
+        const char* value;
+        const char* origin;
+    } rows[] = {{"INCLUDE/FILE", "b.zek,c.zek\n", "main.zek:4: value b.zek\nmain.zek:3: section [INCLUDE]\n"},
+                {"INCLUDE/FILE/0", "b.zek\n", "main.zek:4: value b.zek\nmain.zek:3: section [INCLUDE]\n"},
+                {"INCLUDE/FILE/1", "c.zek\n", "main.zek:5: value c.zek\nmain.zek:3: section [INCLUDE]\n"},
+                {"INCLUDE/FILE/2", "", ""},
+                {"INCLUDE/FOLDER", "", ""}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(Zek({"get", "main.zkd", row.path}).out, row.value) << row.path;
+        EXPECT_EQ(Zek({"origin", "main.zkd", row.path}).out, row.origin) << row.path;
+    }
     const Result compiled = Zek({"get", "main.zki", "INCLUDE/FILE"});
     EXPECT_EQ(compiled.code, 1);
     EXPECT_EQ(compiled.err, "zek: main.zki has no value INCLUDE/FILE\n");
+}
+
+/// However often their file is read.
+TEST_F(ZekGet, IncludesAreToldOnce) {
+    Write("b.zek", "[INCLUDE]\nFILE = c.zek\n");
+    Write("c.zek", "[DEFINE]\nC = 1\n");
+    Write("main.zek", "[INCLUDE]\nFILE = b.zek\nFILE = b.zek\n");
+    ASSERT_EQ(Zek({"compile", "main.zek"}).code, 0);
+    EXPECT_EQ(Zek({"get", "main.zkd", "INCLUDE/FILE"}).out, "b.zek,b.zek,c.zek\n");
+}
+
+TEST_F(ZekGet, WordOfTheCommandLineIsThatOfADefine) {
+    Write("b.zek", "[DEFINE]\nB = 1\n[IFDEF]\nDEFINEWORD = GIVEN\nC = 3\n[PROPERTY]\nP = 1\n");
+    ASSERT_EQ(Zek({"compile", "b.zek", "-D", "GIVEN=8"}).code, 0);
+    EXPECT_EQ(Zek({"get", "b.zkd", "DEFINE/GIVEN"}).out, "8\n");
+    EXPECT_EQ(Zek({"get", "b.zkd", "DEFINE/GIVEN/0"}).out, "8\n");
+    const Strings paths = {"IFDEF/GIVEN", "DEFINE/C", "DEFINE/GIVEN/1"};
+    for (const std::string& path : paths) {
+        EXPECT_EQ(Zek({"get", "b.zkd", path}).err, "zek: b.zkd has no value " + path + '\n');
+    }
+    EXPECT_EQ(Zek({"get", "b.zki", "DEFINE/GIVEN"}).code, 1);
+    const Result origin = Zek({"origin", "b.zkd", "DEFINE/GIVEN"});
+    EXPECT_EQ(origin.code, 1);
+    EXPECT_EQ(origin.err, "zek: b.zkd: DEFINE/GIVEN stands in no source; the compiler was given it, as by -D: 8\n");
 }
 
 TEST_F(ZekGet, NumberForNoneIsShownAsTheNumberThatItIs) {

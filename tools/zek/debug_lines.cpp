@@ -1,5 +1,7 @@
 #include "debug_lines.h"
 
+#include <utility>
+
 #include "debug_layout.h"
 #include "decompile.h"
 #include "failure.h"
@@ -71,5 +73,30 @@ std::string AskedName(std::string_view includer, const DebugEntry& file) {
 bool IsInclude(const RecordedLine& line) { return line.entry && line.section->kind == kIncludeKind; }
 
 bool IsDefinition(const DebugEntry& entry) { return entry.type == kDefinitionKey; }
+
+std::vector<RecordedLine> IncludeItems(const DebugSource& source) {
+    std::vector<RecordedLine> items;
+    // On one line two files of one name may have different items.
+    std::map<std::pair<SourceSpot, std::vector<std::string_view>>, std::size_t> known;
+    for (const DebugSection& section : source.sections) {
+        if (section.kind != kIncludeKind) continue;
+        for (const DebugEntry& item : section.entries) {
+            if (!item.given) continue;
+            const auto [place, isNew] = known.try_emplace({item.spot, item.texts}, items.size());
+            if (isNew) items.push_back({&section, &item});
+            ++items[place->second].times;
+        }
+    }
+    return items;
+}
+
+std::map<std::string, unsigned> GivenWords(const DebugSource& source, std::map<std::string, unsigned> names) {
+    for (const DebugSection& section : source.sections) {
+        for (const DebugEntry& entry : section.entries) {
+            if (entry.given && IsDefinition(entry)) names.erase(std::string(entry.key));
+        }
+    }
+    return names;
+}
 
 }  // namespace zek::tool

@@ -39,4 +39,10 @@ std::string AskedName(std::string_view includer, const DebugEntry& file);
 bool IsInclude(const RecordedLine& line);
 bool IsDefinition(const DebugEntry& entry);
 
+/// The items of [INCLUDE] in the order of the image, each once, however often its file was read.
+std::vector<RecordedLine> IncludeItems(const DebugSource& source);
+
+/// Of the predefined names of the image those that no item of the source defines: the compiler was given them, as by -D.
+std::map<std::string, unsigned> GivenWords(const DebugSource& source, std::map<std::string, unsigned> names);
+
 }  // namespace zek::tool

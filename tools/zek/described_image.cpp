@@ -1,10 +1,13 @@
 #include "described_image.h"
 
+#include <algorithm>
 #include <map>
+#include <string_view>
 #include <utility>
 
 #include "debug_lines.h"
 #include "progress.h"
+#include "section_keywords.h"
 #include "section_path.h"
 #include "values.h"
 
@@ -46,6 +49,25 @@ void AddBytes(const Image& image, DescribedImage& described) {
     }
 }
 
+/// Each included file is a section that is told by its name, so that one more leaves the others what they are.
+void AddIncludes(const Image& image, const Values& values, DescribedImage& described) {
+    for (const RecordedLine& line : IncludeItems(image.Source())) {
+        const std::string key(line.entry->key);
+        const DescribedValue file = Described(key, values.Resolved({key, 0, {}, {}, line.entry}));
+        described.sections.push_back({kIncludeKeyword, file.text, {file}});
+    }
+}
+
+/// Those that the compiler was given are as good as those of a [DEFINE].
+void AddGivenWords(const Image& image, DescribedImage& described) {
+    const std::map<std::string, unsigned> words = GivenWords(image.Source(), image.Names());
+    if (words.empty()) return;
+    const auto isDefine = [](const DescribedSection& section) { return section.keyword == "DEFINE"; };
+    auto place = std::find_if(described.sections.begin(), described.sections.end(), isDefine);
+    if (place == described.sections.end()) place = described.sections.insert(place, {"DEFINE", ""});
+    for (const auto& [word, number] : words) place->values.push_back({word, std::to_string(number)});
+}
+
 }  // namespace
 
 DescribedImage Describe(const std::string& file) {
@@ -55,6 +77,7 @@ DescribedImage Describe(const std::string& file) {
     DescribedImage described = {image.Kind(), {}};
     std::map<std::string, Keys> unnamed;
     image.ForEachSection([&](const ShownSection& section) {
+        if (std::string_view(section.keyword) == kIncludeKeyword) return;
         const bool named = HasName(section.keyword);
         const bool first = described.sections.empty() || described.sections.back().keyword != section.keyword;
         if (named || first) described.sections.push_back({section.keyword, section.name.value_or(std::string())});
@@ -68,6 +91,8 @@ DescribedImage Describe(const std::string& file) {
         }
     });
     AddBytes(image, described);
+    AddGivenWords(image, described);
+    AddIncludes(image, values, described);
     return described;
 }
 

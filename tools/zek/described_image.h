@@ -33,7 +33,7 @@ struct DescribedSection {
 
 /// The sections of an image, kind by kind. Those without a NAME are told by their keys alone, so that all of a kind are
 /// one; where a key stands in several of them, #2 and so on follow it. A word that is defined several times stands
-/// there once, with the value that counts.
+/// there once, with the value that counts. Each item of an [INCLUDE] is a section of its own, named by its file.
 struct DescribedImage {
     ImageKind kind = ImageKind::kNone;
     std::vector<DescribedSection> sections;

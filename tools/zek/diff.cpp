@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "renames.h"
+#include "section_keywords.h"
 #include "section_path.h"
 
 namespace zek::tool {
@@ -18,7 +19,8 @@ bool IsTyped(const std::string& keyword, const std::string& key) {
 
 /// Whether hosts ask for entries of that key: not for what stands in debug images alone.
 bool IsAskedFor(const std::string& keyword, const std::string& key) {
-    return keyword != "DEFINE" && keyword != "IFDEF" && (keyword != "TABLE" || key == "NAME" || key == "TYPE");
+    const bool isRead = keyword == "DEFINE" || keyword == "IFDEF" || keyword == kIncludeKeyword;
+    return !isRead && (keyword != "TABLE" || key == "NAME" || key == "TYPE");
 }
 
 /// Whether a host that knew the value before is misled by the one after: a type of another kind, or another ID.

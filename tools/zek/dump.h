@@ -1,13 +1,15 @@
 /// What an image holds, in full. Relies on image.h.
 #pragma once
 
+#include <optional>
+
 #include "image.h"
 #include "streams.h"
 
 namespace zek::tool {
 
-/// A word, its class, and what it stands for, such as `0x18000001 group "Board"`.
-std::string ToldWord(const ShownWord& word);
+/// Of an item that defines a word the number that the word has in the end, where another item or value gave it that.
+std::optional<unsigned> OtherFinalNumber(const Image& image, const ShownEntry& entry);
 
 void DumpAsText(const Image& image, StandardOutput& out);
 

@@ -12,19 +12,20 @@ Json Word(const ShownWord& word) {
     return json;
 }
 
-void WriteEntry(const ShownEntry& entry, bool compiled, JsonOutput& json) {
+void WriteEntry(const ShownEntry& entry, const Image& image, JsonOutput& json) {
     json.BeginObject();
     json.Member("key", JsonText(entry.key));
-    if (compiled) {
+    if (image.Kind() == ImageKind::kCompiled) {
         json.Member("id", entry.id);
         WriteWords(json, "values", entry.words);
     } else {
         json.Member("value", JsonText(entry.value));
+        if (const auto final = OtherFinalNumber(image, entry)) json.Member("final", *final);
     }
     json.End();
 }
 
-void WriteSection(const ShownSection& section, bool compiled, JsonOutput& json) {
+void WriteSection(const ShownSection& section, const Image& image, JsonOutput& json) {
     json.BeginObject();
     json.Member("section", section.keyword);
     json.Member("index", section.index);
@@ -32,7 +33,7 @@ void WriteSection(const ShownSection& section, bool compiled, JsonOutput& json) 
     if (section.id) json.Member("id", *section.id);
     if (section.parent) json.Member("parent", JsonText(*section.parent));
     json.BeginArray("entries");
-    for (const ShownEntry& entry : section.entries) WriteEntry(entry, compiled, json);
+    for (const ShownEntry& entry : section.entries) WriteEntry(entry, image, json);
     json.End();
     json.End();
 }
@@ -75,7 +76,7 @@ void DumpAsJson(const Image& image, StandardOutput& out) {
     json.Member("version", image.Info().dwVersion);
     json.Member("time", image.Info().dwTime);
     json.BeginArray("sections");
-    image.ForEachSection([&](const ShownSection& section) { WriteSection(section, compiled, json); });
+    image.ForEachSection([&](const ShownSection& section) { WriteSection(section, image, json); });
     json.End();
     if (compiled) {
         // A valid image has no section of an unknown kind. Scripts look for the member.

@@ -2,14 +2,14 @@
 
 #include <ctime>
 
+#include "debug_lines.h"
 #include "printable.h"
+#include "word_text.h"
 
 namespace zek::tool {
 namespace {
 
 constexpr std::size_t kBytesInLine = 16;
-
-std::string Number(unsigned number) { return std::to_string(number) + " (" + Hexadecimal(number, 1) + ')'; }
 
 std::string Time(unsigned seconds) {
     const std::time_t time = seconds;
@@ -26,21 +26,23 @@ void WriteHeader(const Image& image, StandardOutput& out) {
               std::to_string(image.Info().dwTime) + ")\n");
 }
 
-void WriteEntry(const ShownEntry& entry, bool compiled, StandardOutput& out) {
+void WriteEntry(const ShownEntry& entry, const Image& image, StandardOutput& out) {
     out.Write("  " + Printable(entry.key));
-    if (!compiled) return out.Write(" = " + Quoted(entry.value) + '\n');
+    if (image.Kind() == ImageKind::kDebug) {
+        const auto final = OtherFinalNumber(image, entry);
+        return out.Write(" = " + Quoted(entry.value) + (final ? ", finally " + ToldNumber(*final) : "") + '\n');
+    }
     out.Write(" (" + Hexadecimal(entry.id) + ")\n");
     for (const ShownWord& word : entry.words) out.Write("    " + ToldWord(word) + '\n');
 }
 
 void WriteSections(const Image& image, StandardOutput& out) {
-    const bool compiled = image.Kind() == ImageKind::kCompiled;
     image.ForEachSection([&](const ShownSection& section) {
         out.Write(std::string("\n[") + section.keyword + "] #" + std::to_string(section.index));
         if (section.name) out.Write(' ' + Quoted(*section.name));
         if (section.id) out.Write(" ID " + std::to_string(*section.id));
         out.Write("\n");
-        for (const ShownEntry& entry : section.entries) WriteEntry(entry, compiled, out);
+        for (const ShownEntry& entry : section.entries) WriteEntry(entry, image, out);
     });
 }
 
@@ -64,16 +66,16 @@ void WriteTables(const Image& image, StandardOutput& out) {
 
 void WriteNames(const Image& image, StandardOutput& out) {
     out.Write("\npredefined names: " + std::to_string(image.Names().size()) + '\n');
-    for (const auto& [name, value] : image.Names()) out.Write("  " + Quoted(name) + ' ' + Number(value) + '\n');
+    for (const auto& [name, value] : image.Names()) out.Write("  " + Quoted(name) + ' ' + ToldNumber(value) + '\n');
 }
 
 }  // namespace
 
-std::string ToldWord(const ShownWord& word) {
-    std::string text = Hexadecimal(word.word) + ' ' + word.wordClass;
-    if (word.number) return text + ' ' + Number(*word.number);
-    if (word.text) return text + ' ' + Quoted(*word.text);
-    return text;
+std::optional<unsigned> OtherFinalNumber(const Image& image, const ShownEntry& entry) {
+    if (!entry.source || !IsDefinition(*entry.source)) return {};
+    const auto word = image.Names().find(entry.key);
+    return word == image.Names().end() || word->second == entry.source->number ? std::nullopt
+                                                                               : std::optional(word->second);
 }
 
 void DumpAsText(const Image& image, StandardOutput& out) {

@@ -7,6 +7,7 @@
 #include "debug_view.h"
 #include "entry_roles.h"
 #include "image_check.h"
+#include "joined_text.h"
 #include "progress.h"
 #include "section_keywords.h"
 #include "zekcomp/identifiers.h"
@@ -31,7 +32,9 @@ void ForEachInclude(const DebugSource& source, const std::function<void(const Sh
         shown.index = next++;
         shown.source = &section;
         for (const DebugEntry& entry : section.entries) {
-            if (entry.given) shown.entries.push_back({std::string(entry.key), 0, {}, {}, &entry});
+            if (!entry.given) continue;
+            const std::string value = Joined(entry.texts, ",");
+            shown.entries.push_back({std::string(entry.key), 0, {}, value.substr(0, value.find('\0')), &entry});
         }
         show(shown);
     }
@@ -64,6 +67,7 @@ Image::~Image() {
 
 void Image::ForEachSection(const std::function<void(const ShownSection&)>& show) const {
     for (const char* keyword : kSectionKeywords) ForEachSectionOf(keyword, show);
+    if (kind_ == ImageKind::kDebug) ForEachInclude(source_, show);
 }
 
 void Image::ForEachSectionOf(std::string_view keyword, const std::function<void(const ShownSection&)>& show) const {

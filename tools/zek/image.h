@@ -73,10 +73,9 @@ public:
     /// Those of the file.
     std::string_view Bytes() const { return bytes_; }
 
-    /// Every section, kind by kind.
+    /// Every section, kind by kind; of a debug image also those of INCLUDE, which the library does not restore.
     void ForEachSection(const std::function<void(const ShownSection&)>& show) const;
-    /// The sections of one kind; the others are not read. Of a debug image also those of INCLUDE, which have no values
-    /// for hosts.
+    /// The sections of one kind; the others are not read.
     void ForEachSectionOf(std::string_view keyword, const std::function<void(const ShownSection&)>& show) const;
     /// Compiled image: every table of names and numbers in the order of the file.
     void ForEachTable(const std::function<void(const ShownTable&)>& show) const;

@@ -1,11 +1,9 @@
 #include "include_ways.h"
 
 #include <functional>
-#include <set>
 #include <utility>
 
 #include "debug_lines.h"
-#include "section_keywords.h"
 
 namespace zek::tool {
 namespace {
@@ -77,13 +75,9 @@ const std::vector<SourceSpot> kNobody;
 }  // namespace
 
 IncludeWays::IncludeWays(const DebugSource& source) : source_(source) {
-    std::set<SourceSpot> known;  // an item is there as often as it was read
-    for (const DebugSection& section : source.sections) {
-        if (section.keyword != kIncludeKeyword) continue;
-        for (const DebugEntry& item : section.entries) {
-            if (!item.given || item.spot.file >= source.files.size() || !known.insert(item.spot).second) continue;
-            items_[AskedName(source.files[item.spot.file], item)].push_back(item.spot);
-        }
+    for (const RecordedLine& line : IncludeItems(source)) {
+        const SourceSpot& spot = line.entry->spot;
+        if (spot.file < source.files.size()) items_[AskedName(source.files[spot.file], *line.entry)].push_back(spot);
     }
 }
 

@@ -3,11 +3,11 @@
 #include <optional>
 
 #include "compiled_view.h"
-#include "dump.h"
 #include "image_bytes.h"
 #include "map.h"
 #include "printable.h"
 #include "source_pairing.h"
+#include "word_text.h"
 
 namespace zek::tool {
 namespace {

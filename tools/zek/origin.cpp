@@ -6,6 +6,7 @@
 
 #include "entry_roles.h"
 #include "joined_text.h"
+#include "section_keywords.h"
 #include "table_rows.h"
 #include "word_items.h"
 
@@ -41,6 +42,7 @@ public:
     }
 
     void Find(const SectionPath& path, Origin& origin) const {
+        if (path.keyword == kIncludeKeyword) return FindIncluded(path, origin);
         const auto byte = path.keyword == "TABLE" ? ByteIn(path.key) : std::nullopt;
         for (const DebugSection& section : source_.sections) {
             if (section.keyword != path.keyword || !IsMeant(path, Stub(section))) continue;
@@ -71,6 +73,17 @@ public:
     }
 
 private:
+    /// One file; the first where the path picks none.
+    void FindIncluded(const SectionPath& path, Origin& origin) const {
+        std::size_t left = path.element.value_or(0);
+        for (const RecordedLine& line : IncludeItems(source_)) {
+            if (line.entry->key != path.key || left-- > 0) continue;
+            origin.section = line.section;
+            origin.entry = line.entry;
+            return;
+        }
+    }
+
     /// What a path compares.
     ShownSection Stub(const DebugSection& section) const {
         ShownSection stub;

@@ -1,8 +1,10 @@
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "command.h"
-#include "dump.h"
+#include "debug_lines.h"
 #include "failure.h"
 #include "image_check.h"
 #include "include_ways.h"
@@ -13,6 +15,7 @@
 #include "progress.h"
 #include "source_pairing.h"
 #include "word_json.h"
+#include "word_text.h"
 
 namespace zek::tool {
 namespace {
@@ -123,14 +126,25 @@ private:
     StandardOutput out_;
 };
 
+/// Why nothing stands at a path.
+std::string WhyNoOrigin(const DebugSource& source, const std::map<std::string, unsigned>& names,
+                        const SectionPath& path, const std::string& text) {
+    const auto given = path.keyword == "DEFINE" ? GivenWords(source, names) : std::map<std::string, unsigned>();
+    const auto word = given.find(path.key);
+    if (word == given.end()) return " has no value " + Printable(text);
+    return ": " + Printable(text) +
+           " stands in no source; the compiler was given it, as by -D: " + std::to_string(word->second);
+}
+
 int RunOrigin(const OriginOptions& options) {
     const SectionPath path = ParsePath(options.path);
     const Progress progress(options.debug, "reading");
     const std::string bytes = BytesOfImage(options.debug);
     const DebugSource source = SourceIn(options.debug, bytes);
     ShowPhase("looking for the value");
-    const Origin origin = FindOrigin(source, PredefinedNames(bytes), path);
-    if (!origin.entry) throw Failure(kSourceHasErrors, options.debug + " has no value " + options.path);
+    const auto names = PredefinedNames(bytes);
+    const Origin origin = FindOrigin(source, names, path);
+    if (!origin.entry) throw Failure(kSourceHasErrors, options.debug + WhyNoOrigin(source, names, path, options.path));
     const bool compiled = !options.compiled.empty();
     std::optional<std::vector<ShownWord>> words;
     if (compiled) {

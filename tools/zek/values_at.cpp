@@ -1,5 +1,7 @@
 #include "values_at.h"
 
+#include "debug_lines.h"
+#include "section_keywords.h"
 #include "table_rows.h"
 
 namespace zek::tool {
@@ -30,10 +32,36 @@ FoundValues AllAt(const Image& image, const SectionPath& path) {
     return found;
 }
 
+/// One value for each item of an [INCLUDE].
+FoundValues Included(const Image& image, const std::string& key) {
+    std::vector<ShownValue> files;
+    for (const RecordedLine& line : IncludeItems(image.Source())) {
+        if (line.entry->key != key) continue;
+        const std::vector<ShownValue> names = Values(image).Resolved({key, 0, {}, {}, line.entry});
+        files.push_back(names.empty() ? ShownValue() : names[0]);
+    }
+    return files.empty() ? FoundValues() : files;
+}
+
+/// The value of a word that the compiler was given.
+FoundValues GivenTo(const Image& image, const std::string& word) {
+    if (image.Kind() != ImageKind::kDebug) return {};
+    const std::map<std::string, unsigned> given = GivenWords(image.Source(), image.Names());
+    const auto found = given.find(word);
+    if (found == given.end()) return {};
+    return {{{std::to_string(found->second), found->second}}};
+}
+
+FoundValues EveryAt(const Image& image, const SectionPath& path) {
+    if (path.keyword == kIncludeKeyword) return Included(image, path.key);
+    FoundValues found = AllAt(image, path);
+    return found || path.keyword != "DEFINE" ? found : GivenTo(image, path.key);
+}
+
 }  // namespace
 
 FoundValues ValuesAt(const Image& image, const SectionPath& path) {
-    const FoundValues found = AllAt(image, path);
+    const FoundValues found = EveryAt(image, path);
     if (!found || !path.element) return found;
     if (*path.element >= found->size()) return {};
     return {{(*found)[*path.element]}};

@@ -14,7 +14,8 @@ using FoundValues = std::optional<std::vector<ShownValue>>;
 
 /// The values of the first entry that the path leads to, or the one of them that it picks. A key of a [TABLE] that is
 /// the number of a byte leads to that byte, of a debug image by the rows that set it; a word of [DEFINE] and [IFDEF] to
-/// the value that counts.
+/// the value that counts, and [DEFINE] has the words that the compiler was given, too. INCLUDE/FILE leads to the files
+/// of all items.
 FoundValues ValuesAt(const Image& image, const SectionPath& path);
 
 }  // namespace zek::tool
