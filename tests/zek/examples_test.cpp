@@ -36,6 +36,22 @@ protected:
         Compile("new", std::regex_replace(kBoard, std::regex("= 40"), "= 45"));
     }
 
+    /// Each page up to its first heading of the second level, and from each of these to the next.
+    static Strings SectionsOfPages() {
+        const std::string head = "\n## ";
+        Strings sections;
+        for (const auto& entry : std::filesystem::directory_iterator(ZEK_SOURCE_DIR "/docs")) {
+            if (entry.path().extension() != ".md") continue;
+            const std::string page = Read(entry.path());
+            for (std::size_t at = 0; at != page.npos;) {
+                const std::size_t next = page.find(head, at + 1);
+                sections.push_back(page.substr(at, next - at));
+                at = next;
+            }
+        }
+        return sections;
+    }
+
     static Result InShell(const std::string& line) {
         const std::string folder = std::filesystem::path(ZEK_PROGRAM).parent_path();
         const char* const path = std::getenv("PATH");
@@ -61,23 +77,34 @@ TEST_F(ZekExamples, OfTheHelpRunAsTheyStand) {
     }
 }
 
+/// The section that is called by the command, else those that name it.
+Strings SectionsOf(const std::string& command, Strings sections) {
+    const auto isOwn = [&](const std::string& text) { return text.starts_with("\n## " + command + '\n'); };
+    const auto own = std::find_if(sections.begin(), sections.end(), isOwn);
+    if (own != sections.end()) return {*own};
+    std::erase_if(sections, [&](const std::string& text) { return text.find("zek " + command) == text.npos; });
+    return sections;
+}
+
 TEST_F(ZekExamples, PagesNameEveryOption) {
-    Strings pages;
-    for (const auto& entry : std::filesystem::directory_iterator(ZEK_SOURCE_DIR "/docs")) {
-        if (entry.path().extension() == ".md") pages.push_back(Read(entry.path()));
-    }
+    const Strings pages = SectionsOfPages();
     const std::regex row("\n  (-[A-Za-z])?,?(--[a-z-]+)?[ \n]");
     for (const std::string& command : CommandNames()) {
         const std::string help = Zek({command, "--help"}).out;
+        const Strings sections = SectionsOf(command, pages);
+        std::size_t options = 0;
         for (std::sregex_iterator option(help.begin(), help.end(), row), end; option != end; ++option) {
             const std::string name = (*option)[1].matched ? (*option)[1] : (*option)[2];
-            if (name.empty() || name == "-h") continue;
-            const bool isNamed = std::any_of(pages.begin(), pages.end(), [&](const std::string& page) {
-                return page.find("zek " + command) != page.npos &&
-                       (page.find('`' + name) != page.npos || page.find(' ' + name) != page.npos);
+            if (name.empty()) continue;
+            ++options;
+            if (name == "-h") continue;
+            const std::regex written("[` ]" + name + "(?![a-z-])");
+            const bool isNamed = std::any_of(sections.begin(), sections.end(), [&](const std::string& section) {
+                return std::regex_search(section, written);
             });
             EXPECT_TRUE(isNamed) << command << ' ' << name;
         }
+        EXPECT_GT(options, 0U) << help;
     }
 }
 
