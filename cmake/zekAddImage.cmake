@@ -22,6 +22,15 @@ function(zek_add_image target source)
                         "ZEK_EXECUTABLE")
   endif()
 
+  # CMake would take the one for the beginning of a comment, the other for the end of an argument.
+  cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
+  foreach(path IN ITEMS "${source}" "${CMAKE_CURRENT_BINARY_DIR}" "${arg_IMAGE}" "${arg_DEBUG_IMAGE}")
+    if(path MATCHES "[#;]")
+      message(FATAL_ERROR "zek_add_image(${target}): the path ${path} has a ${CMAKE_MATCH_0}, which no file of a build "
+                          "by CMake can have in its path")
+    endif()
+  endforeach()
+
   set(extension zki)
   if(arg_EMIT STREQUAL "c")
     set(extension c)
@@ -36,8 +45,6 @@ function(zek_add_image target source)
     cmake_path(GET arg_${variable} PARENT_PATH folder)
     file(MAKE_DIRECTORY ${folder})
   endforeach()
-  cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
-
   set(options ${arg_OPTIONS})
   if(arg_EMIT)
     list(APPEND options --emit ${arg_EMIT})

@@ -17,6 +17,10 @@ function(expect_refused prefix pattern)
 endfunction()
 
 expect_refused(${PREFIX} "zek_add_image.firmware.: EMIT is rust, neither image nor c" -DEMIT=rust)
+expect_refused(${PREFIX} "zek_add_image.odd.: the path /odd/bo#ard.zek has a #, which no file of a build by CMake can have"
+               "-DODD=/odd/bo#ard.zek")
+expect_refused(${PREFIX} "zek_add_image.odd.: the path /odd/bo\;ard.zek has a \;, which no file of a build by CMake can have"
+               "-DODD=/odd/bo\;ard.zek")
 # Without the command, and with none of the system's, which is looked for once the compiler is found.
 file(COPY ${PREFIX}/lib DESTINATION ${WORK_DIR}/libraries)
 file(WRITE ${WORK_DIR}/nowhere.cmake
