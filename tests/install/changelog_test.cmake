@@ -1,0 +1,51 @@
+# Writes changes in the form of Debian in WORK_DIR, and sees which CHANGELOG.md is refused. With CHANGES it does so once.
+include(${CMAKE_CURRENT_LIST_DIR}/../../cmake/debian_changelog.cmake)
+if(CHANGES)
+  set(CPACK_PACKAGE_NAME zek)
+  set(CPACK_PACKAGE_CONTACT "A <a@b>")
+  set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+  zek_write_debian_changelog(${CHANGES} ${CHANGES}.Debian)
+  return()
+endif()
+
+function(write text)
+  file(WRITE ${WORK_DIR}/changes "${text}")
+  file(REMOVE ${WORK_DIR}/changes.Debian)
+  execute_process(COMMAND ${CMAKE_COMMAND} -D CHANGES=${WORK_DIR}/changes -P ${CMAKE_CURRENT_FUNCTION_LIST_FILE}
+                  RESULT_VARIABLE result ERROR_VARIABLE errors)
+  set(result ${result} PARENT_SCOPE)
+  string(REGEX REPLACE "[ \n]+" " " errors "${errors}")
+  set(errors "${errors}" PARENT_SCOPE)
+endfunction()
+
+function(expect_refused why text)
+  write("${text}")
+  string(FIND "${errors}" "CHANGELOG.md: ${why} Call Stack" at)
+  if(result EQUAL 0 OR at EQUAL -1 OR EXISTS ${WORK_DIR}/changes.Debian)
+    message(FATAL_ERROR "refused should be, as ${why}:\n${text}\n${errors}")
+  endif()
+endfunction()
+
+function(expect_written expected text)
+  write("${text}")
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "refused is:\n${text}\n${errors}")
+  endif()
+  file(READ ${WORK_DIR}/changes.Debian written)
+  if(NOT written STREQUAL expected)
+    message(FATAL_ERROR "this was written:\n${written}\nand not:\n${expected}")
+  endif()
+endfunction()
+
+set(dateless "is below no heading with a date, or is one without")
+expect_refused("\"## 1.0.0\" ${dateless}" "# Changes\n\n## 1.0.0\n\n- One.\n")
+expect_refused("\"- One.\" ${dateless}" "# Changes\n\n- One.\n\n## 1.0.0 (2026-11-22)\n\n- Two.\n")
+expect_refused("\"## Later\" ${dateless}" "## 1.0.0 (2026-11-22)\n\n- One.\n\n## Later\n")
+foreach(date yesterday 2026-13-01 2026-00-01 2026-11-00 2026-11-32 26-11-22 22.11.2026)
+  expect_refused("${date} is no date such as 2026-11-22" "## 1.0.0 (${date})\n\n- One.\n")
+endforeach()
+expect_refused("there is no heading such as \"## 1.0.0 (2026-11-22)\"" "# Changes\n")
+
+# The day of the week before and behind a leap day, and what parts a list.
+expect_written("zek (2.0-1) unstable; urgency=medium\n\n  * One [of; two.\n    Three]; four\n\n -- A <a@b>  Fri, 01 Mar 2024 00:00:00 +0000\n\nzek (1.0-1) unstable; urgency=medium\n\n  * First.\n\n -- A <a@b>  Wed, 28 Feb 2024 00:00:00 +0000\n\n"
+               "# Changes\n\n## 2.0 (2024-03-01)\n\n- One [of; two.\n  Three]; four\n\n## 1.0 (2024-02-28)\n\n- First.\n")
