@@ -1,6 +1,6 @@
 /// The entries of long sections of the loaded image by name. Stands beside the entries because walking a section of a
-/// hundred thousand for each of its names would take the square of that. Relies on image_stamp.h, tables.h
-/// and key_table.h.
+/// hundred thousand for each of its names would take the square of that. Relies on image_stamp.h, tables.h and
+/// key_table.h.
 #pragma once
 
 #include <cstdint>

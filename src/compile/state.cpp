@@ -39,7 +39,7 @@ namespace zek {
 unsigned g_changes = 0;
 // The keys that our functions have numbered one by one, or added with 0, by table; what is made of the keys of a table
 // follows its own.
-std::array<unsigned, 10> g_insertions{};
+std::array<unsigned, kIdentifierTables.size()> g_insertions{};
 Resolver g_resolver;
 ImageIndex g_imageIndex;
 EntryIndex g_entryIndex;

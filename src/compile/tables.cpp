@@ -37,6 +37,9 @@ constexpr std::array<unsigned char, 256> kRowOfClass = [] {
     return rows;
 }();
 
+/// What stands for a number that is not there; the number itself cannot be told from it: hosts rely on it.
+constexpr unsigned kNoNumber = 0xFFFFFFFF;
+
 unsigned ClassOf(unsigned id) { return id & kIdClassMask; }
 
 const IdentifierTable* OwnTable(const NameTable& names) {

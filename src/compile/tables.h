@@ -77,9 +77,6 @@ inline std::size_t RowOf(const IdentifierTable& table) {
     return static_cast<std::size_t>(&table - kIdentifierTables.data());
 }
 
-/// What stands for a number that is not there; the number itself cannot be told from it: hosts rely on it.
-inline constexpr unsigned kNoNumber = 0xFFFFFFFF;
-
 /// The identifier of a name or number in the table of a class, given out when it is new.
 unsigned Number(unsigned classWord, std::string_view name);
 unsigned Number(unsigned number);

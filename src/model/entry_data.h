@@ -30,8 +30,8 @@ public:
     void SetBuffer(const std::vector<unsigned char>& in);
 
     unsigned m_dwType = 0;
-    /// Whether it is the data of an entry, so that it belongs to a model: what hosts copy does not. It fills the room
-    /// before the pointer.
+    /// Whether an entry holds it, so that changing it changes a model; a copy that a host makes belongs to none. Stands
+    /// in the padding before the pointer.
     bool m_bOfEntry = false;
     void* m_pData = nullptr;
 };
