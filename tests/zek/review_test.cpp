@@ -4,6 +4,7 @@
 #include <string>
 
 #include "finding_review.h"
+#include "memory_file.h"
 
 namespace zek::tool {
 
@@ -58,6 +59,25 @@ TEST_F(LimitedReview, KeepsTheFirstInTheOrderThatIsWanted) {
     review.Add(At("W101", 1));
     EXPECT_EQ(Told(review.Kept()), "W101:90 L103:1 L104:1");
     EXPECT_EQ(review.CountLeft(), (SeverityCounts{0, 80, 0}));
+}
+
+/// What need not be made is counted as if it had been.
+TEST_F(LimitedReview, CountsWhatItWouldNotKeep) {
+    levels_.Raise("W301");
+    const MemoryFile commented("A = 1 ; zek: allow W102\n");
+    Review review(levels_, {commented.Name()}, text_, 2);
+    EXPECT_TRUE(review.CountOnly("W002"));  // hidden
+    for (const char* code : {"W101", "W102", "E101", "W301"}) {
+        SCOPED_TRACE(code);
+        EXPECT_FALSE(review.CountOnly(code));
+        for (unsigned line = 2; line <= 3; ++line) review.Add(At(code, line));
+        EXPECT_EQ(review.CountOnly(code), std::string(code) != "W102");
+    }
+    review.Sort([](const Finding& a, const Finding& b) { return a.place.line < b.place.line; });
+    EXPECT_FALSE(review.CountOnly("W101"));
+    review.SortNone();
+    EXPECT_EQ(Told(review.Kept()), "W101:2 W101:3 E101:2 E101:3 W301:2 W301:3");
+    EXPECT_EQ(review.CountLeft(), (SeverityCounts{0, 3, 2}));
 }
 
 TEST_F(LimitedReview, NeverKeepsMuchMore) {

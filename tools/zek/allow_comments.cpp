@@ -73,6 +73,7 @@ void AllowComments::Add(const std::string& path, const Comment& comment) {
         const std::size_t end = std::min(comment.text.find_first_of(" \t,", at), comment.text.size());
         if (end > at) {
             const std::string code(comment.text.substr(at, end - at));
+            codes_.insert(code);
             byLine_[{path, about, code}].push_back(all_.size());
             all_.push_back({code, place(at, end)});
         }

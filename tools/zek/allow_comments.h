@@ -28,6 +28,8 @@ public:
     /// Whether a comment allows this finding, and marks it as used then. A finding about a part of joined lines is
     /// about the first of them, too.
     bool Allow(const Finding& finding);
+    /// Whether any comment allows the code.
+    bool Name(const std::string& code) const { return codes_.contains(code); }
 
     /// By file, then as they stand there.
     const std::vector<Allowed>& All() const { return all_; }
@@ -42,6 +44,7 @@ private:
     std::vector<Allowed> all_;
     std::map<std::tuple<std::string, unsigned, std::string>, std::vector<std::size_t>>
         byLine_;              // in all_, by the line they are about and the code
+    std::set<std::string> codes_;
     std::string abovePath_;   // of the comment that was read last
     unsigned aboveLine_ = 0;  // the line that it stands above; 0 when that is not known
 };

@@ -32,10 +32,10 @@ Finding About(const Allowed& allowed, const char* code) {
 
 constexpr std::size_t kRaisedRow = std::tuple_size_v<SeverityCounts>;
 
-std::size_t RowOf(const Finding& finding) {
-    if (finding.severity == Severity::kError && !IsError(finding.code)) return kRaisedRow;
-    return static_cast<std::size_t>(finding.severity);
+std::size_t RowOf(const std::string& code, Severity severity) {
+    return severity == Severity::kError && !IsError(code) ? kRaisedRow : static_cast<std::size_t>(severity);
 }
+std::size_t RowOf(const Finding& finding) { return RowOf(finding.code, finding.severity); }
 
 }  // namespace
 
@@ -87,6 +87,16 @@ bool Review::Passes(Finding& finding) {
     if (!severity || (!IsError(finding.code) && comments_.Allow(finding))) return false;
     failed_ |= IsError(finding.code);
     finding.severity = *severity;
+    return true;
+}
+
+bool Review::CountOnly(const std::string& code) {
+    const std::optional<Severity> severity = levels_.Of(code);
+    if (!severity) return true;
+    const std::size_t row = RowOf(code, *severity);
+    if (before_ || keptOf_[row] < most_ || comments_.Name(code)) return false;
+    failed_ |= IsError(code);
+    ++counts_[row];
     return true;
 }
 

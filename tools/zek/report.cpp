@@ -161,12 +161,13 @@ void Report::AddOne(const Message& message, bool fails) {
     const CodeRow* const row = RowOfFormat(message.format);
     Finding finding;
     finding.code = row ? row->code : "";
-    finding.message = TextOf(message);
     if (message.Is(kCreateSectionFailed) || message.Is(kSectionNameFailed) || message.Is(kFileNotLoaded)) {
         return AddLoss(std::move(finding), message);
     }
     // A word that stands below: the check, where all words are known, finds nothing wrong.
     if (message.Is(kNotANumber) && !fails) finding.code = "W005";
+    if (review_.CountOnly(finding.code)) return;
+    finding.message = TextOf(message);
     if (HasPlace(message)) return AddLocated(std::move(finding), message);
     finding.place.path = message.path;
     review_.Add(std::move(finding));
@@ -198,6 +199,8 @@ void Report::AddLoss(Finding finding, const Message& message) {
     const std::size_t pastMost = IsPastMost(message) ? std::exchange(pastMost_, 0) : 0;
     // The first tells it for all.
     if (IsPastMost(message) && pastMost == 0) return;
+    if (review_.CountOnly(finding.code)) return;
+    finding.message = TextOf(message);
     if (message.Is(kFileNotLoaded)) {
         finding.place = PlaceOfFile(message);
         if (message.refusal) AddWhy(finding, *message.refusal, message.Text(4));
