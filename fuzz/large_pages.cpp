@@ -12,6 +12,8 @@ void* MapLargePages(std::size_t size) {
     return memory;
 }
 
+void MakePages(void*, std::size_t) {}
+
 void UnmapLargePages(void* memory, std::size_t) { std::free(memory); }
 
 }  // namespace zek

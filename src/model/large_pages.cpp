@@ -5,14 +5,6 @@
 
 namespace zek {
 
-namespace {
-
-/// The system has few large pages at hand. More than these it must make or fetch first, which takes longer than small
-/// ones do.
-constexpr std::size_t kMostInLargePages = 8 * kLargePage;
-
-}  // namespace
-
 void* MapLargePages(std::size_t size) {
     void* const mapped = mmap(nullptr, size + kLargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapped == MAP_FAILED) throw std::bad_alloc();
@@ -23,6 +15,8 @@ void* MapLargePages(std::size_t size) {
     if (size <= kMostInLargePages) madvise(first + before, size, MADV_HUGEPAGE);
     return first + before;
 }
+
+void MakePages(void* memory, std::size_t size) { madvise(memory, size, MADV_POPULATE_WRITE); }
 
 void UnmapLargePages(void* memory, std::size_t size) { munmap(memory, size); }
 

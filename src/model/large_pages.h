@@ -10,12 +10,20 @@ namespace zek {
 
 inline constexpr std::size_t kLargePage = std::size_t{1} << 21;
 
+/// The system has few large pages at hand. More than these it must make or fetch first, which takes longer than small
+/// ones do.
+inline constexpr std::size_t kMostInLargePages = 8 * kLargePage;
+
 constexpr std::size_t InLargePages(std::size_t size) { return (size + kLargePage - 1) / kLargePage * kLargePage; }
 
 /// Maps `size` bytes, whole large pages. Where the system grants none, or for a great many, they are small ones.
 /// Throws `std::bad_alloc`.
 void* MapLargePages(std::size_t size);
 void UnmapLargePages(void* memory, std::size_t size);
+
+/// Has the system make the small pages of mapped memory that is about to be written, which takes less time than making
+/// each when it is first written. Where the system does not, they are made then all the same.
+void MakePages(void* memory, std::size_t size);
 
 /// An allocator that takes arrays of a large page and more in large pages.
 template <class T>

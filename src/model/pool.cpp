@@ -24,6 +24,10 @@ constexpr bool kOnHeap = ZEK_POOL_ON_HEAP;
 
 constexpr std::size_t kFirstBlock = std::size_t{1} << 14;
 
+/// The pages of blocks too large for large pages are made so many bytes at a time.
+constexpr std::size_t kMadeAtOnce = std::size_t{1} << 20;
+static_assert(kLargePage % kMadeAtOnce == 0 && kMadeAtOnce > Pool::kLargest);
+
 /// Whether a block is made of large pages. It then comes from the system, not from the heap, which it would keep busy.
 constexpr bool IsLarge(std::size_t block) { return block >= kLargePage; }
 
@@ -64,6 +68,10 @@ void* Pool::Cut(std::size_t size) {
     void* const memory = uncut_;
     uncut_ += size;
     left_ -= size;
+    if (uncut_ > made_) {
+        MakePages(made_, kMadeAtOnce);
+        made_ += kMadeAtOnce;
+    }
     return memory;
 }
 
@@ -75,6 +83,7 @@ void Pool::AddBlock() {
     newest_ = new (memory) Block{newest_, size};
     uncut_ = reinterpret_cast<char*>(newest_ + 1);
     left_ = size - sizeof(Block);
+    made_ = static_cast<char*>(memory) + (size > kMostInLargePages ? 0 : size);
     total_ += size;
 }
 

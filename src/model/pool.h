@@ -44,6 +44,7 @@ private:
     Block* newest_ = nullptr;
     char* uncut_ = nullptr;  ///< the rest of the newest block
     std::size_t left_ = 0;
+    char* made_ = nullptr;   ///< where the pages begin that the system makes when they are written
     std::size_t total_ = 0;  ///< bytes in all blocks
     std::size_t taken_ = 0;  ///< pieces that were not given back
 };

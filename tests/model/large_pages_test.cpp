@@ -46,6 +46,16 @@ TEST(LargeVector, MayBeShorterThanALargePage) {
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(numbers.data()) % kLargePage, 0U);
 }
 
+TEST(LargePages, AreUsableWhetherTheirSmallPagesAreMadeOrNot) {
+    constexpr std::size_t kSize = kMostInLargePages + kLargePage;
+    auto* const memory = static_cast<unsigned char*>(MapLargePages(kSize));
+    memory[0] = 1;
+    MakePages(memory, kLargePage);
+    EXPECT_EQ(memory[0], 1) << "what is there stays";
+    EXPECT_EQ(std::count(memory + 1, memory + kSize, 0), kSize - 1);
+    UnmapLargePages(memory, kSize);
+}
+
 TEST(LargePages, ThatCannotBeHadThrow) { EXPECT_THROW(MapLargePages(std::size_t{1} << 60), std::bad_alloc); }
 
 }  // namespace zek::test

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "model/large_pages.h"
 #include "model/section.h"
 #include "support/process_test.h"
 
@@ -64,6 +65,22 @@ TEST(Pool, OwnsWhatWasTakenUntilAllIsGivenBack) {
     for (const auto& [memory, size] : pieces) ASSERT_TRUE(pool.Owns(memory));
     for (const auto& [memory, size] : pieces) pool.Give(memory, size);
     for (const auto& [memory, size] : pieces) ASSERT_FALSE(pool.Owns(memory));
+}
+
+TEST(Pool, TakesBlocksTooLargeForLargePages) {
+    constexpr std::size_t kSize = Pool::kLargest;
+    Pool pool;
+    std::vector<void*> pieces(8 * kMostInLargePages / kSize);
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        pieces[i] = pool.Take(kSize);
+        std::memset(pieces[i], static_cast<int>(i % 251), kSize);
+    }
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        const auto* const bytes = static_cast<const unsigned char*>(pieces[i]);
+        ASSERT_EQ(bytes[0], i % 251) << i;
+        ASSERT_EQ(bytes[kSize - 1], i % 251) << i;
+    }
+    for (void* const memory : pieces) pool.Give(memory, kSize);
 }
 
 #endif
