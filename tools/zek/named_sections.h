@@ -51,6 +51,8 @@ struct OpenSection {
     std::uint64_t shape = 0;                  ///< a sum over all but the names
     std::uint64_t content = 0;                ///< the same with the names as far as they are known
 
+    /// A name leads to the first section that has it.
+    bool IsNamed() const { return place.second.second == 0; }
     NameOfKind Named() const { return {place.first, place.second.first}; }
     std::uint64_t SumOf(const Naming& naming) const;
 };

@@ -35,8 +35,7 @@ void RenameGuesses::Clear() {
 RenameGuesses::Positions RenameGuesses::PositionsOf(const std::vector<OpenSection>& sections) {
     Positions positions;
     for (std::size_t i = 0; i < sections.size(); ++i) {
-        // A name leads to the first section that has it.
-        if (sections[i].place.second.second == 0) positions.emplace(sections[i].Named(), i);
+        if (sections[i].IsNamed()) positions.emplace(sections[i].Named(), i);
     }
     return positions;
 }

@@ -91,9 +91,10 @@ void Renames::FindInTurn() {
 void Renames::Take(const Pair& pair, std::set<std::size_t>& changed) {
     const OpenSection& was = gone_[pair.gone];
     const OpenSection& is = fresh_[pair.fresh];
-    const std::string before = NameNow(was.Named());
     renamed_[was.place] = is.place.second;
     taken_.insert(is.place);
+    if (!was.IsNamed()) return;
+    const std::string before = NameNow(was.Named());
     names_[was.Named()] = is.place.second.first;
     for (const auto& [gone, at] : users_[was.Named()]) {
         gone_[gone].content += SumTerm(at, is.place.second.first) - SumTerm(at, before);
@@ -145,39 +146,42 @@ void Renames::GuessInOrder(Waiting& waiting, const Naming& before) {
 
 /// Those that are the same section where all of them are.
 Renames::Pairs Renames::Consistent(const Pairs& pairs) const {
-    std::map<Name, std::set<std::size_t>> leading;  // pairs by the name before; the last one tells the name now
+    std::map<Name, std::string> now;  // what the names are where the pairs are right
     std::vector<std::optional<std::size_t>> pairOf(gone_.size());
     for (std::size_t i = 0; i < pairs.size(); ++i) {
-        leading[gone_[pairs[i].gone].Named()].insert(i);
+        const OpenSection& was = gone_[pairs[i].gone];
+        if (was.IsNamed()) now[was.Named()] = fresh_[pairs[i].fresh].place.second.first;
         pairOf[pairs[i].gone] = i;
     }
     const auto isWrong = [&](const Pair& pair, std::size_t at) {
         const Name& name = gone_[pair.gone].references[at];
-        const auto lead = leading.find(name);
-        const bool leads = lead != leading.end() && !lead->second.empty();
-        const std::string now = leads ? fresh_[pairs[*lead->second.rbegin()].fresh].place.second.first : NameNow(name);
-        return now != fresh_[pair.fresh].references[at].second;
+        const auto found = now.find(name);
+        return (found == now.end() ? NameNow(name) : found->second) != fresh_[pair.fresh].references[at].second;
     };
-    // What is wrong no longer leads anywhere, which may make wrong who refers to it.
     std::vector<std::size_t> wrong;
     for (std::size_t i = 0; i < pairs.size(); ++i) {
         for (std::size_t at = 0; at < gone_[pairs[i].gone].references.size(); ++at) {
             if (isWrong(pairs[i], at)) wrong.push_back(i);
         }
     }
+    // What is wrong keeps its name, which may make wrong who refers to it.
+    std::vector<bool> isLeft(pairs.size());
     while (!wrong.empty()) {
-        const OpenSection& was = gone_[pairs[wrong.back()].gone];
-        const bool isNew = leading[was.Named()].erase(wrong.back()) > 0;
+        const std::size_t pair = wrong.back();
         wrong.pop_back();
+        const OpenSection& was = gone_[pairs[pair].gone];
+        const bool isNew = !isLeft[pair];
+        isLeft[pair] = true;
         const auto users = users_.find(was.Named());
-        if (!isNew || users == users_.end()) continue;
+        if (!isNew || !was.IsNamed() || users == users_.end()) continue;
+        now.erase(was.Named());
         for (const auto& [gone, at] : users->second) {
             if (pairOf[gone] && isWrong(pairs[*pairOf[gone]], at)) wrong.push_back(*pairOf[gone]);
         }
     }
     Pairs right;
     for (std::size_t i = 0; i < pairs.size(); ++i) {
-        if (leading[gone_[pairs[i].gone].Named()].contains(i)) right.push_back(pairs[i]);
+        if (!isLeft[i]) right.push_back(pairs[i]);
     }
     return right;
 }
