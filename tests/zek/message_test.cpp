@@ -149,6 +149,25 @@ TEST_F(ZekMessages, ItemsBeforeTheFirstSectionAreAnError) {
               "a.zek: 1 error\n");
 }
 
+/// Of the rest of such a file nothing more is said.
+TEST_F(ZekMessages, FileThatIsNoSourceIsCalledWhatItIs) {
+    WriteSound("a.zek");
+    ASSERT_EQ(Zek({"compile", "a.zek"}).code, 0);
+    const struct {
+        std::string text;
+        std::string note;
+    } rows[] = {{Read("a.zki"), "this is a compiled image and no source"},
+                {Read("a.zkd"), "this is a debug image and no source"},
+                {std::string("\xff\xfe[\0A\0]\0\n\0", 10), "this file is in UTF-16, where UTF-8 is wanted"},
+                {std::string("\xfe\xff\0[\0A\0]\0\n", 10), "this file is in UTF-16, where UTF-8 is wanted"}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(Said(row.text),
+                  "a.zek:1: error: items before the first section: Create section(1, ) object failed. [E002]\n"
+                  "a.zek:1: note: " +
+                      row.note + "\na.zek: 1 error\n");
+    }
+}
+
 TEST_F(ZekMessages, IgnoredEntryIsOneWarning) {
     EXPECT_EQ(Said(std::string(kGroup) + "BOGUS = 1\n"),
               "a.zek:7:1: warning: [GROUP]:BOGUS, This ENTRY is ignored because of invalid entry name. [W004]\n"

@@ -47,6 +47,8 @@ void FindOpenQuotes(LintRun& run) {
 
 void FindItemsWithoutEquals(LintRun& run) {
     for (const auto& section : run.Model().Written()) {
+        // That items before the first section are lost is told as a whole.
+        if (section->Kind().empty()) continue;
         for (const LintItem& item : section->items) {
             if (!item.source->value.empty() || !HasNoEquals(*section->path, item.source->line, run.Text())) continue;
             run.Add("L163", *section, item, {});

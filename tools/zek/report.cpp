@@ -8,6 +8,7 @@
 #include <memory>
 #include <utility>
 
+#include "image_bytes.h"
 #include "known_messages.h"
 #include "printable.h"
 
@@ -194,6 +195,14 @@ void Report::AddWhy(Finding& finding, const Refusal& refusal, const std::string&
     if (!refusal.meant.empty()) finding.fix = NameFix(finding.place, refusal.meant, text_);
 }
 
+/// What the file is instead of a source, where its first line tells.
+void Report::AddKindOfFile(Finding& finding, std::string_view line) {
+    const ImageKind kind = KindOf(line);
+    if (kind != ImageKind::kNone) finding.notes.push_back({Filled(NoteText::kIsImage, {NameOf(kind)})});
+    const bool isUtf16 = line.starts_with("\xff\xfe") || line.starts_with("\xfe\xff");
+    if (isUtf16) finding.notes.push_back({Filled(NoteText::kIsUtf16)});
+}
+
 void Report::AddLoss(Finding finding, const Message& message) {
     ++losses_;
     const std::size_t pastMost = IsPastMost(message) ? std::exchange(pastMost_, 0) : 0;
@@ -214,6 +223,7 @@ void Report::AddLoss(Finding finding, const Message& message) {
             (name.empty() ? "items before the first section" : '[' + name + "] is no section of the language") + ": " +
             finding.message;
         finding.fix = names_.Meant(finding.code, {}, name, finding.place, text_);
+        if (name.empty()) AddKindOfFile(finding, text_.Line(finding.place.path, 1));
     }
     if (pastMost > 1) finding.notes.push_back({Filled(NoteText::kMorePastMost, {std::to_string(pastMost - 1)})});
     review_.Add(std::move(finding));

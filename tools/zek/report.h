@@ -54,6 +54,7 @@ private:
     void AddAll(const std::vector<Message>& reading, const std::vector<Message>& checking);
     void AddOne(const Message& message, bool fails);
     void AddWhy(Finding& finding, const Refusal& refusal, const std::string& loaded);
+    static void AddKindOfFile(Finding& finding, std::string_view line);
     void AddLoss(Finding finding, const Message& message);
     void AddLocated(Finding finding, const Message& message);
     Place PlaceOfFile(const Message& message);

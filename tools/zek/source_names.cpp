@@ -68,6 +68,17 @@ std::vector<std::string> KeysOf(const std::string& keyword) {
     return keys;
 }
 
+/// What a line without = probably should be, which is a key as a whole: a key that the section knows, and a value.
+std::optional<std::string> WithEquals(const std::string& keyword, const std::string& written) {
+    constexpr char kBetween[] = " \t:";
+    const std::size_t end = written.find_first_of(kBetween);
+    const std::size_t value = end == written.npos ? end : written.find_first_not_of(kBetween, end);
+    const std::vector<std::string> keys = KeysOf(keyword);
+    const std::string key = written.substr(0, end);
+    if (value == written.npos || std::find(keys.begin(), keys.end(), key) == keys.end()) return std::nullopt;
+    return key + " = " + written.substr(value);
+}
+
 /// All kinds of sections.
 std::vector<std::string> Keywords() {
     std::vector<std::string> keywords;
@@ -197,11 +208,15 @@ std::optional<Fix> SourceNames::Meant(const std::string& code, const NamedItem& 
     const char* const kind = KindMeant(code);
     if (!kind || written.empty()) return std::nullopt;
     if (kind == kKeywords && written.starts_with('[')) return HeaderMeant(written, place);
+    const std::string_view line = text.Line(place.path, place.line);
+    if (kind == kKeys && place.length == written.size() && line.find('=') == line.npos) {
+        if (std::optional<std::string> whole = WithEquals(item.keyword, written)) return Fix{place, *whole};
+    }
     const std::optional<std::string> name = Nearest(kind, item, written);
     if (!name) return std::nullopt;
     Place where = place;
     // The brackets and what stands beside the name in them stay.
-    const std::string_view marked = text.Line(place.path, place.line).substr(0, place.column + place.length);
+    const std::string_view marked = line.substr(0, place.column + place.length);
     const std::size_t at = place.column ? marked.find(written, place.column - 1) : marked.npos;
     if (at != marked.npos)
         where = {place.path, place.line, static_cast<unsigned>(at + 1), static_cast<unsigned>(written.size())};
