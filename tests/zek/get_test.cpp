@@ -201,7 +201,7 @@ TEST_F(ZekGet, NumberForNoneIsShownAsTheNumberThatItIs) {
 }
 
 TEST_F(ZekGet, ValueThatIsNotThereEndsWithOneOrIsTheDefault) {
-    for (const char* path : {"SENSOR/Other/ID", "SENSOR/#7/ID", "SENSOR/#2/THEORY", "SENSOR/#2/ID/1", "GLOBAL/G_Z",
+    for (const char* path : {"SENSOR/Other/ID", "SENSOR/#7/ID", "SENSOR/#2/THEORY", "SENSOR/#2/ID/1", "GLOBAL/G_None",
                              "TABLE/Curve/256", "TABLE/Curve/04", "TABLE/Other/4", "SYSTEM/MODEL"}) {
         SCOPED_TRACE(path);
         const Result missing = Zek({"get", "a.zki", path});
@@ -216,13 +216,41 @@ TEST_F(ZekGet, ValueThatIsNotThereEndsWithOneOrIsTheDefault) {
     }
 }
 
+/// `origin` says the same of the debug image.
+TEST_F(ZekGet, PathThatIsNearIsTold) {
+    const struct {
+        const char* path;
+        const char* near;
+    } rows[] = {
+        {"SENSOR/CPU\\/1/ID", "SENSOR/CPU\\/0/ID"},
+        {"SENSOR/cpu\\/0/VALUE/1", "SENSOR/CPU\\/0/VALUE/1"},
+        {"SENSOR/CPU\\/0/TYPES", "SENSOR/CPU\\/0/TYPE"},
+        {"SENSOR/#0x10/value_x/2", "SENSOR/#16/VALUE_X/2"},
+        {"SENSOR/\\#12/ID", "SENSOR/\\#1/ID"},
+        {"PROPERTY/Color", "PROPERTY/Colour"},
+        {"GLOBAL/T", nullptr},
+        {"SENSOR/#3/ID", nullptr},
+    };
+    for (const auto& row : rows) {
+        const std::string why = " has no value " + std::string(row.path) +
+                                (row.near ? "; did you mean " + std::string(row.near) + "?\n" : "\n");
+        EXPECT_EQ(Zek({"get", "a.zki", row.path}).err, "zek: a.zki" + why);
+        EXPECT_EQ(Zek({"get", "a.zkd", row.path}).err, "zek: a.zkd" + why);
+        EXPECT_EQ(Zek({"origin", "a.zkd", row.path}).err, "zek: a.zkd" + why);
+        if (!row.near) continue;
+        EXPECT_EQ(Zek({"get", "a.zki", row.near}).code, 0) << row.near;
+    }
+}
+
 TEST_F(ZekGet, TellsWhatIsNoPath) {
     const struct {
         const char* path;
         std::string why;
     } rows[] = {
         {"", "there are no [] sections"},
-        {"SENSORS/x/ID", "there are no [SENSORS] sections"},
+        {"SENSORS/x/ID", "there are no [SENSORS] sections; did you mean SENSOR?"},
+        {"sensor/x/ID", "there are no [sensor] sections; did you mean SENSOR?"},
+        {"FAN/x/ID", "there are no [FAN] sections"},
         {"SENSOR/x", "SENSOR/NAME/KEY or SENSOR/#ID/KEY is one, and perhaps the place of a value behind it"},
         {"GLOBAL", "GLOBAL/KEY is one, and perhaps the place of a value behind it"},
         {"GLOBAL/G_X/1/2", "GLOBAL/KEY is one, and perhaps the place of a value behind it"},

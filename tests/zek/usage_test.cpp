@@ -126,6 +126,7 @@ TEST_F(ZekUsage, WrongCommandLineIsToldAsItIs) {
         {{"--", "--version"}, "there is no command --version"},
         {{"--"}, "a command is required"},
         {{"--frobnicate"}, "there is no option --frobnicate"},
+        {{"-V"}, "there is no option -V"},
         {{"compile"}, "SOURCE is required"},
         {{"check", "a.zek", "--frobnicate"}, "there is no option --frobnicate"},
         {{"compile", "a.zek", "-o", ""}, "a file name is empty"},

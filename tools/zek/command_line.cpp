@@ -219,11 +219,11 @@ std::vector<std::string> WithoutHelpCommand(std::vector<std::string> arguments) 
     return arguments;
 }
 
+/// Those of more than a letter: any letter is near any other.
 std::set<std::string> OptionNames(const CLI::App& app) {
     std::set<std::string> names;
     for (const CLI::Option* option : app.get_options()) {
         for (const std::string& name : option->get_lnames()) names.insert("--" + name);
-        for (const std::string& name : option->get_snames()) names.insert('-' + name);
     }
     return names;
 }

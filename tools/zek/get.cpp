@@ -4,6 +4,7 @@
 #include "failure.h"
 #include "joined_text.h"
 #include "json_output.h"
+#include "near_path.h"
 #include "printable.h"
 #include "progress.h"
 #include "values_at.h"
@@ -50,7 +51,9 @@ int RunGet(const GetOptions& options) {
     ShowPhase("looking for the value");
     const FoundValues found = ValuesAt(image, path);
     if (!found && !options.otherwise) {
-        throw Failure(kSourceHasErrors, options.image + " has no value " + Printable(options.path));
+        NearPath near(path);
+        image.ForEachSectionOf(path.keyword, [&](const ShownSection& section) { near.Add(section); });
+        throw Failure(kSourceHasErrors, options.image + " has no value " + Printable(options.path) + near.Told());
     }
     StandardOutput out;
     if (options.json) {

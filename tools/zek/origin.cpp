@@ -45,7 +45,7 @@ public:
         if (path.keyword == kIncludeKeyword) return FindIncluded(path, origin);
         const auto byte = path.keyword == "TABLE" ? ByteIn(path.key) : std::nullopt;
         for (const DebugSection& section : source_.sections) {
-            if (section.keyword != path.keyword || !IsMeant(path, Stub(section))) continue;
+            if (section.keyword != path.keyword || !IsMeant(path, StubOf(section, names_))) continue;
             const TableRow found =
                 byte ? RowBehind(source_, section, *byte) : TableRow{&section, section.Entry(path.key)};
             origin.section = found.section;
@@ -82,14 +82,6 @@ private:
             origin.entry = line.entry;
             return;
         }
-    }
-
-    /// What a path compares.
-    ShownSection Stub(const DebugSection& section) const {
-        ShownSection stub;
-        if (section.Entry("NAME")) stub.name = FirstText(section, "NAME");
-        stub.id = IdOf(section, names_);
-        return stub;
     }
 
     void AddNamed(Role role, std::string_view text, Origin& origin) const {
@@ -155,6 +147,13 @@ private:
 };
 
 }  // namespace
+
+ShownSection StubOf(const DebugSection& section, const std::map<std::string, unsigned>& names) {
+    ShownSection stub;
+    if (section.Entry("NAME")) stub.name = FirstText(section, "NAME");
+    stub.id = IdOf(section, names);
+    return stub;
+}
 
 Origin FindOrigin(const DebugSource& source, const std::map<std::string, unsigned>& names, const SectionPath& path) {
     Origin origin;

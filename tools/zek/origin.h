@@ -28,4 +28,7 @@ struct Origin {
 /// `names` are the predefined names of the image. The entry is null where the source has none of that path.
 Origin FindOrigin(const DebugSource& source, const std::map<std::string, unsigned>& names, const SectionPath& path);
 
+/// What a path compares of a section.
+ShownSection StubOf(const DebugSection& section, const std::map<std::string, unsigned>& names);
+
 }  // namespace zek::tool

@@ -9,6 +9,7 @@
 #include "image_check.h"
 #include "include_ways.h"
 #include "json_output.h"
+#include "near_path.h"
 #include "origin.h"
 #include "pair_check.h"
 #include "printable.h"
@@ -126,12 +127,26 @@ private:
     StandardOutput out_;
 };
 
+std::string DidYouMean(const DebugSource& source, const std::map<std::string, unsigned>& names,
+                       const SectionPath& path) {
+    NearPath near(path);
+    for (const DebugSection& section : source.sections) {
+        if (section.keyword != path.keyword) continue;
+        ShownSection stub = StubOf(section, names);
+        for (const DebugEntry& entry : section.entries) {
+            if (entry.given) stub.entries.push_back({std::string(entry.key), 0, {}, {}, &entry});
+        }
+        near.Add(stub);
+    }
+    return near.Told();
+}
+
 /// Why nothing stands at a path.
 std::string WhyNoOrigin(const DebugSource& source, const std::map<std::string, unsigned>& names,
                         const SectionPath& path, const std::string& text) {
     const auto given = path.keyword == "DEFINE" ? GivenWords(source, names) : std::map<std::string, unsigned>();
     const auto word = given.find(path.key);
-    if (word == given.end()) return " has no value " + Printable(text);
+    if (word == given.end()) return " has no value " + Printable(text) + DidYouMean(source, names, path);
     return ": " + Printable(text) +
            " stands in no source; the compiler was given it, as by -D: " + std::to_string(word->second);
 }

@@ -1,13 +1,14 @@
 #include "section_path.h"
 
-#include <algorithm>
 #include <charconv>
 #include <iterator>
+#include <set>
 #include <vector>
 
 #include "failure.h"
 #include "printable.h"
 #include "section_keywords.h"
+#include "suggestion.h"
 
 namespace zek::tool {
 namespace {
@@ -65,9 +66,12 @@ SectionPath ParsePath(const std::string& text) {
     const std::vector<Part> parts = Parts(text);
     SectionPath path;
     path.keyword = parts[0].text;
-    if (path.keyword != kIncludeKeyword && std::find(std::begin(kSectionKeywords), std::end(kSectionKeywords),
-                                                     path.keyword) == std::end(kSectionKeywords)) {
-        throw NoPath(text, "there are no [" + Printable(path.keyword) + "] sections");
+    std::set<std::string> keywords(std::begin(kSectionKeywords), std::end(kSectionKeywords));
+    keywords.insert(kIncludeKeyword);
+    if (!keywords.contains(path.keyword)) {
+        const auto nearest = NearestName(path.keyword, keywords);
+        throw NoPath(text, "there are no [" + Printable(path.keyword) + "] sections" +
+                               (nearest ? "; did you mean " + *nearest + '?' : ""));
     }
     const std::size_t key = HasName(path.keyword) ? 2 : 1;
     if (parts.size() != key + 1 && parts.size() != key + 2) {
@@ -91,6 +95,13 @@ std::string PathTo(std::string_view keyword, std::string_view name, std::string_
     std::string path(keyword);
     if (HasName(keyword)) path += '/' + Escaped(name);
     return key.empty() ? path : path + '/' + Escaped(key);
+}
+
+std::string TextOf(const SectionPath& path) {
+    std::string text = path.id ? path.keyword + "/#" + std::to_string(*path.id) + '/' + Escaped(path.key)
+                               : PathTo(path.keyword, path.name.value_or(std::string()), path.key);
+    if (path.element) text += '/' + std::to_string(*path.element);
+    return text;
 }
 
 bool IsMeant(const SectionPath& path, const ShownSection& section) {

@@ -34,6 +34,9 @@ SectionPath ParsePath(const std::string& text);
 /// section.
 std::string PathTo(std::string_view keyword, std::string_view name, std::string_view key);
 
+/// What ParsePath makes that path of.
+std::string TextOf(const SectionPath& path);
+
 /// Whether it is the section that the path means, its key aside.
 bool IsMeant(const SectionPath& path, const ShownSection& section);
 
