@@ -1,6 +1,7 @@
 // Sources made of images, each compiled again and compared.
 #include <sstream>
 
+#include "compile/tables.h"
 #include "zek/compiled_sources.h"
 
 namespace zek::test {
@@ -193,6 +194,27 @@ TEST_F(ZekDecompile, DefinesNamesOfValuesThatJumpsGoTo) {
     ASSERT_TRUE(Compile(".", "a.zek", "a"));
     ExpectSameOfBoth("a");
     EXPECT_NE(Read("again/a.zek").find("\nVALUE_1 = \"5\"\n"), std::string::npos) << Read("again/a.zek");
+}
+
+/// A process that has numbered another group before makes such an image; for a source of its own, "0" comes first. The
+/// debug image tells nothing of it.
+TEST_F(ZekDecompile, TellsThatNoSourceHasAnotherGroupBeforeTheRoot) {
+    InsertTbl(g_tblGroup, g_idxGroup, "g", 1);
+    ASSERT_EQ(Check(Sound(Group("g", "0") + Group("h", "g") + Sensor("s", "1") + View("1", "0", "1"))), 1U);
+    ASSERT_EQ(gccOutputD("a.zkd"), 1U);
+    ASSERT_EQ(gccOutput("a.zki"), 1U);
+    const std::string image = Read("a.zki");
+    const std::size_t parent = image.find(Word(kIdParent) + Word(1) + Word(kIdGroup + 1));
+    ASSERT_NE(parent, image.npos) << "the first group has the parent \"0\", which is the second name";
+    const Result result = Zek({"decompile", "a.zki", "-o", "made"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "zek: the compiled image of the source that was made differs at byte " +
+                              std::to_string(parent + 8) + '\n');
+    EXPECT_FALSE(std::filesystem::exists("made"));
+    ASSERT_EQ(Decompiled("a.zkd", "again"), "main.zek");
+    EXPECT_TRUE(Compile("again", "main.zek", "made"));
+    EXPECT_EQ(Zek({"diff", "a.zki", "made.zki"}).code, 0);
 }
 
 TEST_F(ZekDecompile, TellsWhatTheLanguageCannotExpress) {

@@ -23,11 +23,7 @@ protected:
     }
 
     static Result Shell(const std::string& command) {
-        std::string line = command;
-        for (std::size_t at = 0; (at = line.find("zek ", at)) != std::string::npos; at += sizeof ZEK_PROGRAM) {
-            line.replace(at, 4, ZEK_PROGRAM " ");
-        }
-        return Program({"bash", "-c", line}).Finish();
+        return Program({"bash", "-c", "zek() { \"" ZEK_PROGRAM "\" \"$@\"; }\n" + command}).Finish();
     }
 };
 
@@ -164,6 +160,18 @@ TEST_F(ZekSpecialFile, ImageForAFifoIsNotWrittenWhereTheOtherFifoHasNoReader) {
         EXPECT_EQ(result.err, "zek: cannot write other: nobody reads from it\n");
         EXPECT_EQ(Read("got"), "");
     }
+}
+
+TEST_F(ZekSpecialFile, ReaderOfAFifoThatTakesItsTimeIsWaitedFor) {
+    WriteSound("large.zek", 700);
+    ASSERT_EQ(Zek({"compile", "large.zek"}).code, 0);
+    const std::string image = Read("large.zki");
+    // More than the system keeps for who reads later.
+    ASSERT_GT(image.size(), std::size_t{1} << 16);
+    Write("source", Read("large.zek"));
+    const Result result = Shell("(sleep 2.5; cat > got) < fifo & zek compile source -o fifo && wait");
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_TRUE(WithoutTime(Read("got")) == WithoutTime(image));
 }
 
 TEST_F(ZekSpecialFile, ImageForAFifoOrADeviceIsWritten) {
