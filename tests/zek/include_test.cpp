@@ -272,6 +272,27 @@ TEST_F(ZekInclude, FileMayBeIncludedTwice) {
     EXPECT_EQ(Said(), "");
 }
 
+/// What it includes lies beside it, so each link is a file of its own; another spelling of the way to one is not.
+TEST_F(ZekInclude, FileOfManyLinksIsReadByEachOfThem) {
+    Write("f.zek", Include("g.zek"));
+    std::string main;
+    std::string said;
+    for (unsigned i = 100; i < 400; ++i) {
+        const std::string folder = "boards/" + std::to_string(i);
+        std::filesystem::create_directory(folder);
+        std::filesystem::create_hard_link("f.zek", folder + "/f.zek");
+        Write(folder + "/g.zek", "[DEFINE]\nA" + std::to_string(i) + " = 1x\n");
+        const std::string name = std::to_string(i) + "/f.zek";
+        main += Include(name) + "FILE = ../boards/" + name + '\n';
+        said += folder + "/g.zek:2:8: warning: [DEFINE]:A" + std::to_string(i) +
+                ", 1x counts as 1: what stands behind the digits is ignored [L111]\nboards/main.zek:" +
+                std::to_string(3 * (i - 100) + 2) + ":8: note: included from here\n" + folder +
+                "/f.zek:2:8: note: included from here\n";
+    }
+    Write("boards/main.zek", main);
+    EXPECT_EQ(Said(), said + "boards/main.zek: 300 warnings\n");
+}
+
 TEST_F(ZekInclude, ChainOf257FilesIsTooDeep) {
     Write("boards/main.zek", Include("1.zek"));
     for (unsigned i = 1; i < 256; ++i) {

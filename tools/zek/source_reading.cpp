@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 #include "joined_text.h"
 #include "known_messages.h"
@@ -26,20 +24,6 @@ std::string WhyUnreadable(const std::string& path, struct stat& info) {
     if (S_ISDIR(info.st_mode)) return std::strerror(EISDIR);
     if (access(path.c_str(), R_OK) != 0) return std::strerror(errno);
     return {};
-}
-
-/// Whether two paths lead through one folder to one name, so that what they include is the same, too.
-bool IsSamePlace(const std::string& a, const std::string& b) {
-    namespace fs = std::filesystem;
-    if (a == b) return true;
-    if (fs::path(a).filename() != fs::path(b).filename()) return false;
-    std::error_code failed;
-    const auto folder = [&](const std::string& path) {
-        const std::string written = FolderOf(path);
-        return fs::canonical(written.empty() ? "." : written, failed);
-    };
-    const fs::path first = folder(a);
-    return !failed && first == folder(b) && !failed;
 }
 
 /// What a search that found nothing has to say.
@@ -119,7 +103,7 @@ bool SourceReading::Examine(SourceFile& file) {
     file.inode = info.st_ino;
     const std::string circle = CircleOf(file);
     if (!circle.empty()) return Refuse({NoteText::kCircle, file.name, {circle}});
-    file.path = file.opened = EarlierSpelling(file);
+    file.path = file.opened = spellings_.First({file.device, file.inode}, file.path);
     if (!S_ISREG(info.st_mode)) file.opened = copies_.Take(file.path, !S_ISFIFO(info.st_mode), reason);
     if (open_.empty()) whyMainRefused_ = reason;
     return reason.empty() || Refuse({NoteText::kUnreadable, file.name, {file.path, reason}});
@@ -164,25 +148,14 @@ std::string SourceReading::CircleOf(const SourceFile& file) const {
     return circle + file.path;
 }
 
-std::string SourceReading::EarlierSpelling(const SourceFile& file) const {
-    const auto openings = openings_.find({file.device, file.inode});
-    if (openings == openings_.end()) return file.path;
-    // Of the last opening of the file, which has the first spelling.
-    const auto& positions = openings->second;
-    const auto earlier = std::find_if(positions.rbegin(), positions.rend(), [&](std::size_t position) {
-        return IsSamePlace(files_[position].path, file.path);
-    });
-    return earlier == positions.rend() ? file.path : files_[*earlier].path;
-}
-
 void SourceReading::Add(SourceFile file) {
-    openings_[{file.device, file.inode}].push_back(files_.size());
+    spellings_.Add({file.device, file.inode}, file.path);
     files_.push_back(std::move(file));
 }
 
 void SourceReading::DropLast() {
     const SourceFile& last = files_.back();
-    openings_[{last.device, last.inode}].pop_back();
+    spellings_.Drop({last.device, last.inode}, last.path);
     files_.pop_back();
 }
 

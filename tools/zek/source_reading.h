@@ -4,10 +4,8 @@
 #pragma once
 
 #include <sys/types.h>
-#include <map>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "include_search.h"
@@ -15,6 +13,7 @@
 #include "parser_library.h"
 #include "progress.h"
 #include "source_copies.h"
+#include "spellings.h"
 
 namespace zek::tool {
 
@@ -81,8 +80,6 @@ private:
     IncludeFound FindInclude(const std::string& name) const;
     std::string NearestTo(const std::string& name);
     std::string CircleOf(const SourceFile& file) const;
-    /// The path as the file was first opened, where another spelling of it was.
-    std::string EarlierSpelling(const SourceFile& file) const;
     void Explain(Message& failure);
     /// Enters a file that is opened, and takes the last one out again.
     void Add(SourceFile file);
@@ -92,8 +89,7 @@ private:
     ParserLibrary library_;
     IncludeSearch search_;
     std::vector<SourceFile> files_;
-    /// The positions of the openings by device and inode, since a source may include a file of its own for each sensor.
-    std::map<std::pair<dev_t, ino_t>, std::vector<std::size_t>> openings_;
+    Spellings spellings_;
     SourceCopies copies_;
     std::string whyMainRefused_;
     std::vector<Open> open_;  // the file being read last, behind those that include it
