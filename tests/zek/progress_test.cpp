@@ -1,5 +1,8 @@
 // The line that tells on a terminal what a long compilation is at.
+#include <fcntl.h>
 #include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <list>
@@ -157,10 +160,12 @@ TEST_F(ZekProgress, TellsWhatDecompileIsAt) {
 
 /// A second and more goes by before somebody types.
 TEST_F(ZekProgress, LeavesATerminalToTheOneWhoTypes) {
+    std::list<Program> programs;
     for (const char* command : {"check", "fmt"}) {
-        SCOPED_TRACE(command);
-        Program program({ZEK_PROGRAM, command, "-"}, {.terminalColumns = 80, .keyboard = true});
-        std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+        programs.emplace_back(Strings{ZEK_PROGRAM, command, "-"}, Setting{.terminalColumns = 80, .keyboard = true});
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    for (Program& program : programs) {
         program.Type("[PROPERTY]\nA=1\n\x04");
         const Result result = program.Finish();
         EXPECT_EQ(result.code, 0);
@@ -177,42 +182,50 @@ TEST_F(ZekProgress, TellsWhichFileIsLaidOut) {
     EXPECT_EQ(Read("b.zek"), "[PROPERTY]\nA = 1\n");
 }
 
-/// What is typed is shown behind the signal, perhaps after the line was erased.
-TEST_F(ZekProgress, IsErasedByTheKeyThatInterrupts) {
-    for (const char* command : {"check", "compile"}) {
-        SCOPED_TRACE(command);
-        Setting setting = Fault("slow");
-        setting.terminalColumns = 80;
-        setting.keyboard = true;
-        Program program({ZEK_PROGRAM, command, "board.zek"}, setting);
-        EXPECT_TRUE(program.Shows("zek: board.zek: reading"));
-        program.Type("\x03");
-        const Result result = program.Finish();
-        EXPECT_EQ(result.signal, SIGINT);
-        const std::string seen = Seen(result.err);
-        EXPECT_TRUE(seen.empty() || seen == "^C") << result.err;
+class ZekInterruptedProgress : public ZekProgress, public testing::WithParamInterface<const char*> {
+protected:
+    void SetUp() override {
+        ZekProgress::SetUp();
+        ASSERT_EQ(mkfifo("pipe", 0600), 0);
+        writer_ = open("pipe", O_RDWR | O_CLOEXEC);
     }
-}
+    void TearDown() override { close(writer_); }
+
+    /// Of a command that reads a source without end, and is interrupted once it shows the line.
+    template <class Interrupt>
+    static Result Interrupted(bool keyboard, Interrupt interrupt) {
+        Program program({ZEK_PROGRAM, GetParam(), "pipe"}, {.terminalColumns = 80, .keyboard = keyboard});
+        EXPECT_TRUE(program.Shows("zek: pipe: reading"));
+        interrupt(program);
+        Result result = program.Finish();
+        EXPECT_EQ(result.signal, SIGINT);
+        return result;
+    }
+
+private:
+    int writer_ = -1;
+};
 
 /// The child of `check`, which shows the line, ends with its parent and cannot erase it then.
-TEST_F(ZekProgress, IsErasedByASignal) {
-    for (const char* command : {"check", "compile"}) {
-        SCOPED_TRACE(command);
-        Setting setting = Fault("slow");
-        setting.terminalColumns = 80;
-        Program program({ZEK_PROGRAM, command, "board.zek"}, setting);
-        EXPECT_TRUE(program.Shows("zek: board.zek: reading"));
-        ASSERT_EQ(kill(program.Process(), SIGINT), 0);
-        const Result result = program.Finish();
-        EXPECT_EQ(result.signal, SIGINT);
-        EXPECT_EQ(Seen(result.err), "");
-        // What a terminal shows of the key that interrupts, too.
-        const std::size_t line = result.err.rfind("\rzek");
-        const std::size_t blanks = result.err.rfind("\r ");
-        ASSERT_NE(blanks, std::string::npos) << result.err;
-        EXPECT_EQ(result.err.size() - blanks, blanks - line + 3) << result.err;
-    }
+TEST_P(ZekInterruptedProgress, IsErasedByASignal) {
+    const Result result = Interrupted(false, [](Program& program) { ASSERT_EQ(kill(program.Process(), SIGINT), 0); });
+    EXPECT_EQ(Seen(result.err), "");
+    // What a terminal shows of the key that interrupts, too.
+    const std::size_t line = result.err.rfind("\rzek");
+    const std::size_t blanks = result.err.rfind("\r ");
+    ASSERT_NE(blanks, std::string::npos) << result.err;
+    EXPECT_EQ(result.err.size() - blanks, blanks - line + 3) << result.err;
 }
+
+/// What the terminal shows of the key comes behind the signal, perhaps when the line is erased already.
+TEST_P(ZekInterruptedProgress, IsErasedByTheKeyForIt) {
+    const Result result = Interrupted(true, [](Program& program) { program.Type("\x03"); });
+    const std::string seen = Seen(result.err);
+    EXPECT_TRUE(seen.empty() || seen == "^C") << result.err;
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, ZekInterruptedProgress, testing::Values("check", "compile"),
+                         [](const auto& row) { return row.param; });
 
 }  // namespace
 
