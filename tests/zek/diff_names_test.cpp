@@ -100,7 +100,7 @@ Pair GroupsOfWhichTheFirstStays(unsigned count) {
 }
 
 TEST(DiffOfOneName, SaysThePlainAnswerHoweverManyThereAre) {
-    constexpr unsigned kCount = 5000;
+    constexpr unsigned kCount = 2000;
     const struct {
         const char* what;
         Pair pair;

@@ -22,7 +22,8 @@ constexpr char kGetExample[] =
     "TABLE/Curve/7 is the byte 7 of a table. A backslash makes a slash a part of a name.\n"
     "Values are shown as the compiler takes them, of a debug image, too: predefined names as their numbers, numbers\n"
     "in decimal and without a sign, several values with commas between them, \"unresolved\" for what stands for\n"
-    "nothing. The first section that has the key counts; of a word that is defined twice, the value in the end.";
+    "nothing. The first section that has the key counts; of a word that is defined twice, the value in the end.\n"
+    "INCLUDE/FILE is all files that a source includes.";
 
 struct GetOptions {
     std::string image;

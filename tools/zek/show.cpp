@@ -19,7 +19,7 @@ constexpr char kDumpExample[] =
     "The image is verified first. Its kind is told from its first bytes. In JSON a text is a string where its bytes "
     "are UTF-8, and else\n"
     "an object {\"bytes\": \"HEX\"} with two hexadecimal digits for each byte. Sections come kind by kind, in file\n"
-    "order.";
+    "order. A word of a debug image that another item gives another value in the end is shown with both.";
 constexpr char kTreeExample[] =
     "Example:\n"
     "  zek tree board.zki\n"
