@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <compare>
 #include <numeric>
 
@@ -24,34 +25,76 @@ constexpr auto kByRank = [](const RankedKey& a, const RankedKey& b) {
 constexpr unsigned kBytesOfRank = 8;
 /// So few are sorted faster by comparing them.
 constexpr std::size_t kFewRanks = 512;
+/// So many, with as much room again, are sorted in the cache.
+constexpr std::size_t kRanksInCache = std::size_t{1} << 15;
 
 unsigned ByteOf(std::uint64_t rank, unsigned byte) { return rank >> 8 * byte & 0xFF; }
 
-/// Sorts keys that stand in the order of their positions by rank: byte by byte, from the lowest, but for the bytes that
-/// all have in common. Those of one rank stay in order.
-void SortByRank(std::span<RankedKey> keys) {
+/// How many keys have each value of a byte; once they are sorted by it, where those of each end.
+using Places = std::array<std::size_t, 256>;
+
+/// Sorts keys by a byte of their ranks; those of one value stay in order. Needs as much room as they take.
+void SortByByte(std::span<RankedKey> keys, std::span<RankedKey> room, unsigned byte, Places& places) {
+    std::exclusive_scan(places.begin(), places.end(), places.begin(), std::size_t{0});
+    for (const RankedKey& key : keys) room[places[ByteOf(key.rank, byte)]++] = key;
+    std::copy_n(room.begin(), keys.size(), keys.begin());
+}
+
+/// Sorts byte by byte, from the lowest, but for the bytes that all have in common.
+void SortFewByRank(std::span<RankedKey> keys, std::span<RankedKey> room) {
     if (keys.size() <= kFewRanks) return std::sort(keys.begin(), keys.end(), kByRank);
-    std::array<std::array<std::size_t, 256>, kBytesOfRank> places{};
+    std::array<Places, kBytesOfRank> places{};
     for (const RankedKey& key : keys) {
         for (unsigned byte = 0; byte < kBytesOfRank; ++byte) ++places[byte][ByteOf(key.rank, byte)];
     }
-    std::vector<RankedKey> sorted(keys.size());
     for (unsigned byte = 0; byte < kBytesOfRank; ++byte) {
-        auto& ofByte = places[byte];
-        if (ofByte[ByteOf(keys[0].rank, byte)] == keys.size()) continue;
-        std::exclusive_scan(ofByte.begin(), ofByte.end(), ofByte.begin(), std::size_t{0});
-        for (const RankedKey& key : keys) sorted[ofByte[ByteOf(key.rank, byte)]++] = key;
-        std::copy(sorted.begin(), sorted.end(), keys.begin());
+        if (places[byte][ByteOf(keys[0].rank, byte)] != keys.size()) SortByByte(keys, room, byte, places[byte]);
     }
+}
+
+/// Sorts by the highest byte that they do not have in common, then those of each value: soon these are in the cache,
+/// where going through them for each byte takes far less time.
+void SortByRank(std::span<RankedKey> keys, std::span<RankedKey> room) {
+    if (keys.size() <= kRanksInCache) return SortFewByRank(keys, room);
+    std::uint64_t differing = 0;
+    for (const RankedKey& key : keys) differing |= key.rank ^ keys[0].rank;
+    if (differing == 0) return;
+    const auto byte = static_cast<unsigned>(std::bit_width(differing) - 1) / 8;
+    Places places{};
+    for (const RankedKey& key : keys) ++places[ByteOf(key.rank, byte)];
+    SortByByte(keys, room, byte, places);
+    std::size_t start = 0;
+    for (const std::size_t end : places) {
+        SortByRank(keys.subspan(start, end - start), room);
+        start = end;
+    }
+}
+
+/// Sorts keys that stand in the order of their positions by rank. Those of one rank stay in order.
+void SortByRank(std::span<RankedKey> keys) {
+    if (keys.size() <= kFewRanks) return SortFewByRank(keys, {});
+    std::vector<RankedKey> room(keys.size());
+    SortByRank(keys, room);
+}
+
+/// Eight characters as a number, the first of them the highest.
+std::uint64_t EightAt(const char* from) {
+    const auto at = [from](unsigned i) { return std::uint64_t{static_cast<unsigned char>(from[i])}; };
+    // Written out, so that the compiler makes one load of it.
+    return at(0) << 56 | at(1) << 48 | at(2) << 40 | at(3) << 32 | at(4) << 24 | at(5) << 16 | at(6) << 8 | at(7);
 }
 
 /// The characters of a name from `start` on; what is missing counts as NULs.
 std::uint64_t RankAt(std::size_t start, std::string_view name) {
-    std::uint64_t rank = 0;
-    for (std::size_t i = start; i < start + kCharactersOfRank; ++i) {
-        rank = rank << 8 | (i < name.size() ? static_cast<unsigned char>(name[i]) : 0U);
+    const std::size_t left = name.size() - std::min(start, name.size());
+    if (left >= kCharactersOfRank) return EightAt(name.data() + start);
+    if (left == 0) return 0;
+    if (name.size() >= kCharactersOfRank) {
+        return EightAt(name.data() + name.size() - kCharactersOfRank) << 8 * (kCharactersOfRank - left);
     }
-    return rank;
+    std::uint64_t rank = 0;
+    for (const char character : name.substr(start)) rank = rank << 8 | static_cast<unsigned char>(character);
+    return rank << 8 * (kCharactersOfRank - left);
 }
 
 /// Sorts some of the names, which have their first `start` characters in common.
@@ -68,7 +111,8 @@ public:
             const auto end = std::find_if(some.begin(), some.end(),
                                           [&some](const RankedKey& other) { return other.rank != some[0].rank; });
             const auto equal = some.first(static_cast<std::size_t>(end - some.begin()));
-            if (AnyGoesOn(differing + kCharactersOfRank, equal)) From(differing + kCharactersOfRank, equal, depth + 1);
+            if (equal.size() > 1 && AnyGoesOn(differing + kCharactersOfRank, equal))
+                From(differing + kCharactersOfRank, equal, depth + 1);
             some = some.subspan(equal.size());
         }
     }
@@ -81,6 +125,7 @@ private:
         std::string_view common = TailOf(some[0], start);
         for (const RankedKey& ranked : some) {
             const std::string_view tail = TailOf(ranked, start);
+            if (tail.starts_with(common)) continue;
             const auto end = std::mismatch(common.begin(), common.end(), tail.begin(), tail.end()).first;
             common = {common.begin(), end};
         }

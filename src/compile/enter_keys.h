@@ -5,6 +5,7 @@
 #include <map>
 #include <span>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -28,14 +29,26 @@ struct RankedKey {
 std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<std::string_view>> names);
 std::vector<RankedKey> InKeyOrder(std::span<const KeyedIdentifier<unsigned>> numbers);
 
+/// Has the processor fetch keys that are entered soon, of those that are left: in key order they lie anywhere in
+/// memory.
+template <class View>
+void FetchSoon(std::span<const KeyedIdentifier<View>> keys, std::span<const RankedKey> left) {
+    constexpr std::size_t kAhead = 8;
+    if (left.size() <= 2 * kAhead) return;
+    __builtin_prefetch(&keys[left[2 * kAhead].position]);
+    if constexpr (std::is_same_v<View, std::string_view>) __builtin_prefetch(keys[left[kAhead].position].key.data());
+}
+
 /// Adds the keys that the table does not have; of several equal ones the first stands. They are added in key order, so
 /// that most belong where the one before did: a search from the top would miss the cache at most levels of a large
 /// table.
 template <class Key, class View>
 void EnterKeys(std::map<Key, unsigned>& table, std::span<const KeyedIdentifier<View>> keys) {
     auto next = table.begin();
-    for (const RankedKey& ranked : InKeyOrder(keys)) {
-        const auto& row = keys[ranked.position];
+    const std::vector<RankedKey> order = InKeyOrder(keys);
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        FetchSoon(keys, std::span(order).subspan(i));
+        const auto& row = keys[order[i].position];
         if (next != table.end() && next->first < row.key) next = table.lower_bound(Key(row.key));
         table.emplace_hint(next, row.key, row.id);
     }

@@ -1,6 +1,10 @@
 // Many keys of a table at once, from an image or from a model, against a map that takes them one by one.
 #include "compile/image_file.h"
 
+#include <span>
+#include <utility>
+
+#include "compile/enter_keys.h"
 #include "compile/image_bytes.h"
 #include "model/section.h"
 #include "yardstick/random.h"
@@ -37,7 +41,34 @@ std::map<Key, unsigned> Numbered(const std::vector<Key>& keys, unsigned counter,
     return table;
 }
 
+/// Enters the keys, more than are sorted in the cache, and expects what a map takes one by one: the first of equal
+/// ones.
+template <class View, class Key>
+void ExpectEntered(const std::vector<Key>& keys) {
+    std::vector<KeyedIdentifier<View>> rows;
+    std::map<Key, unsigned> expected = {{keys[0], 99}};
+    std::map<Key, unsigned> table = expected;
+    for (const Key& key : keys) {
+        const auto id = static_cast<unsigned>(rows.size());
+        rows.push_back({key, id});
+        expected.try_emplace(key, id);
+    }
+    EnterKeys(table, std::span(std::as_const(rows)));
+    EXPECT_TRUE(table == expected);
+}
+
 }  // namespace
+
+TEST_F(ManyKeys, AreEnteredAsIfOneByOne) {
+    constexpr std::size_t kCount = 40'000;
+    for (const char* letters : {"ab\x01\xFF", "01"}) ExpectEntered<std::string_view>(RandomNames(kCount, letters));
+    Random random(2);
+    for (const unsigned range : {1U, 50'000U, 0xFFFFFFFFU}) {
+        std::vector<unsigned> numbers(kCount);
+        for (unsigned& number : numbers) number = random.Below(range);
+        ExpectEntered<unsigned>(numbers);
+    }
+}
 
 TEST_F(ManyKeys, OfANameTableAreReadAsIfOneByOne) {
     for (const std::size_t count : {2U, 16U, 17U, 100U, 5000U}) {
