@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cmath>
 #include <system_error>
 
 namespace zek::bench {
@@ -70,6 +71,12 @@ Run Medians(const std::vector<Run>& runs) {
     int exitCode = 0;
     for (const Run& run : runs) exitCode = std::max(exitCode, run.exitCode);
     return {of(&Run::seconds), of(&Run::cpuSeconds), of(&Run::peakBytes), of(&Run::faults), exitCode};
+}
+
+std::optional<double> Exponent(double tenth, double all) {
+    constexpr double kTooShort = 0.003;  // seconds
+    if (tenth < kTooShort || all < kTooShort) return std::nullopt;
+    return std::log10(all / tenth);
 }
 
 }  // namespace zek::bench

@@ -4,6 +4,7 @@
 /// compiles and loads nothing, but has other programs do it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,5 +37,8 @@ double Median(std::vector<double> values);
 
 /// The medians of runs, each number by itself. `runs` must not be empty.
 Run Medians(const std::vector<Run>& runs);
+
+/// The exponent by which seconds grow from a tenth of a size to all of it; nothing where they are too few to say.
+std::optional<double> Exponent(double tenth, double all);
 
 }  // namespace zek::bench

@@ -3,7 +3,6 @@
 #include <getopt.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -66,13 +65,6 @@ Cost Measure(const LintShape& shape, unsigned size, const Options& options) {
     }
     const double seconds = SecondsOf(without);
     return {seconds, SecondsOf(with) - seconds};
-}
-
-/// How it grows from a tenth of the size to all of it; nothing where that is too short to say.
-std::optional<double> Exponent(double tenth, double all) {
-    constexpr double kTooShort = 0.003;  // seconds
-    if (tenth < kTooShort || all < kTooShort) return std::nullopt;
-    return std::log10(all / tenth);
 }
 
 /// True where nothing grows more than it may.

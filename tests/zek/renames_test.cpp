@@ -1,4 +1,6 @@
 /// Sections of equal content that were renamed: their users tell them apart.
+#include <algorithm>
+
 #include "zek/command.h"
 
 namespace zek::test {
@@ -116,6 +118,27 @@ TEST_F(ZekRenames, PairsActionsThatCallEachOtherInAnyOrder) {
 TEST_F(ZekRenames, GoesByTheOrderOfWhatNobodyUses) {
     EXPECT_EQ(Shown(Group("Left") + Group("Right"), Group("West") + Group("East") + Group("Top")),
               Renamed("GROUP", "Left", "West") + Renamed("GROUP", "Right", "East") + "added GROUP/Top\n");
+}
+
+/// Ten times as much takes more, but not a million times as long.
+TEST_F(ZekRenames, OfSectionsOfOneNameAreMeasured) {
+    const auto measured = [](const std::string& most) {
+        return Program({ZEK_DIFF_GROWTH, "-f", "files", "-n", "3000", "-r", "1", "--most", most}).Finish();
+    };
+    const Result fine = measured("6");
+    EXPECT_EQ(fine.code, 0);
+    EXPECT_EQ(fine.err, "");
+    const Result failed = measured("0");
+    EXPECT_EQ(failed.code, 1);
+    EXPECT_EQ(failed.err,
+              "above --most: pairs that call each other\nabove --most: sections and as many that call the first\n");
+    // All of them are found.
+    const std::string shown = Zek({"diff", "files/before.zkd", "files/after.zkd"}).out;
+    EXPECT_EQ(std::count(shown.begin(), shown.end(), '\n'), 6000);
+    const auto name = [](char letter) { return letter + std::string("NumberedHere0000000"); };
+    EXPECT_TRUE(shown.starts_with(Renamed("ACTION", name('A'), name('D')) + Renamed("ACTION", name('A'), name('E'))))
+        << shown.substr(0, 200);
+    EXPECT_EQ(Program({ZEK_DIFF_GROWTH, "-n", "9"}).Finish().code, 2);
 }
 
 }  // namespace
