@@ -80,7 +80,7 @@ void CrossReferences::ReadKeys(CZEKSection& section) {
             const KeyPlace& first = kind_->keys.Add(entry->m_strName, {{&section, position_}, entry});
             kind_->repeated |= first.place.section != &section;
         }
-        if (type_ == kGlobalSection && entry->m_dwType == kGlobal) globals_.Add(entry->m_strName, {});
+        if (type_ == kGlobalSection && entry->m_dwType == kGlobal) globals_.Add(entry->m_strName, 0);
     }
 }
 
@@ -124,6 +124,12 @@ Place CrossReferences::FirstWithID(unsigned sectionType, unsigned id) const {
 
 const KeyPlace* CrossReferences::FirstKey(unsigned sectionType, std::string_view key) const {
     return At(sectionType).keys.Find(key);
+}
+
+OperandTables CrossReferences::TablesOfOperands() const {
+    constexpr auto ifLarge = LookAhead::IfLarge;
+    return {ifLarge(PredefinedNames()), ifLarge(&globals_), 0, ifLarge(&At(kActionSection).names),
+            ifLarge(&At(kTableSection).names)};
 }
 
 bool CrossReferences::IsGroupAbove(std::string_view name, unsigned line) const {

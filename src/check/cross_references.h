@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/key_table.h"
+#include "model/look_ahead.h"
 #include "model/section.h"
 
 namespace zek {
@@ -58,6 +59,9 @@ public:
     /// to be looked up.
     bool MayRepeat(unsigned sectionType) const { return !onlyListed_ || At(sectionType).repeated; }
 
+    /// Where the operands of values are looked up.
+    OperandTables TablesOfOperands() const;
+
     bool IsGlobal(std::string_view key) const { return globals_.Find(key); }
     /// Whether a group of this name begins on a line number below `line`, whatever its file.
     bool IsGroupAbove(std::string_view name, unsigned line) const;
@@ -100,7 +104,7 @@ private:
     std::array<Kind, 14> kinds_;                       ///< by section type
     KeyTable<std::string_view, unsigned> groupLines_;  ///< the smallest line of the groups of a name
     std::vector<unsigned> paramCounts_;                ///< of the actions
-    Texts globals_;
+    KeyTable<std::string_view, unsigned> globals_;     ///< with no values that matter
     Numbers listedSensors_;
 
     /// Whether each section that is asked about was read, in the list of its type. A host may ask about others.

@@ -36,6 +36,8 @@ void PredefinedIndex::Read() {
     isRead_ = true;
 }
 
+const KeyTable<std::string_view, unsigned>* PredefinedNames() { return g_predefinedIndex.Names(); }
+
 void ForgetPredefinedIndex() { g_predefinedIndex.Forget(); }
 
 }  // namespace zek

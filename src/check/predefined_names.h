@@ -19,6 +19,8 @@ class PredefinedIndex {
 public:
     /// The value of a name, or null.
     const unsigned* Find(const std::string& name);
+    /// What Find looks up in; null while that is the table itself.
+    const KeyTable<std::string_view, unsigned>* Names() const { return isRead_ ? &values_ : nullptr; }
     /// Makes the definition in the table and here.
     void Define(const std::string& name, unsigned value);
     /// Lets go of everything, to be read again when it is next needed.

@@ -11,6 +11,7 @@
 #include "check/messages.h"
 #include "check/vocabulary.h"
 #include "model/hash.h"
+#include "model/look_ahead.h"
 #include "model/output.h"
 #include "model/section_kinds.h"
 
@@ -168,8 +169,18 @@ bool MakeFirstPass(CrossReferences& references) {
 bool MakeSecondPass(CrossReferences& read) {
     const References references(&read);
     unsigned valid = 1;
+    const auto note = [&read](const CZEKSection& section, LookAhead& ahead) {
+        const OperandTables tables = read.TablesOfOperands();
+        if (!tables.Any()) return;
+        for (const CZEKEntry* entry : section.m_vpEntry) {
+            if (const CGeValue* value = ValueOf(entry->m_ZekEntryData)) NoteOperands(*value, tables, ahead);
+        }
+    };
     for (const SectionList* list : CZEKSection::m_svpHSection) {
-        for (CZEKSection* section : *list) valid &= section->IsValidEx(0);
+        VisitAhead(*list, note, [&valid](CZEKSection& section) {
+            valid &= section.IsValidEx(0);
+            return true;
+        });
     }
     return valid != 0;
 }

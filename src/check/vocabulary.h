@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 
 #include "zekcomp/api.h"
 #include "zekcomp/operators.h"
@@ -15,6 +16,9 @@ extern ZEK_API std::map<std::string, unsigned> g_tblPreDefine;
 
 namespace zek {
 
+template <class Key, class Value>
+class KeyTable;
+
 /// The first code of the comparisons.
 inline constexpr unsigned kFirstComparison = 101;
 
@@ -25,6 +29,8 @@ unsigned NumberOrNameOr0(const std::string& text);
 bool IsNumber(const std::string& text);
 /// To be called by what changes g_tblPreDefine in another way than AddPredDefineValue, so that look-ups follow.
 void ForgetPredefinedIndex();
+/// What predefined names are looked up in, as key_table.h has it; null while that is g_tblPreDefine itself.
+const KeyTable<std::string_view, unsigned>* PredefinedNames();
 /// Whether the text is a number or a predefined name.
 bool IsNumberOrName(const std::string& text);
 

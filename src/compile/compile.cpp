@@ -9,6 +9,7 @@
 #include "compile/numbering.h"
 #include "compile/state.h"
 #include "compile/tables.h"
+#include "model/look_ahead.h"
 #include "model/section.h"
 #include "zekcomp/value_shapes.h"
 
@@ -128,6 +129,28 @@ void CompileEntries(const CZEKSection& section, tagGCENTRY& compiled, CompiledSe
     }
 }
 
+/// The size of "G_", without which a global is looked up.
+constexpr std::size_t kGlobalPrefix = 2;
+
+/// Notes the names that compiling a section looks up.
+void NoteNames(const CZEKSection& section, LookAhead& ahead) {
+    const Numbering& numbering = *g_numbering;
+    const OperandTables tables = {LookAhead::IfLarge(PredefinedNames()), numbering.IfLarge(kIdGlobal), kGlobalPrefix,
+                                  numbering.IfLarge(kIdAction), numbering.IfLarge(kIdTableName)};
+    const LookAhead::Names* const strings = numbering.IfLarge(kIdString);
+    if (!strings && !tables.Any()) return;
+    for (const CZEKEntry* entry : section.m_vpEntry) {
+        const CZekEntryData& data = entry->m_ZekEntryData;
+        if (const CGeValue* value = ValueOf(data)) {
+            NoteOperands(*value, tables, ahead);
+        } else if (const std::string* text = TextOf(data)) {
+            const unsigned table = TableOfText(section.m_dwType, entry->m_dwType);
+            const bool numeric = (entry->m_dwType & kNumericMask) == kNumericText;
+            ahead.Note(table ? numbering.IfLarge(table) : numeric ? nullptr : strings, *text);
+        }
+    }
+}
+
 constexpr bool IsCompiled(unsigned sectionType) {
     return sectionType >= kQuorzekSection && sectionType <= kLastCompiledSection;
 }
@@ -152,12 +175,16 @@ public:
 
 void CompileModel(CompiledSections& out) {
     tagGCENTRY compiled;
+    const auto note = [](const CZEKSection& section, LookAhead& ahead) {
+        if (g_numbering) NoteNames(section, ahead);
+    };
     for (const SectionList* list : CZEKSection::m_svpHSection) {
-        for (const CZEKSection* section : *list) {
-            if (!IsCompiled(section->m_dwType)) break;
-            out.Section(IdentifierOf(section->m_dwType));
-            CompileEntries(*section, compiled, out);
-        }
+        VisitAhead(*list, note, [&](const CZEKSection& section) {
+            if (!IsCompiled(section.m_dwType)) return false;
+            out.Section(IdentifierOf(section.m_dwType));
+            CompileEntries(section, compiled, out);
+            return true;
+        });
     }
 }
 

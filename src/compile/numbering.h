@@ -12,6 +12,7 @@
 #include "compile/enter_keys.h"
 #include "compile/tables.h"
 #include "model/key_table.h"
+#include "model/look_ahead.h"
 
 namespace zek {
 
@@ -27,6 +28,11 @@ public:
     unsigned Number(const IdentifierTable& table, std::string_view name);
     unsigned Number(unsigned number);
     unsigned LookUp(const IdentifierTable& table, std::string_view name);
+
+    /// The keys of a class of names while fetching them ahead is worth it, else null.
+    const LookAhead::Names* IfLarge(unsigned classWord) const {
+        return LookAhead::IfLarge(&names_[RowOf(*TableOf(classWord))].index);
+    }
 
     /// Whether the text may be a predefined name. Most texts that are asked about are numbers, and looking each up
     /// among the names of a large description is a cache miss; few descriptions name anything so.

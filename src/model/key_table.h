@@ -63,6 +63,22 @@ public:
         return slot.row == 0 ? nullptr : &RowAt(slot.row - 1).value;
     }
 
+    /// What a look-up finds a key by: the number, or the hash of the text, which tells it from most other texts.
+    static unsigned TagOf(Key key) {
+        if constexpr (kIsText)
+            return HashOf(key);
+        else
+            return key;
+    }
+    /// Whether look-ups wait for memory, since the table takes more than the nearer caches hold.
+    bool IsLarge() const { return slots_.size() >= kSlotsOfLarge; }
+    // What a look-up in a large table reads, fetched ahead of it: first the slot, then the row that stands there, which
+    // is the key's own but where keys share a slot.
+    void FetchSlot(unsigned tag) const { __builtin_prefetch(&FirstSlot(tag)); }
+    void FetchRow(unsigned tag) const {
+        if (const std::uint32_t row = FirstSlot(tag).row) __builtin_prefetch(rows_.At(row - 1));
+    }
+
     /// Goes through the keys and their values in the order in which they were added.
     class Iterator {
     public:
@@ -84,17 +100,13 @@ public:
     Iterator end() const { return {*this, rows_.End()}; }
 
 private:
+    static constexpr std::size_t kSlotsOfLarge = std::size_t{1} << 17;
+
     struct Slot {
         unsigned tag;  ///< the number, or the hash of the text: of most other texts it tells without a look at them
         std::uint32_t row;  ///< its place, from 1; 0 in a free slot
     };
 
-    static unsigned TagOf(Key key) {
-        if constexpr (kIsText)
-            return HashOf(key);
-        else
-            return key;
-    }
     static unsigned HashOfTag(unsigned tag) { return kIsText ? tag : HashOf(tag); }
     static std::size_t SizeOf(const Row& row) { return sizeof(Row) + (kIsText ? row.word : 0); }
     static Key KeyOf(const Row& row) {
@@ -128,6 +140,8 @@ private:
         slots_.clear();
         slots_.assign(SlotsFor(count), {0, 0});
     }
+
+    const Slot& FirstSlot(unsigned tag) const { return slots_[HashOfTag(tag) & (slots_.size() - 1)]; }
 
     /// The position of the key's slot, else of the free slot where it belongs.
     std::size_t SlotOf(Key key, unsigned tag) const {
