@@ -259,9 +259,11 @@ TEST(SharedAllows, AreUnusedWhereNoSourceNeedsThem) {
     const std::vector<Place> way = {{"main\xff", 2, 8, 9}, {"part", 3, 1, 4}};
     Finding included = About("L001", {file.Name(), 1, 1, 4});
     included.way = way;
-    SharedAllows one;
-    one.Add(WrittenShared({{included, true}}));
-    EXPECT_EQ(one.Unused(kMostFindings)[0].findings[0].way, way);
+    SharedAllows both;
+    both.Add(WrittenShared({{included, true}, {About("L001", {file.Name(), 1, 2, 4}), true}}));
+    const std::vector<SourceFindings> told = both.Unused(kMostFindings);
+    ASSERT_EQ(told.at(0).findings.size(), 2U);
+    for (const Finding& finding : told[0].findings) EXPECT_EQ(finding.way, way);
     SharedAllows unknown;
     unknown.Add(WrittenShared({{About("L001", {file.Name(), 1, 1, 4}), true}}));
     unknown.AddUnknown();

@@ -48,6 +48,8 @@ INSTANTIATE_TEST_SUITE_P(
         Misspelt{"BracketMissingBehindNoName", "[FOO\n", "E002", ""},
         Misspelt{"EqualsMissing", std::string(kGroup) + "PARENT 0\n", "W004", "PARENT = 0"},
         Misspelt{"ColonForEquals", "[SENSOR]\nINITFLAG: 1, 2 ; text\n", "E102", "INITFLAG = 1, 2"},
+        Misspelt{"EqualsMissingBeforeAComment", std::string(kGroup) + "PARENT 0 ; a = b\n", "W004", "PARENT = 0"},
+        Misspelt{"EqualsInTheNextLine", std::string(kGroup) + "NAME 0 \\\n = 1\n", "W004", "NAME"},
         Misspelt{"EqualsMissingBehindNoKey", std::string(kGroup) + "COLOUR 0\n", "W004", ""},
         Misspelt{"BlankInAKey", std::string(kGroup) + "NAME 0 = 1\n", "W004", "NAME"},
         Misspelt{"KeyInCapitals", std::string(kGroup) + "Parent = 0\n", "W004", "PARENT"},

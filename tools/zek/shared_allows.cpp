@@ -41,7 +41,11 @@ void SharedAllows::Add(const std::string& written) {
         unused.message = row[1];
         unused.code = row[2];
         unused.severity = row[3];
-        for (const json& item : row[4]) unused.way.push_back(ReadPlace(item));
+        if (!row[4].empty()) {
+            std::vector<Place> way;
+            for (const json& item : row[4]) way.push_back(ReadPlace(item));
+            ways_.try_emplace(unused.place.path, std::move(way));
+        }
         struct stat info {};
         if (stat(unused.place.path.c_str(), &info) != 0) continue;
         const Key key = {info.st_dev, info.st_ino, unused.place.line, unused.place.column};
@@ -58,6 +62,8 @@ std::vector<SourceFindings> SharedAllows::Unused(std::size_t most) const {
         file.source = allow.unused.place.path;
         if (file.findings.size() < most) {
             file.findings.push_back(allow.unused);
+            const auto way = ways_.find(file.source);
+            if (way != ways_.end()) file.findings.back().way = way->second;
         } else {
             ++file.left[static_cast<std::size_t>(allow.unused.severity)];
         }

@@ -15,7 +15,8 @@
 
 namespace zek::tool {
 
-/// What one source says of the comments, for a process that reads it with `SharedAllows::Add`.
+/// What one source says of the comments, for a process that reads it with `SharedAllows::Add`. The way to a file is
+/// that of any of its comments.
 std::string WrittenShared(const std::vector<SharedAllow>& all);
 
 class SharedAllows {
@@ -33,6 +34,7 @@ private:
     using Key = std::tuple<dev_t, ino_t, unsigned, unsigned>;  // line and column
 
     std::map<Key, SharedAllow> all_;
+    std::map<std::string, std::vector<Place>> ways_;  ///< by file: of the first source that told one
     bool known_ = true;
 };
 

@@ -56,8 +56,10 @@ Said WhatWasSaid(const std::string& source, const SourceOptions& options, const 
     if (options.lint && sound) origins.insert(Origin::kLint);
     review.AddComments(origins, options.amongOthers ? &said.shared : nullptr);
     for (Finding& finding : review.Kept()) report.AddWay(finding);
+    // One way for each file: there may be very many comments behind a long one.
+    std::set<std::string> led;
     for (SharedAllow& allow : said.shared) {
-        if (allow.idle) report.AddWay(allow.unused);
+        if (allow.idle && led.insert(allow.unused.place.path).second) report.AddWay(allow.unused);
     }
     said.findings.findings = std::move(review.Kept());
     said.findings.left = review.CountLeft();

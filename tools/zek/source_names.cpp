@@ -6,6 +6,7 @@
 
 #include "debug_layout.h"
 #include "lint_text.h"
+#include "source_line.h"
 #include "zekcomp/operators.h"
 #include "zekcomp/predefined.h"
 
@@ -119,6 +120,11 @@ std::vector<std::string> StepsOf(const SourceSection& section) {
     return steps;
 }
 
+bool IsKeyAsAWhole(std::string_view line) {
+    const LineParts parts = PartsOf(line);
+    return parts.KeyEnd() == std::string_view::npos && !parts.continues;
+}
+
 }  // namespace
 
 void SourceNames::Read() {
@@ -209,7 +215,7 @@ std::optional<Fix> SourceNames::Meant(const std::string& code, const NamedItem& 
     if (!kind || written.empty()) return std::nullopt;
     if (kind == kKeywords && written.starts_with('[')) return HeaderMeant(written, place);
     const std::string_view line = text.Line(place.path, place.line);
-    if (kind == kKeys && place.length == written.size() && line.find('=') == line.npos) {
+    if (kind == kKeys && place.length == written.size() && IsKeyAsAWhole(line)) {
         if (std::optional<std::string> whole = WithEquals(item.keyword, written)) return Fix{place, *whole};
     }
     const std::optional<std::string> name = Nearest(kind, item, written);
