@@ -51,7 +51,7 @@ constexpr Shape kShapes[] = {
     {"repeaters", "repeaters of as many actions", WriteRepeaters},
     {"defines", "words, and as many globals that use them", WriteDefines},
     {"groups", "groups, half of them one below the other", WriteGroups},
-    {"views", "views of one sensor each, one below the other", WriteViews},
+    {"views", "views one below the other, half of them empty, then those of two sensors", WriteViews},
     {"rows", "rows of one [TABLE]", WriteRows},
 };
 

@@ -226,8 +226,15 @@ void WriteViews(ZekText& text, unsigned size, std::uint64_t seed) {
     WriteLanguage(text, seed);
     WriteGroup(text, "Board", "0");
     for (unsigned id = 1; id <= size; ++id) WriteSensor(text, "Board", Numbered("Inlet ", id), id, "VT_NONE");
-    for (unsigned id = 1; id <= size; ++id)
-        WriteView(text, id, id == 1 ? 0 : 1 + random.Below(id - 1), {size + 1 - id});
+    const unsigned empty = size / 2;
+    const unsigned full = size - empty;
+    for (unsigned id = 1; id <= size; ++id) {
+        const unsigned sensor = size + 1 - id;
+        std::vector<unsigned> sensors;
+        if (id > empty) sensors.push_back(sensor);
+        if (id > empty && sensor + full <= size) sensors.push_back(sensor + full);
+        WriteView(text, id, id == 1 ? 0 : 1 + random.Below(id - 1), sensors);
+    }
 }
 
 void WriteRows(ZekText& text, unsigned size, std::uint64_t seed) {

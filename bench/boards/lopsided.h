@@ -29,7 +29,7 @@ void WriteRepeaters(ZekText& text, unsigned size, std::uint64_t seed);
 void WriteDefines(ZekText& text, unsigned size, std::uint64_t seed);
 /// `size` groups: half of them one below the other, the others below any.
 void WriteGroups(ZekText& text, unsigned size, std::uint64_t seed);
-/// `size` views with one sensor each, below any of them.
+/// `size` views, each below any of them: the first half of them of no sensor, the others of two.
 void WriteViews(ZekText& text, unsigned size, std::uint64_t seed);
 /// One [TABLE] with `size` rows.
 void WriteRows(ZekText& text, unsigned size, std::uint64_t seed);

@@ -135,7 +135,7 @@ bool Read(int count, char** words, Options& options) {
         if (option == 'n') options.size = static_cast<unsigned>(std::strtoul(optarg, &end, 10));
         if (option == 'r') options.runs = static_cast<unsigned>(std::strtoul(optarg, &end, 10));
         if (option == 'm') options.most = std::strtod(optarg, &end);
-        if (option == '?' || (end && *end)) return false;
+        if (option == '?' || (end && (*end || end == optarg))) return false;
     }
     constexpr unsigned kMost = 5'000'000;  // whose numbers have kDigits
     return optind == count && options.size >= 10 && options.size <= kMost && options.runs > 0;
