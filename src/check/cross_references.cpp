@@ -100,7 +100,7 @@ void CrossReferences::ReadParamCount(CZEKSection& section) {
 void CrossReferences::ReadSensorList(CZEKSection& section) {
     const CZEKEntry* sensors = FirstEntry(section, kSensors);
     const TextList* list = sensors ? ListOf(sensors->m_ZekEntryData) : nullptr;
-    if (!list) return;
+    if (!list || list->empty()) return;
     listedSensors_.Reserve(SectionsOf(kSensorSection).size());
     for (const std::string& id : *list) listedSensors_.Add(NumberOrNameOr0(id), {});
 }

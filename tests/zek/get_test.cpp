@@ -180,6 +180,10 @@ TEST_F(ZekGet, WordOfTheCommandLineIsThatOfADefine) {
     ASSERT_EQ(Zek({"compile", "b.zek", "-D", "GIVEN=8"}).code, 0);
     EXPECT_EQ(Zek({"get", "b.zkd", "DEFINE/GIVEN"}).out, "8\n");
     EXPECT_EQ(Zek({"get", "b.zkd", "DEFINE/GIVEN/0"}).out, "8\n");
+    for (const char* command : {"get", "origin"}) {
+        EXPECT_EQ(Zek({command, "b.zkd", "DEFINE/GIVE"}).err,
+                  "zek: b.zkd has no value DEFINE/GIVE; did you mean DEFINE/GIVEN?\n");
+    }
     const Strings paths = {"IFDEF/GIVEN", "DEFINE/C", "DEFINE/GIVEN/1"};
     for (const std::string& path : paths) {
         EXPECT_EQ(Zek({"get", "b.zkd", path}).err, "zek: b.zkd has no value " + path + '\n');

@@ -145,6 +145,29 @@ TEST_F(ZekOrigin, EachWayToFilesOfOneNameIsTold) {
         "orIncludedFrom": [[{"file": "right/all.zek", "line": 2}, {"file": "a.zek", "line": 6}]]})"));
 }
 
+TEST_F(ZekOrigin, FileMayIncludeAnotherOfItsName) {
+    std::filesystem::create_directory("sub");
+    Write("main.zek", "[INCLUDE]\nFILE = a.zek\n");
+    Write("a.zek", "[INCLUDE]\nFILE = sub/b.zek\n");
+    Write("sub/b.zek", "[INCLUDE]\nFILE = a.zek\n");
+    Write("sub/a.zek", "[PROPERTY]\nInner = 1\n");
+    ASSERT_EQ(Zek({"compile", "main.zek"}).code, 0);
+    const std::string ways =
+        "  included from main.zek:2\n"
+        "  or included from sub/b.zek:2\n  included from a.zek:2\n  included from main.zek:2\n";
+    EXPECT_EQ(Zek({"origin", "main.zkd", "PROPERTY/Inner"}).out,
+              "a.zek:2: value 1\n" + ways + "a.zek:1: section [PROPERTY]\n" + ways);
+}
+
+TEST_F(ZekOrigin, ImageMayHoldNoSection) {
+    Write("e.zek", "; nothing\n");
+    ASSERT_EQ(Zek({"compile", "e.zek", "-D", "X=1"}).code, 0);
+    ExpectRefused({{{"origin", "e.zkd", "PROPERTY/Y"}, 1, "e.zkd has no value PROPERTY/Y"},
+                   {{"origin", "e.zkd", "DEFINE/X"},
+                    1,
+                    "e.zkd: DEFINE/X stands in no source; the compiler was given it, as by -D: 1"}});
+}
+
 TEST_F(ZekOrigin, OfManyWaysTenAreTold) {
     Write("b.zek", "[DEFINE]\nA = 1\n");
     std::string source;

@@ -121,6 +121,9 @@ TEST_F(ZekUsage, WrongCommandLineIsToldAsItIs) {
         // Behind -- nothing is an option.
         {{"get", "--", "-dash.zki", "SENSOR/S1/ID", "extra"}, "there is no place for extra"},
         {{"get", "--", "-dash.zki", "SENSOR/S1/ID", "--extra", "-x"}, "there is no place for --extra -x"},
+        {{"get", "a", "b", "--", "-x"}, "there is no place for -x"},
+        {{"dump", "a", "--", "--no-such"}, "there is no place for --no-such"},
+        {{"frobnicate", "check", "a.zek"}, "there is no command frobnicate"},
         {{"dump", "--extra", "--", "a", "b"}, "there is no option --extra"},
         {{"--", "frobnicate"}, "there is no command frobnicate"},
         {{"--", "--version"}, "there is no command --version"},

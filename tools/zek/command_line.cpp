@@ -236,39 +236,34 @@ std::string ThereIsNo(const std::string& what, const std::string& written, const
 
 bool IsOption(const std::string& word) { return word.size() > 1 && word[0] == '-'; }
 
-/// What of the arguments nobody takes, those that may be options apart: what stands behind -- is none.
-struct Unknown {
-    explicit Unknown(const std::vector<std::string>& remaining) {
-        const auto mark = std::find(remaining.begin(), remaining.end(), "--");
-        for (auto word = remaining.begin(); word != remaining.end(); ++word) {
-            if (word != mark) (word < mark && IsOption(*word) ? options : arguments).push_back(*word);
+/// What nobody takes of the command line, in words; the library may lose the -- among them.
+std::vector<std::string> Surplus(const CLI::App& app) {
+    std::vector<std::string> words = app.remaining();
+    std::erase(words, "--");
+    return words;
+}
+
+/// What is wrong with the command line `written`.
+std::string WhatIsWrong(const std::vector<std::string>& written, const CLI::App& app, const CLI::ParseError& error) {
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    const auto isBefore = [&written](const std::string& word, const std::string& mark) {
+        const auto end = std::find(written.begin(), written.end(), mark);
+        return std::find(written.begin(), end, word) != end;
+    };
+    std::vector<std::string> surplus;
+    for (const CLI::App* each : {&app, commands.empty() ? &app : commands[0]}) {
+        for (const std::string& word : Surplus(*each)) {
+            if (IsOption(word) && isBefore(word, "--"))
+                return ThereIsNo("option", word.substr(0, word.find('=')), OptionNames(*each));
+            surplus.push_back(word);
         }
     }
-
-    std::vector<std::string> options;
-    std::vector<std::string> arguments;
-};
-
-std::string NoSuchOption(const std::string& written, const CLI::App& app) {
-    return ThereIsNo("option", written.substr(0, written.find('=')), OptionNames(app));
-}
-
-/// What is wrong with the command line behind a command.
-std::string WhatIsWrongBehind(const CLI::App& command, const CLI::ParseError& error) {
-    const Unknown unknown(command.remaining());
-    if (!unknown.options.empty()) return NoSuchOption(unknown.options[0], command);
+    if (commands.empty() && surplus.empty()) return "a command is required";
+    if (commands.empty() || (!surplus.empty() && isBefore(surplus[0], commands[0]->get_name())))
+        return ThereIsNo("command", surplus[0], CommandNames());
     // What is missing is told first.
-    if (unknown.arguments.empty() || !dynamic_cast<const CLI::ExtrasError*>(&error)) return error.what();
-    return "there is no place for " + Joined(unknown.arguments, " ");
-}
-
-/// What is wrong with the command line.
-std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error) {
-    const Unknown unknown(app.remaining());
-    if (!unknown.options.empty()) return NoSuchOption(unknown.options[0], app);
-    if (!app.get_subcommands().empty()) return WhatIsWrongBehind(*app.get_subcommands()[0], error);
-    if (unknown.arguments.empty()) return "a command is required";
-    return ThereIsNo("command", unknown.arguments[0], CommandNames());
+    if (surplus.empty() || !dynamic_cast<const CLI::ExtrasError*>(&error)) return error.what();
+    return "there is no place for " + Joined(surplus, " ");
 }
 
 }  // namespace
@@ -295,7 +290,9 @@ CommandLine ReadCommandLine(int argc, char** argv) {
         // The library has exit codes of its own for everything that is wrong.
         line.code = app.exit(error, out, err) == 0 ? kFine : kUsageOrFiles;
         line.text =
-            line.code == kFine ? out.str() : Printable("zek: " + WithoutMarks(WhatIsWrong(app, error))) + kMoreHelp;
+            line.code == kFine
+                ? out.str()
+                : Printable("zek: " + WithoutMarks(WhatIsWrong({argv + 1, argv + argc}, app, error))) + kMoreHelp;
         line.run = {};
     }
     return line;

@@ -66,8 +66,10 @@ private:
 }  // namespace
 
 DefinitionOrder FollowDefinitions(const DebugSource& source, const std::vector<RecordedFile>& files) {
+    const std::size_t main = MainFile(files);
+    if (main == files.size()) return {};
     Follower follower(source, files);
-    follower.Read(MainFile(files));
+    follower.Read(main);
     follower.RequireOneFileOfEachName();
     for (const RecordedFile& file : files) {
         for (const auto& [number, line] : file) {

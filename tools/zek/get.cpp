@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "command.h"
+#include "debug_lines.h"
 #include "failure.h"
 #include "joined_text.h"
 #include "json_output.h"
@@ -54,6 +55,9 @@ int RunGet(const GetOptions& options) {
     if (!found && !options.otherwise) {
         NearPath near(path);
         image.ForEachSectionOf(path.keyword, [&](const ShownSection& section) { near.Add(section); });
+        if (path.keyword == "DEFINE" && image.Kind() == ImageKind::kDebug) {
+            for (const auto& [word, number] : GivenWords(image.Source(), image.Names())) near.AddKey(word);
+        }
         throw Failure(kSourceHasErrors, options.image + " has no value " + Printable(options.path) + near.Told());
     }
     StandardOutput out;

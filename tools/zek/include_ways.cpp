@@ -1,5 +1,6 @@
 #include "include_ways.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -8,19 +9,22 @@
 namespace zek::tool {
 namespace {
 
+/// As deep as the parser library goes into includes.
+constexpr std::size_t kDeepest = 256;
+
 /// Goes from a file to those that include it, as far up as it gets, and back to where another item leads on.
 class Climber {
 public:
     using Asking = std::function<const std::vector<SourceSpot>&(std::uint32_t file)>;
 
-    Climber(std::size_t files, Asking asking) : isOpen_(files), asking_(std::move(asking)) {}
+    explicit Climber(Asking asking) : asking_(std::move(asking)) {}
 
     IncludeWays::Ways From(std::uint32_t file) {
-        Enter(file);
+        levels_.push_back({file});
         while (!levels_.empty() && !ways_.areMore) {
             if (const SourceSpot* const item = NextItem()) {
                 way_.push_back(*item);
-                Enter(item->file);
+                levels_.push_back({item->file, item});
             } else {
                 Leave();
             }
@@ -31,22 +35,22 @@ public:
 private:
     struct Level {
         std::uint32_t file;
-        std::size_t next = 0;  // of the items that ask for the file
-        bool isTop = true;     // none of them led on so far
+        const SourceSpot* item = nullptr;  // that led here
+        std::size_t next = 0;              // of the items that ask for the file
+        bool isTop = true;                 // none of them led on so far
     };
 
-    void Enter(std::uint32_t file) {
-        isOpen_[file] = true;
-        levels_.push_back({file});
+    bool IsOnWay(const SourceSpot& item) const {
+        return std::any_of(levels_.begin(), levels_.end(), [&](const Level& level) { return level.item == &item; });
     }
 
-    /// Null where no other leads on. No file leads to itself in a source that was compiled, but a damaged image may
-    /// say so.
+    /// Null where no other leads on. A file may lead to another of its name, but no item to itself.
     const SourceSpot* NextItem() {
+        if (levels_.size() > kDeepest) return nullptr;
         Level& level = levels_.back();
         for (const std::vector<SourceSpot>& items = asking_(level.file); level.next < items.size();) {
             const SourceSpot& item = items[level.next++];
-            if (isOpen_[item.file]) continue;
+            if (IsOnWay(item)) continue;
             level.isTop = false;
             return &item;
         }
@@ -56,14 +60,12 @@ private:
     void Leave() {
         const Level level = levels_.back();
         levels_.pop_back();
-        isOpen_[level.file] = false;
         if (way_.empty()) return;
         if (level.isTop && ways_.told.size() == IncludeWays::kMost) ways_.areMore = true;
         if (level.isTop && !ways_.areMore) ways_.told.push_back(way_);
         way_.pop_back();
     }
 
-    std::vector<bool> isOpen_;  // whether the way leads through a file
     Asking asking_;
     std::vector<Level> levels_;
     IncludeWay way_;
@@ -87,6 +89,7 @@ IncludeWays::Ways IncludeWays::To(std::uint32_t file) const {
         const auto found = items_.find(source_.files[each]);
         return found == items_.end() ? kNobody : found->second;
     };
-    return Climber(source_.files.size(), asking).From(file);
+    return Climber(asking).From(file);
 }
+
 }  // namespace zek::tool

@@ -12,6 +12,11 @@ void NearPath::Add(const ShownSection& section) {
     for (const ShownEntry& entry : section.entries) keys_.insert(entry.key);
 }
 
+void NearPath::AddKey(const std::string& key) {
+    isThere_ = true;
+    keys_.insert(key);
+}
+
 std::string NearPath::Told() const {
     SectionPath near = path_;
     if (!isThere_ && !near.name) return {};

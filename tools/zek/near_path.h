@@ -15,6 +15,8 @@ public:
 
     /// A section of the kind that the path asks for.
     void Add(const ShownSection& section);
+    /// A key that the path may mean, of no section.
+    void AddKey(const std::string& key);
 
     /// "; did you mean PATH?" where one is near, else nothing.
     std::string Told() const;

@@ -128,8 +128,9 @@ private:
 };
 
 std::string DidYouMean(const DebugSource& source, const std::map<std::string, unsigned>& names,
-                       const SectionPath& path) {
+                       const std::map<std::string, unsigned>& given, const SectionPath& path) {
     NearPath near(path);
+    for (const auto& [word, number] : given) near.AddKey(word);
     for (const DebugSection& section : source.sections) {
         if (section.keyword != path.keyword) continue;
         ShownSection stub = StubOf(section, names);
@@ -146,7 +147,7 @@ std::string WhyNoOrigin(const DebugSource& source, const std::map<std::string, u
                         const SectionPath& path, const std::string& text) {
     const auto given = path.keyword == "DEFINE" ? GivenWords(source, names) : std::map<std::string, unsigned>();
     const auto word = given.find(path.key);
-    if (word == given.end()) return " has no value " + Printable(text) + DidYouMean(source, names, path);
+    if (word == given.end()) return " has no value " + Printable(text) + DidYouMean(source, names, given, path);
     return ": " + Printable(text) +
            " stands in no source; the compiler was given it, as by -D: " + std::to_string(word->second);
 }
