@@ -19,8 +19,8 @@ function(zek_mail_date date result)
   set(${result} "${dayName}, ${day} ${monthName} ${year} 00:00:00 +0000" PARENT_SCOPE)
 endfunction()
 
-# The changes of a CHANGELOG.md in the form of Debian. A heading of it is "## VERSION (DATE)", and what follows it are items,
-# perhaps of several lines.
+# The changes of a CHANGELOG.md in the form of Debian. A heading of it is "## VERSION (DATE)", and what follows it are
+# items, perhaps of several lines.
 function(zek_write_debian_changelog source file)
   file(READ ${source} text)
   # In a list, brackets and semicolons would join and part lines.
@@ -36,7 +36,7 @@ function(zek_write_debian_changelog source file)
   foreach(line IN LISTS lines)
     if(line MATCHES "^## (.*) \\((.*)\\)$")
       set(version ${CMAKE_MATCH_1})
-      zek_mail_date(${CMAKE_MATCH_2} date)
+      zek_mail_date("${CMAKE_MATCH_2}" date)
       string(APPEND changelog "${signed}${CPACK_PACKAGE_NAME} (${version}-${CPACK_DEBIAN_PACKAGE_RELEASE}) unstable; urgency=medium\n\n")
       set(signed "\n -- ${CPACK_PACKAGE_CONTACT}  ${date}\n\n")
     elseif(line MATCHES "^## " OR (signed STREQUAL "" AND line MATCHES "^- "))

@@ -24,7 +24,8 @@ function(zek_add_image target source)
 
   # CMake would take the one for the beginning of a comment, the other for the end of an argument.
   cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
-  foreach(path IN ITEMS "${source}" "${CMAKE_CURRENT_BINARY_DIR}" "${arg_IMAGE}" "${arg_DEBUG_IMAGE}")
+  foreach(path IN ITEMS "${source}" "${CMAKE_CURRENT_BINARY_DIR}" "${arg_IMAGE}" "${arg_DEBUG_IMAGE}"
+                        ${arg_INCLUDES})
     if(path MATCHES "[#;]")
       message(FATAL_ERROR "zek_add_image(${target}): the path ${path} has a ${CMAKE_MATCH_0}, which no file of a build "
                           "by CMake can have in its path")
