@@ -2,7 +2,6 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-
 #include "check/messages.h"
 #include "failure.h"
 #include "frontend/messages.h"
