@@ -50,11 +50,12 @@ private:
     std::vector<unsigned>& words_;
 };
 
+bool MayBePredefined(const std::string& text) { return !g_numbering || g_numbering->MayBePredefined(text); }
+
 /// The number behind the text of a numeric key.
 unsigned NumericText(const std::string& text) {
     unsigned number = 0;
-    const bool mayBeName = !g_numbering || g_numbering->MayBePredefined(text);
-    if (mayBeName && GetPreDefinedValue(text, &number)) return number;
+    if (MayBePredefined(text) && GetPreDefinedValue(text, &number)) return number;
     return StringToLong(text, &number) ? number : kIdUnresolved;
 }
 
@@ -234,7 +235,8 @@ void SetEntryValues(unsigned sectionType, unsigned entryType, void* data, tagGCE
 
 unsigned GetValueVal(std::string& text) {
     unsigned number = 0;
-    if (StringToLong(text, &number) || GetPreDefinedValue(text, &number)) return zek::Number(number);
+    if (StringToLong(text, &number)) return zek::Number(number);
+    if (zek::MayBePredefined(text) && GetPreDefinedValue(text, &number)) return zek::Number(number);
     if (text == "VALUE") return zek::LookUp(zek::kIdValue, "");
     if (text.starts_with("VALUE_")) return zek::LookUp(zek::kIdValue, std::string_view(text).substr(6));
     if (text.starts_with("G_")) return zek::LookUp(zek::kIdGlobal, std::string_view(text).substr(2));

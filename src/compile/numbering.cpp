@@ -16,6 +16,11 @@ unsigned NumberIn(KeyTable<View, unsigned>& keys, View key, unsigned& counter) {
     return id;
 }
 
+/// Whether a predefined name is the first of the two or stands between them in key order.
+bool IsAnyPredefined(const char* first, const char* end) {
+    return g_tblPreDefine.lower_bound(first) != g_tblPreDefine.lower_bound(end);
+}
+
 }  // namespace
 
 template <class Key, class View>
@@ -57,7 +62,7 @@ void Numbering::Keys<Key, View>::Enter(std::map<Key, unsigned>& table) noexcept 
     }
 }
 
-Numbering::Numbering() : predefinedDigits_(g_tblPreDefine.lower_bound("0") != g_tblPreDefine.lower_bound(":")) {
+Numbering::Numbering() : predefinedDigits_(IsAnyPredefined("0", ":")), predefinedGlobals_(IsAnyPredefined("G_", "G`")) {
     for (const IdentifierTable& table : kIdentifierTables) {
         if (table.names) KeysOf(table).TakeIn(*table.names);
     }

@@ -34,9 +34,10 @@ public:
         return LookAhead::IfLarge(&names_[RowOf(*TableOf(classWord))].index);
     }
 
-    /// Whether the text may be a predefined name. Most texts that are asked about are numbers, and looking each up
-    /// among the names of a large description is a cache miss; few descriptions name anything so.
-    bool MayBePredefined(const std::string& text) const {
+    /// Whether the text may be a predefined name. Most texts that are asked about are numbers or globals, and looking
+    /// each up among the names of a large description is a cache miss; few descriptions predefine anything so.
+    bool MayBePredefined(std::string_view text) const {
+        if (text.starts_with("G_")) return predefinedGlobals_;
         return predefinedDigits_ || text.empty() || text[0] < '0' || text[0] > '9';
     }
 
@@ -68,6 +69,7 @@ private:
     std::array<NameKeys, kIdentifierTables.size()> names_;
     Keys<unsigned, unsigned> numbers_;
     bool predefinedDigits_;                                      ///< whether a predefined name begins with a digit
+    bool predefinedGlobals_;                                     ///< whether one begins as globals do
     std::array<unsigned, kIdentifierTables.size()> counters_{};  ///< before
     std::vector<unsigned char> tableData_;                       ///< before
     bool entered_ = false;

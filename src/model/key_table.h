@@ -72,11 +72,11 @@ public:
     }
     /// Whether look-ups wait for memory, since the table takes more than the nearer caches hold.
     bool IsLarge() const { return slots_.size() >= kSlotsOfLarge; }
-    // What a look-up in a large table reads, fetched ahead of it: first the slot, then the row that stands there, which
-    // is the key's own but where keys share a slot.
-    void FetchSlot(unsigned tag) const { __builtin_prefetch(&FirstSlot(tag)); }
+    // What a look-up in a large table reads, fetched ahead of it: first the slot, then the row.
+    void FetchSlot(unsigned tag) const { __builtin_prefetch(&slots_[FirstPosition(tag)]); }
     void FetchRow(unsigned tag) const {
-        if (const std::uint32_t row = FirstSlot(tag).row) __builtin_prefetch(rows_.At(row - 1));
+        const std::uint32_t row = slots_[PositionOf(tag, [](const Slot&) { return true; })].row;
+        if (row != 0) __builtin_prefetch(rows_.At(row - 1));
     }
 
     /// Goes through the keys and their values in the order in which they were added.
@@ -141,16 +141,22 @@ private:
         slots_.assign(SlotsFor(count), {0, 0});
     }
 
-    const Slot& FirstSlot(unsigned tag) const { return slots_[HashOfTag(tag) & (slots_.size() - 1)]; }
+    std::size_t FirstPosition(unsigned tag) const { return HashOfTag(tag) & (slots_.size() - 1); }
+
+    /// The position of the first slot of the tag that is `wanted`, else of the free slot where it belongs.
+    template <class Wanted>
+    std::size_t PositionOf(unsigned tag, Wanted&& wanted) const {
+        const std::size_t mask = slots_.size() - 1;
+        std::size_t position = FirstPosition(tag);
+        for (; slots_[position].row != 0; position = (position + 1) & mask) {
+            if (slots_[position].tag == tag && wanted(slots_[position])) break;
+        }
+        return position;
+    }
 
     /// The position of the key's slot, else of the free slot where it belongs.
     std::size_t SlotOf(Key key, unsigned tag) const {
-        const std::size_t mask = slots_.size() - 1;
-        std::size_t position = HashOfTag(tag) & mask;
-        for (; slots_[position].row != 0; position = (position + 1) & mask) {
-            if (slots_[position].tag == tag && (!kIsText || KeyOf(RowAt(slots_[position].row - 1)) == key)) break;
-        }
-        return position;
+        return PositionOf(tag, [this, key](const Slot& slot) { return !kIsText || KeyOf(RowAt(slot.row - 1)) == key; });
     }
 
     void Grow() {

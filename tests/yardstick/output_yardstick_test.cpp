@@ -54,6 +54,8 @@ void Disturb(Random& random) {
     }
     // No source can define a number; a host can.
     if (random.Chance(20)) AddPredDefineValue(std::to_string(random.Below(10)), random.Below(1000));
+    // The word of a predefined name goes before that of a global.
+    if (random.Chance(20)) AddPredDefineValue("G_" + std::to_string(random.Below(5)), random.Below(1000));
     if (random.Chance(30)) g_tblDword[random.Below(10)] = 0;
     if (random.Chance(30)) g_tblDword[random.Below(10)] = 0x11000002;
 }
