@@ -73,6 +73,16 @@ std::string WithoutExcerpts(const std::string& said);
 /// A setting in which a call fails; the names are told in faults.cpp.
 Setting Fault(const std::string& name);
 
+/// How many shards a test has that starts programs all the time. Under AddressSanitizer these take long to start, so a
+/// quarter of the shards is enough there.
+constexpr unsigned ShardsOfPrograms(unsigned shards) {
+#if defined(__SANITIZE_ADDRESS__)
+    return (shards + 3) / 4;
+#else
+    return shards;
+#endif
+}
+
 /// Runs in a folder of its own, which is the current one.
 class ZekTest : public ProcessTest {
 protected:

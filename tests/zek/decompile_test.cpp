@@ -69,7 +69,7 @@ TEST_P(DecompiledSource, CompilesToTheSameImages) {
     EXPECT_GE(sameBytes, valid / 2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Shard, DecompiledSource, testing::Range(0U, 8U));
+INSTANTIATE_TEST_SUITE_P(Shard, DecompiledSource, testing::Range(0U, ShardsOfPrograms(8)));
 
 class DecompiledShape : public DecompileTest, public testing::WithParamInterface<std::string> {};
 

@@ -11,6 +11,7 @@
 #include "source_pairing.h"
 #include "values_at.h"
 #include "yardstick/source_generator.h"
+#include "zek/command.h"
 
 namespace zek::test {
 
@@ -130,7 +131,7 @@ TEST_P(GetOfGeneratedSources, ReadsTheSameInBothImages) {
     EXPECT_GE(values, 100 * valid);
 }
 
-INSTANTIATE_TEST_SUITE_P(Shard, GetOfGeneratedSources, testing::Range(0U, 4U));
+INSTANTIATE_TEST_SUITE_P(Shard, GetOfGeneratedSources, testing::Range(0U, ShardsOfPrograms(4)));
 
 TEST_F(GetOfSources, ReadsTheSameOfBoards) {
     for (const std::string_view shape : bench::ShapeNames()) {

@@ -191,7 +191,7 @@ TEST_P(ZekKilledAtAMoment, LeavesWholeImages) {
     EXPECT_GT(whileWriting, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Seed, ZekKilledAtAMoment, testing::Range(1U, 5U));
+INSTANTIATE_TEST_SUITE_P(Seed, ZekKilledAtAMoment, testing::Range(1U, 1U + ShardsOfPrograms(4)));
 
 TEST_F(ZekKilled, BeforeAnyStepOfTheWritingLeavesWholeImages) {
     unsigned step = 1;

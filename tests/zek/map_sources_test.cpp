@@ -66,7 +66,7 @@ TEST_P(MapOfGeneratedSources, HasEveryByteOnceAndEveryLine) {
     EXPECT_GE(placed, valid);
 }
 
-INSTANTIATE_TEST_SUITE_P(Shard, MapOfGeneratedSources, testing::Range(0U, 4U));
+INSTANTIATE_TEST_SUITE_P(Shard, MapOfGeneratedSources, testing::Range(0U, ShardsOfPrograms(4)));
 
 using MapOfBoardShapes = BoardShapes;
 
