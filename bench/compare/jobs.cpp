@@ -46,20 +46,19 @@ void AddTold(const Job& job) {
     if (job.tells != kSeconds) job.figures->Add(job.name, "work", work);
 }
 
-/// Has the system hold as much free memory as the runs of a job took before, with the files that they wrote. A virtual
-/// machine gives free memory back to its host, and to get it again takes far longer than to have a page cleared: that
-/// is not what is measured.
+/// Has the system hold as much free memory as the runs of a job took before, the first time about what a run of other
+/// tools takes. A virtual machine gives free memory back to its host, and to get it again takes far longer than to have
+/// a page cleared: that is not what is measured.
 void FetchMemory(const Job& job) {
-    if (!job.figures->Has(job.name, "peak")) return;
-    auto size = static_cast<std::size_t>(job.figures->Get(job.name, "peak"));
-    for (const std::string& file : job.writes) size += std::filesystem::file_size(file);
+    const double peak = job.figures->Has(job.name, "peak") ? job.figures->Get(job.name, "peak") : 4 * job.bytes;
+    const auto size = static_cast<std::size_t>(peak);
     void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
     if (memory != MAP_FAILED) munmap(memory, size);
 }
 
 void RunJob(const Job& job) {
-    FetchMemory(job);
     for (const std::string& file : job.writes) std::filesystem::remove(file);
+    FetchMemory(job);
     const Run run = Must(job.command, job.writes, job.exitCode);
     Figures& figures = *job.figures;
     figures.Add(job.name, "wall", run.seconds);

@@ -204,10 +204,24 @@ TEST(ImageView, AnswersManyThreadsAtOnce) {
     const std::string image = SmallImage();
     const auto view = ImageView::Open(BytesOf(image));
     ASSERT_TRUE(view);
-    const std::string expected = Listing(*view);
+    const auto answers = [&view] {
+        std::string said = Listing(*view);
+        for (const ImageView::Section section : view->AllSections()) {
+            const auto place = [](std::size_t at) { return " " + std::to_string(at); };
+            if (section.Name()) said += place(view->SectionNamed(section.Kind(), *section.Name())->Offset());
+            if (section.ID()) said += place(view->SectionWithID(section.Kind(), *section.ID())->Offset());
+            if (section.Parent()) said += place(section.Parent()->Offset());
+            for (const ImageView::Entry entry : section.AllEntries()) {
+                said += place(section.EntryNamed(entry.Name())->Offset());
+                said += place(section.EntryWithId(entry.Id())->Offset());
+            }
+        }
+        return said;
+    };
+    const std::string expected = answers();
     std::vector<std::string> listings(4);
     std::vector<std::thread> threads;
-    for (std::string& listing : listings) threads.emplace_back([&] { listing = Listing(*view); });
+    for (std::string& listing : listings) threads.emplace_back([&] { listing = answers(); });
     for (std::thread& thread : threads) thread.join();
     for (const std::string& listing : listings) EXPECT_EQ(listing, expected);
 }

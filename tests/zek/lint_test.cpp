@@ -288,6 +288,11 @@ TEST_F(ZekLint, FindsThresholdsThatFall) {
         {"L121", before + "THRESHOLD_FH = 9\nTHRESHOLD_FL = 10\n",
          "20:16: [SENSOR]:THRESHOLD_FH, 9 is below THRESHOLD_FL, which is 10"},
         {"L121", before + "THRESHOLD_FL = -20\nTHRESHOLD_WL = -10\nTHRESHOLD_WH = 40\nTHRESHOLD_FH = 40\n", ""},
+        {"L121", before + "THRESHOLD_FL = 0xFFFFFFF0\nTHRESHOLD_WH = 2147483648\nTHRESHOLD_FH = 3000000000\n", ""},
+        {"L121", before + "THRESHOLD_WH = 1\nTHRESHOLD_FH = 0xFFFFFFF0\n",
+         "21:16: [SENSOR]:THRESHOLD_FH, 0xFFFFFFF0 is below THRESHOLD_WH, which is 1"},
+        {"L121", before + "THRESHOLD_WH = 1\nTHRESHOLD_FH = LOW\n[DEFINE]\nLOW = 0xFFFFFFF0\n",
+         "21:16: [SENSOR]:THRESHOLD_FH, LOW is below THRESHOLD_WH, which is 1"},
         {"L121", before + "THRESHOLD_FL = 30 ; zek: allow L121\nTHRESHOLD_WL = 20 ; zek: allow L121\n", ""},
     });
     const std::string header = "[SENSOR]\n";

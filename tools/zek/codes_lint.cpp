@@ -68,7 +68,7 @@ constexpr CodeRow kNumbers[] = {
 constexpr CodeRow kThresholds[] = {
     {"L121", Level::kWarning, "[%s]:%s, %s is below %s, which is %s",
      "The thresholds of a [SENSOR] are out of order. Fatal low, warning low, warning high and fatal high should not "
-     "fall; they are compared as numbers with sign.",
+     "fall. Decimal numbers are compared as they are written, others as numbers of 32 bits with sign.",
      ZEK_WORDS ZEK_GROUP "[SENSOR]\nPARENT = Board\nNAME = Inlet\nID = 1\nTYPE = 1\nINITFLAG = 0\nCONTROLMASK = 3\n"
                          "THRESHOLD_WH = 90\nTHRESHOLD_FH = 80\nVALUE = VT_NONE\n"
                          "[TAVRGROUP]\nNAME = All\nID = 1\nPID = 0\nSENSORS = 1\n",

@@ -58,13 +58,13 @@ std::string ShownText(std::string_view text) {
 
 std::optional<WrittenNumber> WrittenNumberIn(std::string_view text) {
     if (text.empty() || text.size() > kLongestNumber) return std::nullopt;
-    const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+    WrittenNumber number;
+    number.hexadecimal = text.starts_with("0x") || text.starts_with("0X");
     const std::string written(text);
     char* end = nullptr;
-    const unsigned long long wide = std::strtoull(written.c_str(), &end, hexadecimal ? 16 : 10);
-    WrittenNumber number;
+    const unsigned long long wide = std::strtoull(written.c_str(), &end, number.hexadecimal ? 16 : 10);
     number.value = static_cast<unsigned>(wide);
-    const std::size_t first = hexadecimal ? 2 : 0;
+    const std::size_t first = number.hexadecimal ? 2 : 0;
     if (number.value == 0 && (text.size() <= first || text[first] != '0')) return std::nullopt;
     const std::size_t sign = text.find_first_not_of(" \t\n\v\f\r");
     number.negative = text[sign] == '-';

@@ -27,6 +27,7 @@ std::string ShownText(std::string_view text);
 /// A text that the compiler takes for a number.
 struct WrittenNumber {
     unsigned value = 0;
+    bool hexadecimal = false;
     bool negative = false;
     bool wrapped = false;        ///< it has more than 32 bits
     bool hasTextBehind = false;  ///< other than white space
