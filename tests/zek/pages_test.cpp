@@ -112,9 +112,10 @@ TEST_F(ZekPages, ShellsCanReadTheirCompletions) {
 
 TEST_F(ZekPages, BashOffersCommandsOptionsWordsAndFiles) {
     Strings all = CommandNames();
-    all.insert(all.end(), {"--help", "--version"});
+    all.insert(all.end(), {"help", "--help", "--version"});
     EXPECT_EQ(Offered({"zek", ""}), all);
     EXPECT_EQ(Offered({"zek", "ver"}), Strings{"verify"});
+    EXPECT_EQ(Offered({"zek", "help", ""}), CommandNames());
     for (const std::string& command : CommandNames()) {
         const Strings offered = Offered({"zek", command, "--"});
         const Strings options = Options(command);
@@ -130,6 +131,7 @@ TEST_F(ZekPages, BashOffersCommandsOptionsWordsAndFiles) {
     EXPECT_EQ(Offered({"zek", "check", "-W", "e"}), Strings{"error"});
     for (const char* option : {"--no-warn", "--error"}) {
         EXPECT_EQ(Offered({"zek", "check", option, "W10"}), (Strings{"W101", "W102"})) << option;
+        EXPECT_EQ(Offered({"zek", "check", option, "E"}), Strings{""}) << option;
     }
     Write("a b.zek", "");
     Write("other", "");
@@ -140,8 +142,11 @@ TEST_F(ZekPages, BashOffersCommandsOptionsWordsAndFiles) {
 
 TEST_F(ZekPages, FishOffersCommandsAndOptions) {
     const std::string offered = Shell("fish", "source " ZEK_PAGES "/fish/zek.fish; complete -C'zek '").out;
+    EXPECT_NE(offered.find("help\tShow the help of a command"), std::string::npos) << offered;
+    const std::string helped = Shell("fish", "source " ZEK_PAGES "/fish/zek.fish; complete -C'zek help '").out;
     for (const std::string& command : CommandNames()) {
         EXPECT_NE(offered.find(command + '\t'), std::string::npos) << command << offered;
+        EXPECT_NE(('\n' + helped).find('\n' + command + '\n'), std::string::npos) << command << helped;
         const std::string options =
             Shell("fish", "source " ZEK_PAGES "/fish/zek.fish; complete -C'zek " + command + " --'").out;
         for (const std::string& option : Options(command)) {
@@ -170,10 +175,16 @@ TEST_F(ZekPages, ZshIsToldEveryOption) {
                                       "source " ZEK_PAGES "/zsh/_zek")
                                     .out;
     EXPECT_NE(explain.find("*:CODE:(E001 "), std::string::npos) << explain;
+    const std::string help = Shell("zsh",
+                                   "_arguments() { print -l -- \"$@\" }; words=(zek help x); CURRENT=3; "
+                                   "source " ZEK_PAGES "/zsh/_zek")
+                                 .out;
+    EXPECT_TRUE(help.starts_with(":COMMAND:(compile ")) << help;
     const Result commands =
         Shell("zsh", "_describe() { print -l -- ${(P)2} }; words=(zek x); CURRENT=2; f() { source " ZEK_PAGES
                      "/zsh/_zek }; f");
     EXPECT_TRUE(commands.out.starts_with("compile:Check a source and ")) << commands.out << commands.err;
+    EXPECT_NE(commands.out.find("\nhelp:Show the help of a command\n"), std::string::npos) << commands.out;
 }
 
 }  // namespace

@@ -8,6 +8,8 @@ namespace {
 
 using Value = NotedWord::Value;
 
+constexpr const char* kAboutHelp = "Show the help of a command";
+
 /// Within single quotes of a shell.
 std::string Quoted(const std::string& text) {
     std::string quoted = "'";
@@ -101,6 +103,7 @@ std::string BashCompletion() {
         }
         options += "        " + name + ") options=" + Quoted(Joined(all, " ")) + BashOperands(command) + " ;;\n";
     }
+    options += "        help) operands=" + Quoted(Joined(Names(), " ")) + " ;;\n";
     return "# bash completion for zek\n"
            "_zek() {\n"
            "    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} "
@@ -110,7 +113,7 @@ std::string BashCompletion() {
            "    if [ \"$COMP_CWORD\" -eq 1 ]; then\n"
            "        COMPREPLY=($(compgen -W '" +
            Joined(Names(), " ") +
-           " --help --version' -- \"$current\"))\n"
+           " help --help --version' -- \"$current\"))\n"
            "        return\n"
            "    fi\n"
            "    if [ \"$current\" = = ]; then\n"
@@ -147,6 +150,8 @@ std::string ZshCompletion() {
         for (const NotedWord& word : WordsOf(command)) cases += ZshRows(word);
         cases += "\n        ;;\n";
     }
+    commands += "        " + Quoted(std::string("help:") + kAboutHelp) + '\n';
+    cases += "    help)\n        _arguments " + Quoted(":COMMAND:(" + Joined(Names(), " ") + ')') + "\n        ;;\n";
     return "#compdef zek\n"
            "if ((CURRENT == 2)); then\n"
            "    local -a commands=(\n" +
@@ -170,7 +175,8 @@ std::string FishCompletion() {
             if (!word.names.empty() || word.value == Value::kChoice) text += FishRow(command.name, word);
         }
     }
-    return text;
+    text += std::string("complete -c zek -n __fish_use_subcommand -f -a help -d ") + Quoted(kAboutHelp) + '\n';
+    return text + "complete -c zek -n '__fish_seen_subcommand_from help' -f -a " + Quoted(Joined(Names(), " ")) + '\n';
 }
 
 }  // namespace zek::tool

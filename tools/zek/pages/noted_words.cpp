@@ -17,10 +17,15 @@ std::vector<std::string> Split(const std::string& names) {
     return all;
 }
 
-/// Every code, behind another word if there is one.
-std::vector<std::string> CodesBehind(const std::string& other) {
+std::vector<std::string> Codes() {
     const std::set<std::string> all = AllCodes();
-    std::vector<std::string> codes(all.begin(), all.end());
+    return {all.begin(), all.end()};
+}
+
+/// The codes of which an option may make more or less, behind another word if there is one.
+std::vector<std::string> CodesBehind(const std::string& other) {
+    std::vector<std::string> codes = Codes();
+    std::erase_if(codes, [](const std::string& code) { return RowOfCode(code)->level == Level::kError; });
     if (!other.empty()) codes.insert(codes.begin(), other);
     return codes;
 }
@@ -45,7 +50,7 @@ public:
         all.push_back({{}, type, help, Value::kText, {}, false, true});
     }
     void AnyCodes(const std::string& type, std::vector<std::string>&, const std::string& help) override {
-        all.push_back({{}, type, help, Value::kChoice, CodesBehind(""), true, false});
+        all.push_back({{}, type, help, Value::kChoice, Codes(), true, false});
     }
     void EachCode(const std::string& names, const std::string& type, const std::string& other,
                   const std::function<void(const std::string&)>&, const std::string& help) override {
