@@ -230,6 +230,7 @@ TEST_F(ZekGet, PathThatIsNearIsTold) {
         {"SENSOR/cpu\\/0/VALUE/1", "SENSOR/CPU\\/0/VALUE/1"},
         {"SENSOR/CPU\\/0/TYPES", "SENSOR/CPU\\/0/TYPE"},
         {"SENSOR/#0x10/value_x/2", "SENSOR/#16/VALUE_X/2"},
+        {"SENSOR/#16/value x/2", "SENSOR/#16/VALUE_X/2"},
         {"SENSOR/\\#12/ID", "SENSOR/\\#1/ID"},
         {"PROPERTY/Color", "PROPERTY/Colour"},
         {"GLOBAL/T", nullptr},

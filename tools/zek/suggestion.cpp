@@ -1,9 +1,8 @@
 #include "suggestion.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <numeric>
 
 namespace zek::tool {
@@ -48,7 +47,7 @@ std::size_t CommonBeginning(std::string_view a, std::string_view b, std::size_t 
         std::mismatch(a.begin(), a.begin() + static_cast<std::ptrdiff_t>(end), b.begin()).first - a.begin());
 }
 
-/// How two names compare where neither capitals nor blanks around them count: below 0, 0 or above.
+/// How two names compare where neither capitals nor blanks around them count, and _ is a blank: below 0, 0 or above.
 int CompareAlike(std::string_view a, std::string_view b) {
     const auto trim = [](std::string_view& text) {
         while (text.starts_with(' ') || text.starts_with('\t')) text.remove_prefix(1);
@@ -56,8 +55,11 @@ int CompareAlike(std::string_view a, std::string_view b) {
     };
     trim(a);
     trim(b);
-    const int order = strncasecmp(a.data(), b.data(), std::min(a.size(), b.size()));
-    return order != 0 ? order : a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
+    const auto plain = [](char c) { return c == '_' ? ' ' : std::tolower(static_cast<unsigned char>(c)); };
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+        if (const int order = plain(a[i]) - plain(b[i])) return order;
+    }
+    return a.size() < b.size() ? -1 : a.size() > b.size() ? 1 : 0;
 }
 
 /// Takes from what is left; false where that is not enough.

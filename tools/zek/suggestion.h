@@ -21,9 +21,9 @@ class NearNames {
 public:
     explicit NearNames(std::vector<std::string> names);
 
-    /// The name that is what was written but for capitals and for blanks around it; else the one nearest to it, at most
-    /// two letters put in, taken away or replaced, and with at least one letter in common; the first of several.
-    /// Nothing where none is so near, what was written is one of them, or too little is left to compare.
+    /// The name that is what was written but for capitals, blanks around it, and _ for a blank; else the one nearest to
+    /// it, at most two letters put in, taken away or replaced, and with at least one letter in common; the first of
+    /// several. Nothing where none is so near, what was written is one of them, or too little is left to compare.
     std::optional<std::string> Nearest(std::string_view written, ComparisonsLeft& left) const;
 
 private:
@@ -32,7 +32,7 @@ private:
     std::optional<std::string> Near(std::string_view written, ComparisonsLeft& left) const;
 
     std::vector<std::string> names_;  // sorted, each once
-    std::vector<std::size_t> alike_;  // their positions, sorted without regard to capitals and blanks around them
+    std::vector<std::size_t> alike_;  // their positions, sorted as names that are alike are compared
 };
 
 /// The same among a few names.
