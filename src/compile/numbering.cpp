@@ -16,7 +16,7 @@ unsigned NumberIn(KeyTable<View, unsigned>& keys, View key, unsigned& counter) {
     return id;
 }
 
-/// Whether a predefined name is the first of the two or stands between them in key order.
+/// Whether there is a predefined name from `first` on and before `end`, in key order.
 bool IsAnyPredefined(const char* first, const char* end) {
     return g_tblPreDefine.lower_bound(first) != g_tblPreDefine.lower_bound(end);
 }

@@ -32,7 +32,7 @@ private:
     std::optional<std::string> Near(std::string_view written, ComparisonsLeft& left) const;
 
     std::vector<std::string> names_;  // sorted, each once
-    std::vector<std::size_t> alike_;  // their positions, sorted as names that are alike are compared
+    std::vector<std::size_t> alike_;  // their positions, those of names that are alike side by side
 };
 
 /// The same among a few names.
