@@ -43,7 +43,7 @@ TEST_F(ZekJson, IsOfTheFormThatThePagePromises) {
         Print({"dump", "--json", image}, 0, "zek-dump/1");
         Print({"tree", "--json", image}, 0, "zek-tree/1");
     }
-    Print({"verify", "--json", "a.zki", "a.zkd"}, 0, "zek-verify/1");
+    Print({"verify", "--json", "a.zki", "a.zkd"}, 0, "zek-verify/2");
     Print({"get", "--json", "a.zki", "SENSOR/#1/VALUE"}, 0, "zek-get/1");
     Print({"get", "--json", "a.zki", "GLOBAL/G_X", "--default", "\xff"}, 0, "zek-get/1");
     Print({"map", "--json", "a.zki", "a.zkd"}, 0, "zek-map/1");
@@ -54,15 +54,15 @@ TEST_F(ZekJson, IsOfTheFormThatThePagePromises) {
     ASSERT_EQ(Zek({"compile", "b.zek"}).code, 0);
     Print({"diff", "--json", "a.zki", "b.zki"}, 1, "zek-diff/1");
     Write("behind", Read("a.zki") + "behind");
-    Print({"verify", "--json", "--notes", "behind", "x", "missing"}, 3, "zek-verify/1");
+    Print({"verify", "--json", "--notes", "behind", "x", "missing"}, 3, "zek-verify/2");
     Write("findings.zek", "[INCLUDE]\nFILE = part.zek\n[SENSR]\n[PROPERTY]\nA = 1,2\n");
     Write("part.zek", "[GLOBAL]\nG_\xff = VT_X\n");
     Print({"check", "--format", "json", "a.zek", "findings.zek", "missing"}, 2, "zek-findings/2");
     Print({"compile", "--format", "json", "findings.zek"}, 1, "zek-findings/2");
-    Print({"verify", "--json", "--pair", "a.zki", "a.zkd"}, 0, "zek-verify-pair/1");
-    Print({"verify", "--json", "--pair", "b.zki", "a.zkd"}, 1, "zek-verify-pair/1");
-    Print({"verify", "--json", "--pair", "a.zki", "x"}, 3, "zek-verify-pair/1");
-    Print({"verify", "--json", "--pair", "a.zki", "missing"}, 2, "zek-verify-pair/1");
+    Print({"verify", "--json", "--pair", "a.zki", "a.zkd"}, 0, "zek-verify-pair/2");
+    Print({"verify", "--json", "--pair", "b.zki", "a.zkd"}, 1, "zek-verify-pair/2");
+    Print({"verify", "--json", "--pair", "a.zki", "x"}, 3, "zek-verify-pair/2");
+    Print({"verify", "--json", "--pair", "a.zki", "missing"}, 2, "zek-verify-pair/2");
     EXPECT_EQ(Wrong(printed_), "");
 }
 
@@ -99,11 +99,11 @@ TEST_F(ZekJson, VerdictOfEachImageStandsInIt) {
     EXPECT_EQ(result.err,
               "zek: x: is neither a compiled nor a debug image (bad-magic at byte 0)\n"
               "zek: cannot read missing: No such file or directory\n");
-    EXPECT_EQ(nlohmann::json::parse(result.out), nlohmann::json::parse(R"({"schema": "zek-verify/1", "images": [
+    EXPECT_EQ(nlohmann::json::parse(result.out), nlohmann::json::parse(R"({"schema": "zek-verify/2", "images": [
         {"file": "a.zki", "valid": true, "image": "compiled", "sections": 6, "entries": 26, "noteCount": 0, "exitCode": 0},
         {"file": "x", "valid": false, "exitCode": 3, "fault": {"place": "", "code": "bad-magic", "offset": 0,
          "text": "is neither a compiled nor a debug image"}},
-        {"file": "missing", "exitCode": 2}]})"));
+        {"file": "missing", "exitCode": 2, "reason": "cannot read missing: No such file or directory"}]})"));
 }
 
 TEST_F(ZekJson, TreeSaysWhatTheTextSays) {

@@ -55,26 +55,30 @@ TEST_F(ZekPair, IsToldAsJsonToo) {
     } rows[] = {
         {{"a.zki", "a.zkd"},
          0,
-         json(R"({"schema": "zek-verify-pair/1", "files": ["a.zki", "a.zkd"], "image": "a.zki", "debug": "a.zkd",
+         json(R"({"schema": "zek-verify-pair/2", "files": ["a.zki", "a.zkd"], "image": "a.zki", "debug": "a.zkd",
                   "pair": true, "exitCode": 0})")},
         {{"b.zkd", "a.zki"},
          1,
-         {{"schema", "zek-verify-pair/1"},
+         {{"schema", "zek-verify-pair/2"},
           {"files", {"b.zkd", "a.zki"}},
           {"image", "a.zki"},
           {"debug", "b.zkd"},
           {"pair", false},
           {"difference",
            {{"imageSize", Read("a.zki").size()}, {"compiledSize", Read("b.zki").size()}, {"offset", 128}}},
+          {"reason", "a.zki and b.zkd do not belong together: the debug image compiles to " +
+                         std::to_string(Read("b.zki").size()) + " bytes, the compiled image has " +
+                         std::to_string(Read("a.zki").size()) + ", and they differ from byte 128 on"},
           {"exitCode", 1}}},
         {{"a.zki", "x"},
          3,
-         json(R"({"schema": "zek-verify-pair/1", "files": ["a.zki", "x"], "faultyFile": "x", "fault": {"place": "",
+         json(R"({"schema": "zek-verify-pair/2", "files": ["a.zki", "x"], "faultyFile": "x", "fault": {"place": "",
                   "text": "is neither a compiled nor a debug image", "code": "bad-magic", "offset": 0},
                   "exitCode": 3})")},
         {{"a.zki", "missing"},
          2,
-         json(R"({"schema": "zek-verify-pair/1", "files": ["a.zki", "missing"], "exitCode": 2})")},
+         json(R"({"schema": "zek-verify-pair/2", "files": ["a.zki", "missing"],
+                  "reason": "cannot read missing: No such file or directory", "exitCode": 2})")},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::PrintToString(row.images));

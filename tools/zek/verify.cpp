@@ -60,17 +60,34 @@ Json Fault(const ImageFault& fault) {
     return {{"place", fault.place}, {"text", fault.sentence}, {"code", fault.code}, {"offset", fault.offset}};
 }
 
-/// Runs what verifies images; gives the exit code and stores what is wrong where an image is not valid.
-int GuardedVerify(std::optional<NoImage>& fault, const std::function<void()>& verify) {
-    return GuardedEach([&]() -> int {
+/// How the verification of an image or of a pair ended.
+struct Ending {
+    int code = kFine;
+    std::optional<NoImage> fault;  ///< what is wrong where an image is not valid
+    std::string reason;            ///< what else ended it, such as a file that is missing
+};
+
+Ending GuardedVerify(const std::function<void()>& verify) {
+    Ending ending;
+    ending.code = GuardedEach([&]() -> int {
         try {
             verify();
         } catch (const NoImage& failure) {
-            fault = failure;
+            ending.fault = failure;
+            throw;
+        } catch (const std::exception& error) {
+            ending.reason = WhyEnded(error);
             throw;
         }
         return kFine;
     });
+    return ending;
+}
+
+void WriteEnding(const Ending& ending, JsonOutput& json) {
+    if (ending.fault) json.Member("fault", Fault(ending.fault->Fault()));
+    if (!ending.reason.empty()) json.Member("reason", JsonText(ending.reason));
+    json.Member("exitCode", ending.code);
 }
 
 /// Of a valid image its size, of another one what is wrong; what ends the verification is told on standard error too.
@@ -84,20 +101,18 @@ int WriteVerdictAsJson(const std::string& file, bool showNotes, JsonOutput& json
         showNote = [&](const ImageFault& note) { json.Element(Fault(note)); };
     }
     std::optional<Verdict> verdict;
-    std::optional<NoImage> fault;
-    const int code = GuardedVerify(fault, [&] { verdict = Verify(file, showNote); });
+    const Ending ending = GuardedVerify([&] { verdict = Verify(file, showNote); });
     if (showNotes) json.End();
-    if (verdict || fault) json.Member("valid", verdict.has_value());
+    if (verdict || ending.fault) json.Member("valid", verdict.has_value());
     if (verdict) {
         json.Member("image", NameOf(verdict->kind));
         json.Member("sections", verdict->size.sections);
         json.Member("entries", verdict->size.entries);
         json.Member("noteCount", verdict->size.notes);
     }
-    if (fault) json.Member("fault", Fault(fault->Fault()));
-    json.Member("exitCode", code);
+    WriteEnding(ending, json);
     json.End();
-    return code;
+    return ending.code;
 }
 
 int RunVerifyAsText(const VerifyOptions& options) {
@@ -117,7 +132,7 @@ int RunVerifyAsText(const VerifyOptions& options) {
 
 int RunVerifyAsJson(const VerifyOptions& options) {
     StandardOutput out;
-    JsonOutput json(out, "zek-verify/1");
+    JsonOutput json(out, "zek-verify/2");
     json.BeginArray("images");
     int worst = kFine;
     for (const std::string& file : options.images) {
@@ -146,10 +161,9 @@ int RunPairAsText(const std::vector<std::string>& images) {
 
 int RunPairAsJson(const std::vector<std::string>& images) {
     std::optional<VerifiedPair> pair;
-    std::optional<NoImage> fault;
-    const int code = GuardedVerify(fault, [&] { RequirePair(images, pair); });
+    const Ending ending = GuardedVerify([&] { RequirePair(images, pair); });
     StandardOutput out;
-    JsonOutput json(out, "zek-verify-pair/1");
+    JsonOutput json(out, "zek-verify-pair/2");
     json.BeginArray("files");
     for (const std::string& file : images) json.Element(JsonText(file));
     json.End();
@@ -162,13 +176,10 @@ int RunPairAsJson(const std::vector<std::string>& images) {
         const auto& [imageSize, compiledSize, offset] = *pair->difference;
         json.Member("difference", {{"imageSize", imageSize}, {"compiledSize", compiledSize}, {"offset", offset}});
     }
-    if (fault) {
-        json.Member("faultyFile", JsonText(fault->File()));
-        json.Member("fault", Fault(fault->Fault()));
-    }
-    json.Member("exitCode", code);
+    if (ending.fault) json.Member("faultyFile", JsonText(ending.fault->File()));
+    WriteEnding(ending, json);
     json.Finish();
-    return code;
+    return ending.code;
 }
 
 int RunPair(const VerifyOptions& options) {
