@@ -108,7 +108,8 @@ bool TakeSubString(CZEKEntry& entry, CZEKObj* parent, unsigned flag, std::string
 unsigned CZEKEntry::ChkEntryExist(CZEKObj* parent, unsigned) {
     if (zek::HoldsData(*this) || !(m_eNotation & zek::kRequired)) return 1;
     const tagNTMAP* row = zek::KeywordOf(m_dwType);
-    LOG(zek::kEntryMissing, GetFile(0).c_str(), m_dwLine, parent->m_strName.c_str(), row ? row->pszName : "");
+    m_strName = row ? row->pszName : "";
+    LOG(zek::kEntryMissing, WHERE(*this, *parent));
     m_strName.clear();
     return 0;
 }

@@ -1,4 +1,6 @@
 // The two passes of numbers, texts, lists and repeater items.
+#include <iterator>
+
 #include "check/cross_references.h"
 #include "check/entry_checks.h"
 #include "check/messages.h"
@@ -106,7 +108,11 @@ unsigned CGEREPEATER::IsValid(CZEKObj* parent, unsigned flag) {
     }
     const zek::Payload item = zek::RepeaterOf(m_ZekEntryData);
     for (std::size_t i = 0; i < 2; ++i) zek::MoveOrCopy(m_vstrSubStr[i], flag, item.strings[i]);
-    zek::MoveOrCopyList(*this, 2, m_vstrSubStr.size() - 2, flag, *item.list);
+    zek::TextList further;
+    zek::MoveOrCopyList(*this, 2, m_vstrSubStr.size() - 2, flag, further);
+    // An item that is checked again gets its further elements again: hosts rely on it.
+    item.list->insert(item.list->end(), std::make_move_iterator(further.begin()),
+                      std::make_move_iterator(further.end()));
     zek::ReleaseSubStrings(*this, flag);
     return 1;
 }

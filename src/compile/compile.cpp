@@ -119,10 +119,11 @@ void PushRepeater(Words words, const Payload& item) {
 void CompileEntries(const CZEKSection& section, tagGCENTRY& compiled, CompiledSections& out) {
     for (const CZEKEntry* entry : section.m_vpEntry) {
         const CZekEntryData& data = entry->m_ZekEntryData;
-        // Data of another class than its entry's stands only in a damaged debug image.
-        if (!HoldsData(*entry) || EntryClass(data.m_dwType) != EntryClass(entry->m_dwType)) continue;
+        if (!HoldsData(*entry)) continue;
         const unsigned name = GetEntryName(entry->m_dwType, entry->m_strName);
         if (name == 0) return;
+        // Data of another class than its entry's stands only in a damaged debug image.
+        if (EntryClass(data.m_dwType) != EntryClass(entry->m_dwType)) continue;
         compiled.dwName = name;
         compiled.vdwValues.clear();
         SetEntryValues(section.m_dwType, entry->m_dwType, data.m_pData, compiled);

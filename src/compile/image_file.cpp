@@ -138,8 +138,11 @@ bool FindRecords(ByteReader in, Records& records) {
             record.Seek(offset);
             const IdentifierTable* table = TableOf(record.U32());
             if (!table) continue;
-            records[static_cast<std::size_t>(table - kIdentifierTables.data())] = record.Position();
+            std::size_t& place = records[static_cast<std::size_t>(table - kIdentifierTables.data())];
+            // A record that the bytes cut empties its map, but leaves the table data as it was.
+            if (table->names || table->numbers) place = record.Position();
             if (!IsWhole(record, *table)) return false;
+            place = record.Position();
         }
     } catch (const std::out_of_range&) {
         return false;

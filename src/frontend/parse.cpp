@@ -126,32 +126,41 @@ private:
     Signature* found_ = nullptr;
 };
 
-/// Tells the model while a section is read whether it is large.
-class ReadingLargeModel {
+/// Tells the model while a section is read, and whether the model is large.
+class ReadingSection {
 public:
-    ReadingLargeModel() { g_readingLargeModel = IsModelLarge(); }
-    ~ReadingLargeModel() { g_readingLargeModel = before_; }
-    ReadingLargeModel(const ReadingLargeModel&) = delete;
-    ReadingLargeModel& operator=(const ReadingLargeModel&) = delete;
+    ReadingSection() {
+        g_readingSection = true;
+        g_readingLargeModel = IsModelLarge();
+    }
+    ~ReadingSection() {
+        g_readingSection = wasReading_;
+        g_readingLargeModel = wasLarge_;
+    }
+    ReadingSection(const ReadingSection&) = delete;
+    ReadingSection& operator=(const ReadingSection&) = delete;
 
 private:
-    bool before_ = g_readingLargeModel;
+    bool wasReading_ = g_readingSection;
+    bool wasLarge_ = g_readingLargeModel;
 };
 
-/// The reading of one open file.
+/// The reading of one open file, which a host that receives a message may close meanwhile: the handle and the name are
+/// those that the parser has at the moment.
 class Driver {
 public:
-    Driver(void* library, const std::string& file)
-        : file_(file),
+    Driver(void* library, void* const& handle, const std::string& file)
+        : handle_(handle),
+          file_(file),
           enumSection_(library, kEnumSection),
           getSectInfo_(library, kGetSectInfo),
           enumItem_(library, kEnumItem),
           peekItem_(LookForPeek(library)) {}
 
     /// Reads every section; gives their number.
-    unsigned ReadSections(void* handle) {
+    unsigned ReadSections() {
         unsigned count = 0;
-        while (void* section = TakeSection(enumSection_, handle, count)) ReadSection(section, count++);
+        while (void* section = TakeSection(enumSection_, handle_, count)) ReadSection(section, count++);
         return count;
     }
 
@@ -160,7 +169,7 @@ private:
         std::string name;
         unsigned line = 0;
         if (!TakeName(getSectInfo_, handle, name, line)) return LOG(kSectionNameFailed, index + 1, index);
-        const ReadingLargeModel reading;
+        const ReadingSection reading;
         CZEKSection* section = CZEKSection::Create(file_, name, line);
         if (!section) return LOG(kCreateSectionFailed, index + 1, name.c_str());
         for (unsigned item = 0; ReadItem(handle, item, line = 0); ++item) {
@@ -182,21 +191,25 @@ private:
         const char* value = nullptr;
         unsigned keySize = 0;
         unsigned valueSize = 0;
-        if (!peekItem_(section, index, &key, &keySize, &value, &valueSize, &line)) return 0;
+        const bool peeked = peekItem_(section, index, &key, &keySize, &value, &valueSize, &line);
+        if (!peeked && peekedBefore_) return 0;
         // Another maker's function of that name: every text of ours ends in its NUL.
-        if (!EndsInNul(key, keySize) || !EndsInNul(value, valueSize)) {
+        if (!peeked || !EndsInNul(key, keySize) || !EndsInNul(value, valueSize)) {
             return TakeItem(enumItem_, section, index, key_, value_, line = 0);
         }
+        peekedBefore_ = true;
         key_.assign(key, keySize - 1);
         value_.assign(value, valueSize - 1);
         return 1;
     }
 
+    void* const& handle_;
     const std::string& file_;
     Kept<EnumSection> enumSection_;
     Kept<GetSectInfo> getSectInfo_;
     Kept<EnumItem> enumItem_;
     PeekItem* peekItem_;
+    bool peekedBefore_ = false;
     std::string key_;
     std::string value_;
 };
@@ -215,11 +228,12 @@ CZEKParse::~CZEKParse() {
 
 unsigned CZEKParse::Start(const std::string& file) {
     std::string name = file;
+    m_hFile = nullptr;
     m_hFile = RSOpenFile(file);
     if (!m_hFile) return 0;
-    m_strFile = std::move(name);
     // Its result is ignored: hosts rely on a file that could not be parsed being one without sections.
     RSParse(m_hFile);
+    m_strFile = std::move(name);
     return 1;
 }
 
@@ -230,7 +244,7 @@ void CZEKParse::Parse() {
         m_strFile.clear();
     };
     try {
-        LOG(zek::kNoMoreSections, zek::Driver(m_hLibrary, m_strFile).ReadSections(m_hFile));
+        LOG(zek::kNoMoreSections, zek::Driver(m_hLibrary, m_hFile, m_strFile).ReadSections());
     } catch (...) {
         // A file that stayed open could not be opened again.
         close();

@@ -62,12 +62,13 @@ CZEKEntry* Construct(void* memory, unsigned type, tagNOTATION notation) {
 
 void CutSubStrings(CZEKEntry& entry) {
     if (entry.m_dwWaiting == 0) return;
-    entry.m_vstrSubStr = SubStringsOf(WaitingValueOf(entry));
+    // A host may have put some there.
+    if (entry.m_vstrSubStr.empty()) entry.m_vstrSubStr = SubStringsOf(WaitingValueOf(entry));
     StopWaiting(entry);
 }
 
 bool TakeWhole(CZEKEntry& entry, std::string& text) {
-    if (entry.m_dwWaiting == 0) return false;
+    if (entry.m_dwWaiting == 0 || !entry.m_vstrSubStr.empty()) return false;
     const std::string_view value = WaitingValueOf(entry);
     if (!IsOneSubString(value)) return false;
     text = value;
@@ -116,9 +117,15 @@ void CZEKEntry::Init(const std::string& file, const std::string& key, const std:
     m_dwLine = line;
     m_ZekEntryData.Create(m_dwType);
     if (!zek::HoldsData(*this)) LOG(zek::kEntryDataFailed, m_dwType);
-    zek::StopWaiting(*this);
-    if (zek::g_readingLargeModel && !value.empty()) m_dwWaiting = zek::g_waitingValues.Keep(value);
-    m_vstrSubStr = m_dwWaiting ? zek::TextList() : zek::SubStringsOf(value);
+    if (value.empty()) return;
+    zek::CutSubStrings(*this);
+    if (!m_vstrSubStr.empty()) {
+        for (std::string& piece : zek::SubStringsOf(value)) m_vstrSubStr.push_back(std::move(piece));
+    } else if (zek::g_readingLargeModel) {
+        m_dwWaiting = zek::g_waitingValues.Keep(value);
+    } else {
+        m_vstrSubStr = zek::SubStringsOf(value);
+    }
 }
 
 #define ZEK_DEFINE_ENTRY_KIND(Kind)                                                         \

@@ -1,6 +1,7 @@
 #include "model/section.h"
 
 #include <algorithm>
+#include <span>
 
 #include "check/vocabulary.h"
 #include "model/absent_entries.h"
@@ -11,19 +12,29 @@ namespace zek {
 
 namespace {
 
-/// The place of the entry that the kind declared for a key, or null. Declared entries come first, so no other needs to
-/// be looked at.
-CZEKEntry** DeclaredEntryOf(CZEKSection& section, const std::string& key) {
-    const tagNTMAP* row = RowOfKeyword(key);
-    if (!row) return nullptr;
-    const SectionKind* kind = KindOf(section.m_dwType);
-    auto& entries = section.m_vpEntry;
-    const std::size_t declared = kind ? std::min(kind->declared.size(), entries.size()) : entries.size();
-    const auto end = entries.begin() + static_cast<std::ptrdiff_t>(declared);
-    const auto entry = std::find_if(entries.begin(), end, [row](const CZEKEntry* candidate) {
-        return candidate->m_dwType == row->dwID && !IsFamily(*candidate);
+/// The place of the first of these entries that has this type id and is no family entry, or null.
+CZEKEntry** PlaceOf(unsigned type, std::span<CZEKEntry*> entries) {
+    const auto entry = std::find_if(entries.begin(), entries.end(), [type](const CZEKEntry* candidate) {
+        return candidate->m_dwType == type && !IsFamily(*candidate);
     });
-    return entry == end ? nullptr : &*entry;
+    return entry == entries.end() ? nullptr : &*entry;
+}
+
+/// The place of the entry that takes an item of this key, or null: of the first row with this keyword of which the
+/// section has an entry.
+CZEKEntry** DeclaredEntryOf(CZEKSection& section, const std::string& key) {
+    const tagNTMAP* row = key.empty() ? nullptr : RowOfKeyword(key);
+    if (!row) return nullptr;
+    const std::span<CZEKEntry*> entries = section.m_vpEntry;
+    // Those of the kind come first, and behind them a source adds none that is found: a walk over a long section for
+    // each of its items would take the square of their number.
+    const SectionKind* kind = g_readingSection ? KindOf(section.m_dwType) : nullptr;
+    if (kind) return PlaceOf(row->dwID, entries.first(std::min(kind->declared.size(), entries.size())));
+    for (; row != kKeywords.end(); ++row) {
+        if (TextOf(*row) != key) continue;
+        if (CZEKEntry** entry = PlaceOf(row->dwID, entries)) return entry;
+    }
+    return nullptr;
 }
 
 }  // namespace
@@ -114,8 +125,9 @@ void CZEKSection::Declare(zek::SectionList& list, const zek::SectionKind& kind) 
                                                      : zek::NewEntry(type, notation).release());
     }
     // Listed last: a section whose construction fails for want of memory is gone again.
-    if (std::find(m_svpHSection.begin(), m_svpHSection.end(), &list) == m_svpHSection.end())
-        m_svpHSection.push_back(&list);
+    bool& isRegistered = zek::g_registeredKinds[static_cast<std::size_t>(&kind - zek::kSectionKinds.data())];
+    if (!isRegistered) m_svpHSection.push_back(&list);
+    isRegistered = true;
     list.push_back(this);
     ++zek::g_modelChanges;
 }

@@ -122,6 +122,15 @@ const unsigned g_dwNTMSect = static_cast<unsigned>(g_NTMapSect.size());
     ZEK_DEFINE_CONSTRUCTION(Kind)                  \
     void Kind::Init0() { Declare(m_sHeader, *zek::KindOf(sectionKind)); }
 
+/// The same, for kinds of which each item becomes an entry.
+#define ZEK_DEFINE_FREE_SECTION_KIND(Kind, sectionKind)                                                \
+    ZEK_DEFINE_SECTION_KIND(Kind, sectionKind)                                                         \
+    unsigned Kind::SetEntry(const std::string& file, const std::string& key, const std::string& value, \
+                            unsigned line) {                                                           \
+        zek::AddUndeclared(*this, *zek::KindOf(sectionKind), file, key, value, line);                  \
+        return 1;                                                                                      \
+    }
+
 /// The same, for kinds whose undeclared keys become entries.
 #define ZEK_DEFINE_OPEN_SECTION_KIND(Kind, sectionKind)                                                \
     ZEK_DEFINE_SECTION_KIND(Kind, sectionKind)                                                         \
@@ -134,7 +143,7 @@ const unsigned g_dwNTMSect = static_cast<unsigned>(g_NTMapSect.size());
     }
 
 ZEK_DEFINE_SECTION_KIND(CGSQUORZEK, zek::kQuorzekSection)
-ZEK_DEFINE_OPEN_SECTION_KIND(CGSPROPERTY, zek::kPropertySection)
+ZEK_DEFINE_FREE_SECTION_KIND(CGSPROPERTY, zek::kPropertySection)
 ZEK_DEFINE_OPEN_SECTION_KIND(CGSSYSTEM, zek::kSystemSection)
 ZEK_DEFINE_SECTION_KIND(CGSGROUP, zek::kGroupSection)
 ZEK_DEFINE_OPEN_SECTION_KIND(CGSSENSOR, zek::kSensorSection)
@@ -142,8 +151,8 @@ ZEK_DEFINE_OPEN_SECTION_KIND(CGSDEVICE, zek::kDeviceSection)
 ZEK_DEFINE_OPEN_SECTION_KIND(CGSACTION, zek::kActionSection)
 ZEK_DEFINE_OPEN_SECTION_KIND(CGSTABLE, zek::kTableSection)
 ZEK_DEFINE_OPEN_SECTION_KIND(CGSTAVRGROUP, zek::kTavrGroupSection)
-ZEK_DEFINE_OPEN_SECTION_KIND(CGSGLOBAL, zek::kGlobalSection)
-ZEK_DEFINE_OPEN_SECTION_KIND(CGSREPEATER, zek::kRepeaterSection)
+ZEK_DEFINE_FREE_SECTION_KIND(CGSGLOBAL, zek::kGlobalSection)
+ZEK_DEFINE_FREE_SECTION_KIND(CGSREPEATER, zek::kRepeaterSection)
 ZEK_DEFINE_SECTION_KIND(CGSDEFINE, zek::kDefineSection)
 ZEK_DEFINE_SECTION_KIND(CGSINCLUDE, zek::kIncludeSection)
 

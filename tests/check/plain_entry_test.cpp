@@ -174,6 +174,18 @@ TEST_F(RepeaterItem, StoresCountActionAndParameters) {
     }
 }
 
+TEST_F(RepeaterItem, GetsItsParametersAgainWhenAskedAgain) {
+    CGEREPEATER entry(kRepeaterItem, tagNOTATION{kNotationFamily});
+    Ask(entry, "REPEATER", "R", "3,A,x,y", kWhileReading);
+    EXPECT_EQ(Shown(entry), "3,A,x,y");
+    EXPECT_EQ(entry.IsValid(section_, kWhileReading), 1U);
+    EXPECT_EQ(Shown(entry), "3,A,x,y,x,y");
+    entry.m_vstrSubStr = {"4", "B", "z"};
+    EXPECT_EQ(entry.IsValid(section_, 0), 1U);
+    EXPECT_EQ(Shown(entry), "4,B,x,y,x,y,z");
+    EXPECT_TRUE(entry.m_vstrSubStr.empty());
+}
+
 TEST_F(RepeaterItem, NeedsTwoSubStrings) {
     CGEREPEATER none(kRepeaterItem, tagNOTATION{kNotationFamily});
     Ask(none, "REPEATER", "R", "");

@@ -21,6 +21,16 @@ TEST_F(TwoPasses, GoOverTheKindsInTheOrderOfTheirFirstSections) {
               "Error[main.zek:6]: [DEVICE]:ID, x has not been defined and is not a valid number.\n");
 }
 
+TEST_F(TwoPasses, NameAMissingEntryWhileItIsTold) {
+    Source("[TABLE]\nNAME=A\n");
+    Messages();
+    std::string name;
+    AtEachMessage([&name] { name = CGSTABLE::m_sHeader.at(0)->m_vpEntry.at(1)->m_strName; });
+    EXPECT_EQ(gccCheck(), 0U);
+    EXPECT_EQ(name, "TYPE");
+    EXPECT_EQ(CGSTABLE::m_sHeader.at(0)->m_vpEntry.at(1)->m_strName, "");
+}
+
 TEST_F(TwoPasses, StopBehindAFirstThatFindsSomething) {
     // The two devices share their name, which only the second pass looks at.
     EXPECT_EQ(Check(Device("D", "x") + Device("D", "y")), 0U);

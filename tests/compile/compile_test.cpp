@@ -2,6 +2,7 @@
 
 #include "compile/image_bytes.h"
 #include "compile/init_tables.h"
+#include "model/section.h"
 
 namespace zek::test {
 
@@ -57,6 +58,22 @@ TEST_F(Compilation, PassesOverEntriesWithoutDataAndStopsAtOneWithoutAName) {
     EXPECT_EQ(CompiledModel(), "01000008: 02000015(12000000) 02000002(11000000)\n");
     EXPECT_EQ(KeysInOrder(g_tblString), Texts{"late"})
         << "the declared NAME stands before the row, the second one behind it";
+}
+
+TEST_F(Compilation, StopsAtAnEntryWithoutANameWhateverItsDataIs) {
+    Source("[TABLE]\nTYPE=3\n1=1\nNAME=late\nNAME=again\n");
+    gccCheck();
+    CGSTABLE::m_sHeader.at(0)->m_vpEntry.at(2)->m_ZekEntryData.Create(kDefinition);
+    EXPECT_EQ(CompiledModel(), "01000008: 02000015(12000000) 02000002(11000000)\n");
+}
+
+TEST_F(Compilation, PassesOverAnEntryWithDataOfAnotherClass) {
+    Source("[DEVICE]\nNAME=D\nINITFLAG=1\nP_own=2\nP_more=3\n");
+    gccCheck();
+    for (const std::size_t entry : {0U, 4U}) {
+        CGSDEVICE::m_sHeader.at(0)->m_vpEntry.at(entry)->m_ZekEntryData.Create(kDefinition);
+    }
+    EXPECT_EQ(CompiledModel(), "01000006: 02000009(11000000) 03000001(12000000)\n");
 }
 
 TEST_F(Compilation, EndsASectionAtAPropertyThatOnlyAGroupOfSensorsHas) {

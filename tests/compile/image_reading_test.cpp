@@ -213,6 +213,18 @@ TEST_F(ImageReading, OfALengthBeyondTheFileFailsForNumbersAndTableDataWithoutTak
     }
 }
 
+TEST_F(ImageReading, OfTableDataThatTheBytesCutKeepsThatOfAnEarlierRecord) {
+    for (const std::string& cut : {Joined({0x1b000000, 5}) + "1234", Word(0x1b000000) + "12"}) {
+        ForgetEverything();
+        EXPECT_EQ(ReadBytes(Image({}, {Record(0x1b000000, "whole"), cut})), kOtherVersionOrCut);
+        EXPECT_EQ(std::string(g_tblTableData.begin(), g_tblTableData.end()), "whole");
+    }
+    // A map is emptied before the rest of its record is read.
+    EXPECT_EQ(ReadBytes(Image({}, {Record(0x11000000, Joined({9})), Joined({0x11000000, 5}) + "1234"})),
+              kOtherVersionOrCut);
+    EXPECT_EQ(g_tblDword.size(), 0U);
+}
+
 TEST_F(ImageReading, OfACountBeyondTheFileFailsWithoutTakingMemoryForIt) {
     const std::string image = Image({kOneSection, kOneSection}, {});
     const ScarceMemory scarce(64 << 20);

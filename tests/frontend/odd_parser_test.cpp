@@ -83,6 +83,46 @@ TEST_F(OddParser, LosesItsFileWhenTheNextCannotBeOpened) {
     EXPECT_EQ(TakeMessages(), "Parse::No more sections(total = 0).\n") << "a failed start says nothing";
 }
 
+TEST_F(OddParser, HasNoFileWhileTheNextIsOpened) {
+    TheScript().files["first.zek"] = {{"GROUP"}};
+    ASSERT_EQ(gccCompStart("first.zek"), 1U);
+    TheScript().awaitedCall = "OpenFile main.zek";
+    TheScript().meanwhile = gccParse;
+    Read({{"TABLE"}});
+    EXPECT_EQ(Calls(),
+              "OpenFile first.zek\nParse first.zek\nOpenFile main.zek\nEnumSection null 0\nParse main.zek\n"
+              "EnumSection main.zek 0\nGetSectInfo null 0\nGetSectInfo buffer 6\n"
+              "EnumItem 0 null 0 null 0\nEnumItem 0 buffer 0 buffer 0\nEnumSection main.zek 1\nCloseFile main.zek\n");
+}
+
+TEST_F(OddParser, IsAskedForTheNextSectionOfTheFileThatIsOpenThen) {
+    TheScript().files["other.zek"] = {{"GROUP"}, {"SYSTEM"}};
+    TheScript().awaitedCall = "EnumItem 0 null 0 null 0";
+    TheScript().meanwhile = [] { gccCompStart("other.zek"); };
+    Read({{"TABLE"}, {"TABLE"}});
+    EXPECT_EQ(CGSTABLE::m_sHeader.size(), 1U);
+    ASSERT_EQ(CGSSYSTEM::m_sHeader.size(), 1U);
+    EXPECT_EQ(CGSSYSTEM::m_sHeader[0]->GetFile(0), "other.zek");
+    EXPECT_EQ(TakeMessages(), "Parse::No more sections(total = 2).\n");
+}
+
+TEST_F(OddParser, IsAskedForNoMoreSectionsOfAFileThatWasReadMeanwhile) {
+    TheScript().awaitedCall = "GetSectInfo null 0";
+    TheScript().meanwhile = gccParse;
+    ScriptedSection nameless{"TABLE"};
+    nameless.infoFails = true;
+    Read({nameless, {"GROUP"}});
+    EXPECT_EQ(CGSGROUP::m_sHeader.size(), 1U);
+    EXPECT_EQ(Calls(),
+              "OpenFile main.zek\nParse main.zek\nEnumSection main.zek 0\nGetSectInfo null 0\n"
+              "EnumSection main.zek 0\nGetSectInfo null 0\nGetSectInfo buffer 0\nEnumSection main.zek 1\n"
+              "GetSectInfo null 0\nGetSectInfo buffer 6\nEnumItem 0 null 0 null 0\nEnumItem 0 buffer 0 buffer 0\n"
+              "EnumSection main.zek 2\nCloseFile main.zek\nGetSectInfo buffer 0\nEnumSection null 1\n");
+    EXPECT_EQ(TakeMessages(),
+              "Parse::Get section(NO. = 1,Index=0) name failed.\nParse::No more sections(total = 2).\n"
+              "Parse::Get section(NO. = 1,Index=0) name failed.\nParse::No more sections(total = 1).\n");
+}
+
 TEST_F(OddParser, KeepsAFileOpenThatADestroyedObjectHeld) {
     TheScript().files["main.zek"] = {};
     {
@@ -288,6 +328,11 @@ TEST_F(PeekedParser, IsAskedAgainForAnItemThatIsNowhereOrDoesNotEndWhereItsSizeS
         EXPECT_EQ(Read("KEY", text), "STRING 10020017 10 KEY 2 [abc]\n" + NextItem());
         EXPECT_NE(Calls().find("PeekItem 0\nEnumItem 0 null 0 null 0\n"), std::string::npos);
     }
+}
+
+TEST_F(PeekedParser, IsAskedAgainUntilALookAtAnItemHasFoundOne) {
+    TheScript().isBlind = true;
+    EXPECT_EQ(Read("KEY", "a"), "STRING 10020017 10 KEY 2 [a]\nSTRING 10020017 10 NEXT 3 [b]\n");
 }
 
 TEST_F(OddParser, MayHaveAMillionSections) {

@@ -25,7 +25,11 @@ std::string NameOf(const void* handle) {
 }
 
 void Note(const std::string& call) {
-    if (!TheScript().isQuiet) TheScript().calls += call + '\n';
+    if (TheScript().isQuiet) return;
+    TheScript().calls += call + '\n';
+    if (call != TheScript().awaitedCall) return;
+    TheScript().awaitedCall.clear();
+    TheScript().meanwhile();
 }
 
 std::string Buffer(const char* buffer, unsigned size) {
@@ -99,7 +103,7 @@ unsigned RSPeekItem(void* section, unsigned index, const char** key, unsigned* k
                     unsigned* valueSize, unsigned* line) {
     const auto& items = static_cast<const ScriptedSection*>(section)->items;
     Note("PeekItem " + std::to_string(index));
-    if (index >= items.size()) return 0;
+    if (TheScript().isBlind || index >= items.size()) return 0;
     Show(items[index].key, key, keySize);
     Show(items[index].value, value, valueSize);
     *line = items[index].line + kPeekedLine;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <limits>
 #include <map>
 #include <optional>
@@ -48,8 +49,11 @@ struct Script {
     unsigned sizeStatus = 1;                 ///< what a call with null buffers returns
     std::optional<unsigned> sizeAfterwards;  ///< what a call that fills a buffer stores as its size
     std::size_t sections = 0;                ///< so many are there in each file, the scripted ones in turn; 0 for those
+    bool isBlind = false;                    ///< a look at an item finds none
     bool isQuiet = false;                    ///< calls are not noted
     std::string calls;                       ///< one line per call: the function without RS, and its arguments
+    std::string awaitedCall;                 ///< the first time that such a line is noted, `meanwhile` runs
+    std::function<void()> meanwhile;
 };
 
 /// The script of this process; the libraries find it in the program.

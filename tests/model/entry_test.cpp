@@ -58,6 +58,16 @@ TEST_F(Entry, IsEmptyUntilAnItemIsStored) {
     EXPECT_EQ(Messages(), "");
 }
 
+TEST_F(Entry, KeepsItsPiecesWhereItIsFilledAgain) {
+    CGESTRING entry(0x10020013, tagNOTATION{2});
+    entry.Init("main.zek", "A", "a,b", 1);
+    entry.Init("main.zek", "B", "c", 2);
+    EXPECT_EQ(entry.m_vstrSubStr, Pieces({"a", "b", "c"}));
+    entry.Init("main.zek", "C", "", 3);
+    EXPECT_EQ(entry.m_vstrSubStr, Pieces({"a", "b", "c"}));
+    EXPECT_EQ(entry.m_strName, "C");
+}
+
 TEST_F(Entry, OfAnUnknownClassIsKeptWithoutData) {
     ExpectMade<CGESTRING>(0x10200001, false);
     EXPECT_EQ(Messages(), "CZEKEntry, m_ZekEntryData.Create(270532609) failed.\n");

@@ -130,6 +130,75 @@ TEST_F(Item, OfTheBaseIsNeverMatchedWithAFamilyEntry) {
     EXPECT_EQ(EntriesOf(*system, 6), "STRING 10020018 10 P_ 2 [1]\n");
 }
 
+/// Adds an entry to a section as a host may, at a position.
+template <class Kind>
+void Insert(CZEKSection& section, unsigned type, unsigned notation, std::ptrdiff_t position) {
+    section.m_vpEntry.insert(section.m_vpEntry.begin() + position, new Kind(type, static_cast<tagNOTATION>(notation)));
+}
+
+TEST_F(Item, IsMatchedByAnEntryThatTheHostAdded) {
+    CZEKSection* group = CZEKSection::Create("main.zek", "GROUP", 1);
+    Insert<CGESTRING>(*group, 0x10020013, 2, 7);
+    EXPECT_EQ(SetEntry(*group, "MODEL", "x", 2), 1U);
+    EXPECT_EQ(SetEntry(*group, "MODEL", "y", 3), 1U);
+    EXPECT_EQ(EntriesOf(*group, 7), "STRING 10020013 2 MODEL 2 [x]\nSTRING 10020013 2 MODEL 3 [y]\n");
+}
+
+TEST_F(Item, IsMatchedByADeclaredEntryWhereverTheHostHasMovedIt) {
+    CZEKSection* group = CZEKSection::Create("main.zek", "GROUP", 1);
+    Insert<CGESTRING>(*group, 0x10020013, 2, 0);
+    EXPECT_EQ(SetEntry(*group, "VALUE_EXIT", "x", 2), 1U);
+    EXPECT_EQ(EntriesOf(*group, 7), "VALUE 10080005 6 VALUE_EXIT 2 [x]\n");
+    CZEKSection* sensor = CZEKSection::Create("main.zek", "SENSOR", 1);
+    sensor->m_dwType = kTableSection;
+    EXPECT_EQ(SetEntry(*sensor, "ID", "1", 3), 1U);
+    EXPECT_EQ(sensor->m_vpEntry[2]->m_strName, "ID");
+    EXPECT_EQ(sensor->m_vpEntry.size(), 17U);
+}
+
+TEST_F(Item, IsMatchedByTheEntryThatIsNoFamilyWhereTheDeclaredOneHasBecomeOne) {
+    CZEKSection* group = CZEKSection::Create("main.zek", "GROUP", 1);
+    group->m_vpEntry[1]->m_eNotation = static_cast<tagNOTATION>(9);
+    Insert<CGESTRING>(*group, kName, 1, 7);
+    EXPECT_EQ(SetEntry(*group, "NAME", "x", 2), 1U);
+    EXPECT_EQ(EntriesOf(*group, 7), "STRING 10020015 1 NAME 2 [x]\n");
+}
+
+TEST_F(Item, IsMatchedByTheSecondRowOfItsKeywordToo) {
+    CZEKSection* action = CZEKSection::Create("main.zek", "ACTION", 1);
+    Insert<CGEVALUE>(*action, kOwnValue, 6, 4);
+    EXPECT_EQ(SetEntry(*action, "VALUE_", "x", 2), 1U);
+    EXPECT_EQ(EntriesOf(*action, 4), "VALUE 10080008 6 VALUE_ 2 [x]\n");
+    Insert<CGEVALUE>(*action, kActionValue, 6, 5);
+    EXPECT_EQ(SetEntry(*action, "VALUE_", "y", 3), 1U);
+    EXPECT_EQ(EntriesOf(*action, 4), "VALUE 10080008 6 VALUE_ 2 [x]\nVALUE 10080007 6 VALUE_ 3 [y]\n")
+        << "the first row comes first";
+}
+
+TEST_F(Item, OfAnIncludedFileIsMatchedByTheBaseToo) {
+    CZEKSection* include = CZEKSection::Create("main.zek", "INCLUDE", 1);
+    SetEntry(*include, "FILE", "none.zek", 2);
+    EXPECT_EQ(include->CZEKSection::SetEntry("main.zek", "FILE", "z", 3), 1U);
+    EXPECT_EQ(EntriesOf(*include), "STRING 10020019 2 FILE 2 [none.zek]\nSTRING 10020019 2 FILE 3 [z]\n");
+}
+
+TEST_F(Item, OfAKindWithoutDeclaredKeysIsMatchedByNothing) {
+    for (const char* kind : {"PROPERTY", "GLOBAL", "REPEATER"}) {
+        SCOPED_TRACE(kind);
+        CZEKSection* section = CZEKSection::Create("main.zek", kind, 1);
+        Insert<CGESTRING>(*section, kName, 1, 0);
+        EXPECT_EQ(SetEntry(*section, "NAME", "x", 2), 1U);
+        EXPECT_EQ(section->m_vpEntry[0]->m_strName, "");
+        EXPECT_EQ(section->m_vpEntry.size(), 2U);
+    }
+}
+
+TEST_F(Item, OfAnEmptyKeyIsMatchedByNoKeyword) {
+    CZEKSection section;
+    Insert<CGESTRING>(section, kTableRow, 1, 0);
+    EXPECT_EQ(SetEntry(section, "", "x", 1), 0U);
+}
+
 TEST_F(Item, IsMatchedByTheEntriesOfASectionThatTheHostBuilt) {
     CZEKSection section;
     section.m_vpEntry.push_back(new CGESTRING(0x10020015, tagNOTATION{8}));

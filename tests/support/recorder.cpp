@@ -15,6 +15,11 @@ std::string& Recorded() {
     return *text;
 }
 
+std::function<void()>& AtEach() {
+    static auto* act = new std::function<void()>([] {});
+    return *act;
+}
+
 }  // namespace
 
 extern "C" void Output(unsigned level, const char* format, ...) {
@@ -28,6 +33,9 @@ extern "C" void Output(unsigned level, const char* format, ...) {
     va_end(arguments);
     if (level != 2048) Recorded() += "level " + std::to_string(level) + ": ";
     Recorded() += text.data();
+    AtEach()();
 }
 
 std::string zek::test::TakeMessages() { return std::exchange(Recorded(), std::string()); }
+
+void zek::test::AtEachMessage(std::function<void()> act) { AtEach() = std::move(act); }
