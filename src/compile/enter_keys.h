@@ -1,4 +1,4 @@
-/// Entering many keys into a table at once. Relies on the standard library.
+/// Entering many keys into a table at once. Relies on fetch.h.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,8 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include "model/fetch.h"
 
 namespace zek {
 
@@ -35,8 +37,8 @@ template <class View>
 void FetchSoon(std::span<const KeyedIdentifier<View>> keys, std::span<const RankedKey> left) {
     constexpr std::size_t kAhead = 8;
     if (left.size() <= 2 * kAhead) return;
-    __builtin_prefetch(&keys[left[2 * kAhead].position]);
-    if constexpr (std::is_same_v<View, std::string_view>) __builtin_prefetch(keys[left[kAhead].position].key.data());
+    Fetch(&keys[left[2 * kAhead].position]);
+    if constexpr (std::is_same_v<View, std::string_view>) Fetch(keys[left[kAhead].position].key.data());
 }
 
 /// Adds the keys that the table does not have; of several equal ones the first stands. They are added in key order, so

@@ -1,5 +1,5 @@
 /// Names or numbers, each with a value. The one table of the library that looks up by hash: nodes of a map would cost
-/// more time and memory than what they hold. Relies on hash.h and arena.h.
+/// more time and memory than what they hold. Relies on hash.h, arena.h and fetch.h.
 #pragma once
 
 #include <algorithm>
@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "model/arena.h"
+#include "model/fetch.h"
 #include "model/hash.h"
 #include "model/large_pages.h"
 
@@ -73,10 +74,10 @@ public:
     /// Whether look-ups wait for memory, since the table takes more than the nearer caches hold.
     bool IsLarge() const { return slots_.size() >= kSlotsOfLarge; }
     // What a look-up in a large table reads, fetched ahead of it: first the slot, then the row.
-    void FetchSlot(unsigned tag) const { __builtin_prefetch(&slots_[FirstPosition(tag)]); }
+    void FetchSlot(unsigned tag) const { Fetch(&slots_[FirstPosition(tag)]); }
     void FetchRow(unsigned tag) const {
         const std::uint32_t row = slots_[PositionOf(tag, [](const Slot&) { return true; })].row;
-        if (row != 0) __builtin_prefetch(rows_.At(row - 1));
+        if (row != 0) Fetch(rows_.At(row - 1));
     }
 
     /// Goes through the keys and their values in the order in which they were added.
