@@ -169,6 +169,7 @@ bool MakeFirstPass(CrossReferences& references) {
 bool MakeSecondPass(CrossReferences& read) {
     const References references(&read);
     unsigned valid = 1;
+    const bool looksAhead = LookAhead::IsWorthIt();
     const auto note = [&read](const CZEKSection& section, LookAhead& ahead) {
         const OperandTables tables = read.TablesOfOperands();
         if (!tables.Any()) return;
@@ -177,7 +178,7 @@ bool MakeSecondPass(CrossReferences& read) {
         }
     };
     for (const SectionList* list : CZEKSection::m_svpHSection) {
-        VisitAhead(*list, note, [&valid](CZEKSection& section) {
+        VisitAhead(*list, looksAhead, note, [&valid](CZEKSection& section) {
             valid &= section.IsValidEx(0);
             return true;
         });

@@ -177,11 +177,9 @@ public:
 
 void CompileModel(CompiledSections& out) {
     tagGCENTRY compiled;
-    const auto note = [](const CZEKSection& section, LookAhead& ahead) {
-        if (g_numbering) NoteNames(section, ahead);
-    };
+    const bool looksAhead = g_numbering && LookAhead::IsWorthIt();
     for (const SectionList* list : CZEKSection::m_svpHSection) {
-        VisitAhead(*list, note, [&](const CZEKSection& section) {
+        VisitAhead(*list, looksAhead, NoteNames, [&](const CZEKSection& section) {
             if (!IsCompiled(section.m_dwType)) return false;
             out.Section(IdentifierOf(section.m_dwType));
             CompileEntries(section, compiled, out);

@@ -71,11 +71,12 @@ public:
         else
             return key;
     }
-    /// Whether look-ups wait for memory, since the table takes more than the nearer caches hold.
+    /// Whether look-ups wait for memory in a model that takes more than the caches hold.
     bool IsLarge() const { return slots_.size() >= kSlotsOfLarge; }
     // What a look-up in a large table reads, fetched ahead of it: first the slot, then the row.
     void FetchSlot(unsigned tag) const { Fetch(&slots_[FirstPosition(tag)]); }
     void FetchRow(unsigned tag) const {
+        if (size_ == 0) return;
         const std::uint32_t row = slots_[PositionOf(tag, [](const Slot&) { return true; })].row;
         if (row != 0) Fetch(rows_.At(row - 1));
     }
@@ -101,7 +102,7 @@ public:
     Iterator end() const { return {*this, rows_.End()}; }
 
 private:
-    static constexpr std::size_t kSlotsOfLarge = std::size_t{1} << 17;
+    static constexpr std::size_t kSlotsOfLarge = std::size_t{1} << 13;
 
     struct Slot {
         unsigned tag;  ///< the number, or the hash of the text: of most other texts it tells without a look at them

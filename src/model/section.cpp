@@ -62,11 +62,7 @@ std::string* TextOfEntry(const CZEKSection& section, unsigned type) {
     return entry ? TextOf(*entry) : nullptr;
 }
 
-bool IsModelLarge() {
-    std::size_t sections = 0;
-    for (const SectionList* list : CZEKSection::m_svpHSection) sections += list->size();
-    return sections > kPlainModel;
-}
+bool IsModelLarge() { return SectionsOfModel() > kPlainModel; }
 
 const SectionList& SectionsOf(unsigned type) {
     static constexpr SectionList kNone;
@@ -125,9 +121,8 @@ void CZEKSection::Declare(zek::SectionList& list, const zek::SectionKind& kind) 
                                                      : zek::NewEntry(type, notation).release());
     }
     // Listed last: a section whose construction fails for want of memory is gone again.
-    bool& isRegistered = zek::g_registeredKinds[static_cast<std::size_t>(&kind - zek::kSectionKinds.data())];
-    if (!isRegistered) m_svpHSection.push_back(&list);
-    isRegistered = true;
+    if (std::find(m_svpHSection.begin(), m_svpHSection.end(), &list) == m_svpHSection.end())
+        m_svpHSection.push_back(&list);
     list.push_back(this);
     ++zek::g_modelChanges;
 }

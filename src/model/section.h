@@ -133,7 +133,13 @@ namespace zek {
 /// A model of up to this many sections is kept plain: each section has its own entries, each entry its sub-strings, so
 /// that a host may look at them and change them. In a larger one absent_entries.h and waiting_values.h save memory.
 inline constexpr std::size_t kPlainModel = 1000;
-/// Whether the registry lists more sections than that.
+/// How many sections the registry lists.
+inline std::size_t SectionsOfModel() {
+    std::size_t sections = 0;
+    for (const SectionList* list : CZEKSection::m_svpHSection) sections += list->size();
+    return sections;
+}
+/// Whether these are more than kPlainModel.
 bool IsModelLarge();
 
 /// The first entry of this type id, or null.

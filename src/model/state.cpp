@@ -14,8 +14,6 @@ constinit Pool g_pool;
 constinit SharedEntries g_sharedEntries{};
 // Filled while a large model is read; empty once its entries are checked or destroyed.
 WaitingValues g_waitingValues;
-// By kind, in the order of their table: set when its first section is made; never cleared.
-std::array<bool, 14> g_registeredKinds{};
 // Set by the driver while it reads a section: no entry of it is a host's.
 bool g_readingSection = false;
 // Set by the driver while it reads a section of a large model: its entries are shared, its values wait.

@@ -1,8 +1,6 @@
 /// The process-wide variables of the model that no class publishes. Relies on the headers below.
 #pragma once
 
-#include <array>
-
 #include "model/file_index.h"
 #include "model/pool.h"
 #include "model/waiting_values.h"
@@ -15,7 +13,6 @@ extern FileIndex g_fileIndex;
 extern Pool g_pool;
 extern SharedEntries g_sharedEntries;
 extern WaitingValues g_waitingValues;
-extern std::array<bool, 14> g_registeredKinds;
 extern bool g_readingSection;
 extern bool g_readingLargeModel;
 extern unsigned g_includeDepth;

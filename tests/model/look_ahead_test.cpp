@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace zek::test {
@@ -26,10 +27,28 @@ TEST(LookAhead, IsForTablesThatTheCacheDoesNotHold) {
     LookAhead::Names table;
     EXPECT_EQ(LookAhead::IfLarge(nullptr), nullptr);
     EXPECT_EQ(LookAhead::IfLarge(&table), nullptr);
-    Add(Names(40'000), table);
+    Add(Names(3'000), table);
     EXPECT_EQ(LookAhead::IfLarge(&table), nullptr);
-    Add(Names(100'000), table);
+    Add(Names(7'000), table);
     EXPECT_EQ(LookAhead::IfLarge(&table), &table);
+}
+
+TEST(LookAhead, IsForModelsThatTheCacheDoesNotHold) {
+    EXPECT_FALSE(LookAhead::IsWorthIt());
+    CGSTABLE::m_sHeader.resize(40'000);
+    CZEKSection::m_svpHSection = {&CGSTABLE::m_sHeader};
+    EXPECT_TRUE(LookAhead::IsWorthIt());
+    CGSTABLE::m_sHeader.clear();
+}
+
+TEST(LookAhead, HasNothingFetchedFromATableThatIsEmptyByThen) {
+    LookAhead::Names table;
+    LookAhead ahead;
+    Add(Names(10), table);
+    ahead.Note(&table, "NAME_1");
+    table = {};
+    ahead.FetchRows();
+    EXPECT_EQ(table.Find("NAME_1"), nullptr);
 }
 
 TEST(LookAhead, FindsTheSameWhateverWasNoted) {
@@ -60,13 +79,17 @@ TEST(VisitAhead, VisitsEachInOrderAndNotesTheOneBehindIt) {
         objects[i].m_dwLine = i + 1;
     }
     std::string steps;
-    VisitAhead(
-        sections, [&](const CZEKSection& section, LookAhead&) { steps += " note " + std::to_string(section.m_dwLine); },
-        [&](const CZEKSection& section) {
-            steps += " visit " + std::to_string(section.m_dwLine);
-            return section.m_dwLine < 3;
-        });
-    EXPECT_EQ(steps, " note 2 visit 1 note 3 visit 2 note 4 visit 3");
+    const auto note = [&](const CZEKSection& section, LookAhead&) {
+        steps += " note " + std::to_string(section.m_dwLine);
+    };
+    const auto visit = [&](const CZEKSection& section) {
+        steps += " visit " + std::to_string(section.m_dwLine);
+        return section.m_dwLine < 3;
+    };
+    VisitAhead(sections, true, note, visit);
+    EXPECT_EQ(std::exchange(steps, ""), " note 2 visit 1 note 3 visit 2 note 4 visit 3");
+    VisitAhead(sections, false, note, visit);
+    EXPECT_EQ(steps, " visit 1 visit 2 visit 3");
 }
 
 }  // namespace zek::test

@@ -49,16 +49,6 @@ TEST_F(SectionRegistry, IsInTheOrderInWhichTheKindsFirstAppear) {
     EXPECT_EQ(CGSGROUP::m_sHeader.size(), 0U);
 }
 
-TEST_F(SectionRegistry, TakesAKindOnceWhateverAHostHasChanged) {
-    CZEKSection::m_svpHSection.push_back(&CGSGROUP::m_sHeader);
-    Create("GROUP");
-    EXPECT_EQ(CZEKSection::m_svpHSection, Registry({&CGSGROUP::m_sHeader, &CGSGROUP::m_sHeader}));
-    CZEKSection::m_svpHSection.clear();
-    Create("GROUP");
-    EXPECT_EQ(CZEKSection::m_svpHSection, Registry());
-    CZEKSection::m_svpHSection.push_back(&CGSGROUP::m_sHeader);
-}
-
 TEST_F(SectionRegistry, GivesTheListOfAKindThatHasSections) {
     EXPECT_EQ(FindSectHead(0x20000004), nullptr);
     Create("GROUP");

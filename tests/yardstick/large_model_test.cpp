@@ -97,13 +97,24 @@ TEST_F(WaitingValue, IsLetGoOfWithTheSubStrings) {
     EXPECT_EQ(Errors(), "Error[main.zek:2]: [SYSTEM]:MODEL, No sub-string.\n");
 }
 
-TEST_F(WaitingValue, IsForgottenWhenAHostStoresAnother) {
+TEST_F(WaitingValue, IsCutWhenAHostStoresAnother) {
     CZEKEntry& entry = Read("one");
     entry.m_ZekEntryData.Destory();
     entry.Init("host.zek", "MODEL", "two", 9);
-    EXPECT_EQ(entry.m_vstrSubStr, TextList{"two"});
+    EXPECT_EQ(entry.m_vstrSubStr, (TextList{"one", "two"}));
     EXPECT_EQ(entry.IsValid(CGSSYSTEM::m_sHeader.front(), 0), 1U);
-    EXPECT_EQ(Text(entry), "two");
+    EXPECT_EQ(Text(entry), "one");
+}
+
+TEST_F(WaitingValue, GivesWayToThePiecesThatAHostStores) {
+    for (const TextList& pieces : {TextList{"9"}, TextList{"9", "8"}}) {
+        CZEKEntry& entry = Read("one");
+        entry.m_vstrSubStr = pieces;
+        EXPECT_EQ(entry.IsValid(CGSSYSTEM::m_sHeader.front(), 0), 1U);
+        EXPECT_EQ(Text(entry), "9");
+        EXPECT_TRUE(entry.m_vstrSubStr.empty());
+        gccCompEnd();
+    }
 }
 
 TEST_F(WaitingValue, IsCutAtOnceInADefinition) {

@@ -107,6 +107,44 @@ TEST_P(OutputOfGeneratedSource, IsWhatTheStepsGive) {
     EXPECT_GE(bytes, kSeedsInShard * 1000) << "the images are worth comparing";
 }
 
+class OutputOfAModelBeyondTheCaches : public ProcessTest {
+protected:
+    /// Devices that refer to globals and predefined names, each elsewhere; one of them to a global that is not there.
+    static std::string SourceOf(std::size_t devices, std::size_t names) {
+        const auto text = [](std::size_t number) { return std::to_string(number); };
+        std::string defines = "[DEFINE]\nWORD=1\n";
+        std::string globals = "[GLOBAL]\n";
+        std::string source;
+        for (std::size_t i = 0; i < names; ++i) {
+            defines += "W" + text(i) + "=" + text(i + 7) + "\n";
+            globals += "G_" + text(i) + "=WORD,W" + text(i * 31 % names) + "\n";
+        }
+        for (std::size_t i = 0; i < devices; ++i) {
+            source += "[DEVICE]\nNAME=D" + text(i) + "\nID=" + text(i) +
+                      "\nINITFLAG=0\nCONTROLMASK=0\nVALUE_A=WORD,G_" +
+                      (i == devices / 2 ? "NONE" : text(i * 37 % names)) + "\nVALUE_B=WORD,W" + text(i * 41 % names) +
+                      "\nP_S=text " + text(i * 43 % devices) + "\n";
+        }
+        return defines + globals + source;
+    }
+};
+
+TEST_F(OutputOfAModelBeyondTheCaches, IsWhatTheStepsGive) {
+    constexpr std::size_t kDevices = 33'000;
+    EXPECT_EQ(Check(SourceOf(kDevices, 7'000)), 0U);
+    EXPECT_EQ(Errors(), "Error[main.zek:" + std::to_string(14'003 + 8 * (kDevices / 2) + 6) +
+                            "]: [DEVICE]:VALUE_A, The GLOBAL entry with NAME G_NONE does not exist.\n");
+    const Tables before = TablesNow();
+    Random random(1);
+    OutputInSteps("steps", random);
+    const Tables after = TablesNow();
+    Restore(before);
+    ASSERT_EQ(gccOutput("image"), 1U);
+    EXPECT_TRUE(TablesNow() == after) << "the tables";
+    EXPECT_TRUE(WithoutTime(Read("image")) == WithoutTime(Read("steps"))) << "the bytes";
+    EXPECT_GT(g_tblString.size(), kDevices);
+}
+
 INSTANTIATE_TEST_SUITE_P(Shard, OutputOfGeneratedSource, testing::Range(0U, 4U));
 
 }  // namespace zek::test

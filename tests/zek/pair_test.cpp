@@ -75,9 +75,7 @@ TEST_F(ZekPair, IsToldAsJsonToo) {
          json(R"({"schema": "zek-verify-pair/2", "files": ["a.zki", "x"], "faultyFile": "x", "fault": {"place": "",
                   "text": "is neither a compiled nor a debug image", "code": "bad-magic", "offset": 0},
                   "exitCode": 3})")},
-        {{"a.zki", "missing"},
-         2,
-         json(R"({"schema": "zek-verify-pair/2", "files": ["a.zki", "missing"],
+        {{"a.zki", "missing"}, 2, json(R"({"schema": "zek-verify-pair/2", "files": ["a.zki", "missing"],
                   "reason": "cannot read missing: No such file or directory", "exitCode": 2})")},
     };
     for (const auto& row : rows) {
