@@ -207,6 +207,7 @@ tagGCSECT* CreateGCSect(unsigned sectionType) {
     if (!zek::IsCompiled(sectionType)) return nullptr;
     auto* section = new tagGCSECT;
     section->dwSect = zek::IdentifierOf(sectionType);
+    ++zek::g_sectionsMade;
     return section;
 }
 

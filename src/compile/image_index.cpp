@@ -20,8 +20,8 @@ struct Nothing {};
 }  // namespace
 
 SectionsStamp SectionsStamp::Now() {
-    if (g_GCHead.empty()) return {g_changes, 0, nullptr, nullptr};
-    return {g_changes, g_GCHead.size(), g_GCHead.front(), g_GCHead.back()};
+    if (g_GCHead.empty()) return {g_changes, g_sectionsMade, 0, nullptr, nullptr};
+    return {g_changes, g_sectionsMade, g_GCHead.size(), g_GCHead.front(), g_GCHead.back()};
 }
 
 ImageIndex::Kind& ImageIndex::KindOf(unsigned identifier) {

@@ -35,8 +35,8 @@ class ImageIndex {
 public:
     /// The sections with this identifier in order. They are made anew when our functions have replaced the list or a
     /// table; a host that changes a long list itself is followed when it changes its size, or the first or last
-    /// section. In a short list it is followed always, but for changes within the entries of a kind of which one section
-    /// has many.
+    /// section. In a short list it is followed always, but for changes within the entries of a kind of which one
+    /// section has many.
     const std::vector<tagGCSECT*>& Sections(unsigned identifier);
     /// The first of them whose NAME, or in sections of free names whose entry's name, is this text. Names and IDs are
     /// read anew when a table that one of their identifiers is of has got a key, or its size has changed.

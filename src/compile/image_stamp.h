@@ -8,11 +8,13 @@
 namespace zek {
 
 extern unsigned g_changes;
+extern unsigned g_sectionsMade;
 
-/// Differs as soon as one of our functions has replaced a table or the list of sections, or a host has changed the
-/// list's size, or its first or last section.
+/// Differs as soon as one of our functions has replaced a table or the list of sections or made a section, or a host
+/// has changed the list's size, or its first or last section.
 struct SectionsStamp {
     unsigned changes = 0;
+    unsigned made = 0;
     std::size_t sections = 0;
     const tagGCSECT* first = nullptr;
     const tagGCSECT* last = nullptr;

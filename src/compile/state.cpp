@@ -37,6 +37,8 @@ namespace zek {
 // Advances with every change of our functions that replaces a table or g_GCHead, or numbers many keys; the indexes
 // below follow it.
 unsigned g_changes = 0;
+// Counts what CreateGCSect has made: a section that a host deletes may leave its place to the next.
+unsigned g_sectionsMade = 0;
 // The keys that our functions have numbered one by one, or added with 0, by table; what is made of the keys of a table
 // follows its own.
 std::array<unsigned, kIdentifierTables.size()> g_insertions{};

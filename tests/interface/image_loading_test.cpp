@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include "compile/compile.h"
 #include "compile/small_image.h"
 #include "interface/queried_image.h"
 #include "support/resources.h"
@@ -243,6 +244,17 @@ TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostChangesTheEndsOfALongList) 
     g_GCHead.pop_back();
     EXPECT_EQ(gcGetSectCount(kSensor), 999U);
     g_GCHead.clear();
+}
+
+TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostMakesASectionInThePlaceOfAnother) {
+    for (unsigned i = 0; i < 65; ++i) g_GCHead.push_back(CreateGCSect(0x20000005));
+    EXPECT_EQ(gcGetSectCount(kSensor), 65U);
+    // The next one most often gets the memory of the last.
+    delete g_GCHead.back();
+    g_GCHead.back() = CreateGCSect(0x20000004);
+    EXPECT_EQ(gcGetSectCount(kSensor), 64U);
+    EXPECT_EQ(gcGetSectCount(0x01000004), 1U);
+    CompDestory();
 }
 
 TEST_F(ImageLoading, IsFollowedByTheQueriesWhereAHostMakesOneTableLargerAndAnotherSmaller) {

@@ -43,7 +43,7 @@ private:
     SourceText& text_;
     std::vector<Allowed> all_;
     std::map<std::tuple<std::string, unsigned, std::string>, std::vector<std::size_t>>
-        byLine_;              // in all_, by the line they are about and the code
+        byLine_;  // in all_, by the line they are about and the code
     std::set<std::string> codes_;
     std::string abovePath_;   // of the comment that was read last
     unsigned aboveLine_ = 0;  // the line that it stands above; 0 when that is not known

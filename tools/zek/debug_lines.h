@@ -42,7 +42,8 @@ bool IsDefinition(const DebugEntry& entry);
 /// The items of [INCLUDE] in the order of the image, each once, however often its file was read.
 std::vector<RecordedLine> IncludeItems(const DebugSource& source);
 
-/// Of the predefined names of the image those that no item of the source defines: the compiler was given them, as by -D.
+/// Of the predefined names of the image those that no item of the source defines: the compiler was given them, as by
+/// -D.
 std::map<std::string, unsigned> GivenWords(const DebugSource& source, std::map<std::string, unsigned> names);
 
 }  // namespace zek::tool

@@ -74,8 +74,8 @@ public:
     /// severity are kept. Levels and text must outlive this.
     Review(const Levels& levels, const std::vector<std::string>& paths, SourceText& text, std::size_t most);
 
-    /// For what gives rise to very many: true where a finding of that code is not kept, wherever it stands, and need not
-    /// be made; it counts.
+    /// For what gives rise to very many: true where a finding of that code is not kept, wherever it stands, and need
+    /// not be made; it counts.
     bool CountOnly(const std::string& code);
     /// The findings that are kept stand in the order in which they come.
     void Add(Finding finding);
