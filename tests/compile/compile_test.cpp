@@ -10,6 +10,12 @@ using Compilation = ProcessTest;
 
 namespace {
 
+/// Gives an entry data of the class of numbers, whatever its own is.
+void MakeNumber(CZEKEntry& entry) {
+    entry.m_ZekEntryData.Destory();
+    entry.m_ZekEntryData.Create(kDefinition);
+}
+
 std::string CompiledModel() {
     EXPECT_EQ(InitTblD(), 1U);
     EXPECT_EQ(Compile(), 1U);
@@ -63,16 +69,14 @@ TEST_F(Compilation, PassesOverEntriesWithoutDataAndStopsAtOneWithoutAName) {
 TEST_F(Compilation, StopsAtAnEntryWithoutANameWhateverItsDataIs) {
     Source("[TABLE]\nTYPE=3\n1=1\nNAME=late\nNAME=again\n");
     gccCheck();
-    CGSTABLE::m_sHeader.at(0)->m_vpEntry.at(2)->m_ZekEntryData.Create(kDefinition);
+    MakeNumber(*CGSTABLE::m_sHeader.at(0)->m_vpEntry.at(2));
     EXPECT_EQ(CompiledModel(), "01000008: 02000015(12000000) 02000002(11000000)\n");
 }
 
 TEST_F(Compilation, PassesOverAnEntryWithDataOfAnotherClass) {
     Source("[DEVICE]\nNAME=D\nINITFLAG=1\nP_own=2\nP_more=3\n");
     gccCheck();
-    for (const std::size_t entry : {0U, 4U}) {
-        CGSDEVICE::m_sHeader.at(0)->m_vpEntry.at(entry)->m_ZekEntryData.Create(kDefinition);
-    }
+    for (const std::size_t entry : {0U, 4U}) MakeNumber(*CGSDEVICE::m_sHeader.at(0)->m_vpEntry.at(entry));
     EXPECT_EQ(CompiledModel(), "01000006: 02000009(11000000) 03000001(12000000)\n");
 }
 

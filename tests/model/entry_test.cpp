@@ -60,10 +60,14 @@ TEST_F(Entry, IsEmptyUntilAnItemIsStored) {
 
 TEST_F(Entry, KeepsItsPiecesWhereItIsFilledAgain) {
     CGESTRING entry(0x10020013, tagNOTATION{2});
-    entry.Init("main.zek", "A", "a,b", 1);
-    entry.Init("main.zek", "B", "c", 2);
+    const auto fill = [&entry](const std::string& key, const std::string& value) {
+        entry.m_ZekEntryData.Destory();
+        entry.Init("main.zek", key, value, 1);
+    };
+    fill("A", "a,b");
+    fill("B", "c");
     EXPECT_EQ(entry.m_vstrSubStr, Pieces({"a", "b", "c"}));
-    entry.Init("main.zek", "C", "", 3);
+    fill("C", "");
     EXPECT_EQ(entry.m_vstrSubStr, Pieces({"a", "b", "c"}));
     EXPECT_EQ(entry.m_strName, "C");
 }
