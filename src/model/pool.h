@@ -1,4 +1,4 @@
-/// Memory for the small objects of the source model: its entries and their typed data. Stands beside the heap because a
+/// Memory for the small objects of the source model: its sections, entries and their typed data. Stands beside the heap because a
 /// board has millions of them in a few sizes, which are made together and freed together: they need no header each, and
 /// large blocks of them get large pages. Relies on the standard library.
 #pragma once
@@ -10,11 +10,11 @@ namespace zek {
 
 class Pool {
 public:
-    /// The size of the largest objects it has memory for.
+    /// The size of the largest objects it has memory of its own for.
     static constexpr std::size_t kLargest = 192;
 
-    /// Uncleared memory for an object of 1 to kLargest bytes, aligned as pointers are; until it is given back with the
-    /// same size. Throws `std::bad_alloc`.
+    /// Uncleared memory for an object, aligned as pointers are; until it is given back with the same size. That of an
+    /// object of more than kLargest bytes is of the heap. Throws `std::bad_alloc`.
     void* Take(std::size_t size);
     /// Memory that was not taken from here, as a host may supply it, goes back to the heap. Once everything is given
     /// back, the pool holds no memory.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
 #include <vector>
 
 #include "model/large_pages.h"
@@ -85,7 +86,55 @@ TEST(Pool, TakesBlocksTooLargeForLargePages) {
 
 #endif
 
+namespace {
+
+/// What a host derives from a class of the library may be of any size.
+class LargeEntry : public CGESTRING {
+public:
+    using CGESTRING::CGESTRING;
+    std::string more[8];
+};
+
+/// An object as it is made by a host that knows of no operator of its class.
+template <class Object>
+Object* OnHeap(unsigned type, unsigned notation) {
+    return ::new (::operator new(sizeof(Object))) Object(type, static_cast<tagNOTATION>(notation));
+}
+
+}  // namespace
+
+class ObjectsOfHost : public ProcessTest {};
+
+TEST_F(ObjectsOfHost, GoBackToWhereTheyCameFrom) {
+    for (int round = 0; round < 3; ++round) {
+        CZEKSection* group = OnHeap<CGSGROUP>(kGroupSection, 2);
+        group->m_vpEntry.push_back(OnHeap<CGESTRING>(kName, 1));
+        group->m_vpEntry.push_back(OnHeap<LargeEntry>(kName, 1));
+        group->m_vpEntry.push_back(new LargeEntry(kName, tagNOTATION{1}));
+        for (CZEKEntry* entry : group->m_vpEntry) entry->m_strName = "a name of more than sixteen characters";
+        const CZEKSection* const other = new CGSGROUP(kGroupSection, tagNOTATION{2});
+        EXPECT_EQ(CGSGROUP::m_sHeader.back(), other);
+        CZEKSection::Destory();
+        EXPECT_TRUE(CGSGROUP::m_sHeader.empty());
+    }
+}
+
 class PooledEntry : public ProcessTest {};
+
+TEST(Pool, TakesLargerObjectsFromTheHeap) {
+    Pool pool;
+    void* const memory = pool.Take(Pool::kLargest + 1);
+    std::memset(memory, 'x', Pool::kLargest + 1);
+    EXPECT_FALSE(pool.Owns(memory));
+    pool.Give(memory, Pool::kLargest + 1);
+}
+
+class PooledSection : public ProcessTest {};
+
+TEST_F(PooledSection, StandsBeforeItsEntries) {
+    const CZEKSection* group = CZEKSection::Create("main.zek", "GROUP", 1);
+    EXPECT_EQ(static_cast<const void*>(group->m_vpEntry[0]), static_cast<const void*>(group + 1));
+}
 
 TEST_F(PooledEntry, MayBeDeletedAndReplacedByTheHost) {
     for (int round = 0; round < 3; ++round) {
