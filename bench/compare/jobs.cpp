@@ -46,19 +46,28 @@ void AddTold(const Job& job) {
     if (job.tells != kSeconds) job.figures->Add(job.name, "work", work);
 }
 
+double SizeOf(const std::string& file) {
+    return std::filesystem::exists(file) ? static_cast<double>(std::filesystem::file_size(file)) : 0;
+}
+
 /// Has the system hold as much free memory as the runs of a job took before, the first time about what a run of other
-/// tools takes. A virtual machine gives free memory back to its host, and to get it again takes far longer than to have
-/// a page cleared: that is not what is measured.
+/// tools takes, and as the files do that it writes. A virtual machine gives free memory back to its host, and to get it
+/// again takes far longer than to have a page cleared: that is not what is measured.
 void FetchMemory(const Job& job) {
-    const double peak = job.figures->Has(job.name, "peak") ? job.figures->Get(job.name, "peak") : 4 * job.bytes;
-    const auto size = static_cast<std::size_t>(peak);
-    void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_POPULATE, -1, 0);
-    if (memory != MAP_FAILED) munmap(memory, size);
+    double bytes = job.figures->Has(job.name, "peak") ? job.figures->Get(job.name, "peak") : 4 * job.bytes;
+    for (const std::string& file : job.writes) bytes += SizeOf(file);
+    const auto size = static_cast<std::size_t>(bytes);
+    void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) return;
+    // It gives back what lies in large pieces, as they are in large pages.
+    madvise(memory, size, MADV_HUGEPAGE);
+    madvise(memory, size, MADV_POPULATE_WRITE);
+    munmap(memory, size);
 }
 
 void RunJob(const Job& job) {
-    for (const std::string& file : job.writes) std::filesystem::remove(file);
     FetchMemory(job);
+    for (const std::string& file : job.writes) std::filesystem::remove(file);
     const Run run = Must(job.command, job.writes, job.exitCode);
     Figures& figures = *job.figures;
     figures.Add(job.name, "wall", run.seconds);
