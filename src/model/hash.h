@@ -1,6 +1,7 @@
 /// The hashes of names and numbers in the tables of this library. Relies on the standard library.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -20,27 +21,49 @@ inline std::uint64_t MixedProduct(std::uint64_t a, std::uint64_t b) {
     return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
+/// As many characters of a text as the type of the result has bytes.
+template <class Word>
+Word CharactersAt(std::string_view text, std::size_t start) {
+    Word word;
+    std::memcpy(&word, text.data() + start, sizeof(Word));
+    return word;
+}
+
 /// Of a text, eight characters at a time and without a call: nearly every word of a description is looked up so.
 inline std::uint32_t HashOf(std::string_view text) {
-    const auto charactersAt = [text]<class Word>(std::size_t start, Word word) {
-        std::memcpy(&word, text.data() + start, sizeof(Word));
-        return std::uint64_t{word};
-    };
     const std::size_t size = text.size();
     std::uint64_t hash = size ^ kGoldenRatio;
     const auto mixIn = [&hash](std::uint64_t characters) { hash = MixedProduct(characters ^ kHashSeed, hash); };
     // The last characters may be mixed in twice.
     if (size >= 8) {
-        for (std::size_t start = 0; start < size - 8; start += 8) mixIn(charactersAt(start, std::uint64_t{}));
-        mixIn(charactersAt(size - 8, std::uint64_t{}));
+        for (std::size_t start = 0; start < size - 8; start += 8) mixIn(CharactersAt<std::uint64_t>(text, start));
+        mixIn(CharactersAt<std::uint64_t>(text, size - 8));
     } else if (size >= 4) {
-        mixIn(charactersAt(0, std::uint32_t{}) | charactersAt(size - 4, std::uint32_t{}) << 32);
+        mixIn(CharactersAt<std::uint32_t>(text, 0) | std::uint64_t{CharactersAt<std::uint32_t>(text, size - 4)} << 32);
     } else {
         std::uint64_t characters = 0;
         for (const char character : text) characters = characters << 8 | static_cast<unsigned char>(character);
         mixIn(characters);
     }
     return static_cast<std::uint32_t>(MixedProduct(hash ^ kHashSeed, kGoldenRatio));
+}
+
+/// Whether two texts are the same: also without a call, since most that are compared behind their hashes are.
+inline bool IsSame(std::string_view a, std::string_view b) {
+    const std::size_t size = a.size();
+    if (size != b.size()) return false;
+    const auto sameAt = [a, b]<class Word>(std::size_t start, Word) {
+        return CharactersAt<Word>(a, start) == CharactersAt<Word>(b, start);
+    };
+    // The last characters may be compared twice.
+    if (size >= 8) {
+        for (std::size_t start = 0; start < size - 8; start += 8) {
+            if (!sameAt(start, std::uint64_t{})) return false;
+        }
+        return sameAt(size - 8, std::uint64_t{});
+    }
+    if (size >= 4) return sameAt(0, std::uint32_t{}) && sameAt(size - 4, std::uint32_t{});
+    return std::equal(a.begin(), a.end(), b.begin());
 }
 
 /// Eight numbers in a row share a line of slots, since ids and addresses come in rows.

@@ -11,13 +11,14 @@ void HashSlots::Reset(std::size_t count) {
 }
 
 std::uint32_t KeyTable::OrdinalOf(std::string_view name) const {
-    return slots.Find(HashOf(name), [&](std::uint32_t ordinal) { return NameAt(ordinal) == name; });
+    return slots.Find(HashOf(name), [&](std::uint32_t ordinal) { return IsSame(NameAt(ordinal), name); });
 }
 
 namespace {
 
-/// Keys of one kind that come in a row share a line of slots, as their hashes do.
-std::uint32_t HashOfKey(unsigned kind, unsigned key) { return HashOf(key) + 0x9E3779B8 * kind; }
+std::uint32_t HashOfKey(unsigned kind, unsigned key) {
+    return static_cast<std::uint32_t>(MixedProduct((std::uint64_t{kind} << 32 | key) ^ kHashSeed, kGoldenRatio));
+}
 
 }  // namespace
 

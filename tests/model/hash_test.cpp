@@ -47,6 +47,21 @@ std::size_t Looks(const std::vector<unsigned>& numbers, Hash&& hash) {
 
 }  // namespace
 
+TEST(Same, AreTextsThatDifferNowhere) {
+    const std::string text = "a text that is longer than four words of eight";
+    for (std::size_t size = 0; size <= text.size(); ++size) {
+        const std::string one = text.substr(0, size);
+        EXPECT_TRUE(IsSame(one, std::string(one))) << one;
+        for (std::size_t i = 0; i < size; ++i) {
+            std::string other = one;
+            other[i] = '\0';
+            EXPECT_FALSE(IsSame(one, other)) << one << " at " << i;
+        }
+        EXPECT_FALSE(IsSame(one, one + '\0')) << one;
+        EXPECT_FALSE(IsSame('x' + one, one)) << one;
+    }
+}
+
 TEST(Hash, SpreadsNamesWhereverTheyDiffer) {
     const std::string filler = "A_NAME_OF_MANY_CHARACTERS_";
     const std::function<std::string(unsigned)> families[] = {
