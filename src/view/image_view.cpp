@@ -56,8 +56,9 @@ std::optional<ImageView::Section> ImageView::SectionNamed(unsigned kind, std::st
     // One class but for what no source says.
     unsigned classes = IsKind(kind) ? data_->nameClasses[kind & kIdOrdinalMask] : 0;
     for (; classes != 0; classes &= classes - 1) {
-        const std::optional<unsigned> word = IdentifierOf(static_cast<unsigned>(std::countr_zero(classes)) << 24, name);
-        if (word) first = std::min(first, data_->named.Find(kind, *word));
+        const unsigned tableClass = static_cast<unsigned>(std::countr_zero(classes)) << 24;
+        const std::uint32_t ordinal = data_->TableOf(tableClass).OrdinalOf(name);
+        if (ordinal != HashSlots::kNone) first = std::min(first, data_->named.Find(kind, tableClass + ordinal));
     }
     if (first == FirstSections::kNone) return {};
     return Section(data_.get(), first);
