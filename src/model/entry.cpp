@@ -55,7 +55,7 @@ TextList SubStringsOf(std::string_view value) {
 template <class Kind>
 CZEKEntry* Construct(void* memory, unsigned type, tagNOTATION notation) {
     static_assert(sizeof(Kind) == sizeof(CZEKEntry) && sizeof(Kind) <= Pool::kLargest);
-    return ::new (memory) Kind(type, notation);
+    return new (memory) Kind(type, notation);
 }
 
 }  // namespace
@@ -105,6 +105,11 @@ CZEKEntry::CZEKEntry(unsigned type, tagNOTATION notation) noexcept : CZEKEntry()
 }
 
 CZEKEntry::~CZEKEntry() { zek::StopWaiting(*this); }
+
+void CZEKEntry::operator delete(void* memory, std::size_t size) {
+    if (zek::IsShared(memory)) return zek::RenewSharedEntry(memory);
+    zek::g_pool.Give(memory, size);
+}
 
 void CZEKEntry::Init(const std::string& file, const std::string& key, const std::string& value, unsigned line) {
     SetFile(file);

@@ -45,6 +45,10 @@ public:
     /// The pieces of the value as written. In a model of more than zek::kPlainModel sections, those of an item that was
     /// read from a source are cut when the entry is checked, and none are there before.
     std::vector<std::string> m_vstrSubStr;
+
+    /// Entries that the library makes come from its pool, those of a host from the heap; each goes back to where it
+    /// came from.
+    static void operator delete(void* memory, std::size_t size);
 };
 
 /// What every kind has: the two constructors (with and without type id and notation) and a first pass of its own.

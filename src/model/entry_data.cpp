@@ -32,12 +32,6 @@ const PayloadShape* ShapeOfClass(unsigned type) {
     return nullptr;
 }
 
-template <class Data, class... Arguments>
-Data* NewInPool(Arguments... arguments) {
-    static_assert(sizeof(Data) <= Pool::kLargest && alignof(Data) <= alignof(void*));
-    return new (g_pool.Take(sizeof(Data))) Data(arguments...);
-}
-
 template <class Data>
 void FreeInPool(Data* data) {
     if (!data) return;
@@ -124,8 +118,8 @@ CZekEntryData::~CZekEntryData() { Destory(); }
 void CZekEntryData::Create(unsigned int type) {
     if (m_bOfEntry) ++zek::g_modelChanges;
     m_dwType = type;
-    if (zek::EntryClass(type) == zek::kNumberClass) m_pData = zek::NewInPool<unsigned>(0U);
-    if (zek::EntryClass(type) == zek::kValueClass) m_pData = zek::NewInPool<CGeValue>();
+    if (zek::EntryClass(type) == zek::kNumberClass) m_pData = zek::g_pool.New<unsigned>(0U);
+    if (zek::EntryClass(type) == zek::kValueClass) m_pData = zek::g_pool.New<CGeValue>();
     if (const zek::PayloadShape* shape = zek::ShapeOfClass(type)) m_pData = zek::NewPayload(*shape);
 }
 

@@ -1,18 +1,10 @@
 #include "model/object.h"
 
-#include "model/absent_entries.h"
 #include "model/state.h"
 
 CZEKObj::CZEKObj() = default;
 
 CZEKObj::~CZEKObj() = default;
-
-void* CZEKObj::operator new(std::size_t size) { return zek::g_pool.Take(size); }
-
-void CZEKObj::operator delete(void* memory, std::size_t size) {
-    if (zek::IsShared(memory)) return zek::RenewSharedEntry(memory);
-    zek::g_pool.Give(memory, size);
-}
 
 void CZEKObj::SetFile(const std::string& file) { m_dwFile = zek::g_fileIndex.PositionIn(m_svstrIncFiles, file); }
 

@@ -2,7 +2,6 @@
 /// bytes.h.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -16,10 +15,6 @@ public:
     CZEKObj(const CZEKObj&) = delete;
     CZEKObj& operator=(const CZEKObj&) = delete;
     virtual ~CZEKObj();
-
-    /// Memory of the library's pool. What a host made otherwise goes back to the heap.
-    static void* operator new(std::size_t size);
-    static void operator delete(void* memory, std::size_t size);
 
     /// Records the source file, adding it to the list of files when it is new.
     void SetFile(const std::string& file);

@@ -34,7 +34,7 @@ constexpr bool IsLarge(std::size_t block) { return block >= kLargePage; }
 }  // namespace
 
 void* Pool::Take(std::size_t size) {
-    if (kOnHeap || size > kLargest) return ::operator new(size);
+    if (kOnHeap) return ::operator new(size);
     const std::size_t grains = Grains(size);
     Piece*& first = free_[grains];
     void* memory = first;

@@ -1,21 +1,34 @@
-/// Memory for the small objects of the source model: its sections, entries and their typed data. Stands beside the heap because a
-/// board has millions of them in a few sizes, which are made together and freed together: they need no header each, and
-/// large blocks of them get large pages. Relies on the standard library.
+/// Memory for the small objects of the source model: its sections, entries and their typed data. Stands beside the heap
+/// because a board has millions of them in a few sizes, which are made together and freed together: they need no header
+/// each, and large blocks of them get large pages. Relies on the standard library.
 #pragma once
 
 #include <array>
 #include <cstddef>
+#include <new>
 
 namespace zek {
 
 class Pool {
 public:
-    /// The size of the largest objects it has memory of its own for.
+    /// The size of the largest objects it has memory for.
     static constexpr std::size_t kLargest = 192;
 
-    /// Uncleared memory for an object, aligned as pointers are; until it is given back with the same size. That of an
-    /// object of more than kLargest bytes is of the heap. Throws `std::bad_alloc`.
+    /// Uncleared memory for an object of 1 to kLargest bytes, aligned as pointers are; until it is given back with the
+    /// same size. Throws `std::bad_alloc`.
     void* Take(std::size_t size);
+    /// A new object in such memory.
+    template <class Object, class... Arguments>
+    Object* New(Arguments... arguments) {
+        static_assert(sizeof(Object) <= kLargest && alignof(Object) <= alignof(void*));
+        void* const memory = Take(sizeof(Object));
+        try {
+            return new (memory) Object(arguments...);
+        } catch (...) {
+            Give(memory, sizeof(Object));
+            throw;
+        }
+    }
     /// Memory that was not taken from here, as a host may supply it, goes back to the heap. Once everything is given
     /// back, the pool holds no memory.
     void Give(void* memory, std::size_t size);

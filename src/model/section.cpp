@@ -85,6 +85,8 @@ CZEKSection::~CZEKSection() {
     }
 }
 
+void CZEKSection::operator delete(void* memory, std::size_t size) { zek::g_pool.Give(memory, size); }
+
 CZEKSection* CZEKSection::Create(const std::string& file, const std::string& name, unsigned line) {
     for (const zek::SectionKind& kind : zek::kSectionKinds) {
         if (name != kind.keyword) continue;

@@ -44,6 +44,10 @@ public:
     /// Destroys every section of every kind and empties the table of predefined names. The kinds stay registered.
     static void Destory();
 
+    /// Sections that the library makes come from its pool, those of a host from the heap; each goes back to where it
+    /// came from.
+    static void operator delete(void* memory, std::size_t size);
+
     /// The lists of the kinds, in the order in which a section of each was first made.
     static std::vector<zek::SectionList*> m_svpHSection;
 

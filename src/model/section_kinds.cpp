@@ -4,6 +4,7 @@
 #include <type_traits>
 
 #include "model/absent_entries.h"
+#include "model/state.h"
 
 namespace zek {
 
@@ -30,12 +31,12 @@ constexpr AddedEntry kValuesAndProperties = {kOwnValue, kNotationFamilyValue, tr
 
 template <class Kind>
 CZEKSection* Make(const SectionKind& kind) {
-    return new Kind(kind.type, static_cast<tagNOTATION>(kind.notation));
+    return g_pool.New<Kind>(kind.type, static_cast<tagNOTATION>(kind.notation));
 }
 
 template <class Kind>
 CZEKSection* MakeToRestore() {
-    return new Kind;
+    return g_pool.New<Kind>();
 }
 
 template <class Kind>
