@@ -1,7 +1,6 @@
 /// The hashes of names and numbers in the tables of this library. Relies on the standard library.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -63,12 +62,21 @@ inline bool IsSame(std::string_view a, std::string_view b) {
         return sameAt(size - 8, std::uint64_t{});
     }
     if (size >= 4) return sameAt(0, std::uint32_t{}) && sameAt(size - 4, std::uint32_t{});
-    return std::equal(a.begin(), a.end(), b.begin());
+    for (std::size_t i = 0; i < size; ++i) {
+        if (a[i] != b[i]) return false;
+    }
+    return true;
 }
 
 /// Eight numbers in a row share a line of slots, since ids and addresses come in rows.
 inline std::uint32_t HashOf(unsigned number) {
     return static_cast<std::uint32_t>(MixedProduct((number >> 3) ^ kHashSeed, kGoldenRatio)) << 3 | (number & 7);
+}
+
+/// Of two numbers. Nobody knows the factor either: by the seed alone, chosen numbers would now and then meet.
+inline std::uint32_t HashOf(unsigned first, unsigned second) {
+    const std::uint64_t both = std::uint64_t{first} << 32 | second;
+    return static_cast<std::uint32_t>(MixedProduct(both ^ kHashSeed, (kHashSeed ^ kGoldenRatio) | 1));
 }
 
 }  // namespace zek

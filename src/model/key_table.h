@@ -1,5 +1,5 @@
-/// Names or numbers, each with a value. The one table of the library that looks up by hash: nodes of a map would cost
-/// more time and memory than what they hold. Relies on hash.h, arena.h and fetch.h.
+/// Names or numbers, each with a value, looked up by hash: nodes of a map would cost more time and memory than what
+/// they hold. Relies on hash.h, arena.h and fetch.h.
 #pragma once
 
 #include <algorithm>

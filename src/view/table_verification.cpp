@@ -56,7 +56,7 @@ bool ImageVerifier::Table(std::size_t slot) {
     const TableFrame frame = {starts_[slot], starts_[slot] + kTableHead, starts_[slot + 1]};
     const unsigned tableClass = kTables[slot];
     if (At(frame.begin) != tableClass) return Fail(ImageCode::kWrongTable, frame.begin, At(frame.begin), tableClass);
-    KeyTable& table = data_.tables[tableClass >> 24];
+    ImageTable& table = data_.tables[tableClass >> 24];
     if (tableClass == kIdTableData) return Blocks(frame);
     return tableClass == kIdNumber ? Numbers(frame, table) : Names(frame, table);
 }
@@ -129,7 +129,7 @@ std::uint32_t ImageVerifier::Numbered(const TableFrame& frame, std::size_t keys)
     return static_cast<std::uint32_t>(std::min(keys, kMostKeys));
 }
 
-bool ImageVerifier::Names(const TableFrame& frame, KeyTable& table) {
+bool ImageVerifier::Names(const TableFrame& frame, ImageTable& table) {
     std::size_t length = 0;
     bool isShort = false;
     if (!TakeLength(frame, length, isShort) || !IsLastNameEnded(frame, length, isShort)) return false;
@@ -153,7 +153,7 @@ bool ImageVerifier::Names(const TableFrame& frame, KeyTable& table) {
     return true;
 }
 
-bool ImageVerifier::Numbers(const TableFrame& frame, KeyTable& table) {
+bool ImageVerifier::Numbers(const TableFrame& frame, ImageTable& table) {
     std::size_t length = 0;
     bool isShort = false;
     if (!TakeLength(frame, length, isShort)) return false;
@@ -169,7 +169,7 @@ bool ImageVerifier::Numbers(const TableFrame& frame, KeyTable& table) {
 }
 
 /// A key that stands in its table before belongs to its first identifier alone.
-void ImageVerifier::FindRepeated(KeyTable& table, const TableFrame& frame) {
+void ImageVerifier::FindRepeated(ImageTable& table, const TableFrame& frame) {
     const bool names = !table.starts.empty();
     HashSlots numbers;
     HashSlots& slots = names ? table.slots : numbers;
@@ -197,7 +197,7 @@ bool ImageVerifier::Blocks(const TableFrame& frame) {
         return Fail(ImageCode::kTableLength, frame.begin + 4, length, room);
     }
     const std::size_t blocks = length / kTableBlockSize;
-    const KeyTable& names = data_.TableOf(kIdTableName);
+    const ImageTable& names = data_.TableOf(kIdTableName);
     if (blocks > names.limit) return Fail(ImageCode::kBlockCount, frame.begin + 4, blocks, names.limit);
     if (blocks < names.count) Note(ImageCode::kTableWithoutBlock, frame.begin + 4, blocks, names.count);
     if (length < room) Note(ImageCode::kTrailingBytes, frame.body + length, room - length);

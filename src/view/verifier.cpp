@@ -15,7 +15,7 @@ constexpr std::size_t kSectionHead = 8;
 constexpr std::uint32_t kNone = ImageFinding::kNowhere;
 
 /// Why an identifier that was given out stands for nothing.
-ImageCode CodeOfMissing(const KeyTable& table, unsigned ordinal) {
+ImageCode CodeOfMissing(const ImageTable& table, unsigned ordinal) {
     return ordinal < table.count ? ImageCode::kRepeatedKey : ImageCode::kBeyondLength;
 }
 
@@ -121,7 +121,7 @@ bool ImageVerifier::Entry(std::size_t& at) {
 bool ImageVerifier::Name(std::size_t at, unsigned name) {
     const unsigned kinds = KindsWith(name);
     if (kinds == 0) return Fail(ImageCode::kUnknownEntry, at, name);
-    const KeyTable& table = data_.TableOf(name);
+    const ImageTable& table = data_.TableOf(name);
     const unsigned ordinal = name & kIdOrdinalMask;
     const bool keyword = (name & kIdClassMask) == kIdKeyword;
     const std::uint32_t limit = keyword ? kKeywords : table.limit;
@@ -183,7 +183,7 @@ bool ImageVerifier::Word(char role, unsigned word, std::size_t at, std::uint32_t
     if (MayStand(role, word)) {
         const unsigned wordClass = word & kIdClassMask;
         if (wordClass >= kIdArgument) return true;
-        const KeyTable& table = data_.TableOf(word);
+        const ImageTable& table = data_.TableOf(word);
         const unsigned ordinal = word & kIdOrdinalMask;
         if (ordinal >= table.limit) {
             return carries ? Note(ImageCode::kCarriedWord, at, word, 0, index)

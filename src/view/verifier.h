@@ -52,10 +52,10 @@ private:
     bool TakeLength(const TableFrame& frame, std::size_t& length, bool& isShort);
     bool IsLastNameEnded(const TableFrame& frame, std::size_t length, bool isShort);
     std::uint32_t Numbered(const TableFrame& frame, std::size_t keys);
-    bool Names(const TableFrame& frame, KeyTable& table);
-    bool Numbers(const TableFrame& frame, KeyTable& table);
+    bool Names(const TableFrame& frame, ImageTable& table);
+    bool Numbers(const TableFrame& frame, ImageTable& table);
     bool Blocks(const TableFrame& frame);
-    void FindRepeated(KeyTable& table, const TableFrame& frame);
+    void FindRepeated(ImageTable& table, const TableFrame& frame);
     bool Sections();
     bool Section(std::size_t& at);
     bool Entry(std::size_t& at);

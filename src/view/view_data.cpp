@@ -10,17 +10,9 @@ void HashSlots::Reset(std::size_t count) {
     mask_ = static_cast<std::uint32_t>(slots_.size() - 1);
 }
 
-std::uint32_t KeyTable::OrdinalOf(std::string_view name) const {
+std::uint32_t ImageTable::OrdinalOf(std::string_view name) const {
     return slots.Find(HashOf(name), [&](std::uint32_t ordinal) { return IsSame(NameAt(ordinal), name); });
 }
-
-namespace {
-
-std::uint32_t HashOfKey(unsigned kind, unsigned key) {
-    return static_cast<std::uint32_t>(MixedProduct((std::uint64_t{kind} << 32 | key) ^ kHashSeed, kGoldenRatio));
-}
-
-}  // namespace
 
 void FirstSections::Add(unsigned kind, unsigned key, std::uint32_t section) { rows_.push_back({key, section, kind}); }
 
@@ -28,21 +20,20 @@ void FirstSections::Build() {
     slots_.Reset(rows_.size());
     for (std::uint32_t at = 0; at < rows_.size(); ++at) {
         const Row& row = rows_[at];
-        slots_.Add(HashOfKey(row.kind, row.key), at,
+        slots_.Add(HashOf(row.kind, row.key), at,
                    [&](std::uint32_t other) { return rows_[other].key == row.key && rows_[other].kind == row.kind; });
     }
 }
 
 std::uint32_t FirstSections::Find(unsigned kind, unsigned key) const {
-    const std::uint32_t at = slots_.Find(HashOfKey(kind, key), [&](std::uint32_t other) {
-        return rows_[other].key == key && rows_[other].kind == kind;
-    });
+    const std::uint32_t at = slots_.Find(
+        HashOf(kind, key), [&](std::uint32_t other) { return rows_[other].key == key && rows_[other].kind == kind; });
     return at == kNone ? kNone : rows_[at].section;
 }
 
 ImageValue ImageView::Data::Resolve(unsigned word) const {
     const unsigned ordinal = word & kIdOrdinalMask;
-    const KeyTable& table = TableOf(word);
+    const ImageTable& table = TableOf(word);
     switch (word & kIdClassMask) {
         case kIdArgument:
         case kIdValueType:

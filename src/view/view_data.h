@@ -1,5 +1,6 @@
 /// What a view of a compiled image has built beside the bytes: where things are, and what is found by name or number.
-/// Relies on image_view.h, hash.h and large_pages.h.
+/// Stands beside the bytes because these give no place of anything but by reading all before it. Relies on
+/// image_view.h, hash.h and large_pages.h.
 #pragma once
 
 #include <array>
@@ -55,7 +56,7 @@ private:
 };
 
 /// A table of names or numbers of an image, by ordinal.
-struct KeyTable {
+struct ImageTable {
     std::uint32_t count = 0;            ///< keys that the table's length covers
     std::uint32_t limit = 0;            ///< keys that may have been written: no identifier is beyond
     std::vector<bool> repeated;         ///< which keys stand in the table before; empty where none does
@@ -105,7 +106,7 @@ struct ImageView::Data {
     LargeVector<std::uint32_t> byKind;           ///< the places of the sections, kind by kind
     std::array<std::uint32_t, 13> kindStarts{};  ///< where those of each kind begin in `byKind`, by its ordinal
 
-    std::array<KeyTable, 32> tables;  ///< by the class of their identifiers
+    std::array<ImageTable, 32> tables;  ///< by the class of their identifiers
     std::span<const unsigned char> blocks;
     /// The word of "0", the parent of the groups at the top: the first of its table, unless the image was compiled in a
     /// process that had loaded one with other names. kIdUnresolved where no group is at the top.
@@ -131,7 +132,7 @@ struct ImageView::Data {
 
     const unsigned char* Record(std::uint32_t section) const { return image.data() + sections[section]; }
     bool IsClass(unsigned word) const { return (word & kIdOrdinalMask) == 0 && word >> 24 < tables.size(); }
-    const KeyTable& TableOf(unsigned word) const { return tables[word >> 24 & 31]; }
+    const ImageTable& TableOf(unsigned word) const { return tables[word >> 24 & 31]; }
     ImageValue Resolve(unsigned word) const;
     /// The word of the first entry of a section that has this name; kIdUnresolved where there is none.
     unsigned WordOf(std::uint32_t section, unsigned name) const;

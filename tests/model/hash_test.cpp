@@ -45,6 +45,22 @@ std::size_t Looks(const std::vector<unsigned>& numbers, Hash&& hash) {
     return looks;
 }
 
+constexpr std::uint64_t kSeedElsewhere = 0x123456789ABCDEF;
+
+/// Whoever chooses the identifiers of an image knows all but the seed, and so a hash of another process.
+template <class Elsewhere, class Here>
+void ExpectFewLooksAtChosen(Elsewhere&& hashElsewhere, Here&& hash) {
+    constexpr std::size_t kChosen = 10000;
+    for (const unsigned classWord : {0U, 0x03000000U, 0x12000000U}) {
+        std::vector<unsigned> chosen;
+        for (unsigned number = classWord; chosen.size() < kChosen; ++number) {
+            if (hashElsewhere(number) % kSlots < kSlots / 64) chosen.push_back(number);
+        }
+        EXPECT_GT(Looks(chosen, hashElsewhere), 1000 * kChosen);
+        EXPECT_LT(Looks(chosen, hash), 2 * kChosen);
+    }
+}
+
 }  // namespace
 
 TEST(Same, AreTextsThatDifferNowhere) {
@@ -90,19 +106,22 @@ TEST(Hash, SpreadsNumbersThatRiseByAnyStep) {
 }
 
 TEST(Hash, SpreadsNumbersThatWereChosenToMeet) {
-    // Whoever chooses the identifiers of an image knows all but the seed.
-    const auto hashElsewhere = [](unsigned number) {
-        return static_cast<unsigned>(MixedProduct((number >> 3) ^ 0x123456789ABCDEF, kGoldenRatio)) << 3 | (number & 7);
-    };
-    constexpr std::size_t kChosen = 10000;
-    for (const unsigned classWord : {0U, 0x03000000U, 0x12000000U}) {
-        std::vector<unsigned> chosen;
-        for (unsigned number = classWord; chosen.size() < kChosen; ++number) {
-            if (hashElsewhere(number) % kSlots < kSlots / 64) chosen.push_back(number);
-        }
-        EXPECT_GT(Looks(chosen, hashElsewhere), 1000 * kChosen);
-        EXPECT_LT(Looks(chosen, [](unsigned number) { return HashOf(number); }), 2 * kChosen);
-    }
+    ExpectFewLooksAtChosen(
+        [](unsigned number) {
+            return static_cast<unsigned>(MixedProduct((number >> 3) ^ kSeedElsewhere, kGoldenRatio)) << 3 |
+                   (number & 7);
+        },
+        [](unsigned number) { return HashOf(number); });
+}
+
+TEST(Hash, SpreadsPairsOfNumbersThatWereChosenToMeet) {
+    constexpr unsigned kFirst = 0x30000005;
+    ExpectFewLooksAtChosen(
+        [](unsigned number) {
+            const std::uint64_t both = std::uint64_t{kFirst} << 32 | number;
+            return static_cast<unsigned>(MixedProduct(both ^ kSeedElsewhere, (kSeedElsewhere ^ kGoldenRatio) | 1));
+        },
+        [](unsigned number) { return HashOf(kFirst, number); });
 }
 
 TEST(Hash, OfATextIsThatOfItsCharactersAlone) {
