@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -254,6 +255,7 @@ int main(int count, char** words) try {
     const std::string folder = words[1];
     std::vector<unsigned> sizes;
     for (int i = 2; i < count; ++i) sizes.push_back(static_cast<unsigned>(std::stoul(words[i])));
+    std::filesystem::create_directories(folder);
     zek::bench::Prepare(folder, sizes);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

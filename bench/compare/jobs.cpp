@@ -53,12 +53,13 @@ double SizeOf(const std::string& file) {
 
 /// Has the system hold as much free memory as the runs of a job took before, the first time about what a run of other
 /// tools takes, and as the files do that it writes. A virtual machine gives free memory back to its host, and to get it
-/// again takes far longer than to have a page cleared: that is not what is measured. Half as much more, since the system
-/// may give out other pages than these.
+/// again takes far longer than to have a page cleared: that is not what is measured. Half as much more, since the
+/// system may give out other pages than these.
 void FetchMemory(const Job& job) {
     double bytes = job.figures->Has(job.name, "peak") ? job.figures->Get(job.name, "peak") : 4 * job.bytes;
     for (const std::string& file : job.writes) bytes += SizeOf(file);
-    const double free = static_cast<double>(sysconf(_SC_AVPHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
+    const double pages = static_cast<double>(sysconf(_SC_AVPHYS_PAGES));
+    const double free = pages * static_cast<double>(sysconf(_SC_PAGESIZE));
     const auto size = static_cast<std::size_t>(std::min(1.5 * bytes, 0.9 * free));
     void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) return;
