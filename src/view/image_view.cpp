@@ -57,6 +57,7 @@ std::optional<ImageView::Section> ImageView::SectionNamed(unsigned kind, std::st
     unsigned classes = IsKind(kind) ? data_->nameClasses[kind & kIdOrdinalMask] : 0;
     for (; classes != 0; classes &= classes - 1) {
         const unsigned tableClass = static_cast<unsigned>(std::countr_zero(classes)) << 24;
+        // IdentifierOf would tell it by way of memory, which takes as long as all the rest.
         const std::uint32_t ordinal = data_->TableOf(tableClass).OrdinalOf(name);
         if (ordinal != HashSlots::kNone) first = std::min(first, data_->named.Find(kind, tableClass + ordinal));
     }
