@@ -47,21 +47,23 @@ inline std::uint32_t HashOf(std::string_view text) {
     return static_cast<std::uint32_t>(MixedProduct(hash ^ kHashSeed, kGoldenRatio));
 }
 
+template <class Word>
+bool IsSameAt(std::size_t start, std::string_view a, std::string_view b) {
+    return CharactersAt<Word>(a, start) == CharactersAt<Word>(b, start);
+}
+
 /// Whether two texts are the same: also without a call, since most that are compared behind their hashes are.
 inline bool IsSame(std::string_view a, std::string_view b) {
     const std::size_t size = a.size();
     if (size != b.size()) return false;
-    const auto sameAt = [a, b]<class Word>(std::size_t start, Word) {
-        return CharactersAt<Word>(a, start) == CharactersAt<Word>(b, start);
-    };
     // The last characters may be compared twice.
     if (size >= 8) {
         for (std::size_t start = 0; start < size - 8; start += 8) {
-            if (!sameAt(start, std::uint64_t{})) return false;
+            if (!IsSameAt<std::uint64_t>(start, a, b)) return false;
         }
-        return sameAt(size - 8, std::uint64_t{});
+        return IsSameAt<std::uint64_t>(size - 8, a, b);
     }
-    if (size >= 4) return sameAt(0, std::uint32_t{}) && sameAt(size - 4, std::uint32_t{});
+    if (size >= 4) return IsSameAt<std::uint32_t>(0, a, b) && IsSameAt<std::uint32_t>(size - 4, a, b);
     for (std::size_t i = 0; i < size; ++i) {
         if (a[i] != b[i]) return false;
     }
@@ -73,10 +75,11 @@ inline std::uint32_t HashOf(unsigned number) {
     return static_cast<std::uint32_t>(MixedProduct((number >> 3) ^ kHashSeed, kGoldenRatio)) << 3 | (number & 7);
 }
 
-/// Of two numbers. Nobody knows the factor either: by the seed alone, chosen numbers would now and then meet.
-inline std::uint32_t HashOf(unsigned first, unsigned second) {
+/// Of two numbers. Mixed twice: once, chosen numbers would meet with some seeds, and by a factor that is made of the
+/// seed, those in a row would.
+inline std::uint32_t HashOf(unsigned first, unsigned second, std::uint64_t seed = kHashSeed) {
     const std::uint64_t both = std::uint64_t{first} << 32 | second;
-    return static_cast<std::uint32_t>(MixedProduct(both ^ kHashSeed, (kHashSeed ^ kGoldenRatio) | 1));
+    return static_cast<std::uint32_t>(MixedProduct(MixedProduct(both ^ seed, kGoldenRatio) ^ seed, kGoldenRatio));
 }
 
 }  // namespace zek

@@ -21,15 +21,15 @@ class HashSlots {
 public:
     /// For up to so many, all slots free.
     void Reset(std::size_t count);
-    /// The position whose key is the same, or kNone; `isSame` is asked about a position.
-    template <class IsSame>
-    std::uint32_t Find(std::uint32_t hash, IsSame&& isSame) const {
-        return slots_.empty() ? kNone : PositionIn(slots_[SlotOf(hash, isSame)]);
+    /// The position whose key is the same, or kNone; `same` is asked about a position.
+    template <class Same>
+    std::uint32_t Find(std::uint32_t hash, Same&& same) const {
+        return slots_.empty() ? kNone : PositionIn(slots_[SlotOf(hash, same)]);
     }
     /// The position whose key is the same, which is this one when there was none. There must be room.
-    template <class IsSame>
-    std::uint32_t Add(std::uint32_t hash, std::uint32_t position, IsSame&& isSame) {
-        std::uint32_t& slot = slots_[SlotOf(hash, isSame)];
+    template <class Same>
+    std::uint32_t Add(std::uint32_t hash, std::uint32_t position, Same&& same) {
+        std::uint32_t& slot = slots_[SlotOf(hash, same)];
         if (slot == 0) slot = (hash & ~mask_) | (position + 1);
         return PositionIn(slot);
     }
@@ -40,11 +40,11 @@ private:
     /// kNone for a free slot.
     std::uint32_t PositionIn(std::uint32_t slot) const { return (slot & mask_) - 1; }
 
-    template <class IsSame>
-    std::size_t SlotOf(std::uint32_t hash, IsSame&& isSame) const {
+    template <class Same>
+    std::size_t SlotOf(std::uint32_t hash, Same&& same) const {
         std::uint32_t at = hash & mask_;
         for (; slots_[at] != 0; at = (at + 1) & mask_) {
-            if (((slots_[at] ^ hash) & ~mask_) == 0 && isSame(PositionIn(slots_[at]))) break;
+            if (((slots_[at] ^ hash) & ~mask_) == 0 && same(PositionIn(slots_[at]))) break;
         }
         return at;
     }

@@ -116,12 +116,22 @@ TEST(Hash, SpreadsNumbersThatWereChosenToMeet) {
 
 TEST(Hash, SpreadsPairsOfNumbersThatWereChosenToMeet) {
     constexpr unsigned kFirst = 0x30000005;
-    ExpectFewLooksAtChosen(
-        [](unsigned number) {
-            const std::uint64_t both = std::uint64_t{kFirst} << 32 | number;
-            return static_cast<unsigned>(MixedProduct(both ^ kSeedElsewhere, (kSeedElsewhere ^ kGoldenRatio) | 1));
-        },
-        [](unsigned number) { return HashOf(kFirst, number); });
+    ExpectFewLooksAtChosen([](unsigned number) { return HashOf(kFirst, number, kSeedElsewhere); },
+                           [](unsigned number) { return HashOf(kFirst, number); });
+}
+
+TEST(Hash, SpreadsPairsOfNumbersThatRiseByAnyStepWithAnySeed) {
+    constexpr unsigned kRows = 1000;
+    constexpr unsigned kPlaces = 2048;
+    for (unsigned step : {1U, 4U, 1024U}) {
+        std::vector<unsigned> numbers(kRows);
+        for (unsigned i = 0; i < kRows; ++i) numbers[i] = 0x03000000 + i * step;
+        for (std::uint64_t i = 1; i <= 500; ++i) {
+            const std::uint64_t seed = MixedProduct(i * kSeedElsewhere, kGoldenRatio);
+            const auto hash = [seed](unsigned number) { return HashOf(0x30000005, number, seed) % kPlaces; };
+            ASSERT_LT(Looks(numbers, hash), 3 * kRows) << step << ", seed " << seed;
+        }
+    }
 }
 
 TEST(Hash, OfATextIsThatOfItsCharactersAlone) {
