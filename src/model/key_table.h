@@ -158,7 +158,7 @@ private:
 
     /// The position of the key's slot, else of the free slot where it belongs.
     std::size_t SlotOf(Key key, unsigned tag) const {
-        return PositionOf(tag, [this, key](const Slot& slot) {
+        return PositionOf(tag, [&](const Slot& slot) {
             if constexpr (kIsText) return IsSame(KeyOf(RowAt(slot.row - 1)), key);
             return true;
         });
