@@ -7,8 +7,8 @@ namespace zek {
 namespace {
 
 /// The rows of the keyword table by the hash of something, beside the table because every item of a source asks for its
-/// key: 1 + the row, 0 where none is. A row whose place is taken
-/// stands in the next free one, so that the first of equal rows is found first.
+/// key: 1 + the row, 0 where none is. A row whose place is taken stands in the next free one, so that the first of
+/// equal rows is found first.
 using Places = std::array<unsigned char, 128>;
 
 constexpr unsigned PlaceOf(std::string_view keyword) {
