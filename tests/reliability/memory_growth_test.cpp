@@ -152,8 +152,9 @@ protected:
         const Size last = SizeAfter(kCycles - kSettled, cycle);
         std::cout << "cycle " << kSettled << ": " << settled.Text() << "; cycle " << kCycles << ": " << last.Text()
                   << '\n';
-        // A block that is taken anew may keep 16 bytes that are too few to be a block of their own: up to 32 bytes in all,
-        // no more after 30,000 cycles than after 3,000. What leaks with each cycle would be thousands of times as much.
+        // A block that is taken anew may keep 16 bytes that are too few to be a block of their own: up to 32 bytes in
+        // all, no more after 30,000 cycles than after 3,000. What leaks with each cycle would be thousands of times as
+        // much.
         EXPECT_LE(last.heap, settled.heap + 32);
         EXPECT_EQ(last.openFiles, settled.openFiles);
 #if !defined(__SANITIZE_ADDRESS__)
